@@ -1,0 +1,67 @@
+#include "platform/linereader.h"
+
+#include <algorithm>
+
+namespace quillet {
+
+namespace {
+
+constexpr std::size_t kBlockSize = 128UL * 1024;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+}  // namespace
+
+LineReader::LineReader(TextInput& input) : m_input(input), m_buffer(kBlockSize) {}
+
+// Reads more behind the unread bytes, which move to the front. False when there is no more.
+bool LineReader::FillBuffer() {
+    if (m_begin > 0) {
+        std::copy(m_buffer.begin() + static_cast<std::ptrdiff_t>(m_begin),
+                  m_buffer.begin() + static_cast<std::ptrdiff_t>(m_end), m_buffer.begin());
+        m_end -= m_begin;
+        m_begin = 0;
+    }
+    if (m_end == m_buffer.size()) m_buffer.resize(m_buffer.size() * 2);
+    const std::size_t count = m_input.Read(m_buffer.data() + m_end, m_buffer.size() - m_end);
+    m_end += count;
+    return count > 0;
+}
+
+bool LineReader::SkipByteOrderMark() {
+    while (Unread().size() < kByteOrderMark.size() && FillBuffer()) {
+    }
+    if (!Unread().starts_with(kByteOrderMark)) return false;
+    m_begin += kByteOrderMark.size();
+    return true;
+}
+
+// Offset of the next LF in the unread bytes, of which there are then enough; npos when the
+// input ends without one.
+std::size_t LineReader::FindLineFeed() {
+    std::size_t searched = 0;
+    while (true) {
+        const std::size_t position = Unread().find('\n', searched);
+        if (position != std::string_view::npos) return position;
+        searched = Unread().size();
+        if (!FillBuffer()) return std::string_view::npos;
+    }
+}
+
+bool LineReader::FirstLineEndsInCrLf() {
+    const std::size_t length = FindLineFeed();
+    return length != std::string_view::npos && Unread().substr(0, length).ends_with('\r');
+}
+
+bool LineReader::ReadLine(std::string_view& line) {
+    const std::size_t length = FindLineFeed();
+    line = Unread().substr(0, length);
+    if (length != std::string_view::npos) {
+        m_begin += length + 1;
+        if (line.ends_with('\r')) line.remove_suffix(1);
+        return true;
+    }
+    m_begin = m_end;
+    return !line.empty() && !Failed();
+}
+
+}  // namespace quillet

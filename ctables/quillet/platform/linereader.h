@@ -1,0 +1,48 @@
+// Reads a text line by line, in text mode on every system.
+#ifndef QUILLET_PLATFORM_LINEREADER_H
+#define QUILLET_PLATFORM_LINEREADER_H
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "quillet.h"
+
+namespace quillet {
+
+/// Cuts the bytes of a `TextInput` into lines. CR LF is read as LF; a lone CR stays a byte of
+/// its line. Keeps one block of the input, or one line when that is longer.
+class LineReader {
+public:
+    /// `input` is borrowed and read from where it stands.
+    explicit LineReader(TextInput& input);
+
+    /// Steps over a UTF-8 byte-order mark. Only before the first line; true when there was one.
+    [[nodiscard]] bool SkipByteOrderMark();
+
+    /// Sets `line` to the next line without its line end; true when there was one. The view is
+    /// good until the next call. After a read error the line that it cut short is not delivered.
+    [[nodiscard]] bool ReadLine(std::string_view& line);
+
+    /// True when the input failed before its end.
+    [[nodiscard]] bool Failed() const { return m_input.Failed(); }
+
+    /// True when the next line ends in CR LF. Only before the first line.
+    [[nodiscard]] bool FirstLineEndsInCrLf();
+
+private:
+    [[nodiscard]] std::string_view Unread() const {
+        return {m_buffer.data() + m_begin, m_end - m_begin};
+    }
+    [[nodiscard]] std::size_t FindLineFeed();
+    bool FillBuffer();
+
+    TextInput& m_input;
+    std::vector<char> m_buffer;
+    std::size_t m_begin = 0;  // the unread bytes are [m_begin, m_end) of the buffer
+    std::size_t m_end = 0;
+};
+
+}  // namespace quillet
+
+#endif  // QUILLET_PLATFORM_LINEREADER_H

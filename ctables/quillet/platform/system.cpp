@@ -1,0 +1,19 @@
+#include "platform/system.h"
+
+#include <clocale>
+#include <csignal>
+
+namespace quillet {
+
+ModuleHandle GetModuleHandleA(const char* pName) {
+    // POSIX has no such handles; the address of something in the program serves as its own.
+    static constexpr char kThisProgram = 0;
+    return pName == nullptr ? &kThisProgram : nullptr;
+}
+
+// A locale that is not installed leaves the "C" locale in force, which is what it should do.
+void EnableLocale() { static_cast<void>(std::setlocale(LC_CTYPE, "")); }
+
+void IgnoreBrokenPipes() { static_cast<void>(std::signal(SIGPIPE, SIG_IGN)); }
+
+}  // namespace quillet
