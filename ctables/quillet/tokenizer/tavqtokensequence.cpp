@@ -1,0 +1,154 @@
+#include "tokenizer/tavqtokensequence.h"
+
+#include <ostream>
+
+#include "platform/assertion.h"
+#include "tokenizer/tavqtokenvector.h"
+#include "tokenizer/variablenames.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::string_view kModule = "tavqtokensequence";
+
+CommandKind KindOfState(SpecialCommandState state) {
+    switch (state) {
+        case SpecialCommandState::kComment:
+            return CommandKind::kComment;
+        case SpecialCommandState::kDocument:
+            return CommandKind::kDocument;
+        case SpecialCommandState::kBeginData:
+            return CommandKind::kInlineData;
+        default:
+            return CommandKind::kOrdinary;
+    }
+}
+
+// Lends `text` out, or null and 0 when there is none.
+std::size_t Lend(const std::string* pText, const char*& chars, std::size_t& length) {
+    chars = pText != nullptr ? pText->c_str() : nullptr;
+    length = pText != nullptr ? pText->size() : 0;
+    return length;
+}
+
+}  // namespace
+
+CommandKind KindOf(const TokenSurvey& survey) { return KindOfState(survey.state); }
+
+struct TAVQTokenSequence::Implementation {
+    unsigned m_curr = 0;       // the current token; the count at the end
+    unsigned m_nextIndex = 0;  // the token that the next advance makes current
+    TAVQTokenVector m_tokenVec;
+    const CodePage& m_codePage;
+};
+
+TAVQTokenSequence::TAVQTokenSequence(const CodePage& codePage, const std::string& text,
+                                     bool skipLeadingSign, int maxTokens)
+    : m_pImp(new Implementation{0, 0, TAVQTokenVector(codePage, text, skipLeadingSign, maxTokens),
+                                codePage}) {}
+
+TAVQTokenSequence::~TAVQTokenSequence() = default;
+
+const TAVQToken* TAVQTokenSequence::Current() const {
+    const auto index = static_cast<int>(m_pImp->m_curr);
+    return index < m_pImp->m_tokenVec.Count() ? m_pImp->m_tokenVec.At(index) : nullptr;
+}
+
+bool TAVQTokenSequence::Next() {
+    const auto count = static_cast<unsigned>(m_pImp->m_tokenVec.Count());
+    if (m_pImp->m_nextIndex >= count) {
+        m_pImp->m_curr = count;
+        return false;
+    }
+    m_pImp->m_curr = m_pImp->m_nextIndex++;
+    return true;
+}
+
+int TAVQTokenSequence::CurrentIndex() const { return static_cast<int>(m_pImp->m_curr); }
+
+void TAVQTokenSequence::SetNextIndex(int index) {
+    m_pImp->m_nextIndex = static_cast<unsigned>(index);
+}
+
+int TAVQTokenSequence::Count() const { return m_pImp->m_tokenVec.Count(); }
+
+int TAVQTokenSequence::Type() const {
+    const TAVQToken* pToken = Current();
+    return pToken != nullptr ? pToken->Type() : kAtEnd;
+}
+
+int TAVQTokenSequence::Operator() const {
+    const TAVQToken* pToken = Current();
+    return pToken != nullptr ? pToken->Operator() : kNotOperator;
+}
+
+std::size_t TAVQTokenSequence::GetText(const char*& chars, std::size_t& length) const {
+    const TAVQToken* pToken = Current();
+    const bool raw = pToken != nullptr && pToken->Type() != kLiteral;
+    return Lend(pToken != nullptr ? &pToken->Text(raw) : nullptr, chars, length);
+}
+
+std::size_t TAVQTokenSequence::GetValueText(const char*& chars, std::size_t& length) const {
+    const TAVQToken* pToken = Current();
+    return Lend(pToken != nullptr ? &pToken->Text(false) : nullptr, chars, length);
+}
+
+double TAVQTokenSequence::NumberValue() const {
+    const TAVQToken* pToken = Current();
+    return pToken != nullptr ? pToken->NumberValue() : 0.0;
+}
+
+int TAVQTokenSequence::Line() const {
+    const TAVQToken* pToken = Current();
+    if (!QUILLET_ASSERT(pToken != nullptr, "m_pImp->m_curr < m_pImp->m_tokenVec.Count()")) return 0;
+    int line = 0;
+    int column = 0;
+    pToken->GetPosition(line, column);
+    return line;
+}
+
+int TAVQTokenSequence::Column() const {
+    int line = 0;
+    int column = 0;
+    if (const TAVQToken* pToken = Current()) pToken->GetPosition(line, column);
+    return column;
+}
+
+std::size_t TAVQTokenSequence::GetSourceText(const char*& chars, std::size_t& length) const {
+    const TAVQToken* pToken = Current();
+    return Lend(pToken != nullptr ? &pToken->Text(true) : nullptr, chars, length);
+}
+
+void TAVQTokenSequence::DumpCurrent(std::ostream& stream) const {
+    if (const TAVQToken* pToken = Current()) pToken->Dump(stream, 0);
+}
+
+int TAVQTokenSequence::CompareCurrent(std::string_view text, std::size_t count) const {
+    const TAVQToken* pToken = Current();
+    return pToken != nullptr ? pToken->CompareText(text, count, false) : -1;
+}
+
+std::unique_ptr<TAVQToken> TAVQTokenSequence::CloneCurrent() const {
+    const TAVQToken* pToken = Current();
+    return pToken != nullptr ? pToken->Clone() : nullptr;
+}
+
+CommandKind TAVQTokenSequence::CommandKind() const {
+    return KindOfState(m_pImp->m_tokenVec.State());
+}
+
+int TAVQTokenSequence::CurrentNameClass() const {
+    return VariableNameClass(m_pImp->m_codePage, *this);
+}
+
+bool TAVQTokenSequence::IsEndData(const CodePage& codePage, std::string_view line) {
+    return IsEndDataLine(codePage, line);
+}
+
+std::ptrdiff_t TAVQTokenSequence::FindCommandEnd(const CodePage& codePage, std::string_view lines,
+                                                 bool isFreeText) {
+    return FindCommandEndIn(codePage, lines, isFreeText);
+}
+
+}  // namespace quillet

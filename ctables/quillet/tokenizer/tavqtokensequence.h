@@ -1,0 +1,78 @@
+// The token sequence of one command's text.
+#ifndef QUILLET_TOKENIZER_TAVQTOKENSEQUENCE_H
+#define QUILLET_TOKENIZER_TAVQTOKENSEQUENCE_H
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/codepage.h"
+#include "tokenizer/tokensequencebase.h"
+
+namespace quillet {
+
+struct TokenSurvey;
+
+/// What kind of command a text is.
+enum class CommandKind : int {
+    kOrdinary = 0,
+    kComment = 1,
+    kDocument = 2,
+    kInlineData = 3,  ///< BEGIN DATA and the lines up to END DATA.
+};
+
+/// The kind that a survey of a command's tokens found.
+[[nodiscard]] CommandKind KindOf(const TokenSurvey& survey);
+
+/// Tokenizes a command when it is constructed and owns the tokens.
+class TAVQTokenSequence final : public TokenSequenceBase {
+public:
+    /// For the parameters and the `ParseError` thrown see `TAVQTokenVector`. `text` need not
+    /// outlive the constructor; `codePage` must outlive the sequence.
+    TAVQTokenSequence(const CodePage& codePage, const std::string& text, bool skipLeadingSign,
+                      int maxTokens);
+    ~TAVQTokenSequence() override;
+    TAVQTokenSequence(const TAVQTokenSequence&) = delete;
+    TAVQTokenSequence& operator=(const TAVQTokenSequence&) = delete;
+
+    bool Next() override;
+    [[nodiscard]] int CurrentIndex() const override;
+    void SetNextIndex(int index) override;
+    [[nodiscard]] int Count() const override;
+    [[nodiscard]] int Type() const override;
+    [[nodiscard]] int Operator() const override;
+    std::size_t GetText(const char*& chars, std::size_t& length) const override;
+    std::size_t GetValueText(const char*& chars, std::size_t& length) const override;
+    [[nodiscard]] double NumberValue() const override;
+    [[nodiscard]] int Line() const override;
+    [[nodiscard]] int Column() const override;
+    std::size_t GetSourceText(const char*& chars, std::size_t& length) const override;
+    void DumpCurrent(std::ostream& stream) const override;
+    [[nodiscard]] int CompareCurrent(std::string_view text, std::size_t count) const override;
+    [[nodiscard]] std::unique_ptr<TAVQToken> CloneCurrent() const override;
+
+    /// The command's kind, as its first one or two tokens tell.
+    [[nodiscard]] quillet::CommandKind CommandKind() const;
+
+    /// Classifies the current token as a variable name: see `VariableNameClass`.
+    [[nodiscard]] int CurrentNameClass() const;
+
+    /// True for the line that closes inline data.
+    [[nodiscard]] static bool IsEndData(const CodePage& codePage, std::string_view line);
+
+    /// The byte offset of the period that ends a command, or -1: see `FindCommandEndIn`.
+    [[nodiscard]] static std::ptrdiff_t FindCommandEnd(const CodePage& codePage,
+                                                       std::string_view lines, bool isFreeText);
+
+private:
+    struct Implementation;
+
+    [[nodiscard]] const TAVQToken* Current() const;
+
+    std::unique_ptr<Implementation> m_pImp;
+};
+
+}  // namespace quillet
+
+#endif  // QUILLET_TOKENIZER_TAVQTOKENSEQUENCE_H
