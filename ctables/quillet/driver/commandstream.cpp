@@ -1,0 +1,150 @@
+#include "driver/commandstream.h"
+
+#include <utility>
+
+#include "driver/outputfile.h"
+#include "platform/assertion.h"
+#include "tokenizer/parseerror.h"
+#include "tokenizer/tavqtokenvector.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::string_view kModule = "commandstream";
+
+// Inline data is handed over in parts of about this many bytes.
+constexpr std::size_t kPartSize = 64UL * 1024;
+
+// Enough tokens to tell BEGIN DATA from other commands.
+constexpr int kTokensForKind = 2;
+
+// Calls `tokenize`, which counts lines within the one text it looks at, and makes the line of
+// an error that of the file. `line` is the file line of that text.
+template <class Function>
+auto WithFileLine(long line, Function tokenize) {
+    try {
+        return tokenize();
+    } catch (ParseError& error) {
+        error.SetLine(error.Line() + line - 1);
+        throw;
+    }
+}
+
+}  // namespace
+
+CommandStream::CommandStream(LineReader& lines, const CodePage& codePage, bool batchMode)
+    : m_lines(lines), m_codePage(codePage), m_batchMode(batchMode) {}
+
+bool CommandStream::ReadCommand() {
+    m_commandText.clear();
+    m_hasMoreParts = false;
+    while (true) {
+        const bool isFirstLine = m_commandText.empty();
+        FillLineBuffer(/*skipBlankLines=*/isFirstLine);
+        if (m_lineBuffer.empty()) return m_commandText.empty();
+        if (isFirstLine) ClassifyFirstLine();
+        if (m_commandKind == CommandKind::kInlineData) {
+            TakeLine(m_lineBuffer, -1);
+            ReadInlineData();
+            return false;
+        }
+        if (m_batchMode) {
+            if (ReadBatchLine()) return false;
+            continue;
+        }
+        const std::ptrdiff_t ixEnd = FindTerminator(m_lineBuffer, m_lineCount);
+        TakeLine(m_lineBuffer, ixEnd);
+        if (ixEnd >= 0) return false;
+    }
+}
+
+void CommandStream::FillLineBuffer(bool skipBlankLines) {
+    if (skipBlankLines && IsBlankLine(m_lineBuffer)) m_lineBuffer.clear();
+    while (m_lineBuffer.empty() && !m_atEnd) {
+        std::string_view line;
+        if (!m_lines.ReadLine(line)) {
+            m_atEnd = true;
+            return;
+        }
+        ++m_lineCount;
+        if (skipBlankLines && IsBlankLine(line)) continue;
+        m_lineBuffer.assign(line);
+        m_lineBuffer += '\n';
+    }
+}
+
+// Moves `line` to the command; the byte at `ixEnd`, its terminator, becomes the end of the line.
+// -1 takes the line as it is.
+void CommandStream::TakeLine(std::string& line, std::ptrdiff_t ixEnd) {
+    if (ixEnd >= 0) {
+        const auto end = static_cast<std::size_t>(ixEnd);
+        if (QUILLET_ASSERT(end < line.size(), "ixEnd < m_lineBuffer.size()")) {
+            line.resize(end);
+            line += '\n';
+        }
+    }
+    m_commandText += line;
+    line.clear();
+}
+
+void CommandStream::ClassifyFirstLine() {
+    m_startLine = m_lineCount;
+    TokenSurvey survey = WithFileLine(m_startLine, [this] {
+        return SurveyTokens(m_codePage, m_lineBuffer, m_batchMode, kTokensForKind);
+    });
+    m_commandKind = KindOf(survey);
+    m_firstValue = std::move(survey.firstValue);
+}
+
+// Gathers data lines until the one that closes them, or until there is enough for a part. A part
+// ends only when a further line is at hand, so that the next part is never empty.
+void CommandStream::ReadInlineData() {
+    m_hasMoreParts = false;
+    while (true) {
+        std::string_view line;
+        if (!m_lines.ReadLine(line)) {
+            m_atEnd = true;
+            return;
+        }
+        ++m_lineCount;
+        if (m_commandText.size() >= kPartSize) {
+            m_lineBuffer.assign(line);
+            m_lineBuffer += '\n';
+            m_hasMoreParts = true;
+            return;
+        }
+        m_commandText.append(line);
+        m_commandText += '\n';
+        if (IsEndDataLine(m_codePage, line)) return;
+    }
+}
+
+void CommandStream::ReadNextPart() {
+    m_commandText.clear();
+    const bool isEndData = IsEndDataLine(m_codePage, m_lineBuffer);
+    TakeLine(m_lineBuffer, -1);
+    m_hasMoreParts = false;
+    if (!isEndData) ReadInlineData();
+}
+
+// Takes the buffered line once the line behind it tells whether the command goes on. True when
+// the command is complete; the line behind it stays buffered.
+bool CommandStream::ReadBatchLine() {
+    m_keptLine.swap(m_lineBuffer);
+    m_lineBuffer.clear();
+    const long keptLineNumber = m_lineCount;
+    FillLineBuffer(/*skipBlankLines=*/false);
+    const bool goesOn = m_lineBuffer.starts_with(' ');
+    TakeLine(m_keptLine, goesOn ? -1 : FindTerminator(m_keptLine, keptLineNumber));
+    return !goesOn;
+}
+
+// The terminator in `line`, which is line `lineNumber` of the file.
+std::ptrdiff_t CommandStream::FindTerminator(const std::string& line, long lineNumber) const {
+    const bool isFreeText =
+        m_commandKind == CommandKind::kComment || m_commandKind == CommandKind::kDocument;
+    return WithFileLine(lineNumber, [&] { return FindCommandEndIn(m_codePage, line, isFreeText); });
+}
+
+}  // namespace quillet

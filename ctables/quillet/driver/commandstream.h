@@ -1,0 +1,71 @@
+// Cuts the input syntax into commands.
+#ifndef QUILLET_DRIVER_COMMANDSTREAM_H
+#define QUILLET_DRIVER_COMMANDSTREAM_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "platform/codepage.h"
+#include "platform/linereader.h"
+#include "tokenizer/tavqtokensequence.h"
+
+namespace quillet {
+
+/// Reads one command at a time. In the default layout a command ends with a period at the end
+/// of a line; in batch mode it goes on over every following line that begins with a blank.
+class CommandStream {
+public:
+    /// Borrows both; nothing is read yet.
+    CommandStream(LineReader& lines, const CodePage& codePage, bool batchMode);
+
+    /// Gathers the next command. True when the input is exhausted and nothing was gathered.
+    /// Throws `ParseError`, whose line is that of the file; the stream is of no use after that.
+    [[nodiscard]] bool ReadCommand();
+
+    /// The command: its lines, each ending in LF, without the terminating period. Good until
+    /// the next read.
+    [[nodiscard]] const std::string& CommandText() const { return m_commandText; }
+
+    /// The file line on which the command begins, from 1.
+    [[nodiscard]] long StartLine() const { return m_startLine; }
+
+    /// The command's kind, as its first line tells.
+    [[nodiscard]] quillet::CommandKind CommandKind() const { return m_commandKind; }
+
+    /// The beginning of the first token's value text (see `TokenSurvey`); empty when the
+    /// command's first line has no token.
+    [[nodiscard]] const std::string& FirstValue() const { return m_firstValue; }
+
+    /// Inline data can be of any size, so a long block comes in parts: when this is true, the
+    /// text is only a part of the command (whole lines), and `ReadNextPart` fetches the next.
+    [[nodiscard]] bool HasMoreParts() const { return m_hasMoreParts; }
+
+    /// Replaces the text by the command's next part, which is never empty.
+    void ReadNextPart();
+
+private:
+    void FillLineBuffer(bool skipBlankLines);
+    void TakeLine(std::string& line, std::ptrdiff_t ixEnd);
+    void ClassifyFirstLine();
+    void ReadInlineData();
+    [[nodiscard]] bool ReadBatchLine();
+    [[nodiscard]] std::ptrdiff_t FindTerminator(const std::string& line, long lineNumber) const;
+
+    LineReader& m_lines;
+    const CodePage& m_codePage;
+    bool m_batchMode;
+    bool m_atEnd = false;
+    long m_lineCount = 0;
+    long m_startLine = 0;
+    quillet::CommandKind m_commandKind = quillet::CommandKind::kOrdinary;
+    std::string m_firstValue;
+    bool m_hasMoreParts = false;
+    std::string m_commandText;
+    std::string m_lineBuffer;  // one line read ahead, LF at its end; empty when there is none
+    std::string m_keptLine;    // batch mode: the line before the one read ahead
+};
+
+}  // namespace quillet
+
+#endif  // QUILLET_DRIVER_COMMANDSTREAM_H

@@ -1,0 +1,22 @@
+// The conversion of one IGRAPH command.
+#ifndef QUILLET_DRIVER_CONVERTIGRAPH_H
+#define QUILLET_DRIVER_CONVERTIGRAPH_H
+
+#include "driver/outputfile.h"
+#include "quillet.h"
+#include "tokenizer/tavqtokensequence.h"
+
+namespace quillet {
+
+/// Writes the GGRAPH frame with the converted command, or with the reason why there is none,
+/// and tells `listener` the result. The source, commented out, has been written before.
+///
+/// `pSequence` is rewound to its first token and borrowed; null when the command was too large
+/// to keep its tokens. `lineOffset`, the number of file lines before the command, is not used:
+/// no message here has a position.
+void ConvertIgraph(TAVQTokenSequence* pSequence, OutputFile& out, long lineOffset,
+                   ConversionListener& listener);
+
+}  // namespace quillet
+
+#endif  // QUILLET_DRIVER_CONVERTIGRAPH_H

@@ -1,0 +1,21 @@
+// The conversion of one TABLES command.
+#ifndef QUILLET_DRIVER_CONVERTTABLES_H
+#define QUILLET_DRIVER_CONVERTTABLES_H
+
+#include "driver/outputfile.h"
+#include "quillet.h"
+#include "tokenizer/tavqtokensequence.h"
+
+namespace quillet {
+
+/// Writes the CTABLES frame with the converted command, or with the reason why there is none,
+/// and tells `listener` the result. The source, commented out, has been written before.
+///
+/// `sequence` is rewound to its first token and borrowed; null when the command was too large
+/// to keep its tokens. `lineOffset` is the number of file lines before the command.
+void ConvertTables(TAVQTokenSequence* pSequence, OutputFile& out, long lineOffset,
+                   ConversionListener& listener);
+
+}  // namespace quillet
+
+#endif  // QUILLET_DRIVER_CONVERTTABLES_H

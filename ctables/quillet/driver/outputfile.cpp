@@ -1,0 +1,56 @@
+#include "driver/outputfile.h"
+
+#include <algorithm>
+
+namespace quillet {
+
+namespace {
+
+constexpr std::size_t kBlockSize = 128UL * 1024;
+
+}  // namespace
+
+bool IsBlankLine(std::string_view line) {
+    return line.find_first_not_of(" \t\n\r") == std::string_view::npos;
+}
+
+void OutputFile::Write(std::string_view text) {
+    while (!text.empty() && !m_failed) {
+        const std::size_t end = text.find('\n');
+        const std::string_view part = text.substr(0, end);
+        m_buffer.append(part);
+        m_lineIsBlank = m_lineIsBlank && IsBlankLine(part);
+        if (end != std::string_view::npos) EndLine();
+        if (m_buffer.size() >= kBlockSize) HandOn(m_lineIsBlank ? m_lineBegin : m_buffer.size());
+        if (end == std::string_view::npos) return;
+        text.remove_prefix(end + 1);
+    }
+}
+
+// Ends the line being written, or drops it when it is blank.
+void OutputFile::EndLine() {
+    if (m_lineIsBlank) {
+        m_buffer.resize(m_lineBegin);
+        return;
+    }
+    m_buffer.append(m_lineEnd);
+    m_lineBegin = m_buffer.size();
+    m_lineIsBlank = true;
+    m_hasLines = true;
+}
+
+// Hands on the first `length` bytes of the buffer.
+void OutputFile::HandOn(std::size_t length) {
+    if (!m_failed) m_failed = !m_output.Write({m_buffer.data(), length});
+    m_buffer.erase(0, length);
+    m_lineBegin -= std::min(m_lineBegin, length);
+}
+
+bool OutputFile::Finish() {
+    EndLine();
+    if (!m_hasLines) m_buffer.append(m_lineEnd);
+    if (!m_buffer.empty()) HandOn(m_buffer.size());
+    return !m_failed;
+}
+
+}  // namespace quillet

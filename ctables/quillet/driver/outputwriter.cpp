@@ -1,0 +1,68 @@
+#include "driver/outputwriter.h"
+
+#include "driver/messagecatalogue.h"
+#include "platform/assertion.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::string_view kModule = "outputwriter";
+
+// An indentation this deep is a runaway; one blank shows that there was one.
+constexpr std::size_t kIndentLimit = 21;
+
+std::string_view ReasonOf(ParseErrorKind kind) {
+    switch (kind) {
+        case ParseErrorKind::kNone:
+            return {};
+        case ParseErrorKind::kUnclosedLiteral:
+            return kUnclosedLiteralText;
+        case ParseErrorKind::kExponentWithoutDigits:
+            return kExponentWithoutDigitsText;
+        case ParseErrorKind::kInvalidNumber:
+            return kInvalidNumberText;
+        case ParseErrorKind::kInvalidCharacter:
+            return kInvalidCharacterText;
+    }
+    QUILLET_ASSERT(false, "0");
+    return {};
+}
+
+}  // namespace
+
+void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent) {
+    if (text.empty()) return;
+    if (indent != 0) out.Write(std::string(indent < kIndentLimit ? indent : 1, ' '));
+    if (text.ends_with('\n')) text.remove_suffix(1);
+    out.Write(text);
+    out.Write(text.empty() || text.ends_with('.') ? "\n" : ".\n");
+}
+
+std::string CommentOut(std::string_view text) {
+    std::string comment = "*";
+    comment.reserve(text.size() + text.size() / 8 + 16);
+    while (true) {
+        const std::size_t end = text.find('\n');
+        comment.append(text.substr(0, end));
+        if (end == std::string_view::npos) return comment;
+        comment.append("\n *");
+        text.remove_prefix(end + 1);
+    }
+}
+
+void WriteStarred(std::string_view message, OutputFile& out) {
+    std::string line = "***** ";
+    line.append(message);
+    WriteCommand(line, out, 0);
+}
+
+void WriteTokenizingError(const ParseError& error, OutputFile& out) {
+    const bool hasKind = error.Kind() != ParseErrorKind::kNone;
+    WriteStarred(
+        hasKind ? FillPosition(kTokenizingPosition, error.Line(), error.Column()) : std::string(),
+        out);
+    WriteStarred(ReasonOf(error.Kind()), out);
+}
+
+}  // namespace quillet

@@ -1,0 +1,32 @@
+// How commands and messages are written into the output file.
+#ifndef QUILLET_DRIVER_OUTPUTWRITER_H
+#define QUILLET_DRIVER_OUTPUTWRITER_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "driver/outputfile.h"
+#include "tokenizer/parseerror.h"
+
+namespace quillet {
+
+/// Writes one command or comment: `indent` blanks (one alone when it is above 20), the text
+/// without its final line feed, a period unless the text has one at its end, a line feed.
+/// Nothing at all for an empty text.
+void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent);
+
+/// `text` as a block of comment lines: "*" in front, and " *" behind every line feed, the final
+/// one included.
+[[nodiscard]] std::string CommentOut(std::string_view text);
+
+/// Writes a message as a comment line that begins with "***** ".
+void WriteStarred(std::string_view message, OutputFile& out);
+
+/// Writes where and why tokenizing failed, as two starred lines. An error without a kind writes
+/// them with empty texts; a kind that there is not is a bug and asserts.
+void WriteTokenizingError(const ParseError& error, OutputFile& out);
+
+}  // namespace quillet
+
+#endif  // QUILLET_DRIVER_OUTPUTWRITER_H

@@ -1,0 +1,320 @@
+#include "driver/outputsequence.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <ctime>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/assertion.h"
+
+namespace quillet {
+namespace {
+
+constexpr const char* kIndentWarning = "WARNING: Indentation has been forced to size 1.";
+
+// One piece as it is added: "\n" is a forced break, a text in front of which a "+" stands is
+// added without a leading space, any other with one.
+void AddAll(OutputSequence& sequence, const std::vector<std::string>& pieces) {
+    for (const std::string& piece : pieces) {
+        if (piece == "\n") {
+            sequence.NewLine();
+        } else if (piece[0] == '+') {
+            sequence.Add(piece.substr(1), false);
+        } else {
+            sequence.Add(piece, true);
+        }
+    }
+}
+
+struct FormatCase {
+    const char* name;
+    std::vector<std::string> pieces;  // see AddAll
+    std::size_t width;
+    std::size_t indent;
+    std::string expected;
+};
+
+std::vector<FormatCase> FormatCases() {
+    return {
+        {"empty", {}, 5, 3, ""},
+        {"empty at width 80", {}, 80, 2, ""},
+        {"an overlong piece stays whole, unindented", {"+abcdefg"}, 5, 3, "abcdefg"},
+        {"a forced break is followed by an indented line",
+         {"\n", "+123456789"},
+         5,
+         3,
+         "\n   123456789"},
+        {"the leading blank is dropped at a line start",
+         {"\n", "+123456789", "ab"},
+         5,
+         3,
+         "\n   123456789\n   ab"},
+        {"a line of exactly the width stays",
+         {"\n", "+123456789", "ab", "ab"},
+         8,
+         3,
+         "\n   123456789\n   ab ab"},
+        {"a comma takes the piece before it along",
+         {"\n", "+123456789", "ab", "ab", "+,", "cd"},
+         8,
+         3,
+         "\n   123456789\n   ab\n   ab,\n   cd"},
+        {"the first piece has no blank and no indentation", {"ab"}, 5, 3, "ab"},
+        {"pieces on one line keep their blanks", {"+a", "b", "+c"}, 5, 3, "a bc"},
+        {"the leading blank counts", {"+abcd", "e"}, 5, 2, "abcd\n  e"},
+        {"without the blank it fits", {"+abcd", "+e"}, 5, 2, "abcde"},
+        {"one byte more moves the whole piece", {"+ab", "cde"}, 5, 2, "ab\n  cde"},
+        {"a piece's own blanks are dropped at a line start too",
+         {"+  ab", "+   cd"},
+         5,
+         2,
+         "ab\n  cd"},
+        {"blanks inside and behind a piece stay", {"+a b ", "c"}, 80, 2, "a b  c"},
+        {"the indentation counts towards the width",
+         {"+aaaaa", "bb", "+c", "+d"},
+         5,
+         2,
+         "aaaaa\n  bbc\n  d"},
+        {"an indentation of 0", {"+aaaaa", "bb", "\n", "+c"}, 5, 0, "aaaaa\nbb\nc"},
+        {"an overlong piece in the middle", {"+a", "bbbbbbbbb", "c"}, 5, 2, "a\n  bbbbbbbbb\n  c"},
+        {"breaks in a row", {"+a", "\n", "\n", "b"}, 5, 2, "a\n\n  b"},
+        {"a break at the end", {"+a", "\n"}, 5, 2, "a\n"},
+        {"only a break", {"\n"}, 5, 2, "\n"},
+        {"a break starts the count anew",
+         {"+abc", "\n", "+de", "f", "g"},
+         7,
+         2,
+         "abc\n  de f\n  g"},
+        {"a comma that fits exactly", {"+abcd", "+,"}, 5, 3, "abcd,"},
+        {"the comma does not fit behind the only piece", {"+abcde", "+,"}, 5, 3, "\n   abcde,"},
+        {"a comma behind a comma never breaks", {"+abcde", "+,", "+,"}, 5, 3, "\n   abcde,,"},
+        {"a comma behind a comma that fitted", {"+abcd", "+,", "+,", "+,"}, 5, 3, "abcd,,,"},
+        {"a comma with a blank is no lone comma", {"+abcde", ","}, 5, 3, "abcde\n   ,"},
+        {"a comma with a neighbour is no lone comma", {"+abcde", "+,x"}, 5, 2, "abcde\n  ,x"},
+        {"the moved piece loses its blank; the line goes on behind the comma",
+         {"+abcd", "xyz", "+,", "+q"},
+         8,
+         3,
+         "abcd\n   xyz,q"},
+        {"the line behind the comma is full",
+         {"+abcd", "xyz", "+,", "q"},
+         8,
+         3,
+         "abcd\n   xyz,\n   q"},
+        {"the moved piece had no blank", {"+abcd", "+wxyz", "+,"}, 8, 3, "abcd\n   wxyz,"},
+        {"a moved piece may be too long for the line",
+         {"+a", "bcdef", "+,", "g"},
+         7,
+         3,
+         "a\n   bcdef,\n   g"},
+        {"bytes count, not characters", {"+éé", "+é"}, 5, 1, "éé\n é"},
+        {"the indentation may be all but one of the width", {"+abcde", "f"}, 5, 4, "abcde\n    f"},
+    };
+}
+
+TEST(OutputSequenceTest, LaysOutPieces) {
+    for (int round = 0; round < 2; ++round) {
+        for (const FormatCase& c : FormatCases()) {
+            SCOPED_TRACE(c.name);
+            std::vector<std::string> assertions;
+            const ScopedAssertionHandler handler(
+                [&](const AssertionFailure& f) { assertions.emplace_back(f.text); });
+            OutputSequence sequence;
+            AddAll(sequence, c.pieces);
+            EXPECT_EQ(sequence.Format(c.width, c.indent), c.expected);
+            EXPECT_EQ(sequence.Format(c.width, c.indent), c.expected);
+            EXPECT_EQ(sequence.IsEmpty(), c.pieces.empty());
+            EXPECT_TRUE(assertions.empty());
+        }
+    }
+}
+
+TEST(OutputSequenceTest, OneSequenceThroughItsLife) {
+    OutputSequence sequence;
+    EXPECT_TRUE(sequence.IsEmpty());
+    sequence.NewLine();
+    EXPECT_FALSE(sequence.IsEmpty());
+    sequence.Add("123456789", false);
+    EXPECT_EQ(sequence.Format(5, 3), "\n   123456789");
+    sequence.Add("ab", true);
+    EXPECT_EQ(sequence.Format(5, 3), "\n   123456789\n   ab");
+    sequence.Add("ab", true);
+    EXPECT_EQ(sequence.Format(8, 3), "\n   123456789\n   ab ab");
+    sequence.Add(",", false);
+    sequence.Add("cd", true);
+    EXPECT_EQ(sequence.Format(8, 3), "\n   123456789\n   ab\n   ab,\n   cd");
+    EXPECT_EQ(sequence.CurrentLineLength(), 19U);
+    sequence.JoinCurrentLine();
+    EXPECT_EQ(sequence.Format(8, 3), "\n   123456789 ab ab, cd");
+    EXPECT_EQ(sequence.CurrentLineLength(), 19U);
+    sequence.Clear();
+    EXPECT_TRUE(sequence.IsEmpty());
+    EXPECT_EQ(sequence.CurrentLineLength(), 0U);
+    EXPECT_EQ(sequence.Format(5, 3), "");
+    sequence.Add("abcdefg", false);
+    EXPECT_EQ(sequence.Format(5, 3), "abcdefg");
+    EXPECT_EQ(sequence.CurrentLineLength(), 7U);
+}
+
+struct WarningCase {
+    const char* name;
+    std::size_t width;
+    std::size_t indent;
+    bool warned;
+    std::string expected;  // of the pieces "abcde" and " f"
+};
+
+TEST(OutputSequenceTest, ForcesAnIndentationThatLeavesNoRoom) {
+    const WarningCase cases[] = {
+        {"one less than the width", 5, 4, false, "abcde\n    f"},
+        {"the width", 5, 5, true, "abcde\n f"},
+        {"more than the width", 5, 60, true, "abcde\n f"},
+        {"a width of one without indentation", 1, 0, false, "abcde\nf"},
+        {"a width of one with indentation", 1, 1, true, "abcde\n f"},
+    };
+    for (int round = 0; round < 2; ++round) {
+        for (const WarningCase& c : cases) {
+            SCOPED_TRACE(c.name);
+            std::vector<std::string> assertions;
+            const ScopedAssertionHandler handler(
+                [&](const AssertionFailure& f) { assertions.emplace_back(f.text); });
+            OutputSequence sequence;
+            sequence.Add("abcde", false);
+            sequence.Add("f", true);
+            EXPECT_EQ(sequence.Format(c.width, c.indent), c.expected);
+            EXPECT_EQ(assertions, c.warned ? std::vector<std::string>{kIndentWarning}
+                                           : std::vector<std::string>{});
+        }
+    }
+}
+
+TEST(OutputSequenceTest, AnEmptySequenceIsNeverWarnedAbout) {
+    std::vector<std::string> assertions;
+    const ScopedAssertionHandler handler(
+        [&](const AssertionFailure& f) { assertions.emplace_back(f.text); });
+    for (const std::size_t width : {0U, 1U, 5U, 80U}) {
+        for (const std::size_t indent : {0U, 1U, 5U, 200U}) {
+            EXPECT_EQ(OutputSequence().Format(width, indent), "");
+        }
+    }
+    EXPECT_TRUE(assertions.empty());
+}
+
+TEST(OutputSequenceTest, MeasuresTheCurrentLine) {
+    OutputSequence sequence;
+    EXPECT_EQ(sequence.CurrentLineLength(), 0U);
+    sequence.Add("ab", false);
+    EXPECT_EQ(sequence.CurrentLineLength(), 2U);
+    sequence.Add("é", true);
+    EXPECT_EQ(sequence.CurrentLineLength(), 5U);
+    sequence.NewLine();
+    EXPECT_EQ(sequence.CurrentLineLength(), 0U);
+    sequence.Add("abc", true);
+    EXPECT_EQ(sequence.CurrentLineLength(), 4U);
+    sequence.NewLine();
+    sequence.NewLine();
+    EXPECT_EQ(sequence.CurrentLineLength(), 0U);
+    sequence.Clear();
+    sequence.Add("x", false);
+    EXPECT_EQ(sequence.CurrentLineLength(), 1U);
+}
+
+struct JoinCase {
+    const char* name;
+    std::vector<std::string> before;
+    std::vector<std::string> after;
+    std::size_t width;
+    std::string expected;  // with indentation 2
+};
+
+TEST(OutputSequenceTest, JoinsTheCurrentLineOnly) {
+    const JoinCase cases[] = {
+        {"nothing to join", {}, {}, 5, ""},
+        {"nothing behind the break", {"+abc", "def", "\n"}, {}, 5, "abc\n  def\n"},
+        {"one piece", {"+abc"}, {"def"}, 5, "abc\n  def"},
+        {"one piece behind the break", {"\n", "+abc"}, {"d"}, 5, "\n  abc\n  d"},
+        {"the first line", {"+abc", "def", "ghi"}, {}, 5, "abc def ghi"},
+        {"only pieces behind the last break",
+         {"+abc", "def", "\n", "gh", "ij"},
+         {},
+         5,
+         "abc\n  def\n  gh ij"},
+        {"pieces added later may be broken off",
+         {"+ab", "cd"},
+         {"ef", "gh"},
+         5,
+         "ab cd\n  ef\n  gh"},
+        {"a joined line before a break", {"+abc", "def"}, {"\n", "+d"}, 5, "abc def\n  d"},
+        {"a comma joined to its piece is no lone comma any more",
+         {"+ab", "+,"},
+         {"+,"},
+         3,
+         "\n  ab,,"},
+    };
+    for (const JoinCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        OutputSequence sequence;
+        AddAll(sequence, c.before);
+        const std::size_t length = sequence.CurrentLineLength();
+        sequence.JoinCurrentLine();
+        EXPECT_EQ(sequence.CurrentLineLength(), length);
+        AddAll(sequence, c.after);
+        EXPECT_EQ(sequence.Format(c.width, 2), c.expected);
+    }
+}
+
+double BestSeconds(const std::function<void()>& work) {
+    double best = 1e9;
+    for (int run = 0; run < 5; ++run) {
+        const std::clock_t begin = std::clock();
+        work();
+        best = std::min(best, static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC);
+    }
+    return best;
+}
+
+TEST(OutputSequenceTest, CostIsLinear) {
+    constexpr std::size_t kCount = 20000;
+    struct Case {
+        const char* name;
+        std::vector<std::string> unit;
+        bool join;
+    };
+    const Case cases[] = {
+        {"pieces", {"abc"}, false},
+        {"commas", {"+,"}, false},
+        {"pieces and commas", {"abcdefgh", "+,"}, false},
+        {"breaks", {"a", "\n"}, false},
+        {"pieces that are joined", {"abc"}, true},
+        {"joined piece by piece", {"a", "b", "\n"}, true},
+        {"overlong pieces",
+         {"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa"
+          "a",
+          "+,"},
+         false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        std::size_t bytes = 0;
+        const auto work = [&](std::size_t count) {
+            return BestSeconds([&] {
+                OutputSequence sequence;
+                for (std::size_t i = 0; i < count; ++i) AddAll(sequence, c.unit);
+                bytes += sequence.CurrentLineLength();
+                if (c.join) sequence.JoinCurrentLine();
+                bytes += sequence.Format(80, 2).size();
+            });
+        };
+        const double once = work(kCount);
+        const double fourTimes = work(4 * kCount);
+        EXPECT_LT(fourTimes, 10 * once + 0.02);
+        EXPECT_GT(bytes, kCount);
+    }
+}
+
+}  // namespace
+}  // namespace quillet
