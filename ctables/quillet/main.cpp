@@ -107,6 +107,7 @@ int Report(Outcome outcome, const CommandLine& commandLine) {
 int Run(int argc, char* argv[]) {
     g_moduleHandle = GetModuleHandleA(nullptr);
     EnableLocale();
+    OpenClosedStandardStreams();
     IgnoreBrokenPipes();
     CommandLine commandLine;
     if (!ParseCommandLine(argc, argv, commandLine)) return FailWithUsage();

@@ -1,5 +1,8 @@
 #include "platform/system.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <clocale>
 #include <csignal>
 
@@ -13,6 +16,14 @@ ModuleHandle GetModuleHandleA(const char* pName) {
 
 // A locale that is not installed leaves the "C" locale in force, which is what it should do.
 void EnableLocale() { static_cast<void>(std::setlocale(LC_CTYPE, "")); }
+
+void OpenClosedStandardStreams() {
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
+        if (fcntl(stream, F_GETFD) >= 0) continue;
+        // The lowest free number is given out, which is this one.
+        static_cast<void>(open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY));
+    }
+}
 
 void IgnoreBrokenPipes() { static_cast<void>(std::signal(SIGPIPE, SIG_IGN)); }
 

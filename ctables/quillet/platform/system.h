@@ -14,6 +14,11 @@ using ModuleHandle = const void*;
 /// program's start.
 void EnableLocale();
 
+/// Occupies the numbers of those of the three standard streams that are closed. Otherwise the
+/// next file that is opened would get such a number, and a message would end up in it. The
+/// streams stay of no use: each is opened for the opposite of what it serves.
+void OpenClosedStandardStreams();
+
 /// A closed pipe becomes an error of the write that meets it, instead of ending the program.
 void IgnoreBrokenPipes();
 

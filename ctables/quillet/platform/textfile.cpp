@@ -22,9 +22,18 @@ FileDescriptor OpenStandardStream(const std::string& name) {
     return FileDescriptor();
 }
 
+// `access` is O_RDONLY or O_WRONLY.
+bool AllowsAccess(const FileDescriptor& file, int access) {
+    const int mode = fcntl(file.Get(), F_GETFL) & O_ACCMODE;
+    return mode == access || mode == O_RDWR;
+}
+
 FileDescriptor OpenFile(const std::string& name, int flags) {
     FileDescriptor standardStream = OpenStandardStream(name);
-    if (standardStream.IsOpen()) return standardStream;
+    if (standardStream.IsOpen()) {
+        return AllowsAccess(standardStream, flags & O_ACCMODE) ? std::move(standardStream)
+                                                               : FileDescriptor();
+    }
     constexpr mode_t kReadableAndWritable = 0666;
     int descriptor = -1;
     do {
@@ -97,6 +106,7 @@ std::size_t FileInput::ReadFile(char* buffer, std::size_t size) {
         count = read(m_file.Get(), buffer, size);
     } while (count < 0 && errno == EINTR);
     m_failed = count < 0;
+    m_sawEnd = count == 0 && size > 0;
     return m_failed ? 0 : static_cast<std::size_t>(count);
 }
 
@@ -106,7 +116,7 @@ std::size_t FileInput::Read(char* buffer, std::size_t size) {
         const std::size_t count = m_spool->Read(buffer, size);
         m_failed = m_spool->Failed();
         // The first reading may have stopped early; what it left follows.
-        return count > 0 || m_failed ? count : ReadFile(buffer, size);
+        return count > 0 || m_failed || m_sawEnd ? count : ReadFile(buffer, size);
     }
     const std::size_t count = ReadFile(buffer, size);
     if (m_start < 0 && count > 0) {

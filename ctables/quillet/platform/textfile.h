@@ -57,6 +57,7 @@ private:
     std::int64_t m_start;  // where the text begins in the file; -1 when it cannot be rewound
     std::unique_ptr<Spool> m_spool;
     bool m_isReplaying = false;  // the spool is being read, not written
+    bool m_sawEnd = false;       // a terminal's end, for one, can be read only once
     bool m_failed = false;
 };
 

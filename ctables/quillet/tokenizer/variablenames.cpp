@@ -92,8 +92,9 @@ NameClass ClassifyName(const CodePage& codePage, std::string_view name) {
     }
     if (kBadStarts.Has(name.front())) return NameClass::kBadStart;
     if (name.size() <= kLongestReservedWord) {
+        const std::string upper = TAVQMBstrupr_A(codePage, name);
         for (const std::string_view word : kReservedWords) {
-            if (TAVQMBqstricmp_A(codePage, name, word) == 0) return NameClass::kReservedWord;
+            if (upper == word) return NameClass::kReservedWord;
         }
     }
     if (name.front() == '#') return NameClass::kScratch;

@@ -1,0 +1,728 @@
+#include "quillet.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <iostream>
+#include <ostream>
+#include <regex>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "lineartime.h"
+#include "memorytext.h"
+#include "platform/assertion.h"
+
+namespace quillet {
+
+static std::ostream& operator<<(std::ostream& stream, Outcome outcome) {
+    return stream << static_cast<int>(outcome);
+}
+
+namespace {
+
+using namespace std::string_literals;
+
+const std::string kMark = "\xEF\xBB\xBF";
+const std::string kIgraphSource =
+    "COMMENT -- Begin commenting out IGRAPH command to be converted to GGRAPH.\n";
+const std::string kIgraphFailure =
+    "COMMENT -- End commenting out IGRAPH command.\n"
+    "COMMENT -- Begin GGRAPH command.\n"
+    "*IGRAPH syntax is not valid, and can't be converted!.\n"
+    "COMMENT -- End GGRAPH command.\n";
+const std::string kTablesSource =
+    "COMMENT -- Begin commenting out TABLES command to be converted to CTABLES.\n";
+const std::string kTablesResult =
+    "COMMENT -- End commenting out TABLES command.\n"
+    "COMMENT -- Begin CTABLES command.\n";
+const std::string kTablesEnd = "COMMENT -- End CTABLES command.\n";
+
+std::string TokenizingError(long line, int column, const std::string& reason) {
+    return "***** Error while tokenizing input syntax file. Line " + std::to_string(line) +
+           ", column " + std::to_string(column) + ".\n***** " + reason + ".\n";
+}
+
+const std::string kLiteralReason = "Literal unclosed at the end of a line or command";
+const std::string kExponentReason = "Number has a trailing E[+|-] but no digits after that";
+const std::string kNumberReason = "Invalid or out-of-range number";
+const std::string kCharacterReason = "Encountered a character that is not valid in Korvel syntax";
+
+class Listener final : public ConversionListener {
+public:
+    void OnResultLine(std::string_view line) override {
+        EXPECT_FALSE(line.empty());
+        EXPECT_EQ(line.back(), '\n');
+        resultLines += line;
+    }
+    void OnDiagnostic(std::string_view line) override {
+        EXPECT_EQ(line.find('\n'), std::string_view::npos);
+        diagnostics += std::string(line) + '\n';
+    }
+
+    std::string resultLines;
+    std::string diagnostics;
+};
+
+Options InBatchMode(bool batchMode) {
+    Options options;
+    options.batchMode = batchMode;
+    return options;
+}
+
+// Converts in memory and as a stream of pieces of several sizes, and expects the same of all.
+Conversion Convert(const std::string& text, const Options& options) {
+    Conversion conversion = ConvertText(text, options);
+    for (const std::size_t pieceSize : {kNever, std::size_t{1}, std::size_t{5}}) {
+        MemoryInput input(text, pieceSize);
+        MemoryOutput output;
+        Listener listener;
+        EXPECT_EQ(ConvertStream(input, output, listener, options), conversion.outcome);
+        EXPECT_EQ(output.Text(), conversion.output);
+        EXPECT_EQ(listener.resultLines, conversion.resultLines);
+        EXPECT_EQ(listener.diagnostics, conversion.diagnostics);
+    }
+    return conversion;
+}
+
+struct CopyCase {
+    const char* name;
+    std::string text;
+    std::string expected;
+};
+
+void ExpectCopied(const CopyCase& c, bool batchMode) {
+    SCOPED_TRACE(c.name);
+    const Conversion conversion = Convert(c.text, InBatchMode(batchMode));
+    EXPECT_EQ(conversion.output, c.expected);
+    EXPECT_EQ(conversion.outcome, Outcome::kDone);
+    EXPECT_EQ(conversion.resultLines, "");
+    EXPECT_EQ(conversion.diagnostics, "");
+    EXPECT_EQ(Convert(c.expected, InBatchMode(batchMode)).output, c.expected) << "again";
+}
+
+TEST(QuilletTest, CopiesWhatItDoesNotConvert) {
+    const CopyCase cases[] = {
+        {"nothing", "", "\n"},
+        {"blank lines", "\n \t\n", "\n"},
+        {"a command", "FREQ x.\n", "FREQ x.\n"},
+        {"no line end", "FREQ x.", "FREQ x.\n"},
+        {"no period", "FREQ x", "FREQ x.\n"},
+        {"what follows the period goes", "FREQ x. /* often\n", "FREQ x.\n"},
+        {"blank lines between commands", "\nA.\n\n \nB.\n\t\nC.\n\n", "A.\nB.\nC.\n"},
+        {"blank lines inside inline data", "BEGIN DATA\n1\n\n \n2\nEND DATA.\n",
+         "BEGIN DATA\n1\n2\nEND DATA.\n"},
+        {"a period alone is nothing", "A.\n.\nB.\n", "A.\nB.\n"},
+        {"nothing but a period", ".\n", "\n"},
+        {"spelling and blanks are kept", "  freq \t X , 'a''b' /* c */ y  .\n",
+         "  freq \t X , 'a''b' /* c */ y  .\n"},
+        {"comments", "* It's.\nCOMMENT \"x.\nDOCUMENT /* y.\n",
+         "* It's.\nCOMMENT \"x.\nDOCUMENT /* y.\n"},
+        {"COMPUTE is free text as COM is", "COMPUTE x = '\\ 1e.\n", "COMPUTE x = '\\ 1e.\n"},
+        {"DOCTOR is free text as DOC is", "DOCTOR x = '\\ 1e.\n", "DOCTOR x = '\\ 1e.\n"},
+        {"inline data", "BEGIN DATA.\n1 it's 1e \\.\nEND DATA.\n",
+         "BEGIN DATA.\n1 it's 1e \\.\nEND DATA.\n"},
+        {"inline data whose last line has no period", "BEGIN DATA.\n1.\nEND DATA\nLIST.\n",
+         "BEGIN DATA.\n1.\nEND DATA.\nLIST.\n"},
+        {"inline data without an end", "BEGIN DATA.\n1 2\n3 4", "BEGIN DATA.\n1 2\n3 4.\n"},
+        {"a first word of two letters", "TA x.\nIG y.\n", "TA x.\nIG y.\n"},
+        {"another first word", "CTABLES /TABLE=a.\nGGRAPH.\n", "CTABLES /TABLE=a.\nGGRAPH.\n"},
+        {"the word elsewhere", "LIST TABLES IGRAPH.\n", "LIST TABLES IGRAPH.\n"},
+        {"behind a slash", "/TABLES x.\n", "/TABLES x.\n"},
+        {"behind a comment, which leaves a slash", "/* x */ TABLES y.\n", "/* x */ TABLES y.\n"},
+        {"a macro of that name", "!TABLES x.\n", "!TABLES x.\n"},
+        {"a literal is compared as it is written", "'tables' x.\n", "'tables' x.\n"},
+        {"a number", "1 TABLES.\n", "1 TABLES.\n"},
+        {"a literal glued over a line end", "X y 'a'+\n'b'.\n", "X y 'a'+\n'b'.\n"},
+        {"a NUL byte hides the word behind it", "\0TABLES x.\n"s, "\0TABLES x.\n"s},
+        {"a NUL byte hides what is no syntax", "LIST x\0'\\.\nFREQ.\n"s, "LIST x\0'\\.\nFREQ.\n"s},
+        {"NUL bytes in comments and data", "* a\0b\n c.\nBEGIN DATA\n\0\nEND DATA.\n"s,
+         "* a\0b\n c.\nBEGIN DATA\n\0\nEND DATA.\n"s},
+        {"multibyte characters", "TITLE 'größe 한국어' é.\n", "TITLE 'größe 한국어' é.\n"},
+        {"an old code page",
+         "TITLE 'gr\xF6\xDF"
+         "e' \xE9.\n",
+         "TITLE 'gr\xF6\xDF"
+         "e' \xE9.\n"},
+        {"a dotless i makes no IGRAPH",
+         "\xC4\xB1"
+         "graph x.\n",
+         "\xC4\xB1"
+         "graph x.\n"},
+        {"a lone carriage return", "* a\rb.\n", "* a\rb.\n"},
+        {"a period behind a closed comment at the end", "LIST. /* x */\n", "LIST. /* x */.\n"},
+        {"numbers of all kinds", "X 1 .5 5. 1e5 1E-5 1e+5.\n", "X 1 .5 5. 1e5 1E-5 1e+5.\n"},
+    };
+    for (const CopyCase& c : cases) ExpectCopied(c, false);
+}
+
+TEST(QuilletTest, CopiesInBatchMode) {
+    const CopyCase cases[] = {
+        {"periods are put in", "FREQ x\nLIST\n", "FREQ x.\nLIST.\n"},
+        {"periods are kept", "FREQ x.\nLIST.\n", "FREQ x.\nLIST.\n"},
+        {"continuation lines", "FREQ\n x\n y\nLIST\n", "FREQ\n x\n y.\nLIST.\n"},
+        {"a period before a continuation line", "FREQ x.\n y\n", "FREQ x.\n y.\n"},
+        {"a blank line inside a command", "FREQ x\n \n y\n", "FREQ x\n y.\n"},
+        {"a line with a tab", "FREQ x\n\ty\n", "FREQ x.\n\ty.\n"},
+        {"signs stay", "+FREQ x\n-  LIST\n", "+FREQ x.\n-  LIST.\n"},
+        {"a sign before a comment", "+COMMENT it's\n-DOCUMENT it's\n",
+         "+COMMENT it's.\n-DOCUMENT it's.\n"},
+        {"a sign before BEGIN DATA", "+BEGIN DATA\nit's\nEND DATA\n",
+         "+BEGIN DATA\nit's\nEND DATA.\n"},
+        {"inline data", "BEGIN DATA\n1\n 2\nEND DATA\nLIST\n",
+         "BEGIN DATA\n1\n 2\nEND DATA.\nLIST.\n"},
+    };
+    for (const CopyCase& c : cases) ExpectCopied(c, true);
+}
+
+TEST(QuilletTest, KeepsLineEndsAndMark) {
+    const CopyCase cases[] = {
+        {"CR LF", "A.\r\nB.\r\n", "A.\r\nB.\r\n"},
+        {"CR LF, the last line without", "A.\r\nB.", "A.\r\nB.\r\n"},
+        {"CR LF first, then LF", "A.\r\nB\n x.\n", "A.\r\nB\r\n x.\r\n"},
+        {"LF first, then CR LF", "A.\nB\r\n x.\r\n", "A.\nB\n x.\n"},
+        {"CR LF behind a blank first line", "\r\nA.\n", "A.\r\n"},
+        {"LF behind a blank first line", "\nA.\r\n", "A.\n"},
+        {"CR LF alone", "\r\n", "\r\n"},
+        {"no line end at all", "A", "A.\n"},
+        {"CR LF in inline data", "BEGIN DATA\r\n1\r\n\r\nEND DATA.\r\n",
+         "BEGIN DATA\r\n1\r\nEND DATA.\r\n"},
+        {"a mark", kMark + "A.\n", kMark + "A.\n"},
+        {"a mark before blank lines", kMark + "\n \nA.\n", kMark + "A.\n"},
+        {"a mark alone", kMark, kMark + "\n"},
+        {"a mark and a line end", kMark + "\r\n", kMark + "\r\n"},
+        {"a mark and CR LF", kMark + "A\r\n x.\r\n", kMark + "A\r\n x.\r\n"},
+        {"a mark before a comment with an apostrophe", kMark + "* it's.\n", kMark + "* it's.\n"},
+        {"a mark before DOCUMENT", kMark + "DOCUMENT it's.\n", kMark + "DOCUMENT it's.\n"},
+        {"a mark before inline data", kMark + "BEGIN DATA\nit's\nEND DATA.\n",
+         kMark + "BEGIN DATA\nit's\nEND DATA.\n"},
+        {"a second mark is a letter of the first word", kMark + kMark + "TABLES x.\n",
+         kMark + kMark + "TABLES x.\n"},
+        {"a mark further on", "A.\n" + kMark + "TABLES x.\n", "A.\n" + kMark + "TABLES x.\n"},
+        {"a mark before bytes of an old code page", kMark + "A \xE9.\n", kMark + "A \xE9.\n"},
+    };
+    for (const CopyCase& c : cases) ExpectCopied(c, false);
+    ExpectCopied({"a mark before a sign", kMark + "+COMMENT it's\n", kMark + "+COMMENT it's.\n"},
+                 true);
+}
+
+// More than a stream hands out at a time, so that the block is written in parts.
+TEST(QuilletTest, CopiesLongInlineData) {
+    std::string data;
+    std::string expected;
+    for (int i = 0; i < 400001; ++i) {
+        const std::string line = std::to_string(i) + " it's 1e.\n";
+        data += line + (i % 3 == 0 ? " \n\n" : "");
+        expected += line;
+    }
+    struct EndCase {
+        const char* name;
+        std::string end;
+        std::string expectedEnd;
+    };
+    const EndCase cases[] = {
+        {"with a period", "END DATA.\nLIST.\n", "END DATA.\nLIST.\n"},
+        {"without a period", "END DATA\nLIST\n", "END DATA.\nLIST.\n"},
+        {"without an end", "1 2", "1 2.\n"},
+        {"without an end, behind a period", "", ""},
+        {"without an end, behind blank lines", " \n\n", ".\n"},
+        {"an error behind it", "END DATA\nLIST 'x\n",
+         "END DATA.\n" + TokenizingError(666672, 8, kLiteralReason)},
+    };
+    for (const EndCase& c : cases) {
+        for (const bool batchMode : {false, true}) {
+            SCOPED_TRACE(c.name);
+            const Conversion conversion =
+                ConvertText("BEGIN DATA\n" + data + c.end, InBatchMode(batchMode));
+            EXPECT_TRUE(conversion.output == "BEGIN DATA\n" + expected + c.expectedEnd)
+                << conversion.output.substr(conversion.output.size() - 200);
+            EXPECT_EQ(conversion.diagnostics, "");
+        }
+    }
+}
+
+struct FrameCase {
+    const char* name;
+    std::string text;
+    bool batchMode;
+    std::string commentedOut;
+};
+
+const FrameCase kIgraphCases[] = {
+    {"one line", "IGRAPH /NONSENSE.\n", false, " *IGRAPH /NONSENSE\n *.\n"},
+    {"several lines", "IGRAPH\n  /NONSENSE\n  /MORE.\n", false,
+     " *IGRAPH\n *  /NONSENSE\n *  /MORE\n *.\n"},
+    {"a blank line inside becomes a comment line", "IGRAPH\n\n/NONSENSE.\n", false,
+     " *IGRAPH\n *\n */NONSENSE\n *.\n"},
+    {"small letters", "igraph /nonsense.\n", false, " *igraph /nonsense\n *.\n"},
+    {"three letters", "Igr /NONSENSE.\n", false, " *Igr /NONSENSE\n *.\n"},
+    {"another word that begins so", "IGRETTE /NONSENSE.\n", false, " *IGRETTE /NONSENSE\n *.\n"},
+    {"no period at the end", "IGRAPH /NONSENSE", false, " *IGRAPH /NONSENSE\n *.\n"},
+    {"a quoted word", "'IGRAPH' /NONSENSE.\n", false, " *'IGRAPH' /NONSENSE\n *.\n"},
+    {"behind a comment line", "/* x.\nIGRAPH /NONSENSE.\n", false,
+     " */* x.\n *IGRAPH /NONSENSE\n *.\n"},
+    {"behind commas", ",, IGRAPH /NONSENSE.\n", false, " *,, IGRAPH /NONSENSE\n *.\n"},
+    {"indented", "  IGRAPH /NONSENSE.\n", false, " *  IGRAPH /NONSENSE\n *.\n"},
+    {"batch mode", "IGRAPH\n /NONSENSE\nLIST", true, " *IGRAPH\n * /NONSENSE\n *.\n"},
+    {"batch mode, a sign", "+IGRAPH /NONSENSE\nLIST", true, " *+IGRAPH /NONSENSE\n *.\n"},
+};
+
+TEST(QuilletTest, FramesAnIgraphCommandThatCannotBeConverted) {
+    for (const FrameCase& c : kIgraphCases) {
+        SCOPED_TRACE(c.name);
+        const Conversion conversion = Convert(c.text, InBatchMode(c.batchMode));
+        const std::string behind = c.batchMode ? "LIST.\n" : "";
+        EXPECT_EQ(conversion.output, kIgraphSource + c.commentedOut + kIgraphFailure + behind);
+        EXPECT_EQ(conversion.outcome, Outcome::kDone);
+        EXPECT_EQ(conversion.resultLines, "Igraph conversion failed!\n");
+        EXPECT_EQ(conversion.diagnostics, "");
+        EXPECT_EQ(Convert(conversion.output, InBatchMode(c.batchMode)).output, conversion.output);
+    }
+}
+
+TEST(QuilletTest, ASignBeforeAWordCountsInTheDefaultLayout) {
+    ExpectCopied({"IGRAPH", "+IGRAPH /NONSENSE.\n", "+IGRAPH /NONSENSE.\n"}, false);
+    ExpectCopied({"TABLES", "-TABLES /NONSENSE.\n", "-TABLES /NONSENSE.\n"}, false);
+}
+
+const FrameCase kTablesCases[] = {
+    {"one line", "TABLES.\n", false, " *TABLES\n *.\n"},
+    {"several lines", "TABLES a\n BY b.\n", false, " *TABLES a\n * BY b\n *.\n"},
+    {"tab", "tab.\n", false, " *tab\n *.\n"},
+    {"TABLE", "TABLE.\n", false, " *TABLE\n *.\n"},
+    {"Tabulate", "Tabulate.\n", false, " *Tabulate\n *.\n"},
+    {"TAB and letters outside ASCII", "TABé.\n", false, " *TABé\n *.\n"},
+    {"a quoted word", "'TABLES'.\n", false, " *'TABLES'\n *.\n"},
+    {"batch mode", "TABLES a\n BY b.\n c\n", true, " *TABLES a\n * BY b.\n * c\n *.\n"},
+    {"batch mode, a sign", "-TABLES\n", true, " *-TABLES\n *.\n"},
+};
+
+// What stands between the CTABLES lines is the conversion's own business.
+TEST(QuilletTest, FramesATablesCommand) {
+    for (const FrameCase& c : kTablesCases) {
+        SCOPED_TRACE(c.name);
+        const Conversion conversion = Convert("A.\n" + c.text + "B.\n", InBatchMode(c.batchMode));
+        const std::string begin = "A.\n" + kTablesSource + c.commentedOut + kTablesResult;
+        const std::string end = kTablesEnd + "B.\n";
+        ASSERT_GE(conversion.output.size(), begin.size() + end.size());
+        EXPECT_EQ(conversion.output.substr(0, begin.size()), begin);
+        EXPECT_EQ(conversion.output.substr(conversion.output.size() - end.size()), end);
+        EXPECT_EQ(conversion.outcome, Outcome::kDone);
+        EXPECT_TRUE(conversion.resultLines == "Tables conversion failed!\n" ||
+                    conversion.resultLines == "Tables conversion was successful!\n")
+            << conversion.resultLines;
+    }
+}
+
+TEST(QuilletTest, FramesHaveTheLineEndsOfTheInput) {
+    const Conversion conversion = Convert(kMark + "IGRAPH\r\n/NONSENSE.\r\n", Options());
+    std::string expected = kMark + kIgraphSource + " *IGRAPH\n */NONSENSE\n *.\n" + kIgraphFailure;
+    for (std::size_t at = 0; (at = expected.find('\n', at)) != std::string::npos; at += 2) {
+        expected.insert(at, 1, '\r');
+    }
+    EXPECT_EQ(conversion.output, expected);
+}
+
+TEST(QuilletTest, GivesAResultLineForEachCommand) {
+    const Conversion conversion = Convert("IGRAPH /NONSENSE.\nLIST.\nigr /NONSENSE.\n", Options());
+    EXPECT_EQ(conversion.resultLines, "Igraph conversion failed!\nIgraph conversion failed!\n");
+}
+
+struct ErrorCase {
+    const char* name;
+    std::string text;
+    bool batchMode;
+    std::string copied;
+    long line;
+    int column;
+    std::string reason;
+    bool asserts = false;  // the character is none of those that are expected to be invalid
+};
+
+TEST(QuilletTest, ATokenizingErrorEndsTheRun) {
+    const ErrorCase cases[] = {
+        {"the third command", "A.\nB.\nC 'x\nD.\n", false, "A.\nB.\n", 3, 5, kLiteralReason},
+        {"the first command", "'x\n", false, "", 1, 3, kLiteralReason},
+        {"the line end of the literal", "A.\nTITLE x 'a\n", false, "A.\n", 2, 9, kLiteralReason},
+        {"found by the whole look at a command: the line counts within it",
+         "A.\nB.\nLIST x y 1e.\n", false, "A.\nB.\n", 1, 12, kExponentReason},
+        {"on a later line of the command: columns count from 0", "A.\nLIST x\n  y 1e.\n", false,
+         "A.\n", 2, 6, kExponentReason},
+        {"a bad number in the command", "A.\nLIST x\n 0x1F.\n", false, "A.\n", 2, 1, kNumberReason},
+        {"a bad character in the command", "A.\nLIST x\n\n\x02.\n", false, "A.\n", 3, 0,
+         kCharacterReason},
+        {"the same among the first two tokens: the line of the file", "A.\n\nLIST \x02.\n", false,
+         "A.\n", 3, 6, kCharacterReason},
+        {"a backslash", "A.\nLIST x\n\\.\n", false, "A.\n", 2, 0, kCharacterReason, true},
+        {"a circumflex", "A.\nLIST x\n ^.\n", false, "A.\n", 2, 1, kCharacterReason, true},
+        {"a grave accent", "A.\nLIST x\n `.\n", false, "A.\n", 2, 1, kCharacterReason, true},
+        {"DEL", "A.\nLIST x\n \x7F.\n", false, "A.\n", 2, 1, kCharacterReason, true},
+        {"a literal in a line that goes on in batch mode: where the scan stopped",
+         "A\nLIST x y 'z\n b\nC\n", true, "A.\n", 1, 12, kLiteralReason},
+        {"batch mode, last line", "A\nLIST\n x 'z\nC\n", true, "A.\n", 3, 4, kLiteralReason},
+        {"TABLES is not begun before its tokens are known", "A.\nTABLES x y 1e.\nB.\n", false,
+         "A.\n", 1, 14, kExponentReason},
+        {"nothing of a command with an error is copied", "A.\nB\n c\n 'd\n", false, "A.\n", 4, 2,
+         kLiteralReason},
+        {"columns count characters", "LIST é 'é' 1e.\n", false, "", 1, 14, kExponentReason},
+        {"they are bytes when the whole is no UTF-8", "LIST é 'é' 1e.\n* \xFF.\n", false, "", 1, 16,
+         kExponentReason},
+        {"also when a character is cut off by the end", "LIST é 'é' 1e.\n* \xC3", false, "", 1, 16,
+         kExponentReason},
+        {"also for a surrogate", "LIST é 'é' 1e.\n* \xED\xA0\x80.\n", false, "", 1, 16,
+         kExponentReason},
+        {"a mark is no column", kMark + "LIST é 1e.\n", false, kMark, 1, 10, kExponentReason},
+        {"line breaks behind a literal are not counted", "LIST x 'a'\n\n 1e.\n", false, "", 1, 16,
+         kExponentReason},
+    };
+    for (const ErrorCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        for (int run = 0; run < 2; ++run) {
+            const Conversion conversion = Convert(c.text, InBatchMode(c.batchMode));
+            EXPECT_EQ(conversion.outcome, Outcome::kTokenizingError);
+            EXPECT_EQ(conversion.output, c.copied + TokenizingError(c.line, c.column, c.reason));
+            EXPECT_EQ(conversion.resultLines, "");
+            const std::regex expected(
+                c.asserts ? "(Assertion failed: IsInvalidUnquoted\\( currChar\\.Code\\(\\) \\), "
+                            "tavqtokenvector:[0-9]+\n)+"
+                          : "");
+            EXPECT_TRUE(std::regex_match(conversion.diagnostics, expected))
+                << conversion.diagnostics;
+            const Conversion again = Convert(conversion.output, InBatchMode(c.batchMode));
+            EXPECT_EQ(again.output, conversion.output);
+            EXPECT_EQ(again.outcome, Outcome::kDone);
+        }
+    }
+}
+
+TEST(QuilletTest, AnErrorKeepsTheConversionsBeforeIt) {
+    const Conversion conversion = Convert("IGRAPH /NONSENSE.\nB 'x\nC.\n", Options());
+    EXPECT_EQ(conversion.outcome, Outcome::kTokenizingError);
+    EXPECT_EQ(conversion.output, kIgraphSource + " *IGRAPH /NONSENSE\n *.\n" + kIgraphFailure +
+                                     TokenizingError(2, 5, kLiteralReason));
+    EXPECT_EQ(conversion.resultLines, "Igraph conversion failed!\n");
+}
+
+TEST(QuilletTest, AssertionsAreDiagnostics) {
+    const Conversion conversion = Convert("LIST a b 1e999.\nFREQ x.\n", Options());
+    EXPECT_EQ(conversion.output, "LIST a b 1e999.\nFREQ x.\n") << "copied as it is written";
+    EXPECT_EQ(conversion.outcome, Outcome::kDone);
+    EXPECT_TRUE(
+        std::regex_match(conversion.diagnostics,
+                         std::regex("Assertion failed: errno != ERANGE, tavqtokenvector:[0-9]+\n")))
+        << conversion.diagnostics;
+}
+
+TEST(QuilletTest, OnlyItsOwnAssertionsAreDiagnostics) {
+    std::vector<std::string> texts;
+    const ScopedAssertionHandler handler(
+        [&texts](const AssertionFailure& failure) { texts.emplace_back(failure.text); });
+    ReportAssertion({"before", "test", 1});
+    EXPECT_NE(ConvertText("LIST a b 1e999.\n", Options()).diagnostics, "");
+    ReportAssertion({"behind", "test", 1});
+    EXPECT_EQ(texts, (std::vector<std::string>{"before", "behind"}));
+}
+
+TEST(QuilletTest, TouchesNoConsole) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    (void)ConvertText("LIST a b 1e999.\nIGRAPH /NONSENSE.\nLIST \\.\n", Options());
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(QuilletTest, ASystemWithoutALegacyCodePageReadsWindows1252) {
+    Options options;
+    options.legacyCodePage = LegacyCodePage::kSystem;
+    const Conversion conversion = Convert("LIST \xE9\xE9 1e.\n", options);
+    EXPECT_EQ(conversion.output, TokenizingError(1, 11, kExponentReason));
+}
+
+TEST(QuilletTest, TwoConversionsRunSideBySide) {
+    const auto convertMany = [](const std::string& text, const Options& options,
+                                const Conversion& expected, int& differences) {
+        for (int i = 0; i < 300; ++i) {
+            const Conversion conversion = ConvertText(text, options);
+            if (conversion.output != expected.output ||
+                conversion.resultLines != expected.resultLines ||
+                conversion.diagnostics != expected.diagnostics ||
+                conversion.outcome != expected.outcome) {
+                ++differences;
+            }
+        }
+    };
+    const std::string first = "LIST a b 1e999.\nIGRAPH /NONSENSE.\nTITLE 'é' 1e.\n";
+    const std::string second =
+        "+LIST a b 1e999 1e-999\n+COMMENT it's \xE9\nTABLES x\n y\nBEGIN DATA\n1\nEND DATA\nLIST "
+        "\\\n";
+    const Conversion firstResult = ConvertText(first, InBatchMode(false));
+    const Conversion secondResult = ConvertText(second, InBatchMode(true));
+    EXPECT_NE(firstResult.diagnostics, "");
+    EXPECT_NE(secondResult.diagnostics, "");
+    EXPECT_NE(firstResult.diagnostics, secondResult.diagnostics);
+    int firstDifferences = 0;
+    int secondDifferences = 0;
+    std::thread other(
+        [&] { convertMany(second, InBatchMode(true), secondResult, secondDifferences); });
+    convertMany(first, InBatchMode(false), firstResult, firstDifferences);
+    other.join();
+    EXPECT_EQ(firstDifferences, 0);
+    EXPECT_EQ(secondDifferences, 0);
+}
+
+// Commands, a frame and inline data, so that an error can come anywhere.
+std::string MixedText() {
+    std::string text = "GET FILE='x'.\nIGRAPH\n /NONSENSE.\n\n* It's.\nBEGIN DATA\n";
+    for (int i = 0; i < 20; ++i) text += "1 2 3\n";
+    return text + "END DATA.\nLIST\n x.\n";
+}
+
+TEST(QuilletTest, TellsWhenTheInputFails) {
+    const std::string text = MixedText();
+    const Conversion whole = ConvertText(text, Options());
+    const std::size_t igraphEnd = text.find("\n\n");
+    for (const int pass : {0, 1}) {
+        for (std::size_t position = 0; position <= text.size(); ++position) {
+            SCOPED_TRACE(position);
+            MemoryInput input(text, 16);
+            input.FailAt(position, pass);
+            MemoryOutput output;
+            Listener listener;
+            EXPECT_EQ(ConvertStream(input, output, listener, Options()), Outcome::kReadError);
+            // What comes out, if anything, is right; a command that was cut short is not there.
+            const std::string& result = output.Text();
+            if (result != "\n") {
+                EXPECT_EQ(result, whole.output.substr(0, result.size()));
+            }
+            EXPECT_TRUE(position == text.size() || result.size() < whole.output.size());
+            EXPECT_EQ(listener.resultLines, position < igraphEnd ? "" : listener.resultLines);
+            EXPECT_EQ(listener.resultLines,
+                      whole.resultLines.substr(0, listener.resultLines.size()));
+        }
+    }
+}
+
+TEST(QuilletTest, AnInputThatCannotBeReadAgainHasFailed) {
+    MemoryInput input("LIST x.\n");
+    input.RefuseToRewind();
+    MemoryOutput output;
+    Listener listener;
+    EXPECT_EQ(ConvertStream(input, output, listener, Options()), Outcome::kReadError);
+}
+
+TEST(QuilletTest, TellsWhenTheOutputFails) {
+    std::string text;
+    for (int i = 0; i < 200000; ++i) text += "LIST x y z.\n";
+    MemoryOutput whole;
+    {
+        MemoryInput input(text);
+        Listener listener;
+        ASSERT_EQ(ConvertStream(input, whole, listener, Options()), Outcome::kDone);
+        ASSERT_TRUE(whole.Text() == text);
+        ASSERT_GT(whole.Writes(), 2U);
+    }
+    for (const std::size_t failing : {std::size_t{0}, std::size_t{1}, whole.Writes() - 1}) {
+        SCOPED_TRACE(failing);
+        MemoryInput input(text);
+        MemoryOutput output(failing);
+        Listener listener;
+        EXPECT_EQ(ConvertStream(input, output, listener, Options()), Outcome::kWriteError);
+        EXPECT_EQ(output.WritesAfterFailure(), 0U);
+        EXPECT_TRUE(output.Text() == text.substr(0, output.Text().size()));
+        EXPECT_LT(output.Text().size(), text.size());
+    }
+}
+
+TEST(QuilletTest, TellsWhenASmallOutputFails) {
+    for (const std::string& text : {""s, "LIST x.\n"s, "IGRAPH /NONSENSE.\n"s, kMark}) {
+        SCOPED_TRACE(text);
+        MemoryInput input(text);
+        MemoryOutput output(0);
+        Listener listener;
+        EXPECT_EQ(ConvertStream(input, output, listener, Options()), Outcome::kWriteError);
+        EXPECT_EQ(output.WritesAfterFailure(), 0U);
+    }
+}
+
+struct ShapeCase {
+    const char* name;
+    std::string before;
+    std::string part;
+    std::string behind;
+    std::size_t count;
+};
+
+TEST(QuilletTest, TakesTimeInProportion) {
+    const ShapeCase cases[] = {
+        {"many small commands", "", "LIST x.\n", "", 6500},
+        {"many comments", "", "* it's.\n", "", 6500},
+        {"many blank lines", "", " \n", "", 50000},
+        {"blank lines in a command", "LIST\n", "\n", "x.\n", 50000},
+        {"a command of many lines", "LIST\n", " x 1 'a'\n", ".\n", 5000},
+        {"a command in one line", "LIST", " x 1 'a'", ".\n", 5000},
+        {"one long word", "LIST ", "x", ".\n", 83000},
+        {"one long literal", "LIST x '", "x", "'.\n", 83000},
+        {"one literal of many parts", "LIST x 'a'", "+'b'", ".\n", 16500},
+        {"doubled quotes", "LIST x '", "''", "'.\n", 33000},
+        {"a plus and no literal behind it", "LIST x 'a'", "+ ", ".\n", 33000},
+        {"one long number", "LIST x ", "7", ".\n", 33000},
+        {"operators", "LIST x ", "*>", ".\n", 33000},
+        {"commas", "LIST x ", ",", ".\n", 83000},
+        {"comments in a command", "LIST x\n", "/* x\n", ".\n", 16500},
+        {"a long comment", "* x", " it's. so\n", ".\n", 10000},
+        {"inline data", "BEGIN DATA\n", "1 2 3\n", "END DATA.\n", 33000},
+        {"frames", "", "IGRAPH /NONSENSE.\n", "", 666},
+        {"a frame around a command of many lines", "IGRAPH\n", "/NONSENSE\n", ".\n", 5000},
+        {"periods in a line", "LIST x", ". ", ".\n", 33000},
+    };
+    for (const ShapeCase& c : cases) {
+        for (const bool batchMode : {false, true}) {
+            SCOPED_TRACE(c.name + (batchMode ? " in batch mode"s : ""s));
+            ExpectLinearTime(c.count, [&](std::size_t count) {
+                std::string text = c.before;
+                text.reserve(text.size() + count * c.part.size() + c.behind.size());
+                for (std::size_t i = 0; i < count; ++i) text += c.part;
+                text += c.behind;
+                EXPECT_GT(ConvertText(text, InBatchMode(batchMode)).output.size(), 0U);
+            });
+        }
+    }
+}
+
+// A text far larger than the memory that its conversion may take.
+class RepeatingInput final : public TextInput {
+public:
+    RepeatingInput(std::string before, std::string part, std::size_t count, std::string behind)
+        : m_before(std::move(before)),
+          m_part(std::move(part)),
+          m_count(count),
+          m_behind(std::move(behind)) {}
+
+    [[nodiscard]] std::size_t Size() const {
+        return m_before.size() + m_part.size() * m_count + m_behind.size();
+    }
+
+    std::size_t Read(char* buffer, std::size_t size) override {
+        std::size_t done = 0;
+        while (done < size) {
+            const std::string_view next = Next();
+            if (next.empty()) break;
+            const std::size_t length = std::min(next.size(), size - done);
+            next.copy(buffer + done, length);
+            done += length;
+            m_position += length;
+        }
+        return done;
+    }
+    bool Rewind() override {
+        m_position = 0;
+        return true;
+    }
+    [[nodiscard]] bool Failed() const override { return false; }
+
+private:
+    [[nodiscard]] std::string_view Next() const {
+        std::size_t position = m_position;
+        if (position < m_before.size()) return std::string_view(m_before).substr(position);
+        position -= m_before.size();
+        if (position < m_part.size() * m_count) {
+            return std::string_view(m_part).substr(position % m_part.size());
+        }
+        position -= m_part.size() * m_count;
+        return std::string_view(m_behind).substr(position);
+    }
+
+    std::string m_before;
+    std::string m_part;
+    std::size_t m_count;
+    std::string m_behind;
+    std::size_t m_position = 0;
+};
+
+class CountingOutput final : public TextOutput {
+public:
+    bool Write(std::string_view bytes) override {
+        m_size += bytes.size();
+        return true;
+    }
+    [[nodiscard]] std::size_t Size() const { return m_size; }
+
+private:
+    std::size_t m_size = 0;
+};
+
+// In KiB, as Linux counts.
+long PeakMemory() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+constexpr std::size_t kMebibyte = std::size_t{1} << 20U;
+constexpr int kTooMuchMemory = 10;
+
+// In a process of its own, whose peak no other test has raised before.
+[[noreturn]] void ExitAfterConverting(RepeatingInput input, bool batchMode, long limit) {
+    CountingOutput output;
+    Listener listener;
+    const long before = PeakMemory();
+    if (ConvertStream(input, output, listener, InBatchMode(batchMode)) != Outcome::kDone) {
+        std::_Exit(1);
+    }
+    const long growth = PeakMemory() - before;
+    std::cerr << "grew by " << growth << " KiB" << std::endl;
+    if (output.Size() != input.Size()) std::_Exit(2);
+    std::_Exit(growth > limit ? kTooMuchMemory : 0);
+}
+
+bool HasInstrumentedMemory() {
+#if defined(__SANITIZE_ADDRESS__)
+    return true;
+#elif defined(__has_feature)
+    return __has_feature(address_sanitizer);
+#else
+    return false;
+#endif
+}
+
+TEST(QuilletDeathTest, InlineDataOfAnySizeNeedsLittleMemory) {
+    if (HasInstrumentedMemory()) GTEST_SKIP() << "the sanitizer keeps memory that was given back";
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const std::string line = "0001 17 3.25 'a label' \xED\x95\x9C\xEA\xB5\xAD 2 2 1\n";
+    const auto input = [&line](std::size_t size) {
+        return RepeatingInput("LIST.\nBEGIN DATA\n", line, size / line.size(),
+                              "END DATA.\nLIST.\n");
+    };
+    EXPECT_EXIT(ExitAfterConverting(input(300 * kMebibyte), false, 4096),
+                testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(ExitAfterConverting(input(50 * kMebibyte), true, 4096), testing::ExitedWithCode(0),
+                "");
+}
+
+TEST(QuilletDeathTest, AnyNumberOfCommandsNeedsLittleMemory) {
+    if (HasInstrumentedMemory()) GTEST_SKIP() << "the sanitizer keeps memory that was given back";
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const std::string commands =
+        "* It's a note.\nRECODE x (1=2) (ELSE=SYSMIS) INTO y.\nLIST\n x.\n";
+    EXPECT_EXIT(
+        ExitAfterConverting({"", commands, 20 * kMebibyte / commands.size(), ""}, false, 4096),
+        testing::ExitedWithCode(0), "");
+}
+
+// Room for the command and for what goes on with it, not for a heap object for each token.
+TEST(QuilletDeathTest, ACommandNeedsAFewTimesItsSize) {
+    if (HasInstrumentedMemory()) GTEST_SKIP() << "the sanitizer keeps memory that was given back";
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(ExitAfterConverting({"LIST\n", " x y z\n", 16 * kMebibyte / 7, " a.\n"}, false,
+                                    16 * 1024 * 5),
+                testing::ExitedWithCode(0), "");
+}
+
+}  // namespace
+}  // namespace quillet

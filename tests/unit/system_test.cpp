@@ -1,0 +1,71 @@
+#include "platform/system.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <clocale>
+#include <csignal>
+#include <cstdlib>
+#include <string>
+
+namespace quillet {
+namespace {
+
+TEST(SystemTest, TheProgramHasOneModuleHandle) {
+    const ModuleHandle handle = GetModuleHandleA(nullptr);
+    EXPECT_NE(handle, nullptr);
+    EXPECT_EQ(GetModuleHandleA(nullptr), handle);
+}
+
+// The locale belongs to the whole process, so it is changed in a process of its own.
+[[noreturn]] void ExitWithLocales(const char* variable, const char* locale) {
+    for (const char* name : {"LC_ALL", "LC_CTYPE", "LC_NUMERIC", "LANG"}) unsetenv(name);
+    if (variable != nullptr) setenv(variable, locale, 1);
+    EnableLocale();
+    const std::string characters = std::setlocale(LC_CTYPE, nullptr);
+    const std::string numbers = std::setlocale(LC_NUMERIC, nullptr);
+    const std::string expected = variable == nullptr ? "C" : locale;
+    const bool isRight = characters == expected && numbers == "C";
+    std::_Exit(isRight ? 0 : 1);
+}
+
+TEST(SystemTest, EnablesTheUsersCharactersAlone) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(ExitWithLocales(nullptr, ""), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(ExitWithLocales("LC_ALL", "C.UTF-8"), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(ExitWithLocales("LC_CTYPE", "C.UTF-8"), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(ExitWithLocales("LANG", "C.UTF-8"), testing::ExitedWithCode(0), "");
+}
+
+[[noreturn]] void ExitAfterAnUnknownLocale() {
+    setenv("LC_ALL", "xx_XX.no-such-locale", 1);
+    EnableLocale();
+    const bool isPlain = std::setlocale(LC_CTYPE, nullptr) == std::string("C") &&
+                         std::setlocale(LC_NUMERIC, nullptr) == std::string("C");
+    std::_Exit(isPlain ? 0 : 1);
+}
+
+TEST(SystemTest, AnUnknownLocaleIsThePlainOne) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(ExitAfterAnUnknownLocale(), testing::ExitedWithCode(0), "");
+}
+
+[[noreturn]] void WriteIntoAClosedPipe(bool ignore) {
+    std::signal(SIGPIPE, SIG_DFL);
+    if (ignore) IgnoreBrokenPipes();
+    int ends[2];
+    if (pipe(ends) != 0) std::_Exit(2);
+    close(ends[0]);
+    const bool hasFailed = write(ends[1], "x", 1) == -1 && errno == EPIPE;
+    std::_Exit(hasFailed ? 0 : 1);
+}
+
+TEST(SystemTest, AClosedPipeDoesNotEndTheProgram) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(WriteIntoAClosedPipe(false), testing::KilledBySignal(SIGPIPE), "");
+    EXPECT_EXIT(WriteIntoAClosedPipe(true), testing::ExitedWithCode(0), "");
+}
+
+}  // namespace
+}  // namespace quillet
