@@ -5,8 +5,8 @@
 
 namespace quillet {
 
-void ConvertIgraph(TAVQTokenSequence* /*pSequence*/, OutputFile& out, long /*lineOffset*/,
-                   ConversionListener& listener) {
+void ConvertIgraph(const CodePage& /*codePage*/, TAVQTokenSequence* /*pSequence*/, OutputFile& out,
+                   long /*lineOffset*/, ConversionListener& listener) {
     WriteCommand(kBeginGgraph, out, 0);
     WriteCommand(kIgraphNotValid, out, 0);
     WriteCommand(kEndGgraph, out, 0);

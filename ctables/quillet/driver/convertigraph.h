@@ -3,6 +3,7 @@
 #define QUILLET_DRIVER_CONVERTIGRAPH_H
 
 #include "driver/outputfile.h"
+#include "platform/codepage.h"
 #include "quillet.h"
 #include "tokenizer/tavqtokensequence.h"
 
@@ -12,10 +13,10 @@ namespace quillet {
 /// and tells `listener` the result. The source, commented out, has been written before.
 ///
 /// `pSequence` is rewound to its first token and borrowed; null when the command was too large
-/// to keep its tokens. `lineOffset`, the number of file lines before the command, is not used:
-/// no message here has a position.
-void ConvertIgraph(TAVQTokenSequence* pSequence, OutputFile& out, long lineOffset,
-                   ConversionListener& listener);
+/// to keep its tokens. The code page and `lineOffset`, the number of file lines before the
+/// command, are not used: no message here has a position.
+void ConvertIgraph(const CodePage& codePage, TAVQTokenSequence* pSequence, OutputFile& out,
+                   long lineOffset, ConversionListener& listener);
 
 }  // namespace quillet
 

@@ -1,15 +1,81 @@
 #include "driver/converttables.h"
 
+#include <string>
+#include <string_view>
+
+#include "bison/tbtrtables.h"
 #include "driver/messagecatalogue.h"
 #include "driver/outputwriter.h"
+#include "platform/assertion.h"
 
 namespace quillet {
 
-void ConvertTables(TAVQTokenSequence* /*pSequence*/, OutputFile& out, long /*lineOffset*/,
-                   ConversionListener& listener) {
+namespace {
+
+constexpr std::string_view kModule = "converttables";
+
+// The message without its name filled in; empty for a kind that has none.
+std::string_view MessageOf(TablesErrorKind kind) {
+    switch (kind) {
+        case TablesErrorKind::kNone:
+            break;
+        case TablesErrorKind::kSubcommandArgument:
+            return kBadSubcommand;
+        case TablesErrorKind::kObservationRange:
+            return kObservationRange;
+        case TablesErrorKind::kParenthesisedWord:
+            return kBadParenthesizedWord;
+        case TablesErrorKind::kGeneric:
+            return kBadTablesSyntax;
+        case TablesErrorKind::kUnknownSummaryFunction:
+            return kUnknownFunction;
+        case TablesErrorKind::kUnknownSortFunction:
+            return kUnknownSortFunction;
+        case TablesErrorKind::kMisplacedTotal:
+            return kTotalAssociatesWrongly;
+        case TablesErrorKind::kNothingToFollow:
+            return kTotalFollowsNothing;
+        case TablesErrorKind::kNothingToPrecede:
+            return kTotalPrecedesNothing;
+        case TablesErrorKind::kTotalWithoutStacking:
+            return kTotalWithoutStack;
+        case TablesErrorKind::kTotalBesideScale:
+            return kTotalStacksWithScale;
+        case TablesErrorKind::kTableTooLarge:
+            return kTableTooLarge;
+    }
+    return {};
+}
+
+// What the message speaks of: the subcommand that could not be read, else the name in question.
+std::string_view NameIn(const ReportEntry& entry) {
+    if (entry.kind == TablesErrorKind::kSubcommandArgument) {
+        return TablesCommand::NameOfCode(entry.subcommand);
+    }
+    return entry.text;
+}
+
+}  // namespace
+
+void ConvertTables(const CodePage& codePage, TAVQTokenSequence* pSequence, OutputFile& out,
+                   long lineOffset, ConversionListener& listener) {
+    TablesCommand command(codePage, pSequence);
     WriteCommand(kBeginCtables, out, 0);
+    // What the tree becomes is not written yet, so there is no other result than a failure.
+    if (pSequence != nullptr && ParseTables(command) == ParseStatus::kAborted) {
+        ReportTablesFailure(command.FirstReport(), out, lineOffset);
+    }
     listener.OnResultLine(kTablesFailed);
     WriteCommand(kEndCtables, out, 0);
+}
+
+void ReportTablesFailure(const ReportEntry& entry, OutputFile& out, long lineOffset) {
+    if (entry.kind == TablesErrorKind::kNone) return;
+    // Stored columns count from 0 in all lines but the first; users count from 1.
+    WriteStarred(FillPosition(kTablesPosition, entry.line + lineOffset, entry.column + 1), out);
+    const std::string_view message = MessageOf(entry.kind);
+    if (!QUILLET_ASSERT(!message.empty(), "0")) return;
+    WriteStarred(FillMessage(message, NameIn(entry)), out);
 }
 
 }  // namespace quillet

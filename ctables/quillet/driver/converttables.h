@@ -3,6 +3,8 @@
 #define QUILLET_DRIVER_CONVERTTABLES_H
 
 #include "driver/outputfile.h"
+#include "parser/tbtrtablescommand.h"
+#include "platform/codepage.h"
 #include "quillet.h"
 #include "tokenizer/tavqtokensequence.h"
 
@@ -11,10 +13,14 @@ namespace quillet {
 /// Writes the CTABLES frame with the converted command, or with the reason why there is none,
 /// and tells `listener` the result. The source, commented out, has been written before.
 ///
-/// `sequence` is rewound to its first token and borrowed; null when the command was too large
+/// `pSequence` is rewound to its first token and borrowed; null when the command was too large
 /// to keep its tokens. `lineOffset` is the number of file lines before the command.
-void ConvertTables(TAVQTokenSequence* pSequence, OutputFile& out, long lineOffset,
-                   ConversionListener& listener);
+void ConvertTables(const CodePage& codePage, TAVQTokenSequence* pSequence, OutputFile& out,
+                   long lineOffset, ConversionListener& listener);
+
+/// Writes `entry` as two starred lines: where, then why. Nothing for an entry without a kind;
+/// for a kind that there is not, the first line alone, behind an assertion.
+void ReportTablesFailure(const ReportEntry& entry, OutputFile& out, long lineOffset);
 
 }  // namespace quillet
 

@@ -131,7 +131,7 @@ private:
         WriteCommand(CommentOut(text), m_out, 1);
         WriteCommand(endComment, m_out, 0);
         if (sequence != nullptr) sequence->SetNextIndex(0);
-        step(sequence.get(), m_out, m_commands.StartLine() - 1, m_listener);
+        step(m_codePage, sequence.get(), m_out, m_commands.StartLine() - 1, m_listener);
     }
 
     [[nodiscard]] std::unique_ptr<TAVQTokenSequence> MakeSequence(const std::string& text) const {

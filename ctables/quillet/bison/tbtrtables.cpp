@@ -1,0 +1,18 @@
+#include "bison/tbtrtables.h"
+
+#include "bison/tbtrtables.tab.h"
+
+namespace quillet {
+
+ParseStatus ParseTables(TablesCommand& command) {
+#if TBTRYYDEBUG
+    // Exists in developers' builds alone; the parser then writes its steps to standard error.
+    tbtryydebug = command.Trace() != nullptr ? 1 : 0;
+#endif
+    const auto status = static_cast<ParseStatus>(tbtryyparse(command));
+    // The whole command may have been reduced before the mistake behind it was found.
+    if (status != ParseStatus::kSuccess) command.SetParseResult(nullptr);
+    return status;
+}
+
+}  // namespace quillet

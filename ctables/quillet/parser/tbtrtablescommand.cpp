@@ -1,0 +1,370 @@
+#include "parser/tbtrtablescommand.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/assertion.h"
+#include "tokenizer/variablenames.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::string_view kModule = "tbtrtablescommand";
+
+// Users abbreviate keywords to three letters, and whatever follows these has never mattered.
+constexpr std::size_t kSignificantBytes = 3;
+
+constexpr int kFirstIndexBehindCommandWord = 1;
+constexpr int kSubcommandPosition = 1;
+constexpr int kFirstArgumentPosition = 2;
+
+struct Keyword {
+    std::string_view text;
+    NodeType code;
+};
+
+// The subcommands, then the settings. The first match counts, also for the name of a code.
+constexpr Keyword kKeywords[] = {
+    {"AUTOLABEL", TB_AUTOLABEL},
+    {"BASE", TB_BASE},
+    {"BOXCHARS", TB_BOXCHARS},
+    {"BREAK", TB_BREAK},
+    {"CAPTION", TB_CAPTION},
+    {"CONTINUED", TB_CONTINUED},
+    {"CORNER", TB_CORNER},
+    {"FONTCHARS", TB_FONTCHARS},
+    {"FOOTNOTE", TB_FOOTNOTE},
+    {"FORMAT", TB_FORMAT},
+    {"FTOTAL", TB_FTOTAL},
+    {"GBASE", TB_GBASE},
+    {"INDEX", TB_INDEX},
+    {"MDGROUP", TB_MDGROUP},
+    {"MISSING", TB_MISSING},
+    {"MRGROUP", TB_MRGROUP},
+    {"OBSERVATION", TB_OBSERVATION},
+    {"PFOOTNOTE", TB_PFOOTNOTE},
+    {"PTITLE", TB_PTITLE},
+    {"PTOTAL", TB_PTOTAL},
+    {"SORT", TB_SORT},
+    {"STATISTICS", TB_STATISTICS},
+    {"TABLE", TB_TABLE},
+    {"TFOOTNOTE", TB_TFOOTNOTE},
+    {"TITLE", TB_TITLE},
+    {"WRITE", TB_WRITE},
+    {"DEFAULT", TB_DEFAULT},
+    {"ON", TB_ON},
+    {"OFF", TB_OFF},
+    {"ANSWERING", TB_ANSWERING},
+    {"QUALIFIED", TB_QUALIFIED},
+    {"ALL", SP_ALL},
+    {"CASES", TB_CASES},
+    {"RESPONSES", TB_RESPONSES},
+    {"EXCLUDE", TB_EXCLUDE},
+    {"INCLUDE", TB_INCLUDE},
+    {"BLANK", TB_BLANK},
+    {"ZERO", TB_ZERO},
+    {"ASCENDING", TB_ASCENDING},
+    {"DESCENDING", TB_DESCENDING},
+    {"UNWEIGHTED", TB_UNWEIGHTED},
+    {"U", TB_UNWEIGHTED},
+    {"LABELS", TB_LABELS},
+};
+
+// Whatever stands in these subcommands is passed over.
+bool IsIgnoredSubcommand(NodeType subcommand) {
+    return TB_UNKNOWNSUBCOM <= subcommand && subcommand <= TB_WRITE;
+}
+
+}  // namespace
+
+TablesCommand::TablesCommand(const CodePage& codePage, TokenSequenceBase* pTokSeq)
+    : m_codePage(codePage), m_pTokSeq(pTokSeq) {}
+
+TablesToken TablesCommand::NextToken() {
+    if (!QUILLET_ASSERT(m_pTokSeq, "m_pTokSeq")) return {};
+    if (m_position == 0) return FirstToken();
+    Advance();
+    if (AtSubcommandEnd()) return EndSubcommand();
+    return DeliverCurrent();
+}
+
+void TablesCommand::SkipToNextSlash() {
+    if (!QUILLET_ASSERT(m_pTokSeq, "m_pTokSeq")) return;
+    if (m_returnPoint) {
+        m_pTokSeq->SetNextIndex(*m_returnPoint);
+        m_returnPoint.reset();
+    }
+    while (m_pTokSeq->Next() && !AtOperator(TokenCodes::kSlash)) {
+    }
+    m_pTokSeq->SetNextIndex(m_pTokSeq->CurrentIndex());
+    // A TABLE that was passed over has no use for the BREAK tokens.
+    m_currentSubcommand = kNoNodeType;
+}
+
+void TablesCommand::SetParseResult(std::unique_ptr<TbTrParseNode> root) {
+    m_parseResult = std::move(root);
+}
+
+std::unique_ptr<TbTrParseNode> TablesCommand::ReleaseParseResult() {
+    return std::move(m_parseResult);
+}
+
+void TablesCommand::AddReport(ReportEntry entry) { m_reports.push_back(std::move(entry)); }
+
+ReportEntry TablesCommand::FirstReport() const {
+    return m_reports.empty() ? ReportEntry{} : m_reports.front();
+}
+
+void TablesCommand::AddWarning(std::string text) { m_warnings.push_back(std::move(text)); }
+
+std::string_view TablesCommand::LastWarning() const {
+    return m_warnings.empty() ? std::string_view{} : m_warnings.back();
+}
+
+void TablesCommand::AddTableLocation(const TablesLocation& location) {
+    m_tableLocations.push_back(location);
+}
+
+std::string_view TablesCommand::NameOfCode(NodeType code) {
+    const auto* pFound =
+        std::find_if(std::begin(kKeywords), std::end(kKeywords),
+                     [code](const Keyword& keyword) { return keyword.code == code; });
+    return pFound == std::end(kKeywords) ? std::string_view{} : pFound->text;
+}
+
+bool TablesCommand::AtEnd() const { return m_pTokSeq->Type() == TokenSequenceBase::kAtEnd; }
+
+bool TablesCommand::AtOperator(int operatorCode) const {
+    return m_pTokSeq->Type() == TokenSequenceBase::kOperator &&
+           m_pTokSeq->Operator() == operatorCode;
+}
+
+bool TablesCommand::AtSubcommandEnd() const {
+    return AtEnd() || AtOperator(TokenSequenceBase::kSlash);
+}
+
+void TablesCommand::GoTo(int index) {
+    m_pTokSeq->SetNextIndex(index);
+    m_pTokSeq->Next();
+}
+
+void TablesCommand::Advance() {
+    do {
+        m_pTokSeq->Next();
+    } while (AtOperator(TokenSequenceBase::kEquals) || AtOperator(TokenSequenceBase::kComma));
+}
+
+TablesToken TablesCommand::FirstToken() {
+    m_pTokSeq->SetNextIndex(kFirstIndexBehindCommandWord);
+    Advance();
+    if (AtBreakWord()) TakeOutBreak();
+    if (AtSubcommandEnd()) return EndSubcommand();
+
+    static constexpr std::string_view kSlashText = "/";
+    auto slashToken = std::make_unique<TAVQOperatorToken>(
+        kSlashText.data(), kSlashText.data() + kSlashText.size(), m_pTokSeq->Line(),
+        m_pTokSeq->Column(), TokenSequenceBase::kSlash);
+    m_pTokSeq->SetNextIndex(m_pTokSeq->CurrentIndex());
+    return DeliverSlash(std::move(slashToken));
+}
+
+// Stands on the slash, or at the end, that closes the current subcommand or the replayed BREAK
+// tokens behind it.
+TablesToken TablesCommand::EndSubcommand() {
+    if (m_returnPoint) {
+        GoTo(*m_returnPoint);
+        m_returnPoint.reset();
+    } else {
+        TakeOutBreaksBehindSlash();
+        if (m_currentSubcommand == TB_TABLE && m_breakStart) {
+            m_returnPoint = m_pTokSeq->CurrentIndex();
+            GoTo(*m_breakStart);
+            return DeliverCurrent();
+        }
+    }
+    if (AtEnd()) {
+        // Reading on after the end must not replay BREAK once more.
+        m_currentSubcommand = kNoNodeType;
+        m_position = kSubcommandPosition;
+        return {};
+    }
+    return DeliverSlash(m_pTokSeq->CloneCurrent());
+}
+
+TablesToken TablesCommand::DeliverSlash(std::unique_ptr<TAVQToken> slashToken) {
+    m_currentSubcommand = kNoNodeType;
+    m_position = kSubcommandPosition;
+    m_parenthesisDepth = 0;
+    if (!QUILLET_ASSERT(slashToken != nullptr, "slashToken != 0")) return {};
+    return {SP_SLASH, std::move(slashToken)};
+}
+
+TablesToken TablesCommand::DeliverCurrent() {
+    NodeType code = SP_OTHEROP;
+    std::unique_ptr<TAVQToken> token;
+    switch (m_pTokSeq->Type()) {
+        case TokenSequenceBase::kNumber:
+            code = SP_NUMBER;
+            break;
+        case TokenSequenceBase::kLiteral:
+            code = SP_SLITERAL;
+            break;
+        case TokenSequenceBase::kOperator:
+            code = ClassifyOperator();
+            token = MergeSign();
+            if (token) code = SP_NUMBER;
+            break;
+        case TokenSequenceBase::kString:
+            code = ClassifyWord();
+            break;
+        default:
+            QUILLET_ASSERT(false, "0");
+            break;
+    }
+    if (!token) token = m_pTokSeq->CloneCurrent();
+    CountToken(code);
+    return {code, std::move(token)};
+}
+
+bool TablesCommand::AtBreakWord() const {
+    return m_pTokSeq->Type() == TokenSequenceBase::kString &&
+           m_pTokSeq->Operator() == TokenSequenceBase::kNotOperator && KeywordCode() == TB_BREAK;
+}
+
+void TablesCommand::TakeOutBreak() {
+    Advance();
+    if (!AtSubcommandEnd()) m_breakStart = m_pTokSeq->CurrentIndex();
+    while (!AtSubcommandEnd()) m_pTokSeq->Next();
+}
+
+void TablesCommand::TakeOutBreaksBehindSlash() {
+    while (!AtEnd()) {
+        const int slashIndex = m_pTokSeq->CurrentIndex();
+        Advance();
+        if (!AtBreakWord()) {
+            GoTo(slashIndex);
+            return;
+        }
+        TakeOutBreak();
+    }
+}
+
+NodeType TablesCommand::KeywordCode() const {
+    if (!QUILLET_ASSERT(m_pTokSeq, "m_pTokSeq") ||
+        !QUILLET_ASSERT(m_pTokSeq->Type() == TokenSequenceBase::kString,
+                        "m_pTokSeq->Type() == TokenSequenceBase::kString") ||
+        !QUILLET_ASSERT(m_pTokSeq->Operator() == TokenSequenceBase::kNotOperator,
+                        "m_pTokSeq->Operator() == TokenSequenceBase::kNotOperator")) {
+        return kNoNodeType;
+    }
+    const auto* pFound =
+        std::find_if(std::begin(kKeywords), std::end(kKeywords), [this](const Keyword& keyword) {
+            return m_pTokSeq->CompareCurrent(keyword.text, kSignificantBytes) == 0;
+        });
+    return pFound == std::end(kKeywords) ? kNoNodeType : pFound->code;
+}
+
+NodeType TablesCommand::ClassifyOperator() const {
+    switch (m_pTokSeq->Operator()) {
+        case TokenSequenceBase::kGreaterThan:
+            return SP_GREATERTHAN;
+        case TokenSequenceBase::kPlus:
+            return SP_PLUS;
+        case TokenSequenceBase::kSlash:
+            return SP_SLASH;
+        case TokenSequenceBase::kLeftParen:
+            return SP_LPAREN;
+        case TokenSequenceBase::kRightParen:
+            return SP_RPAREN;
+        case TokenSequenceBase::kColon:
+            return SP_COLON;
+        default:
+            return SP_OTHEROP;
+    }
+}
+
+NodeType TablesCommand::ClassifyWord() const {
+    switch (m_pTokSeq->Operator()) {
+        case TokenSequenceBase::kNotOperator:
+            return ClassifyPlainWord();
+        case TokenSequenceBase::kGreaterThan:
+            return SP_GREATERTHAN;
+        case TokenSequenceBase::kTo:
+            return SP_TO;
+        case TokenSequenceBase::kBy:
+            return SP_BY;
+        case TokenSequenceBase::kAll:
+            return SP_ALL;
+        default:
+            return SP_OTHEROP;
+    }
+}
+
+NodeType TablesCommand::ClassifyPlainWord() const {
+    if (m_position == kSubcommandPosition) {
+        const NodeType keyword = KeywordCode();
+        if (keyword == TB_MISSING) return TB_MISSINGSUBCOM;
+        return keyword == kNoNodeType ? TB_UNKNOWNSUBCOM : keyword;
+    }
+    const NodeType setting = SettingCode();
+    if (setting != kNoNodeType) return setting;
+    return VariableNameClass(m_codePage, *m_pTokSeq) != 0 ? SP_VARNAME : SP_NONVARNAME;
+}
+
+NodeType TablesCommand::SettingCode() const {
+    switch (m_currentSubcommand) {
+        case TB_AUTOLABEL:
+        case TB_BASE:
+        case TB_GBASE:
+        case TB_MISSINGSUBCOM:
+        case TB_FORMAT:
+            return KeywordCode();
+        case TB_SORT: {
+            // Further on the words can only be variables.
+            if (m_position != kFirstArgumentPosition) return kNoNodeType;
+            const NodeType keyword = KeywordCode();
+            return keyword == TB_ASCENDING || keyword == TB_DESCENDING ? keyword : kNoNodeType;
+        }
+        case TB_STATISTICS:
+            if (m_parenthesisDepth != 0) return kNoNodeType;
+            return KeywordCode() == TB_UNWEIGHTED ? TB_UNWEIGHTED : kNoNodeType;
+        default:
+            return kNoNodeType;
+    }
+}
+
+std::unique_ptr<TAVQToken> TablesCommand::MergeSign() {
+    const bool isMinus = AtOperator(TokenSequenceBase::kMinus);
+    if (!isMinus && !AtOperator(TokenSequenceBase::kPlus)) return nullptr;
+    const int signIndex = m_pTokSeq->CurrentIndex();
+    const int line = m_pTokSeq->Line();
+    const int column = m_pTokSeq->Column();
+    std::string text = isMinus ? "-" : "+";
+
+    m_pTokSeq->Next();
+    if (m_pTokSeq->Type() != TokenSequenceBase::kNumber) {
+        GoTo(signIndex);
+        return nullptr;
+    }
+    const char* pNumber = nullptr;
+    std::size_t length = 0;
+    m_pTokSeq->GetSourceText(pNumber, length);
+    text.append(pNumber, length);
+    const double number = m_pTokSeq->NumberValue();
+    return std::make_unique<TAVQNumberToken>(text.data(), text.data() + text.size(), line, column,
+                                             isMinus ? -number : number);
+}
+
+void TablesCommand::CountToken(NodeType& code) {
+    if (m_position == kSubcommandPosition) {
+        m_currentSubcommand = code;
+    } else if (IsIgnoredSubcommand(m_currentSubcommand)) {
+        code = TB_ANYSUBCOMTOKEN;
+    }
+    ++m_position;
+    if (code == SP_LPAREN) ++m_parenthesisDepth;
+    if (code == SP_RPAREN) --m_parenthesisDepth;
+}
+
+}  // namespace quillet

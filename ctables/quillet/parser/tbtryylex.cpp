@@ -1,0 +1,57 @@
+#include "parser/tbtryylex.h"
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/assertion.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::string_view kModule = "tbtryylex";
+
+void WriteTrace(const TablesCommand& command, const TablesToken& next) {
+    if (!command.Trace()) return;
+    if (next.token) {
+        next.token->Dump(*command.Trace(), 0);
+    } else {
+        *command.Trace() << "End-of-command-token-sequence\n";
+    }
+}
+
+TablesLocation LocationOf(const TAVQToken& token) {
+    TablesLocation location;
+    token.GetPosition(location.first_line, location.first_column);
+    location.last_line = location.first_line;
+    location.last_column = location.first_column;
+    const std::string& tokenStr = token.Text(/*raw=*/true);
+    if (QUILLET_ASSERT(tokenStr.size(), "tokenStr.size()")) {
+        location.last_column += static_cast<int>(tokenStr.size()) - 1;
+    }
+    return location;
+}
+
+}  // namespace
+
+int tbtryylex(OpaqueValue* pValue, TablesLocation* pLocation, TablesCommand& command) {
+    // Subcommand words have codes of their own, so the grammar can do without the slashes.
+    TablesToken next = command.NextToken();
+    while (next.code == SP_SLASH) next = command.NextToken();
+    WriteTrace(command, next);
+
+    OpaqueValue_Init(*pValue);
+    const NodeType yyTokenType = next.code;
+    if (!next.token) {
+        QUILLET_ASSERT(yyTokenType == kNoNodeType, "yyTokenType == 0");
+        return 0;
+    }
+    *pLocation = LocationOf(*next.token);
+    OpaqueValue_SetTAVQToken(*pValue, std::move(next.token), yyTokenType);
+    return static_cast<int>(yyTokenType);
+}
+
+}  // namespace quillet

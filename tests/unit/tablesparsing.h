@@ -1,0 +1,124 @@
+// What the tests of the TABLES parser share: parsing a command and reading its tree as a line.
+#ifndef QUILLET_TESTS_UNIT_TABLESPARSING_H
+#define QUILLET_TESTS_UNIT_TABLESPARSING_H
+
+#include <cstddef>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "bison/tbtrtables.h"
+#include "parser/tbtrparsenode.h"
+#include "parser/tbtrtablescommand.h"
+#include "platform/assertion.h"
+#include "platform/codepage.h"
+#include "tokenizer/tavqtoken.h"
+#include "tokenizer/tavqtokensequence.h"
+
+namespace quillet::tablesparsing {
+
+/// The name of a node type without its prefix, such as "TABLE" for `TB_TABLE`.
+inline std::string NameOf(NodeType type) {
+    static constexpr std::string_view kGrammarNames[] = {
+        "SLITERAL",  "NUMBER",    "NONVARNAME",    "VARNAME",       "PLUS",        "GREATERTHAN",
+        "SLASH",     "COLON",     "LPAREN",        "RPAREN",        "BY",          "TO",
+        "BREAK",     "LABELS",    "OTHEROP",       "UNWEIGHTED",    "AUTOLABEL",   "BASE",
+        "GBASE",     "MISSING",   "MISSINGSUBCOM", "DEFAULT",       "ON",          "OFF",
+        "ANSWERING", "QUALIFIED", "ALL",           "CASES",         "RESPONSES",   "INCLUDE",
+        "EXCLUDE",   "BLANK",     "ZERO",          "FORMAT",        "FTOTAL",      "PTOTAL",
+        "MRGROUP",   "MDGROUP",   "SORT",          "ASCENDING",     "DESCENDING",  "CAPTION",
+        "TITLE",     "CORNER",    "STATISTICS",    "TABLE",         "OBSERVATION", "UNKNOWNSUBCOM",
+        "BOXCHARS",  "CONTINUED", "FONTCHARS",     "FOOTNOTE",      "INDEX",       "PFOOTNOTE",
+        "PTITLE",    "TFOOTNOTE", "WRITE",         "ANYSUBCOMTOKEN"};
+    static constexpr std::string_view kInnerNames[] = {
+        "VARLIST",      "VARRANGE",         "SORTFUNCTION", "SORTVAR", "LIST",
+        "STATFUNCTION", "FULLSTATFUNCTION", "STATFUNCARG",  "FMT"};
+    static_assert(std::size(kGrammarNames) == TB_ANYSUBCOMTOKEN - SP_SLITERAL + 1);
+    static_assert(std::size(kInnerNames) == TBI_FMT - TBI_VARLIST + 1);
+    if (SP_SLITERAL <= type && type <= TB_ANYSUBCOMTOKEN) {
+        return std::string(kGrammarNames[type - SP_SLITERAL]);
+    }
+    if (TBI_VARLIST <= type && type <= TBI_FMT) {
+        return std::string(kInnerNames[type - TBI_VARLIST]);
+    }
+    return std::to_string(static_cast<unsigned>(type));
+}
+
+/// The source text of a token. That of a literal runs up to where the tokenizer looked for its
+/// continuation; the blanks there are left out.
+inline std::string SourceOf(const TAVQToken& token) {
+    const std::string& text = token.Text(/*raw=*/true);
+    return text.substr(0, text.find_last_not_of(" \n") + 1);
+}
+
+/// The tree on one line: a node's name, ":" and its token where it has one, and its children in
+/// parentheses, "-" for an empty slot. A variable is its name alone, and its two slots follow
+/// only when one is filled; literals and numbers are their source text; a list always shows its
+/// parentheses. For small trees: recursive.
+inline std::string TreeText(const TbTrParseNode* pNode) {
+    if (!pNode) return "-";
+    const NodeType type = pNode->GetNodeType();
+    const std::string token = pNode->GetToken() ? SourceOf(*pNode->GetToken()) : "";
+    std::string children;
+    for (std::size_t index = 0; index < pNode->GetChildCount(); ++index) {
+        const TbTrParseNode* pChild = pNode->GetChild(index);
+        if (pChild && pChild->GetParent() != pNode) children += "wrong parent: ";
+        children += (index > 0 ? " " : "") + TreeText(pChild);
+    }
+    if (type == SP_VARNAME) return children == "- -" ? token : token + "[" + children + "]";
+    const bool isLeafText = type == SP_SLITERAL || type == SP_NUMBER;
+    std::string text = isLeafText ? token : NameOf(type);
+    if (!isLeafText && pNode->GetToken()) text += ":" + token;
+    if (pNode->GetChildCount() > 0 || type == TBI_GENERICLIST) text += "(" + children + ")";
+    return text;
+}
+
+/// Collects the texts of failed assertions while it lives.
+class AssertionRecorder {
+public:
+    AssertionRecorder()
+        : m_handler(
+              [this](const AssertionFailure& failure) { m_texts.emplace_back(failure.text); }) {}
+    [[nodiscard]] const std::vector<std::string>& Texts() const { return m_texts; }
+
+private:
+    std::vector<std::string> m_texts;
+    ScopedAssertionHandler m_handler;
+};
+
+/// One command, tokenized, and its command object.
+struct Command {
+    explicit Command(const std::string& text, const CodePage& page = CodePage::Utf8())
+        : sequence(page, text, /*skipLeadingSign=*/false, /*maxTokens=*/0),
+          command(page, &sequence) {}
+
+    TAVQTokenSequence sequence;
+    TablesCommand command;
+};
+
+struct Parsed {
+    ParseStatus status = ParseStatus::kSuccess;
+    std::string tree;  ///< Empty after a failure.
+    ReportEntry report;
+    std::vector<std::string> warnings;
+    std::vector<std::string> assertions;
+};
+
+inline Parsed Parse(const std::string& text) {
+    AssertionRecorder assertions;
+    Command parsed(text);
+    Parsed result;
+    result.status = ParseTables(parsed.command);
+    if (parsed.command.ParseResult()) result.tree = TreeText(parsed.command.ParseResult());
+    result.report = parsed.command.FirstReport();
+    result.warnings = parsed.command.Warnings();
+    result.assertions = assertions.Texts();
+    return result;
+}
+
+}  // namespace quillet::tablesparsing
+
+#endif  // QUILLET_TESTS_UNIT_TABLESPARSING_H

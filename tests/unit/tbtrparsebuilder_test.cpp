@@ -1,0 +1,774 @@
+#include "bison/tbtrparsebuilder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "tablesparsing.h"
+
+namespace quillet {
+namespace {
+
+using tablesparsing::AssertionRecorder;
+using tablesparsing::Command;
+using tablesparsing::TreeText;
+using Texts = std::vector<std::string>;
+
+// A value that a test owns, made the way the lexer or an earlier action makes it.
+class Value {
+public:
+    Value() = default;
+    explicit Value(OpaqueValue made) : m_value(made) {}
+    ~Value() { OpaqueValue_Clear(m_value); }
+    Value(const Value&) = delete;
+    Value& operator=(const Value&) = delete;
+
+    operator OpaqueValue&() { return m_value; }  // NOLINT: the actions take the bare value
+    [[nodiscard]] bool IsEmpty() const { return OpaqueValue_IsEmpty(m_value); }
+    [[nodiscard]] std::string Text() const {
+        return OpaqueValue_IsParseNode(m_value) ? TreeText(m_value.pParseNode) : "empty";
+    }
+
+private:
+    OpaqueValue m_value;
+};
+
+OpaqueValue Word(NodeType code, const std::string& text = "w") {
+    OpaqueValue value;
+    OpaqueValue_SetTAVQToken(
+        value,
+        std::make_unique<TAVQStringToken>(text.data(), text.data() + text.size(), 1, 1, text,
+                                          TokenCodes::kNotOperator),
+        code);
+    return value;
+}
+
+OpaqueValue Literal(const std::string& text) {
+    const std::string source = "'" + text + "'";
+    OpaqueValue value;
+    OpaqueValue_SetTAVQToken(value,
+                             std::make_unique<TAVQLiteralToken>(
+                                 source.data(), source.data() + source.size(), 1, 1, text),
+                             SP_SLITERAL);
+    return value;
+}
+
+OpaqueValue Number(double number) {
+    const std::string text = std::to_string(static_cast<int>(number));
+    OpaqueValue value;
+    OpaqueValue_SetTAVQToken(
+        value,
+        std::make_unique<TAVQNumberToken>(text.data(), text.data() + text.size(), 1, 1, number),
+        SP_NUMBER);
+    return value;
+}
+
+OpaqueValue Node(NodeType type) {
+    OpaqueValue value;
+    OpaqueValue_SetParseNode(value, MakeNode(type, nullptr));
+    return value;
+}
+
+OpaqueValue Variable(const std::string& name) {
+    Value token(Word(SP_VARNAME, name));
+    return BuildVariable(token);
+}
+
+TablesLocation At(int line, int column) { return {1, 1, line, column}; }
+
+TEST(TbTrParseBuilderTest, ReportsRecordWhereTheirRuleEnds) {
+    struct Case {
+        const char* name;
+        std::function<void(TablesCommand&)> report;
+        TablesErrorKind kind;
+        NodeType subcommand;
+        const char* trace;
+    };
+    const Case cases[] = {
+        {"generic error",
+         [](TablesCommand& command) {
+             EXPECT_TRUE(OpaqueValue_IsEmpty(reportGenericError(command, At(3, 14))));
+         },
+         TablesErrorKind::kGeneric, kNoNodeType, "reportGenericError \n"},
+        {"argument error",
+         [](TablesCommand& command) {
+             Value keyword(Word(TB_SORT));
+             EXPECT_TRUE(
+                 OpaqueValue_IsEmpty(reportSubcommandArgumentError(command, At(3, 14), keyword)));
+             EXPECT_TRUE(keyword.IsEmpty());
+         },
+         TablesErrorKind::kSubcommandArgument, TB_SORT, "reportSubcommandArgumentError for 295\n"},
+        {"range in OBSERVATION",
+         [](TablesCommand& command) {
+             Value keyword(Word(TB_OBSERVATION));
+             Value from(Word(SP_VARNAME, "a"));
+             Value to(Word(SP_TO));
+             Value last(Word(SP_VARNAME, "b"));
+             Value range(BuildVariableRange(from, to, last));
+             Value list(StartList(TBI_VARLIST, range));
+             Value result;
+             EXPECT_FALSE(BuildObservation(command, At(3, 14), result, keyword, list));
+             EXPECT_TRUE(result.IsEmpty());
+             EXPECT_TRUE(list.IsEmpty());
+         },
+         TablesErrorKind::kObservationRange, kNoNodeType, "reportObservationRange \n"},
+        {"word in parentheses",
+         [](TablesCommand& command) {
+             Value left(Word(SP_LPAREN));
+             Value word(Word(SP_NONVARNAME, "!x"));
+             Value right(Word(SP_RPAREN));
+             Value result;
+             EXPECT_FALSE(BuildParenthesisedWord(command, At(3, 14), result, left, word, right));
+             EXPECT_TRUE(result.IsEmpty());
+         },
+         TablesErrorKind::kParenthesisedWord, kNoNodeType, "reportParenthesisedWord \n"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        AssertionRecorder assertions;
+        Command parsed("TABLES");
+        std::ostringstream trace;
+        parsed.command.SetTrace(&trace);
+        c.report(parsed.command);
+        const ReportEntry report = parsed.command.FirstReport();
+        EXPECT_EQ(report.kind, c.kind);
+        EXPECT_EQ(report.line, 3);
+        EXPECT_EQ(report.column, 14);
+        EXPECT_EQ(report.subcommand, c.subcommand);
+        EXPECT_EQ(report.text, "");
+        EXPECT_EQ(trace.str(), c.trace);
+        EXPECT_EQ(assertions.Texts(), Texts{});
+    }
+}
+
+TEST(TbTrParseBuilderTest, WarningsNameWhatIsPassedOver) {
+    Command parsed("TABLES");
+    std::ostringstream trace;
+    parsed.command.SetTrace(&trace);
+    Value obsolete(Word(TB_WRITE));
+    Value unknown(Word(TB_UNKNOWNSUBCOM, "XYZ"));
+    Value arguments;
+    EXPECT_TRUE(OpaqueValue_IsEmpty(
+        reportObsoleteSubcommand(parsed.command, "WRITE", obsolete, arguments)));
+    EXPECT_TRUE(OpaqueValue_IsEmpty(reportUnknownSubcommand(parsed.command, unknown, arguments)));
+    EXPECT_TRUE(obsolete.IsEmpty());
+    EXPECT_TRUE(unknown.IsEmpty());
+    EXPECT_EQ(parsed.command.Warnings(),
+              (Texts{"Obsolete subcommand WRITE has been ignored.",
+                     "Unrecognized or obsolete subcommand XYZ has been ignored."}));
+    EXPECT_EQ(trace.str(), "reportObsoleteSubcommand for WRITE\nreportUnknownSubcommand for XYZ\n");
+    EXPECT_EQ(parsed.command.FirstReport().kind, TablesErrorKind::kNone);
+
+    AssertionRecorder assertions;
+    Value none;
+    EXPECT_TRUE(OpaqueValue_IsEmpty(reportUnknownSubcommand(parsed.command, none, arguments)));
+    EXPECT_EQ(assertions.Texts(), Texts{"subcommandString"});
+    EXPECT_EQ(parsed.command.Warnings().size(), 2U);
+}
+
+TEST(TbTrParseBuilderTest, AnObsoleteFormatIsWarnedAboutOnceInARow) {
+    const std::string text = "Obsolete form of the FORMAT subcommand has been ignored.";
+    Command parsed("TABLES /FORMAT x y /FORMAT z /TABLE a");
+    for (int token = 0; token < 3; ++token) static_cast<void>(parsed.command.NextToken());
+    for (int time = 0; time < 2; ++time) {
+        Value keyword(Word(TB_FORMAT));
+        Value lookAhead(Word(SP_VARNAME));
+        EXPECT_TRUE(OpaqueValue_IsEmpty(reportObsoleteFormat(parsed.command, keyword, lookAhead)));
+        EXPECT_TRUE(keyword.IsEmpty());
+        EXPECT_TRUE(lookAhead.IsEmpty());
+        EXPECT_EQ(parsed.command.Warnings(), Texts{text});
+        EXPECT_EQ(parsed.command.NextToken().code, SP_SLASH);
+    }
+    EXPECT_EQ(parsed.command.NextToken().code, TB_TABLE);
+    parsed.command.AddWarning("something else");
+    Value keyword(Word(TB_FORMAT));
+    Value lookAhead;
+    static_cast<void>(reportObsoleteFormat(parsed.command, keyword, lookAhead));
+    EXPECT_EQ(parsed.command.Warnings(), (Texts{text, "something else", text}));
+}
+
+TEST(TbTrParseBuilderTest, ListsStartWithWhatTheirTypeNeeds) {
+    struct Case {
+        NodeType type;
+        const char* withoutElement;
+        const char* withElement;
+    };
+    const Case cases[] = {
+        {TBI_GENERICLIST, "LIST()", "LIST(FMT)"}, {TBI_VARLIST, "VARLIST", "VARLIST(FMT)"},
+        {TB_SORT, "SORT(-)", "SORT(- FMT)"},      {TB_STATISTICS, "STATISTICS", "STATISTICS(FMT)"},
+        {TB_FORMAT, "FORMAT", "FORMAT(FMT)"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.withElement);
+        AssertionRecorder assertions;
+        Value none;
+        Value list(StartList(c.type, none));
+        EXPECT_EQ(list.Text(), c.withoutElement);
+        Value element(Node(TBI_FMT));
+        Value longer(AddToList(c.type, list, element));
+        EXPECT_EQ(longer.Text(), c.withElement);
+        Value unchanged(AddToList(c.type, longer, none));
+        EXPECT_EQ(unchanged.Text(), c.withElement);
+        EXPECT_EQ(assertions.Texts(), Texts{});
+    }
+}
+
+TEST(TbTrParseBuilderTest, TheLastFormatSettingOfAKindCounts) {
+    struct Case {
+        const char* name;
+        std::vector<NodeType> settings;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"one", {TB_ZERO}, "FORMAT(ZERO)"},
+        {"the other fill takes its place", {TB_ZERO, SP_SLITERAL, TB_BLANK}, "FORMAT(BLANK '')"},
+        {"twice the same", {TB_BLANK, TB_BLANK}, "FORMAT(BLANK)"},
+        {"back and forth", {TB_BLANK, TB_ZERO, TB_BLANK, TB_ZERO}, "FORMAT(ZERO)"},
+        {"two literals", {SP_SLITERAL, TB_ZERO, SP_SLITERAL}, "FORMAT('' ZERO)"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        AssertionRecorder assertions;
+        OpaqueValue list;
+        for (const NodeType type : c.settings) {
+            Value token(type == SP_SLITERAL ? Literal("") : Word(type));
+            Value missing(Word(TB_MISSING));
+            Value left(Word(SP_LPAREN));
+            Value right(Word(SP_RPAREN));
+            Value setting(type == SP_SLITERAL ? BuildMissingSetting(missing, left, token, right)
+                                              : BuildEmptyCellSetting(token));
+            list = AddFormatSetting(list, setting);
+        }
+        Value settings(list);
+        Value keyword(Word(TB_FORMAT));
+        Value format(BuildFormat(keyword, settings));
+        EXPECT_EQ(format.Text(), c.expected);
+        EXPECT_EQ(assertions.Texts(), Texts{});
+    }
+}
+
+TEST(TbTrParseBuilderTest, FormatChecksItsSettings) {
+    struct Case {
+        const char* name;
+        std::vector<NodeType> children;
+        Texts assertions;
+    };
+    const std::string child =
+        "child->GetNodeType() == SP_SLITERAL || child->GetNodeType() == TB_ZERO || "
+        "child->GetNodeType() == TB_BLANK";
+    const Case cases[] = {
+        {"too many", {SP_SLITERAL, TB_ZERO, SP_SLITERAL}, {"numchildren >=0 && numchildren <= 2"}},
+        {"a stranger", {TBI_FMT}, {child}},
+        {"both fills", {TB_ZERO, TB_BLANK}, {"nzeros == 0"}},
+        {"both fills, blank first", {TB_BLANK, TB_ZERO}, {"nblanks == 0"}},
+        {"a fill twice", {TB_BLANK, TB_BLANK}, {"nblanks == 0"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        AssertionRecorder assertions;
+        std::unique_ptr<TbTrParseNode> node = MakeNode(TB_FORMAT, nullptr);
+        for (const NodeType type : c.children) node->AddChild(MakeNode(type, nullptr));
+        OpaqueValue list;
+        OpaqueValue_SetParseNode(list, std::move(node));
+        Value settings(list);
+        Value keyword(Word(TB_FORMAT));
+        const Value format(BuildFormat(keyword, settings));
+        EXPECT_FALSE(format.IsEmpty());
+        EXPECT_EQ(assertions.Texts(), c.assertions);
+    }
+}
+
+// Operands are written as "a", "+(ab)" or ">(ab)"; children are single letters.
+OpaqueValue Operand(std::string_view text) {
+    if (text == "STAT") return Node(TB_STATISTICS);
+    if (text == "LAB") return Node(TB_LABELS);
+    if (text.size() == 1) return Variable(std::string(text));
+    std::unique_ptr<TbTrParseNode> node =
+        MakeNode(text[0] == '+' ? SP_PLUS : SP_GREATERTHAN, nullptr);
+    for (const char name : text.substr(2, text.size() - 3)) {
+        Value child(Variable(std::string(1, name)));
+        node->AddChild(OpaqueValue_ReleaseParseNode(child));
+    }
+    OpaqueValue value;
+    OpaqueValue_SetParseNode(value, std::move(node));
+    return value;
+}
+
+TEST(TbTrParseBuilderTest, OperandsOfTheSameOperatorAreDissolved) {
+    struct Case {
+        const char* name;
+        const char* left;
+        NodeType operation;
+        const char* right;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"two leaves", "a", SP_PLUS, "b", "PLUS(a b)"},
+        {"two leaves nested", "a", SP_GREATERTHAN, "b", "GREATERTHAN(a b)"},
+        {"markers are leaves", "STAT", SP_PLUS, "LAB", "PLUS(STATISTICS LABELS)"},
+        {"same on the left", "+(ab)", SP_PLUS, "c", "PLUS(a b c)"},
+        {"same on the right", "a", SP_PLUS, "+(bc)", "PLUS(a b c)"},
+        {"same on both, the left longer", "+(abc)", SP_PLUS, "+(de)", "PLUS(a b c d e)"},
+        {"same on both, the right longer", "+(ab)", SP_PLUS, "+(cde)", "PLUS(a b c d e)"},
+        {"the other on the left", ">(ab)", SP_PLUS, "c", "PLUS(GREATERTHAN(a b) c)"},
+        {"the other on the right", "a", SP_PLUS, ">(bc)", "PLUS(a GREATERTHAN(b c))"},
+        {"same left, other right", "+(ab)", SP_PLUS, ">(cd)", "PLUS(a b GREATERTHAN(c d))"},
+        {"other left, same right", ">(ab)", SP_PLUS, "+(cd)", "PLUS(GREATERTHAN(a b) c d)"},
+        {"other on both", "+(ab)", SP_GREATERTHAN, "+(cd)", "GREATERTHAN(PLUS(a b) PLUS(c d))"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        AssertionRecorder assertions;
+        {
+            Value left(Operand(c.left));
+            Value operation(Word(c.operation));
+            Value right(Operand(c.right));
+            const Value result(BuildOperation(left, operation, right));
+            EXPECT_EQ(result.Text(), c.expected);
+            EXPECT_TRUE(left.IsEmpty() && operation.IsEmpty() && right.IsEmpty());
+        }
+        {
+            Value leftParen(Word(SP_LPAREN));
+            Value left(Operand(c.left));
+            Value operation(Word(c.operation));
+            Value right(Operand(c.right));
+            Value rightParen(Word(SP_RPAREN));
+            const Value result(BuildOperation(leftParen, left, operation, right, rightParen));
+            EXPECT_EQ(result.Text(), c.expected);
+        }
+        EXPECT_EQ(assertions.Texts(), Texts{});
+    }
+}
+
+TEST(TbTrParseBuilderTest, LongChainsMayGrowOnEitherSide) {
+    constexpr int kCount = 200'000;
+    for (const bool growsLeft : {false, true}) {
+        SCOPED_TRACE(growsLeft);
+        OpaqueValue chain = Variable("a");
+        for (int index = 0; index < kCount; ++index) {
+            Value longer(chain);
+            Value operation(Word(SP_PLUS));
+            Value leaf(Variable("b"));
+            chain = growsLeft ? BuildOperation(leaf, operation, longer)
+                              : BuildOperation(longer, operation, leaf);
+        }
+        Value result(chain);
+        const std::unique_ptr<TbTrParseNode> node = OpaqueValue_ReleaseParseNode(result);
+        ASSERT_EQ(node->GetChildCount(), kCount + 1U);
+        const std::size_t first = growsLeft ? kCount : 0;
+        EXPECT_EQ(node->GetChild(first)->GetToken()->Text(true), "a");
+    }
+}
+
+TEST(TbTrParseBuilderTest, MissingAndForeignOperandsAssert) {
+    struct Case {
+        const char* name;
+        NodeType operation;
+        bool isLeftThere;
+        OpaqueValue right;
+        const char* expected;
+        Texts assertions;
+    };
+    const Case cases[] = {
+        {"stacking without its right operand",
+         SP_PLUS,
+         true,
+         OpaqueValue{},
+         "PLUS(a)",
+         {"0 && \"Illegal TABLE STACK subcommand: missing argument\""}},
+        {"nesting without its right operand",
+         SP_GREATERTHAN,
+         true,
+         OpaqueValue{},
+         "GREATERTHAN(a)",
+         {"0 && \"Illegal TABLE NEST subcommand: missing argument\""}},
+        {"stacking without its left operand",
+         SP_PLUS,
+         false,
+         Operand("+(bc)"),
+         "PLUS(b c)",
+         {"0 && \"Illegal TABLE STACK subcommand: missing argument\""}},
+        {"an operand that is none",
+         SP_PLUS,
+         true,
+         Node(TBI_FMT),
+         "PLUS(a)",
+         {"0 && \"illegal left node type for TABLE operation\""}},
+        {"no operator",
+         SP_BY,
+         true,
+         Variable("b"),
+         "empty",
+         {"type == SP_PLUS || type == SP_GREATERTHAN"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        AssertionRecorder assertions;
+        Value left(c.isLeftThere ? Variable("a") : OpaqueValue{});
+        Value operation(Word(c.operation));
+        Value right(c.right);
+        const Value result(BuildOperation(left, operation, right));
+        EXPECT_EQ(result.Text(), c.expected);
+        EXPECT_EQ(assertions.Texts(), c.assertions);
+    }
+}
+
+TEST(TbTrParseBuilderTest, WordsInParentheses) {
+    struct Case {
+        const char* name;
+        NodeType code;
+        const char* word;
+        const char* expected;
+    };
+    const Case cases[] = {
+        {"statistics", SP_VARNAME, "STATISTICS", "STATISTICS"},
+        {"three letters", SP_VARNAME, "STA", "STATISTICS"},
+        {"another word that begins so", SP_VARNAME, "STATE", "STATISTICS"},
+        {"two letters", SP_VARNAME, "ST", "ST"},
+        {"labels", SP_VARNAME, "LAB", "LABELS"},
+        {"a variable", SP_VARNAME, "x", "x"},
+        {"no variable but statistics", SP_NONVARNAME, "STATISTICS!", "STATISTICS"},
+        {"no variable but labels", SP_NONVARNAME, "LABELS!", "LABELS"},
+        {"no variable", SP_NONVARNAME, "!x", "empty"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        AssertionRecorder assertions;
+        Command parsed("TABLES");
+        Value left(Word(SP_LPAREN));
+        Value word(Word(c.code, c.word));
+        Value right(Word(SP_RPAREN));
+        Value result;
+        const bool built =
+            BuildParenthesisedWord(parsed.command, At(1, 1), result, left, word, right);
+        EXPECT_EQ(built, !result.IsEmpty());
+        EXPECT_EQ(result.Text(), c.expected);
+        EXPECT_EQ(parsed.command.FirstReport().kind == TablesErrorKind::kNone, built);
+        EXPECT_EQ(assertions.Texts(), Texts{});
+    }
+}
+
+TEST(TbTrParseBuilderTest, ExpressionsInParentheses) {
+    Command parsed("TABLES");
+    struct Case {
+        const char* name;
+        OpaqueValue inner;
+        const char* expected;
+        TablesErrorKind kind;
+    };
+    OpaqueValue noVariable;
+    OpaqueValue_SetParseNode(noVariable, MakeNode(SP_NONVARNAME, nullptr));
+    const Case cases[] = {
+        {"a variable", Variable("x"), "x", TablesErrorKind::kNone},
+        {"a variable that is spelt so", Variable("LABEL"), "LABELS", TablesErrorKind::kNone},
+        {"a marker", Node(TB_LABELS), "LABELS", TablesErrorKind::kNone},
+        {"an operation", Operand("+(ab)"), "PLUS(a b)", TablesErrorKind::kNone},
+        {"a word that is no variable", noVariable, "empty", TablesErrorKind::kParenthesisedWord},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Value left(Word(SP_LPAREN));
+        Value inner(c.inner);
+        Value right(Word(SP_RPAREN));
+        Value result;
+        EXPECT_EQ(
+            BuildParenthesisedExpression(parsed.command, At(1, 1), result, left, inner, right),
+            c.kind == TablesErrorKind::kNone);
+        EXPECT_EQ(result.Text(), c.expected);
+        EXPECT_EQ(parsed.command.FirstReport().kind, c.kind);
+    }
+}
+
+TEST(TbTrParseBuilderTest, TableRecordsWhereItStands) {
+    Command parsed("TABLES");
+    Value keyword(Word(TB_TABLE));
+    Value rows(Variable("a"));
+    Value by(Word(SP_BY));
+    Value columns(Variable("b"));
+    const Value table(BuildTable(parsed.command, At(2, 9), keyword, rows, by, columns));
+    EXPECT_EQ(table.Text(), "TABLE(a b)");
+    ASSERT_EQ(parsed.command.TableLocations().size(), 1U);
+    EXPECT_EQ(parsed.command.TableLocations()[0].last_line, 2);
+    EXPECT_EQ(parsed.command.TableLocations()[0].last_column, 9);
+}
+
+// Each action is given one argument that the grammar cannot deliver. It says so, destroys all
+// that it was given and comes out empty.
+TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
+    struct Case {
+        const char* name;
+        std::function<OpaqueValue(TablesCommand&, std::vector<std::unique_ptr<Value>>&)> act;
+        std::vector<OpaqueValue> arguments;
+        Texts assertions;
+    };
+    using Arguments = std::vector<std::unique_ptr<Value>>;
+    const std::string isKeyword = "OpaqueValue_IsTAVQToken(keyword)";
+    const std::string isList = "OpaqueValue_IsParseNode(list)";
+    const std::string isGenericList = "OpaqueValue_GetParseNodeType(list) == TBI_GENERICLIST";
+    const std::string isVarList = "OpaqueValue_GetParseNodeType(list) == TBI_VARLIST";
+    const std::string isVarname = "OpaqueValue_CheckTAVQToken(varname, SP_VARNAME, 0, 0)";
+    const std::string isLiteral = "OpaqueValue_CheckTAVQToken(literal, SP_SLITERAL, 0, 0)";
+    const std::string isLeftParen = "OpaqueValue_CheckTAVQToken(leftParen, SP_LPAREN, 0, 0)";
+    const std::string isRightParen = "OpaqueValue_CheckTAVQToken(rightParen, SP_RPAREN, 0, 0)";
+    const std::string isName =
+        "OpaqueValue_CheckTAVQToken(functionName, SP_VARNAME, SP_NONVARNAME, 0)";
+    const Case cases[] = {
+        {"root without global list",
+         [](TablesCommand& command, Arguments& a) { return BuildCommand(command, *a[0], *a[1]); },
+         {OpaqueValue{}, Node(TBI_GENERICLIST)},
+         {isList}},
+        {"root with a wrong list",
+         [](TablesCommand& command, Arguments& a) { return BuildCommand(command, *a[0], *a[1]); },
+         {Node(TBI_GENERICLIST), Node(TBI_VARLIST)},
+         {isGenericList}},
+        {"group without a table",
+         [](TablesCommand&, Arguments& a) { return BuildTableGroup(*a[0], *a[1]); },
+         {Node(TB_SORT), Node(TBI_GENERICLIST)},
+         {"OpaqueValue_CheckParseNode(table, TB_TABLE, 0, 0)"}},
+        {"AUTOLABEL of a node",
+         [](TablesCommand&, Arguments& a) { return BuildAutolabel(*a[0]); },
+         {Node(TB_TABLE)},
+         {isKeyword}},
+        {"AUTOLABEL with a wrong setting",
+         [](TablesCommand&, Arguments& a) { return BuildAutolabel(*a[0], *a[1]); },
+         {Word(TB_AUTOLABEL), Word(SP_ALL)},
+         {"tokenType == TB_DEFAULT || tokenType == TB_ON || tokenType == TB_OFF"}},
+        {"AUTOLABEL with a node as setting",
+         [](TablesCommand&, Arguments& a) { return BuildAutolabel(*a[0], *a[1]); },
+         {Word(TB_AUTOLABEL), Node(TB_ON)},
+         {"OpaqueValue_IsTAVQToken(settingKeyword)"}},
+        {"BASE with a wrong setting",
+         [](TablesCommand&, Arguments& a) { return BuildBase(*a[0], *a[1]); },
+         {Word(TB_BASE), Word(TB_ON)},
+         {"tokenType == TB_ANSWERING || tokenType == TB_QUALIFIED || tokenType == SP_ALL"}},
+        {"GBASE with a wrong setting",
+         [](TablesCommand&, Arguments& a) { return BuildGbase(*a[0], *a[1]); },
+         {Word(TB_GBASE), Word(TB_ON)},
+         {"nodeType == TB_CASES || nodeType == TB_RESPONSES"}},
+        {"MISSING with a wrong setting",
+         [](TablesCommand&, Arguments& a) { return BuildMissing(*a[0], *a[1]); },
+         {Word(TB_MISSINGSUBCOM), Word(TB_ON)},
+         {"tokenType == TB_EXCLUDE || tokenType == TB_INCLUDE"}},
+        {"FORMAT of another node",
+         [](TablesCommand&, Arguments& a) { return BuildFormat(*a[0], *a[1]); },
+         {Word(TB_FORMAT), Node(TB_SORT)},
+         {"parseNode->GetNodeType() == TB_FORMAT"}},
+        {"FORMAT of a token",
+         [](TablesCommand&, Arguments& a) { return BuildFormat(*a[0], *a[1]); },
+         {Word(TB_FORMAT), Word(TB_ZERO)},
+         {"OpaqueValue_IsParseNode(formatSettingList)"}},
+        {"a fill that is none",
+         [](TablesCommand&, Arguments& a) { return BuildEmptyCellSetting(*a[0]); },
+         {Word(TB_ON)},
+         {"tokenType == TB_BLANK || tokenType == TB_ZERO"}},
+        {"a missing value that is no literal",
+         [](TablesCommand&, Arguments& a) {
+             return BuildMissingSetting(*a[0], *a[1], *a[2], *a[3]);
+         },
+         {Word(TB_MISSING), Word(SP_LPAREN), Number(5), Word(SP_RPAREN)},
+         {isLiteral}},
+        {"parentheses that are none",
+         [](TablesCommand&, Arguments& a) {
+             return BuildMissingSetting(*a[0], *a[1], *a[2], *a[3]);
+         },
+         {Word(TB_MISSING), Word(SP_BY), Literal("x"), Word(SP_BY)},
+         {isLeftParen, isRightParen}},
+        {"texts without a list",
+         [](TablesCommand&, Arguments& a) { return BuildTexts(TB_TITLE, *a[0], *a[1]); },
+         {Word(TB_TITLE), OpaqueValue{}},
+         {isList}},
+        {"totals in a wrong list",
+         [](TablesCommand&, Arguments& a) { return BuildTotals(TB_FTOTAL, *a[0], *a[1]); },
+         {Word(TB_FTOTAL), Node(TBI_GENERICLIST)},
+         {isVarList}},
+        {"a variable that is none",
+         [](TablesCommand&, Arguments& a) { return BuildVariable(*a[0]); },
+         {Word(SP_NONVARNAME)},
+         {isVarname}},
+        {"a range without TO",
+         [](TablesCommand&, Arguments& a) { return BuildVariableRange(*a[0], *a[1], *a[2]); },
+         {Word(SP_VARNAME), Word(SP_BY), Word(SP_VARNAME)},
+         {"OpaqueValue_CheckTAVQToken(to, SP_TO, 0, 0)"}},
+        {"a set without a name",
+         [](TablesCommand&, Arguments& a) { return BuildMrGroup(*a[0], *a[1], *a[2]); },
+         {Word(TB_MRGROUP), Literal("x"), Node(TBI_VARLIST)},
+         {isVarname}},
+        {"a counted value that is a word",
+         [](TablesCommand&, Arguments& a) {
+             return BuildMdGroup(*a[0], *a[1], *a[2], *a[3], *a[4], *a[5]);
+         },
+         {Word(TB_MDGROUP), Word(SP_VARNAME), Node(TBI_VARLIST), Word(SP_LPAREN), Word(SP_VARNAME),
+          Word(SP_RPAREN)},
+         {"OpaqueValue_CheckTAVQToken(countedValue, SP_SLITERAL, SP_NUMBER, 0)"}},
+        {"SORT of another list",
+         [](TablesCommand&, Arguments& a) { return BuildSort(*a[0], *a[1]); },
+         {Word(TB_SORT), Node(TB_STATISTICS)},
+         {"OpaqueValue_CheckParseNode(list, TB_SORT, 0, 0)"}},
+        {"a sort function that is none",
+         [](TablesCommand&, Arguments& a) { return BuildSortVariable(*a[0], *a[1], *a[2], *a[3]); },
+         {Word(SP_VARNAME), Word(SP_LPAREN), Node(TBI_STATFUNCTION), Word(SP_RPAREN)},
+         {"OpaqueValue_CheckParseNode(sortFunction, TBI_SORTFUNCTION, 0, 0)"}},
+        {"a function named by a number",
+         [](TablesCommand&, Arguments& a) { return BuildSortFunction(*a[0]); },
+         {Number(5)},
+         {isName}},
+        {"STATISTICS of another list",
+         [](TablesCommand&, Arguments& a) { return BuildStatistics(*a[0], *a[1]); },
+         {Word(TB_STATISTICS), Node(TB_SORT)},
+         {"OpaqueValue_CheckParseNode(list, TB_STATISTICS, 0, 0)"}},
+        {"unweighted nothing",
+         [](TablesCommand&, Arguments& a) { return BuildUnweighted(*a[0], *a[1]); },
+         {Word(TB_UNWEIGHTED), Node(TBI_STATFUNCTION)},
+         {"OpaqueValue_CheckParseNode(statFuncSpec, TBI_FULLSTATFUNCTION, 0, 0)"}},
+        {"a full function of another node",
+         [](TablesCommand&, Arguments& a) { return BuildFullStatFunction(*a[0]); },
+         {Node(TBI_SORTFUNCTION)},
+         {"OpaqueValue_CheckParseNode(statFunc, TBI_STATFUNCTION, 0, 0)"}},
+        {"a function's number that is a literal",
+         [](TablesCommand&, Arguments& a) { return BuildStatFunction(*a[0], *a[1]); },
+         {Word(SP_VARNAME), Literal("x")},
+         {"OpaqueValue_CheckTAVQToken(number, SP_NUMBER, 0, 0)"}},
+        {"a display without a format",
+         [](TablesCommand&, Arguments& a) { return BuildStatDisplay(*a[0], *a[1], *a[2]); },
+         {Word(SP_LPAREN), Node(TBI_VARLIST), Word(SP_RPAREN)},
+         {"OpaqueValue_CheckParseNode(statFormat, TBI_FMT, 0, 0)"}},
+        {"a format that is a number",
+         [](TablesCommand&, Arguments& a) { return BuildStatFormat(*a[0]); },
+         {Number(5)},
+         {"OpaqueValue_CheckTAVQToken(formatWord, SP_VARNAME, SP_NONVARNAME, 0)"}},
+        {"an argument's display that is none",
+         [](TablesCommand&, Arguments& a) { return BuildStatArgument(*a[0], *a[1]); },
+         {Word(SP_VARNAME), Node(TBI_FMT)},
+         {"OpaqueValue_CheckParseNode(statDisplaySpec, TBI_STATFUNCARG, 0, 0)"}},
+        {"a list element that is a token",
+         [](TablesCommand&, Arguments& a) { return AddToList(TBI_VARLIST, *a[0], *a[1]); },
+         {Node(TBI_VARLIST), Word(SP_VARNAME)},
+         {"OpaqueValue_IsEmpty(element) || OpaqueValue_IsParseNode(element)"}},
+        {"a list of another type",
+         [](TablesCommand&, Arguments& a) { return AddToList(TBI_VARLIST, *a[0], *a[1]); },
+         {Node(TBI_GENERICLIST), Node(TBI_FMT)},
+         {isVarList}},
+        {"a table without rows",
+         [](TablesCommand& command, Arguments& a) {
+             return BuildTable(command, At(1, 1), *a[0], *a[1]);
+         },
+         {Word(TB_TABLE), OpaqueValue{}},
+         {"0 && \"Illegal TABLE subcommand: no arguments\""}},
+        {"a table with columns alone",
+         [](TablesCommand& command, Arguments& a) {
+             return BuildTable(command, At(1, 1), *a[0], *a[1], *a[2], *a[3]);
+         },
+         {Word(TB_TABLE), OpaqueValue{}, Word(SP_BY), Variable("a")},
+         {"OpaqueValue_IsEmpty(tableExpressionColumns)",
+          "0 && \"Illegal TABLE subcommand: no arguments\""}},
+        {"a table with layers but no columns",
+         [](TablesCommand& command, Arguments& a) {
+             return BuildTable(command, At(1, 1), *a[0], *a[1], *a[2], *a[3], *a[4], *a[5]);
+         },
+         {Word(TB_TABLE), Variable("a"), Word(SP_BY), OpaqueValue{}, Word(SP_BY), Variable("b")},
+         {"OpaqueValue_IsEmpty(tableExpressionLayers)"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        AssertionRecorder assertions;
+        Command parsed("TABLES");
+        Arguments arguments;
+        for (const OpaqueValue& argument : c.arguments) {
+            arguments.push_back(std::make_unique<Value>(argument));
+        }
+        const Value result(c.act(parsed.command, arguments));
+        EXPECT_EQ(result.Text(), "empty");
+        EXPECT_EQ(assertions.Texts(), c.assertions);
+        for (const std::unique_ptr<Value>& argument : arguments) {
+            EXPECT_TRUE(argument->IsEmpty());
+        }
+        EXPECT_TRUE(parsed.command.TableLocations().empty());
+    }
+}
+
+TEST(TbTrParseBuilderTest, TakenSlotsAssert) {
+    AssertionRecorder assertions;
+    const auto withChild = [](NodeType type) {
+        OpaqueValue value = Node(type);
+        value.pParseNode->AddChild(MakeNode(TBI_FMT, nullptr));
+        return value;
+    };
+    {
+        Value unweighted(Word(TB_UNWEIGHTED));
+        Value function(withChild(TBI_FULLSTATFUNCTION));
+        const Value result(BuildUnweighted(unweighted, function));
+        EXPECT_EQ(result.Text(), "FULLSTATFUNCTION(UNWEIGHTED)");
+    }
+    {
+        Value keyword(Word(TB_SORT));
+        Value direction(Word(TB_ASCENDING));
+        Value keys(withChild(TB_SORT));
+        const Value result(BuildSort(keyword, direction, keys));
+        EXPECT_EQ(result.Text(), "SORT(ASCENDING)");
+    }
+    {
+        Value keyword(Word(TB_SORT));
+        Value direction(Word(TB_ASCENDING));
+        Value keys(Node(TB_SORT));
+        const Value result(BuildSort(keyword, direction, keys));
+        EXPECT_EQ(result.Text(), "SORT");
+    }
+    {
+        Value keyword(Word(TB_SORT));
+        Value direction(Word(TB_ON));
+        Value keys(withChild(TB_SORT));
+        const Value result(BuildSort(keyword, direction, keys));
+        EXPECT_EQ(result.Text(), "SORT(FMT)");
+    }
+    {
+        Value varname(Word(SP_VARNAME, "a"));
+        Value display(withChild(TBI_STATFUNCARG));
+        const Value result(BuildStatArgument(varname, display));
+        EXPECT_EQ(result.Text(), "STATFUNCARG(a)");
+    }
+    {
+        Value varname(Word(SP_VARNAME, "a"));
+        Value display(Node(TBI_STATFUNCARG));
+        const Value result(BuildStatArgument(varname, display));
+        EXPECT_EQ(result.Text(), "STATFUNCARG");
+    }
+    EXPECT_EQ(assertions.Texts(),
+              (Texts{"pOldChild == 0", "pExistingChild == 0", "pSortSubNode->GetChildCount() > 0",
+                     "tbTokenType == TB_ASCENDING || tbTokenType == TB_DESCENDING",
+                     "pOldChild == 0", "pStatArgVarSpecNode->GetChildCount() > 0"}));
+}
+
+TEST(TbTrParseBuilderTest, ObservationChecksItsVariables) {
+    AssertionRecorder assertions;
+    Command parsed("TABLES");
+    Value keyword(Word(TB_OBSERVATION));
+    Value element(Node(TBI_FMT));
+    Value list(StartList(TBI_VARLIST, element));
+    Value result;
+    EXPECT_TRUE(BuildObservation(parsed.command, At(1, 1), result, keyword, list));
+    EXPECT_EQ(result.Text(), "OBSERVATION(VARLIST(FMT))");
+    EXPECT_EQ(assertions.Texts(),
+              Texts{"childNodeType == TBI_VARRANGE || childNodeType == SP_VARNAME"});
+}
+
+TEST(TbTrParseBuilderTest, AWordInParenthesesMustBeOne) {
+    AssertionRecorder assertions;
+    Command parsed("TABLES");
+    Value left(Word(SP_LPAREN));
+    Value word(Number(5));
+    Value right(Word(SP_RPAREN));
+    Value result;
+    EXPECT_FALSE(BuildParenthesisedWord(parsed.command, At(1, 1), result, left, word, right));
+    EXPECT_EQ(assertions.Texts(), Texts{"type == SP_VARNAME || type == SP_NONVARNAME"});
+    EXPECT_EQ(parsed.command.FirstReport().kind, TablesErrorKind::kNone);
+}
+
+}  // namespace
+}  // namespace quillet
