@@ -31,7 +31,8 @@ bool OpaqueValue_IsParseNode(const OpaqueValue& opVal) { return opVal.kind > kEm
 bool OpaqueValue_IsTAVQToken(const OpaqueValue& opVal) { return opVal.kind < kEmptyKind; }
 
 bool OpaqueValue_IsValid(const OpaqueValue& opVal) {
-    if (OpaqueValue_IsTAVQToken(opVal)) return opVal.pTAVQToken && !opVal.pParseNode;
+    if (OpaqueValue_IsTAVQToken(opVal))
+        return opVal.pTAVQToken != nullptr && opVal.pParseNode == nullptr;
     if (opVal.tokenCode != kNoNodeType || opVal.pTAVQToken) return false;
     return OpaqueValue_IsParseNode(opVal) == (opVal.pParseNode != nullptr);
 }

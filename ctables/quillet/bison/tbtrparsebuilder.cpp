@@ -196,7 +196,7 @@ void AddReport(TablesCommand& command, TablesErrorKind kind, const TablesLocatio
 
 }  // namespace
 
-// ---- Reports and warnings ----------------------------------------------------------------------
+// ---- Reports and warnings
 
 OpaqueValue reportGenericError(TablesCommand& command, const TablesLocation& location) {
     AddTrace(command, "reportGenericError ", "");
@@ -254,7 +254,7 @@ void TraceSyntaxError(const TablesCommand& command, const TablesLocation& locati
                      << '\n';
 }
 
-// ---- Lists -------------------------------------------------------------------------------------
+// ---- Lists
 
 OpaqueValue BuildEmptyList() { return ValueOf(MakeListNode(TBI_GENERICLIST)); }
 
@@ -302,7 +302,7 @@ OpaqueValue DiscardToken(OpaqueValue& discarded, OpaqueValue& token) {
     return DiscardToken(token);
 }
 
-// ---- Command and groups ------------------------------------------------------------------------
+// ---- Command and groups
 
 OpaqueValue BuildCommand(TablesCommand& command, OpaqueValue& globalGroup,
                          OpaqueValue& tableGroupList) {
@@ -330,7 +330,7 @@ OpaqueValue BuildTableGroup(OpaqueValue& table, OpaqueValue& localSubcommandList
     return ValueOf(std::move(group));
 }
 
-// ---- Settings ----------------------------------------------------------------------------------
+// ---- Settings
 
 OpaqueValue BuildAutolabel(OpaqueValue& keyword) {
     const ConsumedValues consumed(keyword);
@@ -482,7 +482,6 @@ OpaqueValue BuildMissingSetting(OpaqueValue& settingKeyword, OpaqueValue& leftPa
 }
 
 // ---- Totals, sets and observation
-// ----------------------------------------------------------------
 
 OpaqueValue BuildTotals(NodeType type, OpaqueValue& keyword, OpaqueValue& totalVarSpecList) {
     return BuildFromList(type, TBI_VARLIST, keyword, totalVarSpecList);
@@ -595,7 +594,6 @@ bool BuildObservation(TablesCommand& command, const TablesLocation& location, Op
 }
 
 // ---- SORT and STATISTICS
-// -------------------------------------------------------------------------
 
 OpaqueValue BuildSort(OpaqueValue& keyword, OpaqueValue& sortVariableList) {
     const ConsumedValues consumed(keyword, sortVariableList);
@@ -810,7 +808,6 @@ OpaqueValue BuildStatArgument(OpaqueValue& varname, OpaqueValue& statDisplaySpec
 }
 
 // ---- TABLE and table expressions
-// ------------------------------------------------------------------
 
 namespace {
 
@@ -853,7 +850,7 @@ bool BuildMarkerOrVariable(TablesCommand& command, const TablesLocation& locatio
                            OpaqueValue& result, std::unique_ptr<TbTrParseNode> leaf) {
     const TAVQToken* pWord = leaf->GetToken();
     const auto isSpelt = [pWord](std::string_view word) {
-        return pWord && pWord->CompareText(word, kSignificantBytes, /*raw=*/false) == 0;
+        return pWord != nullptr && pWord->CompareText(word, kSignificantBytes, /*raw=*/false) == 0;
     };
     std::unique_ptr<TAVQToken> noToken;
     if (isSpelt(kStatisticsWord)) {
@@ -914,9 +911,9 @@ std::unique_ptr<TbTrParseNode> JoinOperands(NodeType type, std::unique_ptr<TbTrP
     const std::size_t rightLength = LengthInChain(type, right.get());
     std::unique_ptr<TbTrParseNode> chain;
     if (left && left->GetNodeType() == type && leftLength >= rightLength) {
-        chain = std::move(left);
+        chain.swap(left);
     } else if (right && right->GetNodeType() == type) {
-        chain = std::move(right);
+        chain.swap(right);
     } else {
         chain = MakeNode(type, nullptr);
     }

@@ -7,6 +7,7 @@
 #include "driver/messagecatalogue.h"
 #include "driver/outputwriter.h"
 #include "platform/assertion.h"
+#include "translator/parsetree.h"
 
 namespace quillet {
 
@@ -55,17 +56,30 @@ std::string_view NameIn(const ReportEntry& entry) {
     return entry.text;
 }
 
+// Parses and translates; false with a report in `command`, or with none where there is nothing
+// to tell the user.
+[[nodiscard]] bool ConvertToCtables(TablesCommand& command, const CodePage& codePage,
+                                    std::string& text) {
+    return ParseTables(command) == ParseStatus::kSuccess &&
+           TranslateTablesCommand(command.ReleaseParseResult(), command, codePage, text);
+}
+
 }  // namespace
 
 void ConvertTables(const CodePage& codePage, TAVQTokenSequence* pSequence, OutputFile& out,
                    long lineOffset, ConversionListener& listener) {
     TablesCommand command(codePage, pSequence);
+    std::string text;
+    const bool converted = pSequence != nullptr && ConvertToCtables(command, codePage, text);
     WriteCommand(kBeginCtables, out, 0);
-    // What the tree becomes is not written yet, so there is no other result than a failure.
-    if (pSequence != nullptr && ParseTables(command) == ParseStatus::kAborted) {
+    if (converted) {
+        for (const std::string& warning : command.Warnings()) WriteStarred(warning, out);
+        WriteCommand(text, out, 0);
+        listener.OnResultLine(kTablesSucceeded);
+    } else {
         ReportTablesFailure(command.FirstReport(), out, lineOffset);
+        listener.OnResultLine(kTablesFailed);
     }
-    listener.OnResultLine(kTablesFailed);
     WriteCommand(kEndCtables, out, 0);
 }
 

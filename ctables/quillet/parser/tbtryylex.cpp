@@ -29,7 +29,7 @@ TablesLocation LocationOf(const TAVQToken& token) {
     location.last_line = location.first_line;
     location.last_column = location.first_column;
     const std::string& tokenStr = token.Text(/*raw=*/true);
-    if (QUILLET_ASSERT(tokenStr.size(), "tokenStr.size()")) {
+    if (QUILLET_ASSERT(!tokenStr.empty(), "tokenStr.size()")) {
         location.last_column += static_cast<int>(tokenStr.size()) - 1;
     }
     return location;

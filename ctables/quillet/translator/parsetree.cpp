@@ -1,0 +1,231 @@
+#include "translator/parsetree.h"
+
+#include <cstddef>
+#include <string_view>
+
+#include "driver/outputsequence.h"
+#include "platform/assertion.h"
+#include "translator/multipleresponse.h"
+#include "translator/statistics.h"
+#include "translator/subcommands.h"
+#include "translator/tableexpression.h"
+#include "translator/totals.h"
+#include "translator/translationcontext.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::string_view kModule = "parsetree";
+
+using Node = TbTrParseNode;
+
+constexpr std::size_t kLineWidth = 80;
+constexpr std::size_t kIndentation = 2;
+
+void AppendOnNewLine(OutputSequence& out, const OutputSequence& lines) {
+    if (lines.IsEmpty()) return;
+    out.NewLine();
+    out.Append(lines);
+}
+
+std::string_view DimensionWord(std::size_t dimension) {
+    if (dimension == 1) return "ROW";
+    return dimension == 2 ? "COLUMN" : "LAYER";
+}
+
+// One table group of the command.
+class TableTranslation {
+public:
+    TableTranslation(Node& group, Node& table, std::size_t tableIndex,
+                     const TranslationContext& context, OutputSequence& out)
+        : m_group(group),
+          m_table(table),
+          m_tableIndex(tableIndex),
+          m_context(context),
+          m_out(out) {}
+
+    [[nodiscard]] bool Run() {
+        m_out.Add("/TABLE ", false);
+        if (!HasTableShape(m_table) || !RemoveAllMarkers() || !CollectAllTotals() ||
+            !PrepareStatistics()) {
+            return false;
+        }
+        WriteDimensions();
+        WriteCategories();
+        if (!WriteTotals()) return false;
+        WriteCategoryLabelPosition();
+        WriteStatisticsLabelPosition();
+        if (!WriteSortOrder()) return false;
+        WriteTableTitles();
+        return true;
+    }
+
+private:
+    [[nodiscard]] bool RemoveAllMarkers() {
+        m_statsDisplayDim = RemoveMarkers(m_table, TB_STATISTICS);
+        m_labelsDim = RemoveMarkers(m_table, TB_LABELS);
+        return QUILLET_ASSERT(m_statsDisplayDim <= kMaxDimensions && m_labelsDim <= kMaxDimensions,
+                              "statsDisplayDim <= 3 && labelsDim <= 3");
+    }
+
+    [[nodiscard]] bool CollectAllTotals() {
+        for (std::size_t i = 0; i < m_table.GetChildCount(); ++i) {
+            if (!CollectTotals(m_table, i, m_context, m_totals)) return false;
+        }
+        return true;
+    }
+
+    // Decides where the statistics go, and what they are.
+    [[nodiscard]] bool PrepareStatistics() {
+        if (!m_statistics.Read(m_group)) return false;
+        m_statsCompDim = FindStatsCompDim(m_table, m_totals, m_statistics, m_context.Types());
+        if (m_statsCompDim == 0) return false;
+        if (IsTooLarge(m_table)) {
+            m_context.ReportTooLarge(m_tableIndex);
+            return false;
+        }
+        return m_statistics.LookUpFunctions(m_context);
+    }
+
+    void WriteDimensions() {
+        std::size_t count = m_table.GetChildCount();
+        while (!m_table.GetChild(count - 1)) --count;
+        for (std::size_t i = 0; i < count; ++i) {
+            if (i > 0) m_out.Add(" BY ", false);
+            const Node* pDimension = m_table.GetChild(i);
+            if (!pDimension) continue;
+            OutputSequence dimension;
+            if (i + 1 == m_statsCompDim) {
+                m_pFirstMagnet = WriteStatisticsDimension(m_table, m_statsCompDim, m_statistics,
+                                                          m_context.Types(), dimension);
+            } else {
+                WriteDimension(*pDimension, m_context.Types(), dimension);
+            }
+            m_out.Append(dimension);
+        }
+    }
+
+    void WriteCategories() {
+        m_out.NewLine();
+        m_out.Add("/CATEGORIES VAR=ALL EMPTY=EXCLUDE", false);
+        m_out.Add("MISSING=", true);
+        m_out.Add(m_context.Settings().missing == TB_INCLUDE ? "INCLUDE" : "EXCLUDE", false);
+    }
+
+    [[nodiscard]] bool WriteTotals() {
+        OutputSequence lines;
+        if (!WriteTotalCategories(m_totals, lines)) return false;
+        AppendOnNewLine(m_out, lines);
+        return true;
+    }
+
+    // The marker was in the dimension that shows the labels. They belong to the variables of the
+    // opposite one, which is what the new command names.
+    void WriteCategoryLabelPosition() {
+        if (m_labelsDim != 1 && m_labelsDim != 2) return;
+        m_out.NewLine();
+        m_out.Add("/CLABELS ", false);
+        m_out.Add(m_labelsDim == 1 ? "COL" : "ROW", false);
+        m_out.Add("=OPPOSITE", false);
+    }
+
+    // Statistics are shown where the command says, else where they are computed. Without a
+    // STATISTICS subcommand there is nothing to say about them, so their labels are hidden.
+    void WriteStatisticsLabelPosition() {
+        const bool hasStatistics = FirstTableSubcommand(m_group, TB_STATISTICS) != nullptr;
+        m_out.NewLine();
+        m_out.Add("/SLABELS", false);
+        if (m_statsDisplayDim != 0 || hasStatistics) {
+            m_out.Add("POSITION=", true);
+            m_out.Add(DimensionWord(m_statsDisplayDim != 0 ? m_statsDisplayDim : m_statsCompDim),
+                      false);
+        }
+        if (!hasStatistics) m_out.Add("VISIBLE=NO", true);
+    }
+
+    [[nodiscard]] bool WriteSortOrder() {
+        OutputSequence lines;
+        if (!WriteSort(m_group, *m_table.GetChild(m_statsCompDim - 1), *m_pFirstMagnet, m_context,
+                       lines)) {
+            return false;
+        }
+        AppendOnNewLine(m_out, lines);
+        return true;
+    }
+
+    void WriteTableTitles() {
+        OutputSequence lines;
+        WriteTitles(m_group, m_context.Settings(), lines);
+        AppendOnNewLine(m_out, lines);
+    }
+
+    const Node& m_group;
+    Node& m_table;
+    std::size_t m_tableIndex;
+    const TranslationContext& m_context;
+    OutputSequence& m_out;
+
+    std::size_t m_statsDisplayDim = 0;
+    std::size_t m_labelsDim = 0;
+    std::size_t m_statsCompDim = 0;
+    TotalRecords m_totals;
+    TableStatistics m_statistics;
+    const Node* m_pFirstMagnet = nullptr;
+};
+
+[[nodiscard]] bool WriteGlobals(const TranslationContext& context, OutputSequence& out) {
+    out.Add("CTABLES", false);
+    out.NewLine();
+    // Written whether or not there are sets: the old command always counts duplicates.
+    out.Add("/MRSETS COUNTDUPLICATES=YES", false);
+    OutputSequence format;
+    if (!WriteGlobalFormat(context.Settings(), format)) return false;
+    AppendOnNewLine(out, format);
+    return true;
+}
+
+[[nodiscard]] bool WriteTableGroup(Node* pTableGroup, std::size_t tableIndex,
+                                   const TranslationContext& context, OutputSequence& out) {
+    out.NewLine();
+    if (!QUILLET_ASSERT(pTableGroup && pTableGroup->GetNodeType() == TBI_GENERICLIST,
+                        "pTableGroup && pTableGroup->GetNodeType() == TBI_GENERICLIST")) {
+        return false;
+    }
+    Node* pTableSubcommand = pTableGroup->GetChild(0);
+    if (!QUILLET_ASSERT(pTableSubcommand, "pTableSubcommand")) return false;
+    return TableTranslation(*pTableGroup, *pTableSubcommand, tableIndex, context, out).Run();
+}
+
+}  // namespace
+
+bool TranslateTablesCommand(std::unique_ptr<TbTrParseNode> root, TablesCommand& command,
+                            const CodePage& codePage, std::string& text) {
+    text.clear();
+    if (!root) return true;
+    if (!QUILLET_ASSERT(root->GetNodeType() == TBI_GENERICLIST,
+                        "pTablesCommand->GetNodeType() == TBI_GENERICLIST")) {
+        return false;
+    }
+    if (!QUILLET_ASSERT(root->GetChildCount() > 0, "tablesCommand.GetChildCount() > 0")) {
+        return false;
+    }
+    const Node* pGlobalsList = root->GetChild(0);
+    if (pGlobalsList && !QUILLET_ASSERT(pGlobalsList->GetNodeType() == TBI_GENERICLIST,
+                                        "pGlobalsList->GetNodeType() == TBI_GENERICLIST")) {
+        return false;
+    }
+    const TranslationContext context(command, codePage, pGlobalsList);
+    OutputSequence out;
+    if (!WriteGlobals(context, out)) return false;
+    for (std::size_t i = 1; i < root->GetChildCount(); ++i) {
+        if (!WriteTableGroup(root->GetChild(i), i - 1, context, out)) return false;
+    }
+    OutputSequence sets;
+    if (!WriteSetsCommand(codePage, *root, sets)) return false;
+    if (!sets.IsEmpty()) text = sets.Format(kLineWidth, kIndentation) + ".\n";
+    text += out.Format(kLineWidth, kIndentation);
+    return true;
+}
+
+}  // namespace quillet

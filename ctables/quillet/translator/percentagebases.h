@@ -1,0 +1,92 @@
+// What the whole is of which a percentage is taken: a row, a column, a layer or the table.
+#ifndef QUILLET_TRANSLATOR_PERCENTAGEBASES_H
+#define QUILLET_TRANSLATOR_PERCENTAGEBASES_H
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "parser/tbtrparsenode.h"
+#include "translator/term.h"
+
+namespace quillet {
+
+/// The bases as a set of bits.
+enum PercentageBase : unsigned {
+    TBTR_ROWPCT = 1,
+    TBTR_COLPCT = 2,
+    TBTR_LAYERPCT = 4,
+    TBTR_TABPCT = 8,
+};
+
+/// Whether a dimension holds one of the base variables of a percentage.
+enum class HoldsBase {
+    kYes,
+    kNo,
+    kDisagree,  ///< Some of the terms that it is a stacking of do, some do not.
+};
+
+/// Answers `HoldsBase` for one dimension. The terms that count are those of the dimension
+/// multiplied out; they are not built.
+class DimensionBaseTest {
+public:
+    /// Borrows `dimension`, which must stay as it is.
+    explicit DimensionBaseTest(const TbTrParseNode& dimension);
+
+    /// Takes time for the places where one of `names` stands, not for the whole dimension.
+    [[nodiscard]] HoldsBase Test(const VariableNames& names);
+
+private:
+    static constexpr std::size_t kNoParent = static_cast<std::size_t>(-1);
+
+    // A node can avoid the names when it has a term without any of them: a variable when it is
+    // none of them, a stacking when one of its children can, a nesting when all of them can.
+    struct Node {
+        std::size_t parent;
+        bool isStacking;
+        std::size_t childCount;
+        std::size_t childrenInTheWay = 0;  // that cannot avoid the names; 0 between two tests
+    };
+
+    [[nodiscard]] bool CountChildInTheWay(std::size_t node);
+
+    std::vector<Node> m_nodes;  // the root is the first
+    std::unordered_map<std::string_view, std::vector<std::size_t>> m_parentsOfName;
+    std::vector<std::size_t> m_touched;
+};
+
+/// The bases that follow from where the base variables are: `rows`, `columns` and `layers` tell
+/// it for the dimensions. Where a dimension disagrees, both answers count.
+[[nodiscard]] unsigned BasesFor(HoldsBase rows, HoldsBase columns, HoldsBase layers);
+
+/// The word for a base, in front of the function's name.
+[[nodiscard]] std::string_view BaseWord(PercentageBase base);
+
+/// The bases for the percentages of one table.
+class PercentageBases {
+public:
+    /// `table` is the `TB_TABLE` node, which must stay as it is; `statsCompDim`, 1 to 3, is the
+    /// dimension that carries the statistics.
+    PercentageBases(const TbTrParseNode& table, std::size_t statsCompDim);
+
+    /// The bases of a percentage that stands on `term` and has the base variables `*pNames`;
+    /// null for a percentage without them, which is of the whole table. `*pNames` must live as
+    /// long as this object: its answer for the other dimensions is kept.
+    [[nodiscard]] unsigned BasesOf(const VariableNames* pNames, const Term& term);
+
+private:
+    using Answers = std::array<HoldsBase, 3>;
+
+    [[nodiscard]] const Answers& OtherDimensions(const VariableNames& names);
+
+    std::size_t m_statsCompIndex;
+    std::array<std::optional<DimensionBaseTest>, 3> m_otherDimensions;
+    std::unordered_map<const VariableNames*, Answers> m_answers;
+};
+
+}  // namespace quillet
+
+#endif  // QUILLET_TRANSLATOR_PERCENTAGEBASES_H

@@ -1,0 +1,257 @@
+#include "translator/statistics.h"
+
+#include <algorithm>
+#include <string>
+
+#include "platform/assertion.h"
+#include "translator/termpieces.h"
+#include "translator/totals.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::string_view kModule = "statistics";
+
+using Node = TbTrParseNode;
+
+// The slots of a TBI_FULLSTATFUNCTION.
+constexpr std::size_t kWeightSlot = 0;
+constexpr std::size_t kFunctionSlot = 1;
+constexpr std::size_t kArgumentsSlot = 2;
+constexpr std::size_t kBaseNamesSlot = 3;
+
+// The slots of a TBI_STATFUNCARG.
+constexpr std::size_t kVariableSlot = 0;
+constexpr std::size_t kFormatSlot = 1;
+constexpr std::size_t kLabelSlot = 2;
+
+constexpr PercentageBase kBasesInOrder[] = {TBTR_ROWPCT, TBTR_COLPCT, TBTR_LAYERPCT, TBTR_TABPCT};
+
+void AddSeparator(OutputSequence& list) {
+    if (!list.IsEmpty()) list.Add(",", false);
+}
+
+void AddToList(OutputSequence& list, const OutputSequence& group) {
+    AddSeparator(list);
+    list.Append(group);
+}
+
+// One statistic with one base ("" for what is no percentage): the name, for a percentile its
+// number, then label and format.
+OutputSequence MakeGroup(const Statistic& statistic, std::string_view base,
+                         std::string_view function) {
+    OutputSequence group;
+    std::string name = statistic.unweighted ? "U" : "";
+    name.append(base).append(function);
+    group.Add(name, false);
+    if (statistic.pNumber) group.Add(statistic.pNumber->Text(/*raw=*/true), true);
+    for (const TAVQToken* pDisplay : {statistic.pLabel, statistic.pFormat}) {
+        if (!pDisplay) continue;
+        group.Add(",", false);
+        group.Add(pDisplay->Text(/*raw=*/true), false);
+    }
+    KeepTogetherIfShort(group);
+    return group;
+}
+
+}  // namespace
+
+bool TableStatistics::Read(const TbTrParseNode& group) {
+    for (std::size_t i = 1; i < group.GetChildCount(); ++i) {
+        const Node* pSubcommand = group.GetChild(i);
+        if (!pSubcommand || pSubcommand->GetNodeType() != TB_STATISTICS) continue;
+        if (!ReadSubcommand(*pSubcommand)) return false;
+    }
+    return true;
+}
+
+bool TableStatistics::ReadSubcommand(const TbTrParseNode& subcommand) {
+    for (std::size_t i = 0; i < subcommand.GetChildCount(); ++i) {
+        const Node* pFunction = subcommand.GetChild(i);
+        if (!QUILLET_ASSERT(pFunction && pFunction->GetNodeType() == TBI_FULLSTATFUNCTION,
+                            "pNode->GetNodeType() == TBI_FULLSTATFUNCTION") ||
+            !ReadFunction(*pFunction)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// A function with several argument variables is a statistic for each of them; one without is a
+// statistic as well.
+bool TableStatistics::ReadFunction(const TbTrParseNode& fullFunction) {
+    const Node* pFunction = fullFunction.GetChild(kFunctionSlot);
+    if (!QUILLET_ASSERT(
+            pFunction && pFunction->GetNodeType() == TBI_STATFUNCTION && pFunction->GetToken(),
+            "pNode->GetNodeType() == TBI_STATFUNCTION")) {
+        return false;
+    }
+    Statistic statistic;
+    statistic.pFunction = pFunction->GetToken();
+    if (const Node* pNumber = pFunction->GetChild(0)) statistic.pNumber = pNumber->GetToken();
+    statistic.unweighted = fullFunction.GetChild(kWeightSlot) != nullptr;
+    if (!ReadBaseNames(fullFunction.GetChild(kBaseNamesSlot), statistic)) return false;
+
+    const Node* pArguments = fullFunction.GetChild(kArgumentsSlot);
+    const std::size_t count = pArguments ? pArguments->GetChildCount() : 0;
+    if (count == 0) AddStatistic(statistic);
+    for (std::size_t i = 0; i < count; ++i) {
+        const Node* pNode = pArguments->GetChild(i);
+        if (!QUILLET_ASSERT(pNode && pNode->GetNodeType() == TBI_STATFUNCARG,
+                            "pNode->GetNodeType() == TBI_STATFUNCARG") ||
+            !ReadArgument(*pNode, statistic)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool TableStatistics::ReadBaseNames(const TbTrParseNode* pBaseVarList, Statistic& statistic) {
+    if (!pBaseVarList) return true;
+    if (!QUILLET_ASSERT(pBaseVarList->GetNodeType() == TBI_VARLIST,
+                        "pBaseVarList->GetNodeType() == TBI_VARLIST")) {
+        return false;
+    }
+    VariableNames& names = m_baseNames.emplace_back();
+    for (std::size_t i = 0; i < pBaseVarList->GetChildCount(); ++i) {
+        names.insert(NameOf(*pBaseVarList->GetChild(i)));
+    }
+    statistic.pBaseNames = &names;
+    return true;
+}
+
+bool TableStatistics::ReadArgument(const TbTrParseNode& argument, Statistic statistic) {
+    if (const Node* pVariable = argument.GetChild(kVariableSlot)) {
+        statistic.argument = NameOf(*pVariable);
+    }
+    if (const Node* pFormat = argument.GetChild(kFormatSlot)) {
+        if (!QUILLET_ASSERT(pFormat->GetNodeType() == TBI_FMT,
+                            "pFormat->GetNodeType() == TBI_FMT")) {
+            return false;
+        }
+        statistic.pFormat = pFormat->GetToken();
+    }
+    if (const Node* pLabel = argument.GetChild(kLabelSlot)) {
+        if (!QUILLET_ASSERT(pLabel->GetNodeType() == SP_SLITERAL,
+                            "pLabel->GetNodeType() == SP_SLITERAL")) {
+            return false;
+        }
+        statistic.pLabel = pLabel->GetToken();
+    }
+    AddStatistic(statistic);
+    return true;
+}
+
+void TableStatistics::AddStatistic(const Statistic& statistic) {
+    if (!statistic.argument.empty()) {
+        m_byArgument[statistic.argument].push_back(m_statistics.size());
+    }
+    m_statistics.push_back(statistic);
+}
+
+bool TableStatistics::LookUpFunctions(const TranslationContext& context) {
+    for (std::size_t i = 0; i < m_statistics.size(); ++i) {
+        Statistic& statistic = m_statistics[i];
+        const std::string_view name = statistic.pFunction->Text(/*raw=*/false);
+        const auto lookUp = [&](bool multipleResponse) {
+            return LookUpSummaryFunction(name, /*abbreviated=*/true, multipleResponse,
+                                         context.Settings());
+        };
+        statistic.forSets = lookUp(true);
+        statistic.forOthers = lookUp(false);
+        if (statistic.forOthers.name.empty()) {
+            context.Report(TablesErrorKind::kUnknownSummaryFunction, *statistic.pFunction);
+            return false;
+        }
+        if (!statistic.argument.empty()) continue;
+        switch (statistic.forOthers.kind) {
+            case SummaryKind::kCases:
+                m_ofCases.push_back(i);
+                break;
+            case SummaryKind::kResponses:
+                m_ofResponses.push_back(i);
+                break;
+            case SummaryKind::kVariable:
+                m_ofVariables.push_back(i);
+                break;
+        }
+    }
+    return true;
+}
+
+// The total of a term is that of its first variable that has one. It gets statistics of its own
+// only where a function names it; otherwise the new command gives it those of its variable.
+std::string_view TableStatistics::CountingTotalOf(const Term& term) const {
+    for (const TermVariable& variable : term.Variables()) {
+        const Node* pTotal = variable.pNode->GetChild(kTotalSlot);
+        if (!pTotal) continue;
+        return IsArgument(NameOf(*pTotal)) ? NameOf(*pTotal) : std::string_view();
+    }
+    return {};
+}
+
+// A function with an argument variable goes where that variable is. Of the others, those that
+// count cases go everywhere, those that count responses where there is a set, and those that
+// summarise values where there is a scale variable.
+std::vector<TableStatistics::Placed> TableStatistics::PlaceOn(const Term& term,
+                                                              std::string_view total) const {
+    std::vector<Placed> placed;
+    const auto add = [&placed](const std::vector<std::size_t>& indices, bool inTotalsOnly) {
+        for (const std::size_t index : indices) placed.push_back({index, inTotalsOnly});
+    };
+    const auto addArgument = [&](std::string_view name, bool inTotalsOnly) {
+        const auto found = m_byArgument.find(name);
+        if (found != m_byArgument.end()) add(found->second, inTotalsOnly);
+    };
+    add(m_ofCases, false);
+    if (term.HasSet()) add(m_ofResponses, false);
+    if (term.HasScale()) add(m_ofVariables, false);
+    for (const std::string_view name : term.Names()) addArgument(name, false);
+    if (!total.empty()) addArgument(total, true);
+    std::sort(placed.begin(), placed.end(),
+              [](const Placed& left, const Placed& right) { return left.index < right.index; });
+    return placed;
+}
+
+// A percentage is written once for each of its bases.
+void TableStatistics::WriteGroups(const Placed& placed, const Term& term, PercentageBases& bases,
+                                  OutputSequence& out) const {
+    const Statistic& statistic = m_statistics[placed.index];
+    const SummaryFunction& function = term.HasSet() ? statistic.forSets : statistic.forOthers;
+    if (!function.percent) {
+        AddToList(out, MakeGroup(statistic, "", function.name));
+        return;
+    }
+    const unsigned pctBases = bases.BasesOf(statistic.pBaseNames, term);
+    for (const PercentageBase base : kBasesInOrder) {
+        if ((pctBases & base) == 0) continue;
+        AddToList(out, MakeGroup(statistic, BaseWord(base), function.name));
+    }
+}
+
+void TableStatistics::WriteList(const Term& term, PercentageBases& bases,
+                                OutputSequence& out) const {
+    out.Clear();
+    OutputSequence totals;
+    const std::string_view total = CountingTotalOf(term);
+    for (const Placed& placed : PlaceOn(term, total)) {
+        if (!placed.inTotalsOnly) WriteGroups(placed, term, bases, out);
+        if (!total.empty()) WriteGroups(placed, term, bases, totals);
+    }
+    if (out.IsEmpty() && IsSet(term.Magnet().type)) {
+        out.Add("RESPONSES", false);
+        if (!total.empty()) {
+            AddSeparator(totals);
+            totals.Add("RESPONSES", false);
+        }
+    }
+    if (totals.IsEmpty()) return;
+    AddSeparator(out);
+    out.Add("TOTALS", false);
+    out.Add("[", false);
+    out.Append(totals);
+    out.Add("]", false);
+}
+
+}  // namespace quillet

@@ -1,0 +1,84 @@
+// The statistics of a table: which functions there are, which variable gets which of them, and
+// how they are written behind it.
+#ifndef QUILLET_TRANSLATOR_STATISTICS_H
+#define QUILLET_TRANSLATOR_STATISTICS_H
+
+#include <cstddef>
+#include <deque>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "driver/outputsequence.h"
+#include "parser/tbtrparsenode.h"
+#include "translator/percentagebases.h"
+#include "translator/summaryfunctions.h"
+#include "translator/term.h"
+#include "translator/translationcontext.h"
+
+namespace quillet {
+
+/// A function of STATISTICS together with at most one of its argument variables. Borrows from
+/// the parse tree.
+struct Statistic {
+    const TAVQToken* pFunction = nullptr;
+    const TAVQToken* pNumber = nullptr;  ///< The percentile; null for none.
+    const TAVQToken* pLabel = nullptr;   ///< Null for none.
+    const TAVQToken* pFormat = nullptr;  ///< Null for none.
+    bool unweighted = false;
+    std::string_view argument;                  ///< In upper case; empty for none.
+    const VariableNames* pBaseNames = nullptr;  ///< The names behind the colon; null for none.
+    SummaryFunction forSets;    ///< The new function in a term with a multiple-response set.
+    SummaryFunction forOthers;  ///< The new function in any other term.
+};
+
+/// All STATISTICS subcommands of one table, as if they were one.
+class TableStatistics {
+public:
+    /// Reads the table group `group`. False after an assertion.
+    [[nodiscard]] bool Read(const TbTrParseNode& group);
+
+    /// True when `name`, in upper case, is an argument variable of a function.
+    [[nodiscard]] bool IsArgument(std::string_view name) const {
+        return m_byArgument.count(name) != 0;
+    }
+
+    /// Looks the functions up in the dictionary. False after the report of an unknown one.
+    [[nodiscard]] bool LookUpFunctions(const TranslationContext& context);
+
+    /// Writes the statistics of `term`, the whole list that stands in brackets behind its magnet
+    /// variable, into `out`, which is cleared first. Nothing is written when there are none. The
+    /// functions must have been looked up. Takes time for what is written and for the term, not
+    /// for the functions that the term does not get.
+    void WriteList(const Term& term, PercentageBases& bases, OutputSequence& out) const;
+
+private:
+    // A statistic of a term, by its place among all of them.
+    struct Placed {
+        std::size_t index;
+        bool inTotalsOnly;
+    };
+
+    [[nodiscard]] bool ReadSubcommand(const TbTrParseNode& subcommand);
+    [[nodiscard]] bool ReadFunction(const TbTrParseNode& fullFunction);
+    [[nodiscard]] bool ReadBaseNames(const TbTrParseNode* pBaseVarList, Statistic& statistic);
+    [[nodiscard]] bool ReadArgument(const TbTrParseNode& argument, Statistic statistic);
+    void AddStatistic(const Statistic& statistic);
+
+    [[nodiscard]] std::vector<Placed> PlaceOn(const Term& term, std::string_view total) const;
+    [[nodiscard]] std::string_view CountingTotalOf(const Term& term) const;
+    void WriteGroups(const Placed& placed, const Term& term, PercentageBases& bases,
+                     OutputSequence& out) const;
+
+    std::vector<Statistic> m_statistics;
+    std::deque<VariableNames> m_baseNames;  // a deque, so that statistics can point into it
+    std::unordered_map<std::string_view, std::vector<std::size_t>> m_byArgument;
+    // Those without an argument variable; filled by the look-up, which tells their kinds.
+    std::vector<std::size_t> m_ofCases;
+    std::vector<std::size_t> m_ofResponses;
+    std::vector<std::size_t> m_ofVariables;
+};
+
+}  // namespace quillet
+
+#endif  // QUILLET_TRANSLATOR_STATISTICS_H

@@ -1,0 +1,36 @@
+// The subcommands beside the table expression: format, titles and sort order.
+#ifndef QUILLET_TRANSLATOR_SUBCOMMANDS_H
+#define QUILLET_TRANSLATOR_SUBCOMMANDS_H
+
+#include "driver/outputsequence.h"
+#include "parser/tbtrparsenode.h"
+#include "translator/translationcontext.h"
+
+namespace quillet {
+
+/// The subcommands of the table group `group` that is of type `type`: the first or the last of
+/// them; null when there is none. What stands at index 0 is the TABLE subcommand itself.
+[[nodiscard]] const TbTrParseNode* FirstTableSubcommand(const TbTrParseNode& group, NodeType type);
+[[nodiscard]] const TbTrParseNode* LastTableSubcommand(const TbTrParseNode& group, NodeType type);
+
+/// Writes how empty and missing cells are shown into `out`, which is cleared first. False after
+/// an assertion.
+[[nodiscard]] bool WriteGlobalFormat(const GlobalSettings& settings, OutputSequence& out);
+
+/// Writes title, caption and corner of the table of `group` into `out`, which is cleared first;
+/// nothing when it has none.
+void WriteTitles(const TbTrParseNode& group, const GlobalSettings& settings, OutputSequence& out);
+
+/// Writes the sort order of the table of `group` into `out`, which is cleared first: a
+/// categories subcommand for each sorted variable, each on a line of its own.
+///
+/// `statsDimension` is the dimension that carries the statistics, `firstMagnet` the first
+/// variable with statistics in it: a variable of another dimension is sorted by the counts of
+/// that one. Returns false after a report (kind 6) or an assertion.
+[[nodiscard]] bool WriteSort(const TbTrParseNode& group, const TbTrParseNode& statsDimension,
+                             const TbTrParseNode& firstMagnet, const TranslationContext& context,
+                             OutputSequence& out);
+
+}  // namespace quillet
+
+#endif  // QUILLET_TRANSLATOR_SUBCOMMANDS_H

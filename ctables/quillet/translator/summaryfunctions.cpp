@@ -1,0 +1,111 @@
+#include "translator/summaryfunctions.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "platform/assertion.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::string_view kModule = "summaryfunctions";
+
+constexpr std::size_t kKeyLength = 3;
+
+using Resolver = SummaryFunction (*)(bool multipleResponse, const GlobalSettings& settings);
+
+struct DictionaryEntry {
+    std::string_view tablesName;
+    SummaryFunction output;
+    Resolver resolver;  // takes precedence over `output`; null for most
+};
+
+// For sets GBASE says what counts as the whole, for everything else BASE does.
+SummaryFunction ResolveCountPercentBase(bool multipleResponse, const GlobalSettings& settings) {
+    SummaryFunction function{"VALIDN", SummaryKind::kCases, true};
+    const NodeType bAttr = settings.base;
+    if (multipleResponse) {
+        function.name = settings.gbase == TB_RESPONSES ? "COUNT.RESPONSES" : "COUNT";
+    } else if (bAttr == TB_QUALIFIED) {
+        function.name = "COUNT";
+    } else if (bAttr == SP_ALL) {
+        function.name = "TOTALN";
+    } else {
+        static_cast<void>(QUILLET_ASSERT(bAttr == TB_ANSWERING || bAttr == kNoNodeType,
+                                         "bAttr == TB_ANSWERING || bAttr == 0"));
+    }
+    return function;
+}
+
+SummaryFunction ResolveResponsePercentBase(bool, const GlobalSettings& settings) {
+    return {settings.gbase == TB_RESPONSES ? "RESPONSES" : "RESPONSES.COUNT",
+            SummaryKind::kResponses, true};
+}
+
+constexpr SummaryKind C = SummaryKind::kCases;
+constexpr SummaryKind R = SummaryKind::kResponses;
+constexpr SummaryKind S = SummaryKind::kVariable;
+
+// In this order: the first entry that matches an abbreviation wins. All percentiles of the old
+// command are the one of the new.
+constexpr std::array<DictionaryEntry, 25> funcInfoDictionary = {{
+    {"CASES", {"RESPONSES", R, false}, nullptr},
+    {"COUNT", {"COUNT", C, false}, nullptr},
+    {"CPCT", {"", C, true}, ResolveCountPercentBase},
+    {"CSPCT", {"", R, true}, ResolveResponsePercentBase},
+    {"MAXIMUM", {"MAXIMUM", S, false}, nullptr},
+    {"MEAN", {"MEAN", S, false}, nullptr},
+    {"MEDIAN", {"MEDIAN", S, false}, nullptr},
+    {"MODE", {"MODE", S, false}, nullptr},
+    {"MINIMUM", {"MINIMUM", S, false}, nullptr},
+    {"PTILE", {"PTILE", S, false}, nullptr},
+    {"RANGE", {"RANGE", S, false}, nullptr},
+    {"RPCT", {"", R, true}, ResolveResponsePercentBase},
+    {"RESPONSES", {"RESPONSES", R, false}, nullptr},
+    {"SEMEAN", {"SEMEAN", S, false}, nullptr},
+    {"SPCT", {"SUM", S, true}, nullptr},
+    {"STDDEV", {"STDDEV", S, false}, nullptr},
+    {"SUM", {"SUM", S, false}, nullptr},
+    {"VALIDN", {"VALIDN", S, false}, nullptr},
+    {"VARIANCE", {"VARIANCE", S, false}, nullptr},
+    {"VPCT", {"VALIDN", S, true}, nullptr},
+    {"HPTILE", {"PTILE", S, false}, nullptr},
+    {"WPTILE", {"PTILE", S, false}, nullptr},
+    {"RPTILE", {"PTILE", S, false}, nullptr},
+    {"EPTILE", {"PTILE", S, false}, nullptr},
+    {"APTILE", {"PTILE", S, false}, nullptr},
+}};
+
+constexpr bool EveryEntryHasAName() {
+    return std::all_of(funcInfoDictionary.begin(), funcInfoDictionary.end(),
+                       [](const DictionaryEntry& entry) {
+                           return entry.resolver != nullptr || !entry.output.name.empty();
+                       });
+}
+static_assert(EveryEntryHasAName(), "an empty name would read as \"unknown function\"");
+
+// Blanks stand for what a short name lacks, so that "MO" is no abbreviation of "MODE".
+std::array<char, kKeyLength> AbbreviationKey(std::string_view name) {
+    std::array<char, kKeyLength> key = {' ', ' ', ' '};
+    std::copy_n(name.begin(), std::min(name.size(), kKeyLength), key.begin());
+    return key;
+}
+
+}  // namespace
+
+SummaryFunction LookUpSummaryFunction(std::string_view name, bool abbreviated,
+                                      bool multipleResponse, const GlobalSettings& settings) {
+    const std::array<char, kKeyLength> key = AbbreviationKey(name);
+    const std::string_view keyText(key.data(), key.size());
+    const auto* const pEntry = std::find_if(
+        funcInfoDictionary.begin(), funcInfoDictionary.end(), [&](const DictionaryEntry& entry) {
+            return abbreviated ? entry.tablesName.substr(0, kKeyLength) == keyText
+                               : entry.tablesName == name;
+        });
+    if (pEntry == funcInfoDictionary.end()) return {};
+    return pEntry->resolver ? pEntry->resolver(multipleResponse, settings) : pEntry->output;
+}
+
+}  // namespace quillet

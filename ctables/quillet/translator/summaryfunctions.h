@@ -1,0 +1,37 @@
+// The dictionary of summary functions.
+#ifndef QUILLET_TRANSLATOR_SUMMARYFUNCTIONS_H
+#define QUILLET_TRANSLATOR_SUMMARYFUNCTIONS_H
+
+#include <string_view>
+
+#include "translator/globalsettings.h"
+
+namespace quillet {
+
+/// What a summary function summarises.
+enum class SummaryKind : char {
+    kCases = 'C',
+    kResponses = 'R',
+    kVariable = 'S',  ///< The values of a variable.
+};
+
+/// A summary function of the new command.
+struct SummaryFunction {
+    std::string_view name;  ///< Without "U" and base; empty: the old name is unknown.
+    SummaryKind kind = SummaryKind::kCases;
+    bool percent = false;  ///< A percentage: `name` says of what.
+};
+
+/// The new function for `name`, a function of the old command in upper case.
+///
+/// With `abbreviated` the first three bytes decide, as the old command has it, and a shorter name
+/// is one that ends there; otherwise the whole name. For percentages of cases and responses the
+/// BASE and GBASE settings choose what 100 percent are: `multipleResponse` tells whether the
+/// function is for a term with a multiple-response set.
+[[nodiscard]] SummaryFunction LookUpSummaryFunction(std::string_view name, bool abbreviated,
+                                                    bool multipleResponse,
+                                                    const GlobalSettings& settings);
+
+}  // namespace quillet
+
+#endif  // QUILLET_TRANSLATOR_SUMMARYFUNCTIONS_H

@@ -1,0 +1,61 @@
+// The dimensions of a table: where the statistics are computed and shown, and how rows, columns
+// and layers are written.
+#ifndef QUILLET_TRANSLATOR_TABLEEXPRESSION_H
+#define QUILLET_TRANSLATOR_TABLEEXPRESSION_H
+
+#include <cstddef>
+#include <cstdint>
+
+#include "driver/outputsequence.h"
+#include "parser/tbtrparsenode.h"
+#include "translator/statistics.h"
+#include "translator/totals.h"
+#include "translator/translationcontext.h"
+
+namespace quillet {
+
+/// Dimensions are numbered as the old command writes them: 1 rows, 2 columns, 3 layers; 0 stands
+/// for none of them.
+inline constexpr std::size_t kMaxDimensions = 3;
+
+/// What `RemoveMarkers` returns when there are markers in two dimensions.
+inline constexpr std::size_t kTwoDimensions = 4;
+
+/// A dimension may have this many variables when it is multiplied out, no more.
+inline constexpr std::uint64_t kMaxMultipliedLeaves = 1000000;
+
+/// True when `table`, a `TB_TABLE` node, has one to three dimensions, empty or well formed;
+/// asserts otherwise. The functions below rely on it.
+[[nodiscard]] bool HasTableShape(const TbTrParseNode& table);
+
+/// Takes all markers of the type `marker` (`TB_STATISTICS` or `TB_LABELS`) out of the table. A
+/// dimension of markers alone becomes an empty slot. Returns the number of the dimension that
+/// they were in; 0 when there are none.
+[[nodiscard]] std::size_t RemoveMarkers(TbTrParseNode& table, NodeType marker);
+
+/// The number of the dimension in which the statistics are computed: the one with the first
+/// variable, in the order of the command, that is a scale variable, or an argument of a
+/// function, or has a total that is one. Without any the columns, without columns the first
+/// dimension that is there; 0 when no dimension is.
+[[nodiscard]] std::size_t FindStatsCompDim(const TbTrParseNode& table, const TotalRecords& records,
+                                           const TableStatistics& statistics,
+                                           const VariableTypes& types);
+
+/// True when a dimension would have more than `kMaxMultipliedLeaves` variables when it is
+/// multiplied out.
+[[nodiscard]] bool IsTooLarge(const TbTrParseNode& table);
+
+/// Writes a dimension that carries no statistics into `out`, which is cleared first.
+void WriteDimension(const TbTrParseNode& dimension, const VariableTypes& types,
+                    OutputSequence& out);
+
+/// Writes the dimension that carries the statistics into `out`, which is cleared first:
+/// multiplied out, and with the statistics of each term behind its magnet variable. Returns the
+/// first term's magnet variable.
+const TbTrParseNode* WriteStatisticsDimension(const TbTrParseNode& table, std::size_t statsCompDim,
+                                              const TableStatistics& statistics,
+                                              const VariableTypes& types, OutputSequence& out);
+
+}  // namespace quillet
+
+#endif  // QUILLET_TRANSLATOR_TABLEEXPRESSION_H

@@ -1,0 +1,278 @@
+#include "translator/totals.h"
+
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "platform/assertion.h"
+#include "translator/treeediting.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::string_view kModule = "totals";
+
+using Node = TbTrParseNode;
+using Declaration = VariableTypes::Declaration;
+
+NodeType TotalTypeOf(const Declaration& declaration) {
+    return declaration.type == TB_FTOTAL ? TBI_FTOTALVAR : TBI_PTOTALVAR;
+}
+
+// The variables that a total of `term` stands for: in a nesting the outermost, in a stacking
+// all.
+std::vector<Node*> VariablesTotalled(Node& term) {
+    std::vector<Node*> variables;
+    std::vector<Node*> pending = {&term};
+    while (!pending.empty()) {
+        Node* pNode = pending.back();
+        pending.pop_back();
+        if (pNode->GetNodeType() == SP_GREATERTHAN) {
+            pending.push_back(pNode->GetChild(0));
+        } else if (pNode->GetNodeType() == SP_PLUS) {
+            for (std::size_t i = pNode->GetChildCount(); i > 0; --i) {
+                pending.push_back(pNode->GetChild(i - 1));
+            }
+        } else {
+            variables.push_back(pNode);
+        }
+    }
+    return variables;
+}
+
+// Which total goes to which term, in the order of the command. Of all following totals of a term
+// the last one replaces the others, so those are passed over: thousands of them may follow a
+// nesting over thousands of variables. There is no second preceding total of a term, since that
+// would have to stand in front of the first.
+class Associations {
+public:
+    // True when `term` has had a total before, so that its variables need no second check.
+    [[nodiscard]] bool Knows(const Node& term) const { return m_lastFollowing.count(&term) != 0; }
+
+    void Add(Node& term, const Declaration& total) {
+        if (total.type == TB_FTOTAL) {
+            const auto [found, isNew] = m_lastFollowing.try_emplace(&term, m_inOrder.size());
+            if (!isNew) {
+                m_inOrder[found->second].pTerm = nullptr;
+                found->second = m_inOrder.size();
+            }
+        }
+        m_inOrder.push_back({&term, &total});
+    }
+
+    void Apply(const VariableTypes& types, TotalRecords& records) const {
+        for (const Association& association : m_inOrder) {
+            if (!association.pTerm) continue;
+            for (Node* pVariable : VariablesTotalled(*association.pTerm)) {
+                Attach(*pVariable, *association.pTotal);
+                Record(*pVariable, *association.pTotal, types, records);
+            }
+        }
+    }
+
+private:
+    struct Association {
+        Node* pTerm;  // null when a later association replaces this one
+        const Declaration* pTotal;
+    };
+
+    static void Attach(Node& variable, const Declaration& total) {
+        const NodeType totalType = TotalTypeOf(total);
+        const Node* pAttached = variable.GetChild(kTotalSlot);
+        if (totalType == TBI_PTOTALVAR && pAttached && pAttached->GetNodeType() == TBI_FTOTALVAR) {
+            return;
+        }
+        std::unique_ptr<Node> copy = CloneNode(*total.pVariable);
+        copy->SetNodeType(totalType);
+        variable.ReplaceChild(kTotalSlot, std::move(copy));
+    }
+
+    static void Record(const Node& variable, const Declaration& total, const VariableTypes& types,
+                       TotalRecords& records) {
+        const std::string name = types.OutputKey(variable);
+        if (total.type == TB_FTOTAL) {
+            records[name] = total.pVariable;
+        } else {
+            records.try_emplace(name, total.pVariable);
+        }
+    }
+
+    std::vector<Association> m_inOrder;
+    std::unordered_map<const Node*, std::size_t> m_lastFollowing;  // index in m_inOrder
+};
+
+class TotalCollector {
+public:
+    explicit TotalCollector(const TranslationContext& context) : m_context(context) {}
+
+    [[nodiscard]] LeafDecision Decide(Node& leaf, const LeafPlace& place) {
+        if (leaf.GetNodeType() != SP_VARNAME) return LeafDecision::kKeep;
+        const Declaration* pTotal = m_context.Types().Find(leaf);
+        if (!pTotal || !IsTotal(pTotal->type)) return LeafDecision::kKeep;
+        if (place.parentType == TB_TABLE) return LeafDecision::kRemove;
+        if (place.parentType != SP_PLUS) {
+            return Fail(TablesErrorKind::kTotalWithoutStacking, leaf);
+        }
+        Node* pNeighbour = NeighbourOf(*pTotal, place);
+        if (!pNeighbour) {
+            return Fail(pTotal->type == TB_FTOTAL ? TablesErrorKind::kNothingToFollow
+                                                  : TablesErrorKind::kNothingToPrecede,
+                        leaf);
+        }
+        return GiveToNeighbour(leaf, *pTotal, *pNeighbour);
+    }
+
+    void Apply(TotalRecords& records) const { m_associations.Apply(m_context.Types(), records); }
+
+private:
+    // The variable that is nearest to a total.
+    struct Nearest {
+        Node* pVariable = nullptr;
+        Node* pLastNesting = nullptr;  // the last nesting on the way to it; null for none
+    };
+
+    static Node* NeighbourOf(const Declaration& total, const LeafPlace& place) {
+        return total.type == TB_FTOTAL ? place.pPrevious : place.pNext;
+    }
+
+    LeafDecision Fail(TablesErrorKind kind, const Node& variable) const {
+        m_context.Report(kind, *variable.GetToken());
+        return LeafDecision::kFail;
+    }
+
+    // The variable at the near end of a stacking, the outermost one of a nesting.
+    static Nearest FindNearest(const Declaration& total, Node& neighbour) {
+        Nearest nearest{&neighbour, nullptr};
+        while (IsOperator(nearest.pVariable->GetNodeType())) {
+            Node* pOperator = nearest.pVariable;
+            const bool stacked = pOperator->GetNodeType() == SP_PLUS;
+            if (!stacked) nearest.pLastNesting = pOperator;
+            const bool atEnd = stacked && total.type == TB_FTOTAL;
+            nearest.pVariable = pOperator->GetChild(atEnd ? pOperator->GetChildCount() - 1 : 0);
+        }
+        return nearest;
+    }
+
+    // A neighbour may be a deep tree that a thousand totals follow: look into it once.
+    Nearest NearestTo(const Declaration& total, Node& neighbour) {
+        if (total.type != TB_FTOTAL) return FindNearest(total, neighbour);
+        if (m_pLastFollowed != &neighbour) {
+            m_lastFollowedNearest = FindNearest(total, neighbour);
+            m_pLastFollowed = &neighbour;
+        }
+        return m_lastFollowedNearest;
+    }
+
+    [[nodiscard]] LeafDecision GiveToNeighbour(const Node& leaf, const Declaration& total,
+                                               Node& neighbour) {
+        const Nearest nearest = NearestTo(total, neighbour);
+        if (nearest.pVariable->GetNodeType() != SP_VARNAME) return LeafDecision::kRemove;
+        const VariableType type = m_context.Types().TypeOf(*nearest.pVariable);
+        if (IsTotal(type)) return LeafDecision::kRemove;
+        if (type != TB_OBSERVATION) return AssociateWithTerm(*nearest.pVariable, total);
+        if (!nearest.pLastNesting) return Fail(TablesErrorKind::kTotalBesideScale, leaf);
+        Node* pRightOperand = nearest.pLastNesting->GetChild(1);
+        if (!QUILLET_ASSERT(pRightOperand, "pRightOp")) return LeafDecision::kFail;
+        return AssociateWithTerm(*pRightOperand, total);
+    }
+
+    [[nodiscard]] LeafDecision AssociateWithTerm(Node& term, const Declaration& total) {
+        if (!m_associations.Knows(term)) {
+            for (const Node* pVariable : VariablesTotalled(term)) {
+                if (!QUILLET_ASSERT(pVariable->GetNodeType() == SP_VARNAME,
+                                    "assocVar.GetNodeType() == SP_VARNAME")) {
+                    return LeafDecision::kFail;
+                }
+                if (!CanHaveTotal(*pVariable)) {
+                    return Fail(TablesErrorKind::kMisplacedTotal, *pVariable);
+                }
+            }
+        }
+        m_associations.Add(term, total);
+        return LeafDecision::kRemove;
+    }
+
+    [[nodiscard]] bool CanHaveTotal(const Node& variable) const {
+        const VariableType type = m_context.Types().TypeOf(variable);
+        return type == kNoNodeType || IsSet(type);
+    }
+
+    const TranslationContext& m_context;
+    Associations m_associations;
+    const Node* m_pLastFollowed = nullptr;
+    Nearest m_lastFollowedNearest;
+};
+
+// The variables of one total, in the order of their names.
+struct TotalLine {
+    const Node* pTotal;
+    std::vector<std::string_view> names;
+};
+
+std::vector<TotalLine> GroupByTotal(const TotalRecords& records) {
+    std::vector<TotalLine> lines;
+    std::unordered_map<const Node*, std::size_t> lineOfTotal;
+    for (const auto& [name, pTotal] : records) {
+        const auto [found, isNew] = lineOfTotal.try_emplace(pTotal, lines.size());
+        if (isNew) lines.push_back({pTotal, {}});
+        lines[found->second].names.push_back(name);
+    }
+    return lines;
+}
+
+std::string LabelOf(const Node& total) {
+    const Node* pLabel = total.GetChild(0);
+    if (!pLabel) return "\"" + std::string(NameOf(total)) + "\"";
+    return pLabel->GetToken()->Text(/*raw=*/true);
+}
+
+// A label may only be a literal.
+bool HasTotalShape(const Node& total) {
+    const Node* pLabel = total.GetChild(0);
+    return QUILLET_ASSERT(total.GetChildCount() > 0, "pTotalDecl->GetChildCount()") &&
+           (!pLabel || (QUILLET_ASSERT(pLabel->GetNodeType() == SP_SLITERAL,
+                                       "pLabel->GetNodeType() == SP_SLITERAL") &&
+                        QUILLET_ASSERT(pLabel->GetToken(), "pLabelTok")));
+}
+
+void WriteTotalLine(const TotalLine& line, OutputSequence& out) {
+    out.Add("/CATEGORIES VAR=", false);
+    for (const std::string_view name : line.names) out.Add(name, name != line.names.front());
+    out.Add("TOTAL=YES", true);
+    out.Add("POSITION=", true);
+    out.Add(line.pTotal->GetParent()->GetNodeType() == TB_FTOTAL ? "AFTER" : "BEFORE", false);
+    out.Add("LABEL=", true);
+    out.Add(LabelOf(*line.pTotal), false);
+}
+
+}  // namespace
+
+bool CollectTotals(TbTrParseNode& table, std::size_t dimension, const TranslationContext& context,
+                   TotalRecords& records) {
+    Node* pDimension = table.GetChild(dimension);
+    if (!pDimension) return true;
+    TotalCollector collector(context);
+    const auto decide = [&collector](Node& leaf, const LeafPlace& place) {
+        return collector.Decide(leaf, place);
+    };
+    if (!RemoveLeaves(table, dimension, decide)) return false;
+    collector.Apply(records);
+    pDimension = table.GetChild(dimension);
+    if (pDimension) Flatten(*pDimension);
+    return true;
+}
+
+bool WriteTotalCategories(const TotalRecords& records, OutputSequence& out) {
+    out.Clear();
+    for (const TotalLine& line : GroupByTotal(records)) {
+        if (!HasTotalShape(*line.pTotal)) return false;
+        if (!out.IsEmpty()) out.NewLine();
+        WriteTotalLine(line, out);
+    }
+    return true;
+}
+
+}  // namespace quillet

@@ -1,0 +1,30 @@
+#include "translator/translationcontext.h"
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+namespace quillet {
+
+void TranslationContext::Report(TablesErrorKind kind, const TAVQToken& token) const {
+    ReportEntry entry;
+    entry.kind = kind;
+    entry.text = token.Text(/*raw=*/true);
+    token.GetPosition(entry.line, entry.column);
+    entry.column += static_cast<int>(entry.text.size()) - 1;
+    m_command.AddReport(std::move(entry));
+}
+
+void TranslationContext::ReportTooLarge(std::size_t tableIndex) const {
+    ReportEntry entry;
+    entry.kind = TablesErrorKind::kTableTooLarge;
+    entry.subcommand = TB_TABLE;
+    const std::vector<TablesLocation>& locations = m_command.TableLocations();
+    if (tableIndex < locations.size()) {
+        entry.line = locations[tableIndex].last_line;
+        entry.column = locations[tableIndex].last_column;
+    }
+    m_command.AddReport(std::move(entry));
+}
+
+}  // namespace quillet

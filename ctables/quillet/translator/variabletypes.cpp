@@ -1,0 +1,80 @@
+#include "translator/variabletypes.h"
+
+#include <cstddef>
+
+#include "platform/multibyte.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::size_t kMaxSetNameLength = 8;
+
+}  // namespace
+
+std::string_view NameOf(const TbTrParseNode& variable) {
+    return variable.GetToken()->Text(/*raw=*/false);
+}
+
+std::string_view SpellingOf(const TbTrParseNode& variable) {
+    return variable.GetToken()->Text(/*raw=*/true);
+}
+
+std::string MakeSetName(const CodePage& codePage, std::string_view name) {
+    if (name.substr(0, 1) == "$") return std::string(name);
+    std::string setName = "$";
+    setName += name;
+    if (name.size() >= kMaxSetNameLength) {
+        setName.resize(TAVQMBStringTruncate_A(codePage, setName, kMaxSetNameLength).size());
+    }
+    return setName;
+}
+
+VariableTypes::VariableTypes(const CodePage& codePage, const TbTrParseNode* pGlobals)
+    : m_codePage(codePage) {
+    const std::size_t count = pGlobals ? pGlobals->GetChildCount() : 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const TbTrParseNode* pSubcommand = pGlobals->GetChild(i);
+        if (!pSubcommand) continue;
+        const NodeType type = pSubcommand->GetNodeType();
+        if (type == TB_OBSERVATION) {
+            DeclareAll(type, pSubcommand->GetChild(0));
+        } else if (IsTotal(type)) {
+            DeclareAll(type, pSubcommand);
+        } else if (IsSet(type)) {
+            Declare(type, pSubcommand->GetChild(0));
+        }
+    }
+}
+
+void VariableTypes::Declare(VariableType type, const TbTrParseNode* pVariable) {
+    if (!pVariable || pVariable->GetNodeType() != SP_VARNAME || !pVariable->GetToken()) return;
+    m_declarations.try_emplace(NameOf(*pVariable), Declaration{type, pVariable});
+}
+
+void VariableTypes::DeclareAll(VariableType type, const TbTrParseNode* pList) {
+    const std::size_t count = pList ? pList->GetChildCount() : 0;
+    for (std::size_t i = 0; i < count; ++i) Declare(type, pList->GetChild(i));
+}
+
+const VariableTypes::Declaration* VariableTypes::Find(const TbTrParseNode& variable) const {
+    const auto found = m_declarations.find(NameOf(variable));
+    return found == m_declarations.end() ? nullptr : &found->second;
+}
+
+VariableType VariableTypes::TypeOf(const TbTrParseNode& variable) const {
+    const Declaration* pDeclaration = Find(variable);
+    return pDeclaration ? pDeclaration->type : kNoNodeType;
+}
+
+std::string VariableTypes::OutputName(const TbTrParseNode& variable) const {
+    if (IsSet(TypeOf(variable))) return MakeSetName(m_codePage, SpellingOf(variable));
+    return std::string(SpellingOf(variable));
+}
+
+std::string VariableTypes::OutputKey(const TbTrParseNode& variable) const {
+    if (IsSet(TypeOf(variable))) return MakeSetName(m_codePage, NameOf(variable));
+    return std::string(NameOf(variable));
+}
+
+}  // namespace quillet
