@@ -37,7 +37,18 @@ TIME_LIMIT = 120  # seconds for one run
 
 # Cases whose output is not its own conversion, each with its reason. A case that needs its entry
 # no longer is reported, so that the list stays true.
-NOT_REPEATABLE: dict[str, str] = {}
+NOT_REPEATABLE: dict[str, str] = {
+    "examples/monthly.batch.syn":
+        "in batch mode the lines of a GPL program read as one command, which gets a period",
+    "tests/golden/plans/health-plan-batch.batch.syn":
+        "in batch mode the lines of a GPL program read as one command, which gets a period",
+    "tests/golden/igraph/axes.syn":
+        "a quote inside a GPL text stands behind a backslash, which no command may hold",
+    "tests/golden/igraph/horizontal-bars.syn":
+        "a quote inside a GPL text stands behind a backslash, which no command may hold",
+    "tests/golden/igraph/view-names.syn":
+        "a view name goes into LABEL as it is, its apostrophe included",
+}
 
 # The width to which generated commands are laid out, and that of a statement of a graph program.
 WIDTH = 80

@@ -1,0 +1,17 @@
+// The grammar of the IGRAPH command.
+#ifndef QUILLET_IGRAPH_COMMANDREADER_H
+#define QUILLET_IGRAPH_COMMANDREADER_H
+
+#include "igraph/specification.h"
+#include "igraph/syntaxreader.h"
+#include "tokenizer/tokensequencebase.h"
+
+namespace quillet::igraph {
+
+/// Reads a command from its first token on into `spec`, which is as constructed. Linear in the
+/// tokens, without recursion. After a fault `spec` is of no use.
+[[nodiscard]] SyntaxFault ReadCommand(TokenSequenceBase& sequence, Specification& spec);
+
+}  // namespace quillet::igraph
+
+#endif  // QUILLET_IGRAPH_COMMANDREADER_H

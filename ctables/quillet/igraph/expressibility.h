@@ -1,0 +1,23 @@
+// What the IGRAPH command can say and GPL cannot.
+#ifndef QUILLET_IGRAPH_EXPRESSIBILITY_H
+#define QUILLET_IGRAPH_EXPRESSIBILITY_H
+
+#include <string>
+
+#include "igraph/layout.h"
+#include "igraph/specification.h"
+
+namespace quillet::igraph {
+
+/// Why the graph of `spec`, which is complete, cannot be written in GPL; empty when it can. A
+/// graph that only looks like what was asked for is worse than none, so whatever would be drawn
+/// differently has a reason here. Of several reasons the first in a fixed order is given.
+/// Linear in the command.
+[[nodiscard]] std::string FindObstacle(const Specification& spec, const Layout& layout);
+
+/// The text in which such a reason reaches the user: a comment, without its final period.
+[[nodiscard]] std::string ObstacleMessage(const std::string& reason);
+
+}  // namespace quillet::igraph
+
+#endif  // QUILLET_IGRAPH_EXPRESSIBILITY_H

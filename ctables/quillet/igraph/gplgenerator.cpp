@@ -1,0 +1,42 @@
+#include "igraph/gplgenerator.h"
+
+#include <string_view>
+
+#include "igraph/chart.h"
+#include "igraph/chartelements.h"
+#include "igraph/chartguides.h"
+#include "igraph/expressibility.h"
+#include "igraph/layout.h"
+#include "platform/assertion.h"
+
+namespace quillet::igraph {
+
+namespace {
+
+constexpr std::string_view kModule = "gplgenerator";
+
+}  // namespace
+
+gplGenerator::gplGenerator(iGraphSpec& spec, const TAVQ_DataSource* /*pSource*/,
+                           FacSTDictionary* /*pDictionary*/)
+    : m_spec(spec) {}
+
+std::string gplGenerator::getGPL() {
+    const Specification& command = m_spec.Command();
+    const std::string obstacle = QUILLET_ASSERT(m_spec.IsComplete(), "m_spec.IsComplete()")
+                                     ? FindObstacle(command, LayoutOf(command))
+                                     : "the chart would be empty";
+    if (!obstacle.empty()) {
+        m_spec.SetErrorMessage(ObstacleMessage(obstacle));
+        return "";
+    }
+    Chart chart(command);
+    chart.Data().Declare(chart.Statements());
+    AddElements(chart);  // the guides and scales depend on what the elements show
+    AddCoordinates(chart);
+    AddGuides(chart);
+    AddScales(chart);
+    return chart.Statements().ToText();
+}
+
+}  // namespace quillet::igraph

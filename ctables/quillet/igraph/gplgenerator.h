@@ -1,0 +1,30 @@
+// Writes the GPL program of a graph.
+#ifndef QUILLET_IGRAPH_GPLGENERATOR_H
+#define QUILLET_IGRAPH_GPLGENERATOR_H
+
+#include <string>
+
+#include "igraph/foreigntypes.h"
+#include "igraph/igraphspec.h"
+
+namespace quillet::igraph {
+
+/// The generator for one specification, which it borrows.
+class gplGenerator {
+public:
+    /// `spec` is complete and outlives the generator; the pointers are null.
+    gplGenerator(iGraphSpec& spec, const TAVQ_DataSource* pSource, FacSTDictionary* pDictionary);
+
+    /// The program's text: it begins and ends with a line end, and each statement is a line
+    /// behind two blanks. Where GPL cannot express the graph, sets the error message of the
+    /// specification and returns an empty text. For an incomplete specification the message is
+    /// that of an empty chart, behind an assertion. Linear in the specification.
+    [[nodiscard]] std::string getGPL();
+
+private:
+    iGraphSpec& m_spec;
+};
+
+}  // namespace quillet::igraph
+
+#endif  // QUILLET_IGRAPH_GPLGENERATOR_H

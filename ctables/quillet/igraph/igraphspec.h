@@ -1,0 +1,67 @@
+// The specification of a graph as its users hold it.
+#ifndef QUILLET_IGRAPH_IGRAPHSPEC_H
+#define QUILLET_IGRAPH_IGRAPHSPEC_H
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "igraph/specification.h"
+
+namespace quillet::igraph {
+
+/// The specification of the graph that comes out.
+class GraphSpec {
+public:
+    /// Sets the name under which the output lists the graph.
+    void SetOutputLabel(const std::string& label) { m_outputLabel = label; }
+    [[nodiscard]] const std::string& OutputLabel() const { return m_outputLabel; }
+
+private:
+    std::string m_outputLabel;
+};
+
+/// An IGRAPH command that has been understood: what it says, and what follows from that.
+class iGraphSpec {
+public:
+    [[nodiscard]] GraphSpec& getGGraphSpec() { return m_graphSpec; }
+
+    /// The name given to the graph; empty when there is none.
+    [[nodiscard]] std::string getViewName() const { return m_command.viewName; }
+
+    /// Why the graph cannot be written in GPL, as a comment without its final period; empty when
+    /// it can. Set by the generator.
+    [[nodiscard]] std::string errorMessage() const { return m_errorMessage; }
+
+    /// The variables of the graph, with a blank between two, in order of their first appearance
+    /// and in the spelling of it, none twice. $count, $pct and $case are not among them.
+    [[nodiscard]] std::string getUsedVarName() const { return m_usedNames; }
+
+    /// The chart looks in command order, without the empty ones and NONE.
+    [[nodiscard]] std::vector<std::string> getChartLooks() const;
+
+    /// What the command says.
+    [[nodiscard]] const Specification& Command() const { return m_command; }
+    [[nodiscard]] Specification& Command() { return m_command; }
+
+    /// True once defaults are filled in and the command has been found valid.
+    [[nodiscard]] bool IsComplete() const { return m_isComplete; }
+
+    /// Marks the command as complete and lists its variables.
+    void SetComplete();
+    void SetErrorMessage(std::string message) { m_errorMessage = std::move(message); }
+
+private:
+    Specification m_command;
+    GraphSpec m_graphSpec;
+    std::string m_usedNames;
+    std::string m_errorMessage;
+    bool m_isComplete = false;
+};
+
+/// The variable names of `spec` as `iGraphSpec::getUsedVarName` gives them. Linear in the names.
+[[nodiscard]] std::string UsedNames(const Specification& spec);
+
+}  // namespace quillet::igraph
+
+#endif  // QUILLET_IGRAPH_IGRAPHSPEC_H

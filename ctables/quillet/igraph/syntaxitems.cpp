@@ -1,0 +1,107 @@
+#include "igraph/syntaxitems.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+
+namespace quillet::igraph {
+
+namespace {
+
+using Kind = SyntaxItem::Kind;
+
+struct RawToken {
+    int operatorCode = TokenCodes::kNotOperator;
+    SyntaxItem item;
+};
+
+Kind KindOfOperator(int operatorCode) {
+    switch (operatorCode) {
+        case TokenCodes::kSlash:
+            return Kind::kSlash;
+        case TokenCodes::kLeftParen:
+            return Kind::kLeftParen;
+        case TokenCodes::kRightParen:
+            return Kind::kRightParen;
+        default:
+            return Kind::kOther;
+    }
+}
+
+RawToken CurrentToken(const TokenSequenceBase& sequence) {
+    RawToken token;
+    token.operatorCode = sequence.Operator();
+    const char* chars = nullptr;
+    std::size_t length = 0;
+    if (sequence.GetValueText(chars, length) > 0) token.item.value = {chars, length};
+    if (sequence.GetSourceText(chars, length) > 0) token.item.source = {chars, length};
+    switch (sequence.Type()) {
+        case TokenCodes::kString:
+            token.item.kind =
+                token.operatorCode == TokenCodes::kNotOperator ? Kind::kWord : Kind::kReservedWord;
+            break;
+        case TokenCodes::kNumber:
+            token.item.number = sequence.NumberValue();
+            // What does not fit into a double cannot be written into the graph either.
+            token.item.kind = std::isfinite(token.item.number) ? Kind::kNumber : Kind::kOther;
+            break;
+        case TokenCodes::kLiteral:
+            token.item.kind = Kind::kLiteral;
+            break;
+        default:
+            token.item.kind = KindOfOperator(token.operatorCode);
+            break;
+    }
+    return token;
+}
+
+bool IsSign(const RawToken& token) {
+    return token.item.kind == Kind::kOther &&
+           (token.operatorCode == TokenCodes::kMinus || token.operatorCode == TokenCodes::kPlus);
+}
+
+bool IsReservedWord(std::string_view word) {
+    static constexpr std::array<std::string_view, 13> kReserved = {
+        "ALL", "AND", "BY", "EQ", "GE", "GT", "LE", "LT", "NE", "NOT", "OR", "TO", "WITH"};
+    return std::find(kReserved.begin(), kReserved.end(), word) != kReserved.end();
+}
+
+// The period hid a reserved word from the tokenizer, so it is looked up here once more.
+void CutTerminator(SyntaxItem& word) {
+    if (!word.value.ends_with('.') || !word.source.ends_with('.')) return;
+    word.value.remove_suffix(1);
+    word.source.remove_suffix(1);
+    if (IsReservedWord(word.value)) word.kind = Kind::kReservedWord;
+}
+
+}  // namespace
+
+std::vector<SyntaxItem> ReadSyntaxItems(TokenSequenceBase& sequence) {
+    std::vector<SyntaxItem> items;
+    RawToken previous;
+    while (sequence.Next()) {
+        RawToken token = CurrentToken(sequence);
+        if (token.item.kind == Kind::kOther && token.operatorCode == TokenCodes::kEquals) continue;
+        if (token.item.kind == Kind::kNumber && IsSign(previous)) {
+            // 0.0 - 0.0 is a zero without a sign, which -0.0 is not.
+            if (previous.operatorCode == TokenCodes::kMinus) {
+                token.item.number = 0.0 - token.item.number;
+            }
+            items.pop_back();
+        }
+        items.push_back(token.item);
+        previous = token;
+    }
+    const bool endsInPeriod = !items.empty() && previous.item.kind == Kind::kOther &&
+                              previous.operatorCode == TokenCodes::kPeriod;
+    if (endsInPeriod) {
+        items.pop_back();
+    } else if (!items.empty() && items.back().kind == Kind::kWord) {
+        CutTerminator(items.back());
+    }
+    items.push_back(SyntaxItem{});
+    return items;
+}
+
+}  // namespace quillet::igraph

@@ -1,0 +1,124 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "igraph/syntaxreader.h"
+#include "platform/codepage.h"
+#include "tokenizer/tavqtokensequence.h"
+
+namespace quillet::igraph {
+
+namespace {
+
+using Kind = SyntaxItem::Kind;
+
+// A reader over a text, with the sequence that its items look into.
+class ReaderOf {
+public:
+    explicit ReaderOf(const std::string& text)
+        : m_sequence(CodePage::Utf8(), text, false, 0), m_reader(ReadSyntaxItems(m_sequence)) {}
+
+    SyntaxReader* operator->() { return &m_reader; }
+
+private:
+    TAVQTokenSequence m_sequence;
+    SyntaxReader m_reader;
+};
+
+TEST(IgraphSyntaxReaderTest, StaysAtTheEnd) {
+    ReaderOf reader("a");
+    EXPECT_TRUE(reader->IsAt(Kind::kWord));
+    reader->Advance();
+    reader->Advance();
+    reader->Advance();
+    EXPECT_TRUE(reader->IsAt(Kind::kEnd));
+    double number = 0.0;
+    EXPECT_FALSE(reader->ReadNumber(number));
+    EXPECT_EQ(reader->Fault(), SyntaxFault::kValue);
+}
+
+TEST(IgraphSyntaxReaderTest, ReadsValues) {
+    ReaderOf reader("5 (7) 8 'text' ON off SCA )");
+    double number = 0.0;
+    EXPECT_TRUE(reader->ReadNumber(number));
+    EXPECT_EQ(number, 5.0);
+    EXPECT_TRUE(reader->ReadParenthesizedNumber({0.0, 9.0}, number));
+    EXPECT_EQ(number, 7.0);
+    EXPECT_TRUE(reader->ReadParenthesizedNumber({0.0, 9.0}, number));
+    EXPECT_EQ(number, 8.0);
+    std::string text;
+    EXPECT_TRUE(reader->ReadLiteral(text));
+    EXPECT_EQ(text, "text");
+    bool isOn = false;
+    EXPECT_TRUE(reader->ReadOnOff(isOn));
+    EXPECT_TRUE(isOn);
+    EXPECT_TRUE(reader->ReadOnOff(isOn));
+    EXPECT_FALSE(isOn);
+    Keyword keyword{};
+    EXPECT_TRUE(reader->ReadKeyword(keywords::kMeasures, keyword));
+    EXPECT_EQ(keyword, Keyword::kScale);
+    EXPECT_TRUE(reader->Expect(Kind::kRightParen));
+    EXPECT_TRUE(reader->IsAt(Kind::kEnd));
+    EXPECT_FALSE(reader->HasNumberOutOfRange());
+    EXPECT_EQ(reader->Fault(), SyntaxFault::kNone);
+}
+
+TEST(IgraphSyntaxReaderTest, NumbersOutOfRangeAreReadAndMarked) {
+    const char* const outside[] = {"-1", "9.5"};
+    for (const char* text : outside) {
+        ReaderOf reader(text);
+        double number = 0.0;
+        EXPECT_TRUE(reader->ReadNumberIn({0.0, 9.0}, number)) << text;
+        EXPECT_TRUE(reader->HasNumberOutOfRange()) << text;
+    }
+    const char* const inside[] = {"0", "9"};
+    for (const char* text : inside) {
+        ReaderOf reader(text);
+        double number = 0.0;
+        EXPECT_TRUE(reader->ReadNumberIn({0.0, 9.0}, number)) << text;
+        EXPECT_FALSE(reader->HasNumberOutOfRange()) << text;
+    }
+    ReaderOf length("0");
+    double number = 0.0;
+    EXPECT_TRUE(length->ReadLength(number));
+    EXPECT_TRUE(length->HasNumberOutOfRange());
+}
+
+TEST(IgraphSyntaxReaderTest, RecognisesReferences) {
+    struct Case {
+        const char* text;
+        bool isReference;
+    };
+    const Case cases[] = {
+        {"a", true},     {"VAR(a)", true}, {"$count", true},   {"$count (x)", true},
+        {"by", true},    {"VAR", true},    {"a (b)", false},   {"TYPE", false},
+        {"type", false}, {"5", false},     {"'a'", false},     {"(", false},
+        {"", false},     {"TYP", true},    {"TYPE(a)", false}, {"MIN", false},
+    };
+    for (const Case& c : cases) {
+        ReaderOf reader(c.text);
+        EXPECT_EQ(reader->IsAtReference(keywords::kAxisSettings), c.isReference) << c.text;
+    }
+}
+
+TEST(IgraphSyntaxReaderTest, OptionalWordsLeaveOthersAlone) {
+    ReaderOf reader("NORMAL SPIKE");
+    bool isRead = false;
+    Keyword keyword{};
+    EXPECT_TRUE(
+        reader->ReadOptionalKeyword(keywords::kKernels, keywords::kFitSettings, isRead, keyword));
+    EXPECT_TRUE(isRead);
+    EXPECT_EQ(keyword, Keyword::kNormal);
+    EXPECT_TRUE(
+        reader->ReadOptionalKeyword(keywords::kKernels, keywords::kFitSettings, isRead, keyword));
+    EXPECT_FALSE(isRead);
+    EXPECT_EQ(reader->Current().value, "SPIKE");
+    ReaderOf other("QUADRATIC");
+    EXPECT_FALSE(
+        other->ReadOptionalKeyword(keywords::kKernels, keywords::kFitSettings, isRead, keyword));
+    EXPECT_EQ(other->Fault(), SyntaxFault::kSetting);
+}
+
+}  // namespace
+
+}  // namespace quillet::igraph
