@@ -220,6 +220,13 @@ TEST(ParseTreeTest, AssertsTheShapeOfTheTree) {
          "tablesCommand.GetChildCount() > 0"},
         {[](TbTrParseNode& root) { root.GetChild(0)->SetNodeType(TBI_VARLIST); },
          "pGlobalsList->GetNodeType() == TBI_GENERICLIST"},
+        {[](TbTrParseNode& root) {
+             root.GetChild(0)->AddChild(MakeNode(TB_FORMAT, nullptr));
+             root.GetChild(0)->GetChild(0)->AddChild(MakeNode(TB_ON, nullptr));
+         },
+         "nodeType == SP_SLITERAL"},
+        {[](TbTrParseNode& root) { root.GetChild(0)->AddChild(MakeNode(TB_MRGROUP, nullptr)); },
+         "pMRGroup->GetChildCount() == 2"},
         {[](TbTrParseNode& root) { root.ReplaceChild(1, nullptr); },
          "pTableGroup && pTableGroup->GetNodeType() == TBI_GENERICLIST"},
         {[](TbTrParseNode& root) { root.GetChild(1)->SetNodeType(TBI_VARLIST); },

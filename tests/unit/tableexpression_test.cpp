@@ -245,6 +245,17 @@ TEST(TableExpressionTest, BreaksALongTermBetweenItsItems) {
               "aaa[C]>\n  " + longName + "1234[C]>bb[C] BY \n  x[C]>y[C]");
 }
 
+TEST(TableExpressionTest, ATotalThatIsLeftIsAnAssertion) {
+    const AssertionCollector assertions;
+    ParsedCommand parsed("TABLES /FTOTAL t /TABLE t");
+    OutputSequence out;
+    WriteDimension(*parsed.Table().GetChild(0), VariableTypes(CodePage::Utf8(), parsed.Globals()),
+                   out);
+    EXPECT_EQ(out.Format(80, 2), "t");
+    EXPECT_EQ(assertions.Texts(),
+              std::vector<std::string>({"varType == TB_MDGROUP || varType == TB_MRGROUP"}));
+}
+
 TEST(TableExpressionTest, AMillionVariablesAreTheLimit) {
     const auto stacking = [](int count) {
         std::string text = "(a";

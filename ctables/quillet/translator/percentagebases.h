@@ -45,9 +45,9 @@ private:
     // A node can avoid the names when it has a term without any of them: a variable when it is
     // none of them, a stacking when one of its children can, a nesting when all of them can.
     struct Node {
-        std::size_t parent;
-        bool isStacking;
-        std::size_t childCount;
+        std::size_t parent = 0;
+        bool isStacking = false;
+        std::size_t childCount = 0;
         std::size_t childrenInTheWay = 0;  // that cannot avoid the names; 0 between two tests
     };
 

@@ -40,7 +40,7 @@ public:
 
     /// True when `name`, in upper case, is an argument variable of a function.
     [[nodiscard]] bool IsArgument(std::string_view name) const {
-        return m_byArgument.count(name) != 0;
+        return m_byArgument.contains(name);
     }
 
     /// Looks the functions up in the dictionary. False after the report of an unknown one.

@@ -119,7 +119,7 @@ private:
         key = kCountKey;
         const Node* pFunction = sortVariable.GetChild(0);
         if (pFunction && !MakeFunctionKey(*pFunction, key)) return false;
-        if (key == kCountKey && m_statsNames.count(NameOf(sortVariable)) == 0) {
+        if (key == kCountKey && !m_statsNames.contains(NameOf(sortVariable))) {
             key = KeyOf(kCountKey, m_context.Types().OutputName(m_firstMagnet));
         }
         return true;

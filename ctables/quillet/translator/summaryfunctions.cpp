@@ -39,7 +39,8 @@ SummaryFunction ResolveCountPercentBase(bool multipleResponse, const GlobalSetti
     return function;
 }
 
-SummaryFunction ResolveResponsePercentBase(bool, const GlobalSettings& settings) {
+SummaryFunction ResolveResponsePercentBase(bool /*multipleResponse*/,
+                                           const GlobalSettings& settings) {
     return {settings.gbase == TB_RESPONSES ? "RESPONSES" : "RESPONSES.COUNT",
             SummaryKind::kResponses, true};
 }

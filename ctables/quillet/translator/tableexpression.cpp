@@ -171,7 +171,7 @@ std::size_t FindStatsCompDim(const TbTrParseNode& table, const TotalRecords& rec
             if (DecidesForItsDimension(*pLeaf, records, statistics, types)) return i + 1;
         }
     }
-    for (const std::size_t dimension : {2, 1, 3}) {
+    for (const std::size_t dimension : {2UL, 1UL, 3UL}) {
         if (table.GetChild(dimension - 1)) return dimension;
     }
     return 0;

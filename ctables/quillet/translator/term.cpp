@@ -40,7 +40,7 @@ bool Term::HasAnyOf(const VariableNames& names) const {
         });
     }
     return std::any_of(m_names.begin(), m_names.end(),
-                       [&names](std::string_view name) { return names.count(name) != 0; });
+                       [&names](std::string_view name) { return names.contains(name); });
 }
 
 }  // namespace quillet

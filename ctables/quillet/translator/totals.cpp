@@ -50,7 +50,7 @@ std::vector<Node*> VariablesTotalled(Node& term) {
 class Associations {
 public:
     // True when `term` has had a total before, so that its variables need no second check.
-    [[nodiscard]] bool Knows(const Node& term) const { return m_lastFollowing.count(&term) != 0; }
+    [[nodiscard]] bool Knows(const Node& term) const { return m_lastFollowing.contains(&term); }
 
     void Add(Node& term, const Declaration& total) {
         if (total.type == TB_FTOTAL) {
