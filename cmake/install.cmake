@@ -1,0 +1,64 @@
+# What is installed, and where. Four components:
+#
+#   program      the program with its completions, documents and examples
+#   upstream     what a Debian package holds in a form of its own: manual page, license, changes
+#   development  the library
+#   debian       that form; only packages have it
+
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+if(WIN32)
+    # A folder to be unpacked anywhere.
+    set(CMAKE_INSTALL_BINDIR .)
+    set(CMAKE_INSTALL_DOCDIR .)
+endif()
+
+install(TARGETS quillet RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program
+    FILES_MATCHING PATTERN "*.md" PATTERN "*.syn")
+install(FILES LICENSE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT upstream)
+
+if(WIN32)
+    find_program(MANDOC mandoc)
+    if(MANDOC)
+        execute_process(COMMAND ${MANDOC} -T html ${CMAKE_SOURCE_DIR}/docs/quillet.1
+            OUTPUT_FILE ${CMAKE_BINARY_DIR}/quillet.html COMMAND_ERROR_IS_FATAL ANY)
+        install(FILES ${CMAKE_BINARY_DIR}/quillet.html DESTINATION . COMPONENT upstream)
+    else()
+        message(STATUS "mandoc is missing: the manual is not made into a web page")
+    endif()
+    return()
+endif()
+
+install(FILES docs/quillet.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT upstream)
+install(FILES completions/quillet.bash RENAME quillet
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT program)
+install(FILES completions/quillet.fish
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT program)
+install(FILES completions/_quillet
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT upstream)
+
+install(TARGETS libquillet EXPORT quillet
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+install(FILES ctables/quillet/quillet.h
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/quillet)
+install(EXPORT quillet NAMESPACE quillet:: FILE quilletTargets.cmake
+    DESTINATION ${package_folder} COMPONENT development)
+configure_package_config_file(cmake/quilletConfig.cmake.in
+    ${CMAKE_BINARY_DIR}/quilletConfig.cmake INSTALL_DESTINATION ${package_folder})
+# Until version 1 a new minor version may break what uses the library.
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/quilletConfigVersion.cmake
+    COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/quilletConfig.cmake ${CMAKE_BINARY_DIR}/quilletConfigVersion.cmake
+    DESTINATION ${package_folder} COMPONENT development)
+
+# Relative to the file itself, so that an unpacked archive works wherever it lies.
+file(RELATIVE_PATH prefix_from_pkgconfig
+    /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+configure_file(cmake/libquillet.pc.in ${CMAKE_BINARY_DIR}/libquillet.pc @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/libquillet.pc
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
