@@ -18,7 +18,8 @@ set(CMAKE_CXX_ARCHIVE_FINISH "<CMAKE_RANLIB> -D <TARGET>")
 # sanitizers bring their own checks.
 set(hardening -fstack-protector-strong)
 if(WIN32)
-    set(hardened_link -static -Wl,--no-insert-timestamp -Wl,--dynamicbase -Wl,--nxcompat
+    # Named when linking as well, for the library that holds the check.
+    set(hardened_link -static -fstack-protector-strong -Wl,--no-insert-timestamp -Wl,--dynamicbase -Wl,--nxcompat
         -Wl,--high-entropy-va)
 else()
     list(APPEND hardening -fstack-clash-protection

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "driver/messagecatalogue.h"
 #include "platform/system.h"
@@ -20,15 +21,10 @@ ModuleHandle g_moduleHandle = nullptr;
 constexpr int kSuccess = 0;
 constexpr int kFailure = 1;
 
-// A console that takes nothing more is no reason to fail: the conversion is in the output file.
-void WriteTo(std::FILE* pStream, std::string_view text) {
-    static_cast<void>(std::fwrite(text.data(), 1, text.size(), pStream));
-}
-
 void WriteErrorLine(std::string_view text, std::string_view fileName = {}) {
-    WriteTo(stderr, text);
-    WriteTo(stderr, fileName);
-    WriteTo(stderr, "\n");
+    WriteToStream(stderr, text);
+    WriteToStream(stderr, fileName);
+    WriteToStream(stderr, "\n");
 }
 
 int FailWithUsage() {
@@ -54,12 +50,13 @@ bool IsBatchSwitch(std::string_view argument) {
     return argument.starts_with("-b") || argument.starts_with("/b");
 }
 
-[[nodiscard]] bool ParseCommandLine(int argc, char* argv[], CommandLine& commandLine) {
-    if (argc != 3 && argc != 4) return false;
-    commandLine.batchMode = argc == 4;
-    if (commandLine.batchMode && !IsBatchSwitch(argv[1])) return false;
-    commandLine.inputName = argv[argc - 2];
-    commandLine.outputName = argv[argc - 1];
+[[nodiscard]] bool ParseCommandLine(const std::vector<std::string>& arguments,
+                                    CommandLine& commandLine) {
+    if (arguments.size() != 2 && arguments.size() != 3) return false;
+    commandLine.batchMode = arguments.size() == 3;
+    if (commandLine.batchMode && !IsBatchSwitch(arguments.front())) return false;
+    commandLine.inputName = arguments[arguments.size() - 2];
+    commandLine.outputName = arguments.back();
     return true;
 }
 
@@ -72,13 +69,13 @@ public:
         if (m_holdsResultLines) {
             m_heldLines.append(line);
         } else {
-            WriteTo(stdout, line);
+            WriteToStream(stdout, line);
         }
     }
     void OnDiagnostic(std::string_view line) override { WriteErrorLine(line); }
 
     void ShowHeldLines() {
-        WriteTo(stdout, m_heldLines);
+        WriteToStream(stdout, m_heldLines);
         static_cast<void>(std::fflush(stdout));
     }
 
@@ -104,13 +101,13 @@ int Report(Outcome outcome, const CommandLine& commandLine) {
     return kFailure;
 }
 
-int Run(int argc, char* argv[]) {
+int Run(const std::vector<std::string>& arguments) {
     g_moduleHandle = GetModuleHandleA(nullptr);
     EnableLocale();
     OpenClosedStandardStreams();
     IgnoreBrokenPipes();
     CommandLine commandLine;
-    if (!ParseCommandLine(argc, argv, commandLine)) return FailWithUsage();
+    if (!ParseCommandLine(arguments, commandLine)) return FailWithUsage();
     const std::unique_ptr<FileInput> input = FileInput::Open(commandLine.inputName);
     if (input == nullptr) return FailToOpen(kInputOpenError, commandLine.inputName);
     const std::unique_ptr<FileOutput> output = FileOutput::Open(commandLine.outputName, *input);
@@ -130,4 +127,4 @@ int Run(int argc, char* argv[]) {
 
 }  // namespace quillet
 
-int main(int argc, char* argv[]) { return quillet::Run(argc, argv); }
+int main(int argc, char* argv[]) { return quillet::Run(quillet::ProgramArguments(argc, argv)); }

@@ -14,6 +14,10 @@ ModuleHandle GetModuleHandleA(const char* pName) {
     return pName == nullptr ? &kThisProgram : nullptr;
 }
 
+std::vector<std::string> ProgramArguments(int argc, char* argv[]) {
+    return argc < 1 ? std::vector<std::string>() : std::vector<std::string>(argv + 1, argv + argc);
+}
+
 // A locale that is not installed leaves the "C" locale in force, which is what it should do.
 void EnableLocale() { static_cast<void>(std::setlocale(LC_CTYPE, "")); }
 
@@ -26,5 +30,9 @@ void OpenClosedStandardStreams() {
 }
 
 void IgnoreBrokenPipes() { static_cast<void>(std::signal(SIGPIPE, SIG_IGN)); }
+
+void WriteToStream(std::FILE* pStream, std::string_view text) {
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), pStream));
+}
 
 }  // namespace quillet

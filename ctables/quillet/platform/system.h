@@ -2,6 +2,11 @@
 #ifndef QUILLET_PLATFORM_SYSTEM_H
 #define QUILLET_PLATFORM_SYSTEM_H
 
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace quillet {
 
 /// Identifies a module of the running program; nothing can be done with it but pass it on.
@@ -10,8 +15,12 @@ using ModuleHandle = const void*;
 /// The handle of the running program. `pName` must be null: other modules are not known here.
 [[nodiscard]] ModuleHandle GetModuleHandleA(const char* pName);
 
-/// Makes the user's character set the process's; numbers stay in the "C" locale. Once, at the
-/// program's start.
+/// What the user wrote behind the program's name, given what `main` was given. UTF-8 on Windows,
+/// bytes elsewhere.
+[[nodiscard]] std::vector<std::string> ProgramArguments(int argc, char* argv[]);
+
+/// Makes the user's character set the process's; numbers stay in the "C" locale. Lines that are
+/// shown end in LF on every system. Once, at the program's start.
 void EnableLocale();
 
 /// Occupies the numbers of those of the three standard streams that are closed. Otherwise the
@@ -21,6 +30,10 @@ void OpenClosedStandardStreams();
 
 /// A closed pipe becomes an error of the write that meets it, instead of ending the program.
 void IgnoreBrokenPipes();
+
+/// Writes `text`, whose names come from `ProgramArguments`, to a standard stream. Errors are not
+/// reported: a console that takes nothing more is no reason to fail.
+void WriteToStream(std::FILE* pStream, std::string_view text);
 
 }  // namespace quillet
 

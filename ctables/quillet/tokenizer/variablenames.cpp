@@ -141,9 +141,10 @@ bool NumberToName(std::string& dest, std::string_view text) {
 
 std::string LetterSuffix(unsigned long n) {
     constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
-    std::string suffix(1, kLetters[n % kLetters.size()]);
-    for (n /= kLetters.size(); n > 0; n = (n - 1) / kLetters.size()) {
-        suffix.insert(suffix.begin(), kLetters[(n - 1) % kLetters.size()]);
+    constexpr auto kCount = static_cast<unsigned long>(kLetters.size());
+    std::string suffix(1, kLetters[n % kCount]);
+    for (n /= kCount; n > 0; n = (n - 1) / kCount) {
+        suffix.insert(suffix.begin(), kLetters[(n - 1) % kCount]);
     }
     return suffix;
 }
