@@ -4,7 +4,8 @@
 #include <iostream>
 
 int main() {
-    const quillet::Conversion result = quillet::ConvertText("LIST x\n\n  y.\nIGRAPH /Z", {});
+    const quillet::Conversion result =
+        quillet::ConvertText("LIST x\n\n  y.\nTABLES /OBSERVATION=income /TABLE=sex > income.", {});
     std::cout << result.output << result.resultLines;
     return result.outcome == quillet::Outcome::kDone ? 0 : 1;
 }
