@@ -21,7 +21,7 @@ ModuleHandle g_moduleHandle = nullptr;
 constexpr int kSuccess = 0;
 constexpr int kFailure = 1;
 
-void WriteErrorLine(std::string_view text, std::string_view fileName = {}) {
+void WriteErrorLine(std::string_view text, std::string_view fileName = "") {
     WriteToStream(stderr, text);
     WriteToStream(stderr, fileName);
     WriteToStream(stderr, "\n");
