@@ -143,7 +143,7 @@ TEST(SubcommandsTest, BreaksTitlesBetweenTexts) {
 
 TEST(SubcommandsTest, EmptySlotsAmongTextsAreSkipped) {
     ParsedCommand parsed("TABLES /TABLE a /TITLE 'a'/CAPTION 'c'");
-    for (const std::size_t subcommand : {1, 2}) {
+    for (const std::size_t subcommand : {1UL, 2UL}) {
         TbTrParseNode& texts = *parsed.Group().GetChild(subcommand);
         texts.InsertNullChildren(0, 1);
         texts.AddChild(nullptr);
