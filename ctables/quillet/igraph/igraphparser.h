@@ -10,7 +10,7 @@
 
 namespace quillet::igraph {
 
-/// The parser of one command. It owns the specification.
+/// The parser of one command. It owns the graph specification.
 class parser {
 public:
     /// Both pointers are null: measurement levels and labels are taken from the command alone.

@@ -16,8 +16,8 @@ struct Layout {
     };
 
     Kind kind = Kind::kPlain;
-    /// `kCluster`: the variable inside the clusters, borrowed from the specification; otherwise
-    /// null.
+    /// `kCluster`: the variable inside the clusters, borrowed from the graph specification;
+    /// otherwise null.
     const VariableReference* pCluster = nullptr;
     /// COLOR or STYLE makes clusters of another variable than X1. Such clusters need not have
     /// got axes of their own: see `kind`.

@@ -223,8 +223,9 @@ struct Specification {
 
 /// A place of the command that makes a variable part of the graph's data.
 struct VariableRole {
-    const VariableReference* pReference;  ///< Borrowed from the specification; $case among them.
-    MeasurementLevel level;               ///< What the graph needs the variable as.
+    const VariableReference*
+        pReference;          ///< Borrowed from the graph specification; $case among them.
+    MeasurementLevel level;  ///< What the graph needs the variable as.
 };
 
 /// The roles that are given, in order of the command. Levels are right once it is complete.
