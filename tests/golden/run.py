@@ -295,7 +295,7 @@ def run_case(program, case, regenerate, folder):
     if case.source.read_bytes() != before:
         complaints.append("the input was changed")
     if result.output is None:
-        return complaints + [f"no output, exit status {result.status}"]
+        return complaints + ["no output:\n" + readable(result.console or b"")]
     if regenerate:
         write(case.expected, result.output)
         write(case.console, result.console)

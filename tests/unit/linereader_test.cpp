@@ -86,6 +86,29 @@ TEST(LineReaderTest, TellsTheFirstLineEnd) {
     }
 }
 
+TEST(LineReaderTest, RemembersTheFirstLineEnd) {
+    for (const LineCase& c : kLineCases) {
+        SCOPED_TRACE(c.name);
+        MemoryInput input(c.text);
+        LineReader reader(input);
+        EXPECT_EQ(ReadLines(reader), c.lines);
+        EXPECT_EQ(reader.FirstLineEndsInCrLf(), c.crLf);
+    }
+}
+
+TEST(LineReaderTest, LinesCanBeTakenAsTheyStand) {
+    MemoryInput input("a\r\nb\r\nc\n\nd");
+    LineReader reader(input);
+    std::string_view line;
+    EXPECT_EQ(reader.Unread(), "");
+    ASSERT_TRUE(reader.ReadLine(line));
+    EXPECT_EQ(line, "a");
+    EXPECT_EQ(reader.Unread(), "b\r\nc\n\nd");
+    reader.Skip(5);
+    EXPECT_EQ(ReadLines(reader), (Lines{"", "d"}));
+    EXPECT_EQ(reader.Unread(), "");
+}
+
 TEST(LineReaderTest, TellsTheEndOfALongFirstLine) {
     for (const std::string end : {"\r\n", "\n", ""}) {
         SCOPED_TRACE(end.size());

@@ -131,6 +131,58 @@ TEST(OutputFileTest, HandsOnWhatItHasInBlocks) {
     EXPECT_TRUE(memory.Text() == Repeat(lines, count));
 }
 
+TEST(OutputFileTest, TakesPlainLinesAsTheyStand) {
+    for (const std::size_t count : {std::size_t{1}, std::size_t{100}, kLargeSize / 8}) {
+        SCOPED_TRACE(count);
+        const std::string lines = Repeat("1 2 3\r\n", count);
+        MemoryOutput memory;
+        OutputFile out(memory);
+        out.UseCrLf();
+        out.Write("a\n\n");
+        out.WritePlainLines(lines);
+        out.WritePlainLines("");
+        out.Write("\n \nb\n");
+        out.WritePlainLines(lines);
+        EXPECT_TRUE(out.Finish());
+        EXPECT_TRUE(memory.Text() == "a\r\n" + lines + "b\r\n" + lines);
+    }
+}
+
+TEST(OutputFileTest, PlainLinesAreLinesOfTheOutput) {
+    MemoryOutput memory;
+    OutputFile out(memory);
+    out.WritePlainLines("1\n");
+    EXPECT_TRUE(out.Finish());
+    EXPECT_EQ(memory.Text(), "1\n");
+}
+
+TEST(OutputFileTest, GathersFewPlainLines) {
+    MemoryOutput memory;
+    OutputFile out(memory);
+    const std::size_t count = kLargeSize / 6;
+    for (std::size_t i = 0; i < count; ++i) out.WritePlainLines("1 2 3\n");
+    EXPECT_LE(memory.LongestWrite(), kBufferLimit);
+    EXPECT_LT(memory.Writes(), count / 100);
+    EXPECT_TRUE(out.Finish());
+    EXPECT_TRUE(memory.Text() == Repeat("1 2 3\n", count));
+}
+
+TEST(OutputFileTest, TellsWhenPlainLinesAreNotTaken) {
+    const std::string lines = Repeat("1 2 3\n", kLargeSize / 6);
+    for (const std::size_t failing : {std::size_t{0}, std::size_t{1}}) {
+        SCOPED_TRACE(failing);
+        MemoryOutput memory(failing);
+        OutputFile out(memory);
+        out.Write("a\n");
+        out.WritePlainLines(lines);
+        EXPECT_TRUE(out.Failed());
+        out.WritePlainLines(lines);
+        EXPECT_FALSE(out.Finish());
+        EXPECT_EQ(memory.WritesAfterFailure(), 0U);
+        EXPECT_EQ(memory.Text(), failing == 0 ? "" : "a\n");
+    }
+}
+
 TEST(OutputFileTest, TellsWhenAWriteFails) {
     const std::string text = Repeat("LIST x.\n\n", kLargeSize / 9);
     MemoryOutput whole;

@@ -84,6 +84,19 @@ struct CommentCase {
     std::string written;  // with an indentation of 1
 };
 
+TEST(OutputWriterTest, EndsACommandBehindItsLastLines) {
+    const auto written = [](std::string_view lines) {
+        return Written([lines](OutputFile& out) {
+            out.Write("BEGIN DATA\n");
+            WriteLastLines(lines, out);
+        });
+    };
+    EXPECT_EQ(written("1\nEND DATA\n"), "BEGIN DATA\n1\nEND DATA.\n");
+    EXPECT_EQ(written("END DATA.\n"), "BEGIN DATA\nEND DATA.\n");
+    EXPECT_EQ(written("1 2"), "BEGIN DATA\n1 2.\n");
+    EXPECT_EQ(written("\n"), "BEGIN DATA\n.\n");
+}
+
 TEST(OutputWriterTest, CommentsACommandOut) {
     const CommentCase cases[] = {
         {"two lines", "TABLES a BY b\n  /FORMAT\n", "*TABLES a BY b\n *  /FORMAT\n *",

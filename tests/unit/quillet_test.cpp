@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <ostream>
+#include <random>
 #include <regex>
 #include <string>
 #include <string_view>
@@ -213,6 +214,50 @@ TEST(QuilletTest, KeepsLineEndsAndMark) {
 }
 
 // More than a stream hands out at a time, so that the block is written in parts.
+// What the output holds for `lines`, all of which belong to one block of inline data.
+std::string CopiedData(const std::vector<std::string>& lines, std::string_view lineEnd) {
+    std::string output;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        std::string line = lines[i];
+        // The period that ends the command stands behind its last line, blank or not.
+        if (i + 1 == lines.size() && !line.ends_with('.')) line += '.';
+        if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
+        output.append(line).append(lineEnd);
+    }
+    return output;
+}
+
+// Runs of lines go through in other ways than single lines; nobody must see a difference.
+TEST(QuilletTest, CopiesInlineDataLineByLine) {
+    std::mt19937 random(11);
+    const auto below = [&random](unsigned limit) {
+        return static_cast<unsigned>(random() % limit);
+    };
+    const std::string_view specials[] = {"",           "  ",  "e",  "END", "E1.",
+                                         " END DATA.", "\t1", "\r", "1\r"};
+    for (int round = 0; round < 1500; ++round) {
+        const std::string lineEnd = below(2) == 1 ? "\r\n" : "\n";
+        const unsigned rarity = 1 + below(20);
+        std::vector<std::string> lines = {"BEGIN DATA"};
+        std::string text = lines.front() + lineEnd;
+        for (unsigned count = below(40); count > 0; --count) {
+            lines.emplace_back(1 + below(90), '7');
+            if (below(rarity) == 0) lines.back() = specials[below(std::size(specials))];
+            // A line end of the other kind, now and then.
+            const bool endsInCrLf = (lineEnd == "\r\n") != (below(4 * rarity) == 0);
+            text.append(lines.back()).append(endsInCrLf ? "\r\n" : "\n");
+            // A CR before an LF makes a line end of both.
+            if (!endsInCrLf && lines.back().ends_with('\r')) lines.back().pop_back();
+        }
+        if (below(2) == 1) {
+            lines.emplace_back("END DATA.");
+            text.append(lines.back()).append(lineEnd);
+        }
+        EXPECT_EQ(Convert(text, Options()).output, CopiedData(lines, lineEnd))
+            << testing::PrintToString(text);
+    }
+}
+
 TEST(QuilletTest, CopiesLongInlineData) {
     std::string data;
     std::string expected;

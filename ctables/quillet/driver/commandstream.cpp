@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "driver/datalines.h"
 #include "driver/outputfile.h"
 #include "platform/assertion.h"
 #include "tokenizer/parseerror.h"
@@ -97,11 +98,12 @@ void CommandStream::ClassifyFirstLine() {
     m_firstValue = std::move(survey.firstValue);
 }
 
-// Gathers data lines until the one that closes them, or until there is enough for a part. A part
-// ends only when a further line is at hand, so that the next part is never empty.
+// Gathers data lines until the one that closes them, until there is enough for a part, or until
+// plain lines follow. A part ends only when a further line is at hand, so that the next part is
+// never empty.
 void CommandStream::ReadInlineData() {
     m_hasMoreParts = false;
-    while (true) {
+    while (!FindPlainLines()) {
         std::string_view line;
         if (!m_lines.ReadLine(line)) {
             m_atEnd = true;
@@ -120,7 +122,19 @@ void CommandStream::ReadInlineData() {
     }
 }
 
+// Steps over the plain lines that are at hand. There is always a line behind them.
+bool CommandStream::FindPlainLines() {
+    const LineRun run = FindPlainDataLines(m_lines.Unread(), m_lines.FirstLineEndsInCrLf());
+    if (run.length == 0) return false;
+    m_plainLines = m_lines.Unread().substr(0, run.length);
+    m_lines.Skip(run.length);
+    m_lineCount += run.lineCount;
+    m_hasMoreParts = true;
+    return true;
+}
+
 void CommandStream::ReadNextPart() {
+    m_plainLines = {};
     m_commandText.clear();
     const bool isEndData = IsEndDataLine(m_codePage, m_lineBuffer);
     TakeLine(m_lineBuffer, -1);

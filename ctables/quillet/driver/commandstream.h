@@ -38,10 +38,17 @@ public:
     [[nodiscard]] const std::string& FirstValue() const { return m_firstValue; }
 
     /// Inline data can be of any size, so a long block comes in parts: when this is true, the
-    /// text is only a part of the command (whole lines), and `ReadNextPart` fetches the next.
+    /// text is only a part of the command (whole lines). `PlainLines` and then `ReadNextPart`
+    /// fetch what follows.
     [[nodiscard]] bool HasMoreParts() const { return m_hasMoreParts; }
 
-    /// Replaces the text by the command's next part, which is never empty.
+    /// Data lines that follow the text, as they stand in the input: none is blank, and each ends
+    /// as the input's first line does. Empty when the next lines are not of this sort. Good
+    /// until the next read.
+    [[nodiscard]] std::string_view PlainLines() const { return m_plainLines; }
+
+    /// Replaces the text by the command's next part behind the plain lines, which is never
+    /// empty.
     void ReadNextPart();
 
 private:
@@ -49,6 +56,7 @@ private:
     void TakeLine(std::string& line, std::ptrdiff_t ixEnd);
     void ClassifyFirstLine();
     void ReadInlineData();
+    [[nodiscard]] bool FindPlainLines();
     [[nodiscard]] bool ReadBatchLine();
     [[nodiscard]] std::ptrdiff_t FindTerminator(const std::string& line, long lineNumber) const;
 
@@ -61,6 +69,7 @@ private:
     quillet::CommandKind m_commandKind = quillet::CommandKind::kOrdinary;
     std::string m_firstValue;
     bool m_hasMoreParts = false;
+    std::string_view m_plainLines;
     std::string m_commandText;
     std::string m_lineBuffer;  // one line read ahead, LF at its end; empty when there is none
     std::string m_keptLine;    // batch mode: the line before the one read ahead

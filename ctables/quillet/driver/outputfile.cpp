@@ -8,6 +8,9 @@ namespace {
 
 constexpr std::size_t kBlockSize = 128UL * 1024;
 
+// Lines of this many bytes are worth a call of their own; fewer are gathered first.
+constexpr std::size_t kLargeRun = 16UL * 1024;
+
 }  // namespace
 
 bool IsBlankLine(std::string_view line) {
@@ -27,6 +30,19 @@ void OutputFile::Write(std::string_view text) {
     }
 }
 
+void OutputFile::WritePlainLines(std::string_view lines) {
+    if (lines.empty()) return;
+    m_hasLines = true;
+    if (lines.size() < kLargeRun) {
+        m_buffer.append(lines);
+        m_lineBegin = m_buffer.size();
+        if (m_buffer.size() >= kBlockSize) HandOn(m_buffer.size());
+        return;
+    }
+    HandOn(m_buffer.size());
+    if (!m_failed) m_failed = !m_output.Write(lines);
+}
+
 // Ends the line being written, or drops it when it is blank.
 void OutputFile::EndLine() {
     if (m_lineIsBlank) {
@@ -41,7 +57,7 @@ void OutputFile::EndLine() {
 
 // Hands on the first `length` bytes of the buffer.
 void OutputFile::HandOn(std::size_t length) {
-    if (!m_failed) m_failed = !m_output.Write({m_buffer.data(), length});
+    if (!m_failed && length > 0) m_failed = !m_output.Write({m_buffer.data(), length});
     m_buffer.erase(0, length);
     m_lineBegin -= std::min(m_lineBegin, length);
 }

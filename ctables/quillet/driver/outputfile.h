@@ -24,6 +24,10 @@ public:
     /// Writes `text`, which may hold any number of lines, each ending in LF, and parts of lines.
     void Write(std::string_view text);
 
+    /// Writes whole lines as they stand. None is blank, and each ends as the output's lines do;
+    /// only where a line begins.
+    void WritePlainLines(std::string_view lines);
+
     /// Ends the last line and hands on what is left. An output without any line becomes a
     /// single line end. False when some of the output could not be written.
     [[nodiscard]] bool Finish();

@@ -34,9 +34,17 @@ std::string_view ReasonOf(ParseErrorKind kind) {
 void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent) {
     if (text.empty()) return;
     if (indent != 0) out.Write(std::string(indent < kIndentLimit ? indent : 1, ' '));
-    if (text.ends_with('\n')) text.remove_suffix(1);
-    out.Write(text);
-    out.Write(text.empty() || text.ends_with('.') ? "\n" : ".\n");
+    if (text == "\n") {
+        out.Write(text);
+    } else {
+        WriteLastLines(text, out);
+    }
+}
+
+void WriteLastLines(std::string_view lines, OutputFile& out) {
+    if (lines.ends_with('\n')) lines.remove_suffix(1);
+    out.Write(lines);
+    out.Write(lines.ends_with('.') ? "\n" : ".\n");
 }
 
 std::string CommentOut(std::string_view text) {

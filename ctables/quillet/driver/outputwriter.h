@@ -16,6 +16,10 @@ namespace quillet {
 /// Nothing at all for an empty text.
 void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent);
 
+/// Writes the last lines of a command whose lines before have been written as they are. They end
+/// as a command does, behind a blank line with a period of its own.
+void WriteLastLines(std::string_view lines, OutputFile& out);
+
 /// `text` as a block of comment lines: "*" in front, and " *" behind every line feed, the final
 /// one included.
 [[nodiscard]] std::string CommentOut(std::string_view text);

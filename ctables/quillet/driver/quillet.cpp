@@ -116,11 +116,16 @@ private:
     }
 
     void CopyThrough() {
+        if (!m_commands.HasMoreParts()) {
+            if (!m_lines.Failed()) WriteCommand(m_commands.CommandText(), m_out, 0);
+            return;
+        }
         while (m_commands.HasMoreParts() && !m_out.Failed()) {
             m_out.Write(m_commands.CommandText());
+            m_out.WritePlainLines(m_commands.PlainLines());
             m_commands.ReadNextPart();
         }
-        if (!m_lines.Failed()) WriteCommand(m_commands.CommandText(), m_out, 0);
+        if (!m_lines.Failed()) WriteLastLines(m_commands.CommandText(), m_out);
     }
 
     template <class Step>

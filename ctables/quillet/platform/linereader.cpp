@@ -48,11 +48,16 @@ std::size_t LineReader::FindLineFeed() {
 }
 
 bool LineReader::FirstLineEndsInCrLf() {
-    const std::size_t length = FindLineFeed();
-    return length != std::string_view::npos && Unread().substr(0, length).ends_with('\r');
+    if (!m_firstLineEndsInCrLf.has_value()) {
+        const std::size_t length = FindLineFeed();
+        m_firstLineEndsInCrLf =
+            length != std::string_view::npos && Unread().substr(0, length).ends_with('\r');
+    }
+    return *m_firstLineEndsInCrLf;
 }
 
 bool LineReader::ReadLine(std::string_view& line) {
+    static_cast<void>(FirstLineEndsInCrLf());
     const std::size_t length = FindLineFeed();
     line = Unread().substr(0, length);
     if (length != std::string_view::npos) {

@@ -3,6 +3,7 @@
 #define QUILLET_PLATFORM_LINEREADER_H
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -27,13 +28,19 @@ public:
     /// True when the input failed before its end.
     [[nodiscard]] bool Failed() const { return m_input.Failed(); }
 
-    /// True when the next line ends in CR LF. Only before the first line.
+    /// True when the input's first line ends in CR LF. Looks ahead when no line was read yet.
     [[nodiscard]] bool FirstLineEndsInCrLf();
 
-private:
+    /// The bytes that have been read and not yet been delivered, as they stand in the input:
+    /// any number of lines and the beginning of one. Good until the next line is read.
     [[nodiscard]] std::string_view Unread() const {
         return {m_buffer.data() + m_begin, m_end - m_begin};
     }
+
+    /// Steps over the first `length` of the unread bytes, which end a line.
+    void Skip(std::size_t length) { m_begin += length; }
+
+private:
     [[nodiscard]] std::size_t FindLineFeed();
     bool FillBuffer();
 
@@ -41,6 +48,7 @@ private:
     std::vector<char> m_buffer;
     std::size_t m_begin = 0;  // the unread bytes are [m_begin, m_end) of the buffer
     std::size_t m_end = 0;
+    std::optional<bool> m_firstLineEndsInCrLf;
 };
 
 }  // namespace quillet

@@ -1,0 +1,136 @@
+#include "driver/datalines.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <random>
+#include <string>
+#include <string_view>
+
+#include "driver/outputfile.h"
+#include "lineartime.h"
+
+namespace quillet {
+namespace {
+
+using namespace std::string_literals;
+
+bool EndsRight(std::string_view line, bool endsInCrLf) {
+    return line.ends_with('\r') == endsInCrLf;
+}
+
+// The plain way to say it: line by line. `stop` is the first line that needs a look.
+LineRun LineByLine(std::string_view text, bool endsInCrLf) {
+    LineRun run;
+    while (true) {
+        const std::string_view rest = text.substr(run.length);
+        const std::size_t end = rest.find('\n');
+        if (end == std::string_view::npos || end + 1 == rest.size()) return run;
+        const std::string_view line = rest.substr(0, end);
+        if (IsBlankLine(line) || line.front() == 'e' || line.front() == 'E') return run;
+        if (!EndsRight(line, endsInCrLf)) return run;
+        run.length += end + 1;
+        ++run.lineCount;
+    }
+}
+
+void ExpectRun(const std::string& text, bool endsInCrLf, const LineRun& expected) {
+    const LineRun run = FindPlainDataLines(text, endsInCrLf);
+    EXPECT_EQ(run.length, expected.length) << testing::PrintToString(text) << endsInCrLf;
+    EXPECT_EQ(run.lineCount, expected.lineCount) << testing::PrintToString(text) << endsInCrLf;
+}
+
+struct DataCase {
+    const char* name;
+    std::string text;
+    std::size_t length;
+    long lineCount;
+};
+
+TEST(DataLinesTest, StopsBeforeALineThatNeedsALook) {
+    const DataCase cases[] = {
+        {"nothing", "", 0, 0},
+        {"no line end", "1 2 3", 0, 0},
+        {"the last line", "1 2 3\n", 0, 0},
+        {"a line and the beginning of one", "1 2\n3", 4, 1},
+        {"the last of two lines", "1\n2\n", 2, 1},
+        {"an empty line", "1\n2\n\n3\n4\n", 4, 2},
+        {"a line of blanks", "1\n2\n \t \n3\n4\n", 4, 2},
+        {"blanks without a line end", "1\n2\n \t ", 4, 2},
+        {"a line that begins with blanks", " 1\n\t2\n 3\n4\n", 9, 3},
+        {"the end of the data", "1\n2\nEND DATA.\nLIST.\n", 4, 2},
+        {"the end of the data in small letters", "1\n2\nend data.\nLIST.\n", 4, 2},
+        {"a word of data with that letter", "1\neast 2\n3\n4\n", 2, 1},
+        {"that letter within a line", "1 e\n e2\n3\n4\n", 10, 3},
+        {"a line that ends in CR LF", "1\n2\r\n3\n4\n", 2, 1},
+        {"a carriage return within a line", "1\r2\n\r3\n4\n5", 9, 3},
+        {"a control character in front", "\0\n\x01 2\n3\n"s, 6, 2},
+        {"letters outside ASCII", "\xC3\xA9\n\xE9\n3\n", 5, 2},
+    };
+    for (const DataCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        ExpectRun(c.text, false, {c.length, c.lineCount});
+    }
+}
+
+TEST(DataLinesTest, WantsTheLineEndOfTheFirstLine) {
+    ExpectRun("1\r\n2\r\n3\n4\r\n", true, {6, 2});
+    ExpectRun("1\r\n2\r\n3\r\n", true, {6, 2});
+    ExpectRun("1\r\r\n2\r\n", true, {4, 1});
+    ExpectRun("1\n2\r\n3\r\n", true, {0, 0});
+    ExpectRun("1\r\n\r\n3\r\n", true, {3, 1});
+    ExpectRun("1\r\n \r\n3\r\n", true, {3, 1});
+}
+
+// Lines of all lengths, so that each kind of line stands at each place of a chunk.
+TEST(DataLinesTest, FindsWhatLooksAtSingleLinesFind) {
+    std::mt19937 random(7);
+    const auto below = [&random](unsigned limit) {
+        return static_cast<unsigned>(random() % limit);
+    };
+    const std::string_view specials[] = {"\n",   " \t\n", "E\n",        "e",
+                                         "\r\n", " 1\n",  "END DATA\n", "\r"};
+    for (int round = 0; round < 4000; ++round) {
+        const bool endsInCrLf = below(2) == 1;
+        const unsigned longest = 1 + below(200);
+        const unsigned rarity = 1 + below(40);
+        std::string text;
+        for (unsigned lines = below(30); lines > 0; --lines) {
+            text += std::string(1 + below(longest), "0 e."[below(4)]);
+            text += endsInCrLf ? "\r\n" : "\n";
+            if (below(rarity) == 0) text += specials[below(std::size(specials))];
+        }
+        for (std::size_t begin = 0; begin < std::min<std::size_t>(text.size(), 3); ++begin) {
+            const std::string part = text.substr(begin);
+            ExpectRun(part, endsInCrLf, LineByLine(part, endsInCrLf));
+        }
+    }
+}
+
+struct ShapeCase {
+    const char* name;
+    std::string part;
+    std::size_t count;
+};
+
+TEST(DataLinesTest, TakesTimeInProportion) {
+    const ShapeCase cases[] = {
+        {"short lines", "1\n", 1000000},
+        {"short lines that begin with a blank", " 1\n", 500000},
+        {"a single line", "1 ", 1000000},
+        {"blanks", " ", 1000000},
+    };
+    for (const ShapeCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        ExpectLinearTime(c.count, [&c](std::size_t count) {
+            std::string text;
+            text.reserve(count * c.part.size());
+            for (std::size_t i = 0; i < count; ++i) text += c.part;
+            EXPECT_LT(FindPlainDataLines(text, false).length, text.size());
+        });
+    }
+}
+
+}  // namespace
+}  // namespace quillet
