@@ -44,7 +44,8 @@ void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent) {
 void WriteLastLines(std::string_view lines, OutputFile& out) {
     if (lines.ends_with('\n')) lines.remove_suffix(1);
     out.Write(lines);
-    out.Write(lines.ends_with('.') ? "\n" : ".\n");
+    constexpr std::string_view kPeriodAndLineEnd = ".\n";
+    out.Write(kPeriodAndLineEnd.substr(lines.ends_with('.') ? 1 : 0));
 }
 
 std::string CommentOut(std::string_view text) {

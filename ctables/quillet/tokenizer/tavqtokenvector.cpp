@@ -312,14 +312,24 @@ public:
         return m_state >= SpecialCommandState::kComment ? m_state : SpecialCommandState::kOrdinary;
     }
 
+    // True when the text begins with a word whose first letter makes it an ordinary command.
+    [[nodiscard]] bool BeginsAsOrdinary() const {
+        return kNameStart.HasCode(m_cursor.Code()) && !kSpecialWordStart.HasCode(m_cursor.Code());
+    }
+
     // Looks for errors alone in what `Run` has left; the sink's tokens from here on mean nothing.
     void CheckRest() {
         while (true) {
             SkipHarmlessRun();
             SkipSeparators();
-            if (m_cursor.Code() == 0) return;
-            if (kHarmless.HasCode(m_cursor.Code()) || SkipPlainNumber()) continue;
-            ReadToken();
+            const std::int32_t code = m_cursor.Code();
+            if (code == 0) return;
+            if (code == '/') {
+                // No comment, so it is an operator, and nothing makes a longer one of it.
+                m_cursor.Advance();
+            } else if (!kHarmless.HasCode(code) && !SkipPlainNumber()) {
+                ReadToken();
+            }
         }
     }
 
@@ -689,7 +699,8 @@ void CheckTokens(const CodePage& codePage, std::string_view text, bool skipLeadi
     constexpr int kTokensForKind = 2;
     TokenCounter counter(codePage);
     Tokenizer<TokenCounter> tokenizer(codePage, text, counter);
-    if (tokenizer.Run(skipLeadingSign, kTokensForKind) < SpecialCommandState::kComment) {
+    if (tokenizer.BeginsAsOrdinary() ||
+        tokenizer.Run(skipLeadingSign, kTokensForKind) < SpecialCommandState::kComment) {
         tokenizer.CheckRest();
     }
 }
