@@ -110,6 +110,15 @@ const ObstacleCase kObstacles[] = {
     {"/X1=VAR(a) /Y=VAR(b) /PANEL p /PANEL q /PANEL r /BAR",
      "more than two panel variables have no GPL equivalent"},
     {"/X1=VAR(a) /Y=VAR(b) /PANEL p q /BOX", ""},
+    // A third legend variable.
+    {"/X1=VAR(a) /Y=VAR(b) /COLOR=VAR(c) /STYLE=VAR(d) /STACK=VAR(e) /BAR",
+     "STACK beside COLOR and STYLE has no GPL equivalent"},
+    {"/X1=VAR(a) /Y=VAR(b) /COLOR=VAR(c) /STYLE=VAR(d) /CLUSTER=VAR(e) /BAR",
+     "CLUSTER beside COLOR and STYLE has no GPL equivalent"},
+    {"/X1=VAR(a) /Y=VAR(b) /COLOR=VAR(c) /STACK=VAR(d) /CLUSTER=VAR(e) /BAR",
+     "CLUSTER beside COLOR and STYLE has no GPL equivalent"},
+    {"/X1=VAR(a) /Y=VAR(b) /STACK=VAR(d) /CLUSTER=VAR(e) /BAR(SUM)", ""},
+    {"/X1=VAR(a) /Y=VAR(b) /STYLE=VAR(d) /STACK=VAR(e) /BAR", ""},
     // Boxes and error bars in groups.
     {"/X1=VAR(a) /Y=VAR(b) /COLOR=VAR(c) STACK /ERRORBAR CI(95)",
      "boxes and error bars cannot be arranged this way in GPL"},

@@ -88,6 +88,10 @@ TEST(IgraphSyntaxItemsTest, ReadsTokens) {
         {"a reserved word's period", "a by.", {"w A a", "r BY", "end"}},
         {"a period behind a literal", "'a'.", {"l a", "end"}},
         {"a period alone", ".", {"end"}},
+        {"a comment behind the last word's period", "a b. /* c */", {"w A a", "w B b", "/", "end"}},
+        {"a comment behind a lone last period", "a . /* c */", {"w A a", "/", "end"}},
+        {"slashes behind a lone last period", "a . / /", {"w A a", "/", "/", "end"}},
+        {"slashes alone", "/ /", {"/", "/", "end"}},
         {"other operators", "a < b", {"w A a", "o <", "w B b", "end"}},
     };
     for (const Case& c : cases) {

@@ -50,14 +50,15 @@ void CompleteLevel(Dimension& dimension, MeasurementLevel usual) {
 }
 
 // STACK and CLUSTER without a pie are a short way to write a legend variable.
-void CompleteShorthand(const ArrangementVariable& shorthand, Specification& spec) {
+void CompleteShorthand(ArrangementVariable& shorthand, Specification& spec) {
     LegendVariable* pLegend = nullptr;
     if (!spec.color.dimension.variable.IsGiven()) {
         pLegend = &spec.color;
     } else if (!spec.style.dimension.variable.IsGiven()) {
         pLegend = &spec.style;
     }
-    if (pLegend == nullptr) return;
+    shorthand.isLeftOut = pLegend == nullptr;
+    if (shorthand.isLeftOut) return;
     *pLegend = LegendVariable{};
     pLegend->dimension.variable = shorthand.variable;
     pLegend->arrangement = shorthand.arrangement;

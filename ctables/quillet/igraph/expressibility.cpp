@@ -238,6 +238,16 @@ std::string ThreeAxesClusterObstacle(const Context& context) {
     return hasClusters ? "clustered bars on three axes have no GPL equivalent" : "";
 }
 
+std::string LeftOutVariableObstacle(const Context& context) {
+    const auto isLeftOut = [](const std::optional<ArrangementVariable>& variable) {
+        return variable && variable->isLeftOut;
+    };
+    const Specification& spec = context.spec;
+    if (!isLeftOut(spec.stack) && !isLeftOut(spec.cluster)) return "";
+    const Keyword subcommand = isLeftOut(spec.stack) ? Keyword::kStack : Keyword::kCluster;
+    return With("", subcommand, " beside COLOR and STYLE has no GPL equivalent");
+}
+
 // The list of variables stands at the end of a line of the GGRAPH command, and a period there
 // ends the command.
 std::string NameObstacle(const Context& context) {
@@ -248,27 +258,17 @@ std::string NameObstacle(const Context& context) {
 }
 
 constexpr std::array kObstacles = {
-    SpikeObstacle,
-    ThreeAxesElementObstacle,
-    FittedSurfaceObstacle,
-    PredictionIntervalObstacle,
-    MultiplierObstacle,
-    DropLineObstacle,
-    InterpolationObstacle,
-    BoxPartObstacle,
-    BinStartObstacle,
-    GroupedMedianObstacle,
-    ScaleLegendObstacle,
-    PieClusterObstacle,
-    PanelObstacle,
-    BoxArrangementObstacle,
-    PieAxisObstacle,
-    ReferenceLineObstacle,
-    NormalizationObstacle,
-    EmptyChartObstacle,
-    CumulativeCurveObstacle,
-    ThreeAxesClusterObstacle,
-    NameObstacle,
+    SpikeObstacle,           ThreeAxesElementObstacle,
+    FittedSurfaceObstacle,   PredictionIntervalObstacle,
+    MultiplierObstacle,      DropLineObstacle,
+    InterpolationObstacle,   BoxPartObstacle,
+    BinStartObstacle,        GroupedMedianObstacle,
+    ScaleLegendObstacle,     PieClusterObstacle,
+    PanelObstacle,           BoxArrangementObstacle,
+    PieAxisObstacle,         ReferenceLineObstacle,
+    NormalizationObstacle,   EmptyChartObstacle,
+    CumulativeCurveObstacle, ThreeAxesClusterObstacle,
+    LeftOutVariableObstacle, NameObstacle,
 };
 
 }  // namespace

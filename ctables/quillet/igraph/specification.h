@@ -83,6 +83,7 @@ struct LegendVariable {
 struct ArrangementVariable {
     VariableReference variable;
     Arrangement arrangement = Arrangement::kStack;
+    bool isLeftOut = false;  ///< COLOR and STYLE show other variables. Set when complete.
 };
 
 /// A summary function with its arguments.

@@ -75,11 +75,27 @@ void CutTerminator(SyntaxItem& word) {
     if (IsReservedWord(word.value)) word.kind = Kind::kReservedWord;
 }
 
+// The period that ends the command is an operator, or the last byte of the last word. A comment
+// behind it leaves a slash. `lastCode` is the operator code of the last item that is no slash.
+void TakeOffTerminator(std::vector<SyntaxItem>& items, int lastCode) {
+    const auto behindLast = std::find_if(items.rbegin(), items.rend(), [](const SyntaxItem& item) {
+                                return item.kind != Kind::kSlash;
+                            }).base();
+    if (behindLast == items.begin()) return;
+    const auto last = behindLast - 1;
+    if (last->kind == Kind::kOther && lastCode == TokenCodes::kPeriod) {
+        items.erase(last);
+    } else if (last->kind == Kind::kWord) {
+        CutTerminator(*last);
+    }
+}
+
 }  // namespace
 
 std::vector<SyntaxItem> ReadSyntaxItems(TokenSequenceBase& sequence) {
     std::vector<SyntaxItem> items;
     RawToken previous;
+    int lastCode = TokenCodes::kNotOperator;  // of the last token that is no slash
     while (sequence.Next()) {
         RawToken token = CurrentToken(sequence);
         if (token.item.kind == Kind::kOther && token.operatorCode == TokenCodes::kEquals) continue;
@@ -92,14 +108,9 @@ std::vector<SyntaxItem> ReadSyntaxItems(TokenSequenceBase& sequence) {
         }
         items.push_back(token.item);
         previous = token;
+        if (token.item.kind != Kind::kSlash) lastCode = token.operatorCode;
     }
-    const bool endsInPeriod = !items.empty() && previous.item.kind == Kind::kOther &&
-                              previous.operatorCode == TokenCodes::kPeriod;
-    if (endsInPeriod) {
-        items.pop_back();
-    } else if (!items.empty() && items.back().kind == Kind::kWord) {
-        CutTerminator(items.back());
-    }
+    TakeOffTerminator(items, lastCode);
     items.push_back(SyntaxItem{});
     return items;
 }
