@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillet {
 
@@ -78,6 +79,83 @@ protected:
     TextOutput& operator=(const TextOutput&) = default;
 };
 
+/// The kinds of commands that a conversion tells apart.
+enum class CommandType {
+    kOrdinary,    ///< Any command that is none of the others.
+    kComment,     ///< A comment command.
+    kDocument,    ///< DOCUMENT and its text.
+    kInlineData,  ///< BEGIN DATA and the lines up to END DATA.
+    kTables,
+    kIgraph,
+};
+
+/// What became of a command.
+enum class CommandOutcome {
+    kCopied,
+    kConverted,   ///< Commented out and followed by its replacement.
+    kFailed,      ///< Commented out; there is no replacement.
+    kUnreadable,  ///< Its text is no syntax; the conversion of the whole input ended here.
+};
+
+/// Why a command could not be converted.
+enum class ErrorKind {
+    kNone,
+    // Of an unreadable command.
+    kUnclosedLiteral,
+    kExponentWithoutDigits,
+    kInvalidNumber,
+    kInvalidCharacter,
+    // Of a TABLES command.
+    kSubcommandSyntax,
+    kObservationRange,
+    kParenthesizedWord,
+    kTablesSyntax,
+    kUnknownFunction,
+    kUnknownSortFunction,
+    kMisplacedTotal,
+    kNothingToFollow,
+    kNothingToPrecede,
+    kTotalWithoutStacking,
+    kTotalBesideScale,
+    kTableTooLarge,
+    // Of an IGRAPH command.
+    kIgraphSyntax,
+    kIgraphNotExpressible,
+    // Of either.
+    kUnknown,  ///< Nothing is known about the reason: a limit or a bug of the library.
+};
+
+/// A short name of lower-case words and hyphens, such as "tables-syntax", that stays the same
+/// in all versions; "none" for `kNone`.
+[[nodiscard]] std::string_view NameOf(ErrorKind kind);
+
+/// How the bytes of a text are to be read.
+enum class TextEncoding {
+    kUtf8,
+    kWindows1252,
+    kSystem,  ///< The system's legacy code page.
+};
+
+/// What became of one command. All texts are bytes in the input's encoding, with LF line ends
+/// and good only during the call.
+struct CommandReport {
+    CommandType type = CommandType::kOrdinary;
+    CommandOutcome outcome = CommandOutcome::kCopied;
+    long firstLine = 0;  ///< In the input, from 1.
+    long lastLine = 0;   ///< In the input; that of the command's period, where it has one.
+    /// The command with its period; only for commands that are not copied.
+    std::string_view source;
+    /// What replaces the command, whole commands each with its period; only when converted.
+    std::string_view generated;
+    long generatedLine = 0;  ///< The output line, from 1, on which that begins; 0 for none.
+    /// What the conversion left out, a message each.
+    std::vector<std::string> warnings;
+    ErrorKind errorKind = ErrorKind::kNone;
+    long errorLine = 0;        ///< In the input, from 1; 0 when the place is not known.
+    int errorColumn = 0;       ///< In characters, as the message in the output counts them.
+    std::string_view message;  ///< The reason in words, as it stands in the output.
+};
+
 /// Takes what a conversion has to say while it runs.
 class ConversionListener {
 public:
@@ -86,12 +164,20 @@ public:
     virtual void OnResultLine(std::string_view line) = 0;
     /// An internal assertion failed; `line` has no line end.
     virtual void OnDiagnostic(std::string_view line) = 0;
+    /// The input is read in `encoding`; comes before everything else.
+    virtual void OnEncoding(TextEncoding /*encoding*/) {}
+    /// A command was dealt with. Called for every command, in order.
+    virtual void OnCommand(const CommandReport& /*report*/) {}
 
 protected:
     ConversionListener() = default;
     ConversionListener(const ConversionListener&) = default;
     ConversionListener& operator=(const ConversionListener&) = default;
 };
+
+/// `text`, which is in `encoding`, in UTF-8. Each byte that is no character there becomes the
+/// replacement character U+FFFD.
+[[nodiscard]] std::string ToUtf8(std::string_view text, TextEncoding encoding);
 
 /// Converts a text of any size, keeping no more of it than its largest command (inline data:
 /// its longest line) and a few hundred KiB. Otherwise as `ConvertText`.

@@ -60,7 +60,7 @@ struct Cut {
 std::string WholeText(CommandStream& stream) {
     std::string text = stream.CommandText();
     while (stream.HasMoreParts()) {
-        text += stream.PlainLines();
+        text += stream.PlainLines().text;
         stream.ReadNextPart();
         EXPECT_FALSE(stream.CommandText().empty());
         text += stream.CommandText();
@@ -456,7 +456,7 @@ TEST(CommandStreamTest, InlineDataComesInPartsOfWholeLines) {
                 longest = std::max(longest, part.size());
                 gathered += part;
                 if (!stream.HasMoreParts()) break;
-                gathered += stream.PlainLines();
+                gathered += stream.PlainLines().text;
                 stream.ReadNextPart();
             }
             EXPECT_TRUE(gathered == text);

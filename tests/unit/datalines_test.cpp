@@ -20,25 +20,25 @@ bool EndsRight(std::string_view line, bool endsInCrLf) {
     return line.ends_with('\r') == endsInCrLf;
 }
 
-// The plain way to say it: line by line. `stop` is the first line that needs a look.
-LineRun LineByLine(std::string_view text, bool endsInCrLf) {
-    LineRun run;
+// The plain way to say it: line by line.
+PlainLines LineByLine(std::string_view text, bool endsInCrLf) {
+    PlainLines run;
     while (true) {
-        const std::string_view rest = text.substr(run.length);
+        const std::string_view rest = text.substr(run.text.size());
         const std::size_t end = rest.find('\n');
         if (end == std::string_view::npos || end + 1 == rest.size()) return run;
         const std::string_view line = rest.substr(0, end);
         if (IsBlankLine(line) || line.front() == 'e' || line.front() == 'E') return run;
         if (!EndsRight(line, endsInCrLf)) return run;
-        run.length += end + 1;
-        ++run.lineCount;
+        run.text = text.substr(0, run.text.size() + end + 1);
+        ++run.count;
     }
 }
 
-void ExpectRun(const std::string& text, bool endsInCrLf, const LineRun& expected) {
-    const LineRun run = FindPlainDataLines(text, endsInCrLf);
-    EXPECT_EQ(run.length, expected.length) << testing::PrintToString(text) << endsInCrLf;
-    EXPECT_EQ(run.lineCount, expected.lineCount) << testing::PrintToString(text) << endsInCrLf;
+void ExpectRun(const std::string& text, bool endsInCrLf, std::size_t length, long count) {
+    const PlainLines run = FindPlainDataLines(text, endsInCrLf);
+    EXPECT_EQ(run.text.size(), length) << testing::PrintToString(text) << endsInCrLf;
+    EXPECT_EQ(run.count, count) << testing::PrintToString(text) << endsInCrLf;
 }
 
 struct DataCase {
@@ -70,17 +70,17 @@ TEST(DataLinesTest, StopsBeforeALineThatNeedsALook) {
     };
     for (const DataCase& c : cases) {
         SCOPED_TRACE(c.name);
-        ExpectRun(c.text, false, {c.length, c.lineCount});
+        ExpectRun(c.text, false, c.length, c.lineCount);
     }
 }
 
 TEST(DataLinesTest, WantsTheLineEndOfTheFirstLine) {
-    ExpectRun("1\r\n2\r\n3\n4\r\n", true, {6, 2});
-    ExpectRun("1\r\n2\r\n3\r\n", true, {6, 2});
-    ExpectRun("1\r\r\n2\r\n", true, {4, 1});
-    ExpectRun("1\n2\r\n3\r\n", true, {0, 0});
-    ExpectRun("1\r\n\r\n3\r\n", true, {3, 1});
-    ExpectRun("1\r\n \r\n3\r\n", true, {3, 1});
+    ExpectRun("1\r\n2\r\n3\n4\r\n", true, 6, 2);
+    ExpectRun("1\r\n2\r\n3\r\n", true, 6, 2);
+    ExpectRun("1\r\r\n2\r\n", true, 4, 1);
+    ExpectRun("1\n2\r\n3\r\n", true, 0, 0);
+    ExpectRun("1\r\n\r\n3\r\n", true, 3, 1);
+    ExpectRun("1\r\n \r\n3\r\n", true, 3, 1);
 }
 
 // Lines of all lengths, so that each kind of line stands at each place of a chunk.
@@ -103,7 +103,8 @@ TEST(DataLinesTest, FindsWhatLooksAtSingleLinesFind) {
         }
         for (std::size_t begin = 0; begin < std::min<std::size_t>(text.size(), 3); ++begin) {
             const std::string part = text.substr(begin);
-            ExpectRun(part, endsInCrLf, LineByLine(part, endsInCrLf));
+            const PlainLines expected = LineByLine(part, endsInCrLf);
+            ExpectRun(part, endsInCrLf, expected.text.size(), expected.count);
         }
     }
 }
@@ -127,7 +128,7 @@ TEST(DataLinesTest, TakesTimeInProportion) {
             std::string text;
             text.reserve(count * c.part.size());
             for (std::size_t i = 0; i < count; ++i) text += c.part;
-            EXPECT_LT(FindPlainDataLines(text, false).length, text.size());
+            EXPECT_LT(FindPlainDataLines(text, false).text.size(), text.size());
         });
     }
 }

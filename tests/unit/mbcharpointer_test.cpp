@@ -32,6 +32,9 @@ public:
     void AppendUpper(std::string_view character, std::string& result) const override {
         result += character;
     }
+    void AppendAsUtf8(std::string_view /*character*/, std::string& result) const override {
+        AppendCodePoint(kReplacementCharacter, result);
+    }
 };
 
 // A faulty page whose characters swallow all bytes that there are, the closing NUL as well.
@@ -45,6 +48,9 @@ public:
     }
     void AppendUpper(std::string_view character, std::string& result) const override {
         result += character;
+    }
+    void AppendAsUtf8(std::string_view /*character*/, std::string& result) const override {
+        AppendCodePoint(kReplacementCharacter, result);
     }
 };
 

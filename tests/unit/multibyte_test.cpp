@@ -30,6 +30,9 @@ public:
     void AppendUpper(std::string_view character, std::string& result) const override {
         result += character;
     }
+    void AppendAsUtf8(std::string_view /*character*/, std::string& result) const override {
+        AppendCodePoint(kReplacementCharacter, result);
+    }
 };
 
 int Sign(int value) { return value < 0 ? -1 : (value > 0 ? 1 : 0); }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -131,6 +132,10 @@ TEST(OutputFileTest, HandsOnWhatItHasInBlocks) {
     EXPECT_TRUE(memory.Text() == Repeat(lines, count));
 }
 
+PlainLines Plain(std::string_view text) {
+    return {text, static_cast<long>(std::count(text.begin(), text.end(), '\n'))};
+}
+
 TEST(OutputFileTest, TakesPlainLinesAsTheyStand) {
     for (const std::size_t count : {std::size_t{1}, std::size_t{100}, kLargeSize / 8}) {
         SCOPED_TRACE(count);
@@ -139,19 +144,33 @@ TEST(OutputFileTest, TakesPlainLinesAsTheyStand) {
         OutputFile out(memory);
         out.UseCrLf();
         out.Write("a\n\n");
-        out.WritePlainLines(lines);
-        out.WritePlainLines("");
+        out.WritePlainLines(Plain(lines));
+        out.WritePlainLines({});
         out.Write("\n \nb\n");
-        out.WritePlainLines(lines);
+        out.WritePlainLines(Plain(lines));
         EXPECT_TRUE(out.Finish());
         EXPECT_TRUE(memory.Text() == "a\r\n" + lines + "b\r\n" + lines);
     }
 }
 
+TEST(OutputFileTest, CountsTheLinesThatItKeeps) {
+    MemoryOutput memory;
+    OutputFile out(memory);
+    EXPECT_EQ(out.LineCount(), 0);
+    out.Write("\n \n");
+    EXPECT_EQ(out.LineCount(), 0);
+    out.Write("a\n\nb");
+    EXPECT_EQ(out.LineCount(), 1);
+    out.Write("\n");
+    EXPECT_EQ(out.LineCount(), 2);
+    out.WritePlainLines(Plain("1\n2\n3\n"));
+    EXPECT_EQ(out.LineCount(), 5);
+}
+
 TEST(OutputFileTest, PlainLinesAreLinesOfTheOutput) {
     MemoryOutput memory;
     OutputFile out(memory);
-    out.WritePlainLines("1\n");
+    out.WritePlainLines(Plain("1\n"));
     EXPECT_TRUE(out.Finish());
     EXPECT_EQ(memory.Text(), "1\n");
 }
@@ -160,7 +179,7 @@ TEST(OutputFileTest, GathersFewPlainLines) {
     MemoryOutput memory;
     OutputFile out(memory);
     const std::size_t count = kLargeSize / 6;
-    for (std::size_t i = 0; i < count; ++i) out.WritePlainLines("1 2 3\n");
+    for (std::size_t i = 0; i < count; ++i) out.WritePlainLines(Plain("1 2 3\n"));
     EXPECT_LE(memory.LongestWrite(), kBufferLimit);
     EXPECT_LT(memory.Writes(), count / 100);
     EXPECT_TRUE(out.Finish());
@@ -174,9 +193,9 @@ TEST(OutputFileTest, TellsWhenPlainLinesAreNotTaken) {
         MemoryOutput memory(failing);
         OutputFile out(memory);
         out.Write("a\n");
-        out.WritePlainLines(lines);
+        out.WritePlainLines(Plain(lines));
         EXPECT_TRUE(out.Failed());
-        out.WritePlainLines(lines);
+        out.WritePlainLines(Plain(lines));
         EXPECT_FALSE(out.Finish());
         EXPECT_EQ(memory.WritesAfterFailure(), 0U);
         EXPECT_EQ(memory.Text(), failing == 0 ? "" : "a\n");

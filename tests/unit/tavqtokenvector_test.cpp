@@ -44,6 +44,9 @@ public:
     void AppendUpper(std::string_view character, std::string& result) const override {
         result += character;
     }
+    void AppendAsUtf8(std::string_view /*character*/, std::string& result) const override {
+        AppendCodePoint(kReplacementCharacter, result);
+    }
 };
 
 const CodePage& DoubleByte() {

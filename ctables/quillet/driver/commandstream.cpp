@@ -124,11 +124,10 @@ void CommandStream::ReadInlineData() {
 
 // Steps over the plain lines that are at hand. There is always a line behind them.
 bool CommandStream::FindPlainLines() {
-    const LineRun run = FindPlainDataLines(m_lines.Unread(), m_lines.FirstLineEndsInCrLf());
-    if (run.length == 0) return false;
-    m_plainLines = m_lines.Unread().substr(0, run.length);
-    m_lines.Skip(run.length);
-    m_lineCount += run.lineCount;
+    m_plainLines = FindPlainDataLines(m_lines.Unread(), m_lines.FirstLineEndsInCrLf());
+    if (m_plainLines.count == 0) return false;
+    m_lines.Skip(m_plainLines.text.size());
+    m_lineCount += m_plainLines.count;
     m_hasMoreParts = true;
     return true;
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "driver/datalines.h"
 #include "platform/codepage.h"
 #include "platform/linereader.h"
 #include "tokenizer/tavqtokensequence.h"
@@ -30,6 +31,15 @@ public:
     /// The file line on which the command begins, from 1.
     [[nodiscard]] long StartLine() const { return m_startLine; }
 
+    /// The file line on which the command ends, from 1. Of a command in parts: as far as read.
+    [[nodiscard]] long EndLine() const { return m_lineCount - (m_lineBuffer.empty() ? 0 : 1); }
+
+    /// What has been read of a command in which `ReadCommand` found an error, up to the line
+    /// with that error.
+    [[nodiscard]] std::string TextUpToError() const {
+        return m_commandText + (m_keptLine.empty() ? m_lineBuffer : m_keptLine);
+    }
+
     /// The command's kind, as its first line tells.
     [[nodiscard]] quillet::CommandKind CommandKind() const { return m_commandKind; }
 
@@ -42,10 +52,9 @@ public:
     /// fetch what follows.
     [[nodiscard]] bool HasMoreParts() const { return m_hasMoreParts; }
 
-    /// Data lines that follow the text, as they stand in the input: none is blank, and each ends
-    /// as the input's first line does. Empty when the next lines are not of this sort. Good
+    /// Data lines that follow the text. Empty when the next lines are not of this sort. Good
     /// until the next read.
-    [[nodiscard]] std::string_view PlainLines() const { return m_plainLines; }
+    [[nodiscard]] const quillet::PlainLines& PlainLines() const { return m_plainLines; }
 
     /// Replaces the text by the command's next part behind the plain lines, which is never
     /// empty.
@@ -69,7 +78,7 @@ private:
     quillet::CommandKind m_commandKind = quillet::CommandKind::kOrdinary;
     std::string m_firstValue;
     bool m_hasMoreParts = false;
-    std::string_view m_plainLines;
+    quillet::PlainLines m_plainLines;
     std::string m_commandText;
     std::string m_lineBuffer;  // one line read ahead, LF at its end; empty when there is none
     std::string m_keptLine;    // batch mode: the line before the one read ahead

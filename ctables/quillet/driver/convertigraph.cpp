@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "driver/messagecatalogue.h"
@@ -53,14 +54,20 @@ std::string AssembleGgraph(const igraph::iGraphSpec& spec, const std::string& gp
 
 // The command to write when `converted`, else the reason why there is none.
 struct Replacement {
-    bool converted = false;
+    ErrorKind errorKind = ErrorKind::kNone;
     std::string text;
 };
+
+// The reasons are written as comments, which begin with an asterisk.
+std::string WithoutCommentMark(std::string_view reason) {
+    if (reason.starts_with('*')) reason.remove_prefix(1);
+    return std::string(reason);
+}
 
 Replacement Replace(TAVQTokenSequence& sequence) {
     igraph::parser parser(nullptr, nullptr);
     if (!parser.Parse(sequence) || !parser.CompleteAndValidateSyntax()) {
-        return {false, std::string(kIgraphNotValid)};
+        return {ErrorKind::kIgraphSyntax, std::string(kIgraphNotValid)};
     }
     igraph::iGraphSpec& spec = parser.GetSettings();
     const std::string viewName = spec.getViewName();
@@ -68,23 +75,35 @@ Replacement Replace(TAVQTokenSequence& sequence) {
                                                          : viewName);
     igraph::gplGenerator generator(spec, nullptr, nullptr);
     const std::string gpl = generator.getGPL();
-    if (!spec.errorMessage().empty()) return {false, spec.errorMessage()};
+    if (!spec.errorMessage().empty()) {
+        return {ErrorKind::kIgraphNotExpressible, spec.errorMessage()};
+    }
     igraph::doPostProcessing postProcessing(nullptr, nullptr, nullptr);
     postProcessing.process(spec);
-    return {true, AssembleGgraph(spec, gpl, postProcessing.getImmediateTemplates())};
+    return {ErrorKind::kNone, AssembleGgraph(spec, gpl, postProcessing.getImmediateTemplates())};
 }
 
 }  // namespace
 
-void ConvertIgraph(const CodePage& /*codePage*/, TAVQTokenSequence* pSequence, OutputFile& out,
-                   long /*lineOffset*/, ConversionListener& listener) {
-    const Replacement replacement = pSequence != nullptr
-                                        ? Replace(*pSequence)
-                                        : Replacement{false, std::string(kIgraphNotValid)};
+CommandResult ConvertIgraph(const CodePage& /*codePage*/, TAVQTokenSequence* pSequence,
+                            OutputFile& out, long /*lineOffset*/, ConversionListener& listener) {
+    Replacement replacement = pSequence != nullptr
+                                  ? Replace(*pSequence)
+                                  : Replacement{ErrorKind::kUnknown, std::string(kIgraphNotValid)};
+    CommandResult result;
+    result.isConverted = replacement.errorKind == ErrorKind::kNone;
+    result.errorKind = replacement.errorKind;
     WriteCommand(kBeginGgraph, out, 0);
+    if (result.isConverted) result.generatedLine = out.LineCount() + 1;
     WriteCommand(replacement.text, out, 0);
     WriteCommand(kEndGgraph, out, 0);
-    listener.OnResultLine(replacement.converted ? kIgraphSucceeded : kIgraphFailed);
+    listener.OnResultLine(result.isConverted ? kIgraphSucceeded : kIgraphFailed);
+    if (result.isConverted) {
+        result.generated = std::move(replacement.text);
+    } else {
+        result.message = WithoutCommentMark(replacement.text);
+    }
+    return result;
 }
 
 }  // namespace quillet

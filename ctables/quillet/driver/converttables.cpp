@@ -23,15 +23,15 @@ std::string_view MessageOf(TablesErrorKind kind) {
         case TablesErrorKind::kSubcommandArgument:
             return kBadSubcommand;
         case TablesErrorKind::kObservationRange:
-            return kObservationRange;
+            return kObservationRangeText;
         case TablesErrorKind::kParenthesisedWord:
             return kBadParenthesizedWord;
         case TablesErrorKind::kGeneric:
             return kBadTablesSyntax;
         case TablesErrorKind::kUnknownSummaryFunction:
-            return kUnknownFunction;
+            return kUnknownFunctionText;
         case TablesErrorKind::kUnknownSortFunction:
-            return kUnknownSortFunction;
+            return kUnknownSortFunctionText;
         case TablesErrorKind::kMisplacedTotal:
             return kTotalAssociatesWrongly;
         case TablesErrorKind::kNothingToFollow:
@@ -43,7 +43,7 @@ std::string_view MessageOf(TablesErrorKind kind) {
         case TablesErrorKind::kTotalBesideScale:
             return kTotalStacksWithScale;
         case TablesErrorKind::kTableTooLarge:
-            return kTableTooLarge;
+            return kTableTooLargeText;
     }
     return {};
 }
@@ -56,6 +56,48 @@ std::string_view NameIn(const ReportEntry& entry) {
     return entry.text;
 }
 
+ErrorKind ErrorKindOf(TablesErrorKind kind) {
+    switch (kind) {
+        case TablesErrorKind::kNone:
+            break;
+        case TablesErrorKind::kSubcommandArgument:
+            return ErrorKind::kSubcommandSyntax;
+        case TablesErrorKind::kObservationRange:
+            return ErrorKind::kObservationRange;
+        case TablesErrorKind::kParenthesisedWord:
+            return ErrorKind::kParenthesizedWord;
+        case TablesErrorKind::kGeneric:
+            return ErrorKind::kTablesSyntax;
+        case TablesErrorKind::kUnknownSummaryFunction:
+            return ErrorKind::kUnknownFunction;
+        case TablesErrorKind::kUnknownSortFunction:
+            return ErrorKind::kUnknownSortFunction;
+        case TablesErrorKind::kMisplacedTotal:
+            return ErrorKind::kMisplacedTotal;
+        case TablesErrorKind::kNothingToFollow:
+            return ErrorKind::kNothingToFollow;
+        case TablesErrorKind::kNothingToPrecede:
+            return ErrorKind::kNothingToPrecede;
+        case TablesErrorKind::kTotalWithoutStacking:
+            return ErrorKind::kTotalWithoutStacking;
+        case TablesErrorKind::kTotalBesideScale:
+            return ErrorKind::kTotalBesideScale;
+        case TablesErrorKind::kTableTooLarge:
+            return ErrorKind::kTableTooLarge;
+    }
+    return ErrorKind::kUnknown;
+}
+
+// The facts that `ReportTablesFailure` writes. Without a report there is only the failure.
+void DescribeFailure(const ReportEntry& entry, long lineOffset, CommandResult& result) {
+    result.generated.clear();
+    result.errorKind = ErrorKindOf(entry.kind);
+    if (entry.kind == TablesErrorKind::kNone) return;
+    result.errorLine = entry.line + lineOffset;
+    result.errorColumn = entry.column + 1;
+    result.message = FillMessage(MessageOf(entry.kind), NameIn(entry));
+}
+
 // Parses and translates; false with a report in `command`, or with none where there is nothing
 // to tell the user.
 [[nodiscard]] bool ConvertToCtables(TablesCommand& command, const CodePage& codePage,
@@ -66,21 +108,26 @@ std::string_view NameIn(const ReportEntry& entry) {
 
 }  // namespace
 
-void ConvertTables(const CodePage& codePage, TAVQTokenSequence* pSequence, OutputFile& out,
-                   long lineOffset, ConversionListener& listener) {
+CommandResult ConvertTables(const CodePage& codePage, TAVQTokenSequence* pSequence, OutputFile& out,
+                            long lineOffset, ConversionListener& listener) {
     TablesCommand command(codePage, pSequence);
-    std::string text;
-    const bool converted = pSequence != nullptr && ConvertToCtables(command, codePage, text);
+    CommandResult result;
+    result.isConverted =
+        pSequence != nullptr && ConvertToCtables(command, codePage, result.generated);
+    result.warnings = command.Warnings();
     WriteCommand(kBeginCtables, out, 0);
-    if (converted) {
-        for (const std::string& warning : command.Warnings()) WriteStarred(warning, out);
-        WriteCommand(text, out, 0);
+    if (result.isConverted) {
+        for (const std::string& warning : result.warnings) WriteStarred(warning, out);
+        result.generatedLine = out.LineCount() + 1;
+        WriteCommand(result.generated, out, 0);
         listener.OnResultLine(kTablesSucceeded);
     } else {
         ReportTablesFailure(command.FirstReport(), out, lineOffset);
+        DescribeFailure(command.FirstReport(), lineOffset, result);
         listener.OnResultLine(kTablesFailed);
     }
     WriteCommand(kEndCtables, out, 0);
+    return result;
 }
 
 void ReportTablesFailure(const ReportEntry& entry, OutputFile& out, long lineOffset) {

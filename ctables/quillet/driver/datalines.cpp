@@ -1,6 +1,7 @@
 #include "driver/datalines.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace quillet {
 
@@ -46,26 +47,27 @@ bool NeedsALook(std::string_view text, std::size_t begin) {
 
 }  // namespace
 
-LineRun FindPlainDataLines(std::string_view text, bool endsInCrLf) {
+PlainLines FindPlainDataLines(std::string_view text, bool endsInCrLf) {
     const auto crWanted = static_cast<unsigned char>(endsInCrLf ? 1 : 0);
-    LineRun run;
-    while (run.length < text.size() && !NeedsALook(text, run.length)) {
-        std::size_t position = run.length + 1;
+    std::size_t length = 0;
+    long count = 0;
+    while (length < text.size() && !NeedsALook(text, length)) {
+        std::size_t position = length + 1;
         while (position + kChunkSize < text.size()) {
             const ChunkFindings findings = LookAtChunk(&text[position], crWanted);
             if (findings.surprises != 0) break;
-            run.lineCount += findings.lineFeeds;
+            count += findings.lineFeeds;
             position += kChunkSize;
         }
         // The line in which the chunks ended began behind the last line feed passed.
-        run.length = std::max(run.length, text.rfind('\n', position - 1) + 1);
+        length = std::max(length, text.rfind('\n', position - 1) + 1);
         const std::size_t end = text.find('\n', position);
         if (end == std::string_view::npos || end + 1 == text.size()) break;
         if ((text[end - 1] == '\r') != endsInCrLf) break;
-        run.length = end + 1;
-        ++run.lineCount;
+        length = end + 1;
+        ++count;
     }
-    return run;
+    return {text.substr(0, length), count};
 }
 
 }  // namespace quillet

@@ -55,13 +55,13 @@ inline constexpr std::string_view kTablesPosition =
     "Error while parsing or translating input syntax file. Line %ld, column %d.";
 inline constexpr std::string_view kBadSubcommand =
     "Unable to parse the syntax of the %s subcommand";
-inline constexpr std::string_view kObservationRange =
+inline constexpr std::string_view kObservationRangeText =
     "TABLES commands using TO on the OBSERVATION subcommand cannot be converted.";
 inline constexpr std::string_view kBadParenthesizedWord =
     "The table expression contains a word in parentheses that is not a keyword or variable name.";
 inline constexpr std::string_view kBadTablesSyntax = "Invalid TABLES command syntax";
-inline constexpr std::string_view kUnknownFunction = "Unrecognized summary function %s";
-inline constexpr std::string_view kUnknownSortFunction =
+inline constexpr std::string_view kUnknownFunctionText = "Unrecognized summary function %s";
+inline constexpr std::string_view kUnknownSortFunctionText =
     "Unrecognized function %s on SORT subcommand";
 inline constexpr std::string_view kTotalAssociatesWrongly =
     "Total variable wrongly associates with %s on TABLE subcommand.";
@@ -73,7 +73,7 @@ inline constexpr std::string_view kTotalWithoutStack =
     "Total variable %s does not stack with anything.";
 inline constexpr std::string_view kTotalStacksWithScale =
     "Total variable %s stacks with a scale variable.";
-inline constexpr std::string_view kTableTooLarge =
+inline constexpr std::string_view kTableTooLargeText =
     "The table expression is too large to be converted.";
 
 // Warnings about what a conversion leaves out.

@@ -30,17 +30,16 @@ void OutputFile::Write(std::string_view text) {
     }
 }
 
-void OutputFile::WritePlainLines(std::string_view lines) {
-    if (lines.empty()) return;
-    m_hasLines = true;
-    if (lines.size() < kLargeRun) {
-        m_buffer.append(lines);
+void OutputFile::WritePlainLines(const PlainLines& lines) {
+    m_lineCount += lines.count;
+    if (lines.text.size() < kLargeRun) {
+        m_buffer.append(lines.text);
         m_lineBegin = m_buffer.size();
         if (m_buffer.size() >= kBlockSize) HandOn(m_buffer.size());
         return;
     }
     HandOn(m_buffer.size());
-    if (!m_failed) m_failed = !m_output.Write(lines);
+    if (!m_failed) m_failed = !m_output.Write(lines.text);
 }
 
 // Ends the line being written, or drops it when it is blank.
@@ -52,7 +51,7 @@ void OutputFile::EndLine() {
     m_buffer.append(m_lineEnd);
     m_lineBegin = m_buffer.size();
     m_lineIsBlank = true;
-    m_hasLines = true;
+    ++m_lineCount;
 }
 
 // Hands on the first `length` bytes of the buffer.
@@ -64,7 +63,7 @@ void OutputFile::HandOn(std::size_t length) {
 
 bool OutputFile::Finish() {
     EndLine();
-    if (!m_hasLines) m_buffer.append(m_lineEnd);
+    if (m_lineCount == 0) m_buffer.append(m_lineEnd);
     if (!m_buffer.empty()) HandOn(m_buffer.size());
     return !m_failed;
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "driver/datalines.h"
 #include "quillet.h"
 
 namespace quillet {
@@ -24,9 +25,11 @@ public:
     /// Writes `text`, which may hold any number of lines, each ending in LF, and parts of lines.
     void Write(std::string_view text);
 
-    /// Writes whole lines as they stand. None is blank, and each ends as the output's lines do;
-    /// only where a line begins.
-    void WritePlainLines(std::string_view lines);
+    /// Writes lines as they stand; only where a line begins.
+    void WritePlainLines(const PlainLines& lines);
+
+    /// The number of lines that the output has so far, without the one being written.
+    [[nodiscard]] long LineCount() const { return m_lineCount; }
 
     /// Ends the last line and hands on what is left. An output without any line becomes a
     /// single line end. False when some of the output could not be written.
@@ -43,7 +46,7 @@ private:
     std::string m_buffer;
     std::size_t m_lineBegin = 0;  // where the line being written begins in the buffer
     bool m_lineIsBlank = true;
-    bool m_hasLines = false;  // some line was kept
+    long m_lineCount = 0;
     bool m_failed = false;
     std::string_view m_lineEnd = "\n";
 };

@@ -12,23 +12,6 @@ constexpr std::string_view kModule = "outputwriter";
 // An indentation this deep is a runaway; one blank shows that there was one.
 constexpr std::size_t kIndentLimit = 21;
 
-std::string_view ReasonOf(ParseErrorKind kind) {
-    switch (kind) {
-        case ParseErrorKind::kNone:
-            return {};
-        case ParseErrorKind::kUnclosedLiteral:
-            return kUnclosedLiteralText;
-        case ParseErrorKind::kExponentWithoutDigits:
-            return kExponentWithoutDigitsText;
-        case ParseErrorKind::kInvalidNumber:
-            return kInvalidNumberText;
-        case ParseErrorKind::kInvalidCharacter:
-            return kInvalidCharacterText;
-    }
-    QUILLET_ASSERT(false, "0");
-    return {};
-}
-
 }  // namespace
 
 void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent) {
@@ -64,6 +47,23 @@ void WriteStarred(std::string_view message, OutputFile& out) {
     std::string line = "***** ";
     line.append(message);
     WriteCommand(line, out, 0);
+}
+
+std::string_view ReasonOf(ParseErrorKind kind) {
+    switch (kind) {
+        case ParseErrorKind::kNone:
+            return {};
+        case ParseErrorKind::kUnclosedLiteral:
+            return kUnclosedLiteralText;
+        case ParseErrorKind::kExponentWithoutDigits:
+            return kExponentWithoutDigitsText;
+        case ParseErrorKind::kInvalidNumber:
+            return kInvalidNumberText;
+        case ParseErrorKind::kInvalidCharacter:
+            return kInvalidCharacterText;
+    }
+    QUILLET_ASSERT(false, "0");
+    return {};
 }
 
 void WriteTokenizingError(const ParseError& error, OutputFile& out) {

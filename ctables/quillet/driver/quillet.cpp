@@ -48,6 +48,51 @@ const CodePage* ChooseCodePage(TextInput& input, const Options& options) {
 
 enum class Route { kCopy, kTables, kIgraph };
 
+TextEncoding EncodingOf(const CodePage& codePage) {
+    if (&codePage == &CodePage::Utf8()) return TextEncoding::kUtf8;
+    if (&codePage == &CodePage::Windows1252()) return TextEncoding::kWindows1252;
+    return TextEncoding::kSystem;
+}
+
+// The type of a command that is only copied.
+CommandType TypeOf(CommandKind kind) {
+    switch (kind) {
+        case CommandKind::kComment:
+            return CommandType::kComment;
+        case CommandKind::kDocument:
+            return CommandType::kDocument;
+        case CommandKind::kInlineData:
+            return CommandType::kInlineData;
+        case CommandKind::kOrdinary:
+            break;
+    }
+    return CommandType::kOrdinary;
+}
+
+ErrorKind ErrorKindOf(ParseErrorKind kind) {
+    switch (kind) {
+        case ParseErrorKind::kNone:
+            break;
+        case ParseErrorKind::kUnclosedLiteral:
+            return ErrorKind::kUnclosedLiteral;
+        case ParseErrorKind::kExponentWithoutDigits:
+            return ErrorKind::kExponentWithoutDigits;
+        case ParseErrorKind::kInvalidNumber:
+            return ErrorKind::kInvalidNumber;
+        case ParseErrorKind::kInvalidCharacter:
+            return ErrorKind::kInvalidCharacter;
+    }
+    return ErrorKind::kUnknown;
+}
+
+// `text` as one command with its period at the end, the way `WriteCommand` writes it.
+std::string WithPeriod(std::string_view text) {
+    if (text.ends_with('\n')) text.remove_suffix(1);
+    std::string command(text);
+    if (!command.ends_with('.')) command += '.';
+    return command;
+}
+
 class Driver {
 public:
     Driver(TextInput& input, TextOutput& output, ConversionListener& listener,
@@ -65,10 +110,13 @@ public:
         Outcome outcome = Outcome::kDone;
         try {
             while (!m_out.Failed() && !m_commands.ReadCommand() && !m_lines.Failed()) {
+                m_isReading = false;
                 HandleCommand();
+                m_isReading = true;
             }
         } catch (const ParseError& error) {
             WriteTokenizingError(error, m_out);
+            TellOfError(error);
             outcome = Outcome::kTokenizingError;
         }
         if (!m_out.Finish()) return Outcome::kWriteError;
@@ -80,12 +128,15 @@ private:
         switch (RouteOf(m_commands.CommandText())) {
             case Route::kCopy:
                 CopyThrough();
+                TellOfCopy();
                 break;
             case Route::kTables:
-                Convert(kBeginTablesComment, kEndTablesComment, ConvertTables);
+                TellOfResult(CommandType::kTables,
+                             Convert(kBeginTablesComment, kEndTablesComment, ConvertTables));
                 break;
             case Route::kIgraph:
-                Convert(kBeginIgraphComment, kEndIgraphComment, ConvertIgraph);
+                TellOfResult(CommandType::kIgraph,
+                             Convert(kBeginIgraphComment, kEndIgraphComment, ConvertIgraph));
                 break;
         }
     }
@@ -129,14 +180,58 @@ private:
     }
 
     template <class Step>
-    void Convert(std::string_view beginComment, std::string_view endComment, Step step) {
+    CommandResult Convert(std::string_view beginComment, std::string_view endComment, Step step) {
         const std::string& text = m_commands.CommandText();
         const std::unique_ptr<TAVQTokenSequence> sequence = MakeSequence(text);
         WriteCommand(beginComment, m_out, 0);
         WriteCommand(CommentOut(text), m_out, 1);
         WriteCommand(endComment, m_out, 0);
         if (sequence != nullptr) sequence->SetNextIndex(0);
-        step(m_codePage, sequence.get(), m_out, m_commands.StartLine() - 1, m_listener);
+        return step(m_codePage, sequence.get(), m_out, m_commands.StartLine() - 1, m_listener);
+    }
+
+    void TellOfCopy() {
+        CommandReport report;
+        report.type = TypeOf(m_commands.CommandKind());
+        report.firstLine = m_commands.StartLine();
+        report.lastLine = m_commands.EndLine();
+        m_listener.OnCommand(report);
+    }
+
+    void TellOfResult(CommandType type, CommandResult result) {
+        const std::string source = WithPeriod(m_commands.CommandText());
+        const std::string generated = result.isConverted ? WithPeriod(result.generated) : "";
+        CommandReport report;
+        report.type = type;
+        report.outcome = result.isConverted ? CommandOutcome::kConverted : CommandOutcome::kFailed;
+        report.firstLine = m_commands.StartLine();
+        report.lastLine = m_commands.EndLine();
+        report.source = source;
+        report.generated = generated;
+        report.generatedLine = result.generatedLine;
+        report.warnings = std::move(result.warnings);
+        report.errorKind = result.errorKind;
+        report.errorLine = result.errorLine;
+        report.errorColumn = result.errorColumn;
+        report.message = result.message;
+        m_listener.OnCommand(report);
+    }
+
+    // Lines of an error that `ReadCommand` found are those of the file; all others count from
+    // the command's first line.
+    void TellOfError(const ParseError& error) {
+        const std::string source =
+            m_isReading ? m_commands.TextUpToError() : m_commands.CommandText();
+        CommandReport report;
+        report.outcome = CommandOutcome::kUnreadable;
+        report.firstLine = m_commands.StartLine();
+        report.errorLine = error.Line() + (m_isReading ? 0 : m_commands.StartLine() - 1);
+        report.lastLine = m_isReading ? report.errorLine : m_commands.EndLine();
+        report.source = source;
+        report.errorKind = ErrorKindOf(error.Kind());
+        report.errorColumn = error.Column();
+        report.message = ReasonOf(error.Kind());
+        m_listener.OnCommand(report);
     }
 
     [[nodiscard]] std::unique_ptr<TAVQTokenSequence> MakeSequence(const std::string& text) const {
@@ -153,6 +248,7 @@ private:
     ConversionListener& m_listener;
     const CodePage& m_codePage;
     bool m_batchMode;
+    bool m_isReading = true;  // errors come from the command stream
 };
 
 class MemoryInput final : public TextInput {
@@ -210,6 +306,7 @@ Outcome ConvertStream(TextInput& input, TextOutput& output, ConversionListener& 
     });
     const CodePage* pCodePage = ChooseCodePage(input, options);
     if (pCodePage == nullptr) return Outcome::kReadError;
+    listener.OnEncoding(EncodingOf(*pCodePage));
     return Driver(input, output, listener, *pCodePage, options.batchMode).Run();
 }
 

@@ -1,5 +1,6 @@
 #include "platform/codepage.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -60,21 +61,6 @@ Utf8Character DecodeUtf8(const char* bytes, std::size_t maxBytes) {
 
 char ToByte(char32_t value) { return static_cast<char>(static_cast<unsigned char>(value)); }
 
-void AppendUtf8(char32_t codePoint, std::string& result) {
-    if (codePoint < 0x800) {
-        result += ToByte(0xC0 | (codePoint >> 6U));
-    } else {
-        if (codePoint < 0x10000) {
-            result += ToByte(0xE0 | (codePoint >> 12U));
-        } else {
-            result += ToByte(0xF0 | (codePoint >> 18U));
-            result += ToByte(0x80 | ((codePoint >> 12U) & 0x3FU));
-        }
-        result += ToByte(0x80 | ((codePoint >> 6U) & 0x3FU));
-    }
-    result += ToByte(0x80 | (codePoint & 0x3FU));
-}
-
 class Utf8CodePage final : public CodePage {
 public:
     [[nodiscard]] std::size_t NonAsciiLength(const char* bytes,
@@ -88,8 +74,12 @@ public:
         if (decoded.length == 0 || capital == decoded.codePoint) {
             result.append(character);
         } else {
-            AppendUtf8(capital, result);
+            AppendCodePoint(capital, result);
         }
+    }
+
+    void AppendAsUtf8(std::string_view character, std::string& result) const override {
+        result.append(character);
     }
 };
 
@@ -105,7 +95,21 @@ public:
         result += ToByte(Capital(letter));
     }
 
+    void AppendAsUtf8(std::string_view character, std::string& result) const override {
+        const unsigned byte = ByteAt(character.data(), 0);
+        const bool isSpecial = byte - kFirstSpecial < kSpecialCharacters.size();
+        AppendCodePoint(isSpecial ? kSpecialCharacters[byte - kFirstSpecial] : byte, result);
+    }
+
 private:
+    static constexpr unsigned kFirstSpecial = 0x80;
+    // The characters of the bytes 0x80 to 0x9F; all others are those of Latin-1. The five bytes
+    // that have none are control characters, so that every byte is a character.
+    static constexpr std::array<char16_t, 32> kSpecialCharacters = {
+        0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+        0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
     static constexpr unsigned Capital(unsigned letter) {
         constexpr unsigned kDivisionSign = 0xF7;
         switch (letter) {
@@ -148,6 +152,44 @@ bool MayGrowIntoCharacter(std::string_view text) {
 }
 
 }  // namespace
+
+void AppendCodePoint(char32_t codePoint, std::string& result) {
+    if (codePoint < 0x80) {
+        result += ToByte(codePoint);
+        return;
+    }
+    if (codePoint < 0x800) {
+        result += ToByte(0xC0 | (codePoint >> 6U));
+    } else {
+        if (codePoint < 0x10000) {
+            result += ToByte(0xE0 | (codePoint >> 12U));
+        } else {
+            result += ToByte(0xF0 | (codePoint >> 18U));
+            result += ToByte(0x80 | ((codePoint >> 12U) & 0x3FU));
+        }
+        result += ToByte(0x80 | ((codePoint >> 6U) & 0x3FU));
+    }
+    result += ToByte(0x80 | (codePoint & 0x3FU));
+}
+
+std::string TextAsUtf8(const CodePage& codePage, std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t asciiLength = AsciiPrefixLength(text);
+        result.append(text.substr(0, asciiLength));
+        text.remove_prefix(asciiLength);
+        if (text.empty()) break;
+        const std::size_t length = codePage.NonAsciiLength(text.data(), text.size());
+        if (length == 0) {
+            AppendCodePoint(kReplacementCharacter, result);
+        } else {
+            codePage.AppendAsUtf8(text.substr(0, length), result);
+        }
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    return result;
+}
 
 const CodePage& CodePage::Utf8() {
     static const Utf8CodePage codePage;

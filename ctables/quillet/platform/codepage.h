@@ -26,6 +26,10 @@ public:
     /// ASCII, is appended as it is: no keyword may hide behind a dotless i or a long s.
     virtual void AppendUpper(std::string_view character, std::string& result) const = 0;
 
+    /// Appends `character`, one whole character outside ASCII, in UTF-8. Bytes that are no
+    /// character become U+FFFD.
+    virtual void AppendAsUtf8(std::string_view character, std::string& result) const = 0;
+
     [[nodiscard]] static const CodePage& Utf8();
     [[nodiscard]] static const CodePage& Windows1252();
 
@@ -40,6 +44,15 @@ protected:
     CodePage(const CodePage&) = default;
     CodePage& operator=(const CodePage&) = default;
 };
+
+/// Appends `codePoint`, from 0 to U+10FFFF, in UTF-8.
+void AppendCodePoint(char32_t codePoint, std::string& result);
+
+/// What stands in for bytes that are no character.
+inline constexpr char32_t kReplacementCharacter = 0xFFFD;
+
+/// `text`, in `codePage`, in UTF-8. Each byte that is no character becomes U+FFFD.
+[[nodiscard]] std::string TextAsUtf8(const CodePage& codePage, std::string_view text);
 
 /// Decides whether a text that arrives in pieces is valid UTF-8.
 class Utf8Validator {

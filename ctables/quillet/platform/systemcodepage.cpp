@@ -64,6 +64,16 @@ public:
         result.append(character);
     }
 
+    void AppendAsUtf8(std::string_view character, std::string& result) const override {
+        const ScopedThreadLocale scope(m_locale.get());
+        wchar_t wide = 0;
+        std::mbstate_t state{};
+        // A wide character is its code point here.
+        const bool isCharacter =
+            std::mbrtowc(&wide, character.data(), character.size(), &state) == character.size();
+        AppendCodePoint(isCharacter ? static_cast<char32_t>(wide) : kReplacementCharacter, result);
+    }
+
 private:
     // Byte length of the character at `bytes`, 0 when there is none within `maxBytes`.
     std::size_t Measure(const char* bytes, std::size_t maxBytes) const {

@@ -47,6 +47,12 @@ public:
         result.append(character);
     }
 
+    void AppendAsUtf8(std::string_view character, std::string& result) const override {
+        const std::wstring wide = Decode(character);
+        AppendCodePoint(
+            wide.size() == 1 ? static_cast<char32_t>(wide.front()) : kReplacementCharacter, result);
+    }
+
 private:
     static constexpr char32_t kEndOfPlane0 = 0x10000;
 
