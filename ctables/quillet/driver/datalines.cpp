@@ -19,13 +19,13 @@ struct ChunkFindings {
     unsigned char surprises = 0;  // 0 when no line end needs a closer look
 };
 
-// Looks at `kChunkSize` bytes; one more on each side must be there.
-ChunkFindings LookAtChunk(const char* pChunk, unsigned char endsInCrLf) {
+// Looks at the `kChunkSize` bytes behind the one at `pBefore`; one more must follow them.
+ChunkFindings LookAtChunk(const char* pBefore, unsigned char endsInCrLf) {
     ChunkFindings findings;
     for (std::size_t i = 0; i < kChunkSize; ++i) {
-        const auto before = static_cast<unsigned char>(pChunk[i - 1]);
-        const auto current = static_cast<unsigned char>(pChunk[i]);
-        const auto after = static_cast<unsigned char>(pChunk[i + 1]);
+        const auto before = static_cast<unsigned char>(pBefore[i]);
+        const auto current = static_cast<unsigned char>(pBefore[i + 1]);
+        const auto after = static_cast<unsigned char>(pBefore[i + 2]);
         const auto isLineFeed = static_cast<unsigned char>(current == '\n' ? 1 : 0);
         const auto isCrLf = static_cast<unsigned char>(before == '\r' ? 1 : 0);
         const auto isSpecial =
@@ -54,7 +54,7 @@ PlainLines FindPlainDataLines(std::string_view text, bool endsInCrLf) {
     while (length < text.size() && !NeedsALook(text, length)) {
         std::size_t position = length + 1;
         while (position + kChunkSize < text.size()) {
-            const ChunkFindings findings = LookAtChunk(&text[position], crWanted);
+            const ChunkFindings findings = LookAtChunk(&text[position - 1], crWanted);
             if (findings.surprises != 0) break;
             count += findings.lineFeeds;
             position += kChunkSize;
