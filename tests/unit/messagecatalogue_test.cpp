@@ -63,6 +63,7 @@ TEST(MessageCatalogueTest, SaysExactlyThis) {
          "Preceding total %s on a TABLE subcommand does not precede anything."},
         {kTotalWithoutStack, "Total variable %s does not stack with anything."},
         {kTotalStacksWithScale, "Total variable %s stacks with a scale variable."},
+        {kTableTooLargeText, "The table expression is too large to be converted."},
         {kObsoleteSubcommand, "Obsolete subcommand %s has been ignored."},
         {kUnknownSubcommand, "Unrecognized or obsolete subcommand %s has been ignored."},
         {kObsoleteFormat, "Obsolete form of the FORMAT subcommand has been ignored."},
