@@ -95,7 +95,7 @@ class Maker:
             parts.append(self.command())
             commands -= 2 if parts[-1].startswith("DATA LIST") else 1
         if self.random.random() < 0.01:
-            parts.insert(self.random.randrange(len(parts) + 1), "COMPUTE x = 'never closed.")
+            parts.insert(self.random.randrange(len(parts) + 1), "FREQUENCIES /FORMAT='never closed.")
         return "\n\n".join(parts) + "\n"
 
     def encoded(self, text):

@@ -17,7 +17,7 @@ endif()
 install(TARGETS quillet RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
 install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program
-    FILES_MATCHING PATTERN "*.md" PATTERN "*.syn")
+    FILES_MATCHING PATTERN "*.md" PATTERN "*.syn" PATTERN "*.png")
 install(FILES LICENSE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT upstream)
 
 if(WIN32)
@@ -33,6 +33,11 @@ if(WIN32)
 endif()
 
 install(FILES docs/quillet.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT upstream)
+if(TARGET quillet-migrate)
+    install(TARGETS quillet-migrate RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
+    install(FILES docs/quillet-migrate.1
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT upstream)
+endif()
 install(FILES completions/quillet.bash RENAME quillet
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT program)
 install(FILES completions/quillet.fish

@@ -74,6 +74,10 @@ if(GZIP)
     endforeach()
     install_compressed(${CMAKE_SOURCE_DIR}/docs/quillet.1 quillet.1
         ${CMAKE_INSTALL_MANDIR}/man1 debian)
+    if(TARGET quillet-migrate)
+        install_compressed(${CMAKE_SOURCE_DIR}/docs/quillet-migrate.1 quillet-migrate.1
+            ${CMAKE_INSTALL_MANDIR}/man1 debian)
+    endif()
     # Where Debian's zsh looks.
     install(FILES completions/_quillet DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions
         COMPONENT debian EXCLUDE_FROM_ALL)

@@ -1,0 +1,47 @@
+// Finds the files of an archive.
+#ifndef QUILLET_MIGRATE_FILETREE_H
+#define QUILLET_MIGRATE_FILETREE_H
+
+#include <cstdint>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+#include "quillet.h"
+
+namespace quillet::migrate {
+
+/// Something that was met in an archive.
+struct TreeEntry {
+    enum class Kind {
+        kFile,
+        kSkipped,     ///< No regular file, or a link that is not followed; see `message`.
+        kUnreadable,  ///< A folder whose names cannot be read, or a file without a status.
+    };
+
+    std::string path;  ///< Relative, bytes, "/" between folders.
+    Kind kind = Kind::kFile;
+    std::uint64_t size = 0;
+    std::string message;  ///< Why it is no file to be read.
+};
+
+struct FileTree {
+    std::vector<TreeEntry> entries;    ///< In the order of the bytes of their paths.
+    std::vector<std::string> folders;  ///< Relative, each behind the one it lies in.
+};
+
+/// Goes through `root`, a resolved path to a folder.
+///
+/// A link to a file inside `root` counts as that file. A link to a folder inside is skipped, for
+/// the folder is met under its own name; so nothing is met twice and no loop is entered. Links
+/// that lead out or nowhere are skipped. A folder that is mounted into itself is entered once.
+/// Stops early, and returns what it has, when `stop` is requested.
+[[nodiscard]] FileTree WalkTree(const std::string& root, const std::stop_token& stop);
+
+/// True when there is no NUL in the first 64 KiB of `input`, which is rewound. Look at
+/// `input.Failed` afterwards.
+[[nodiscard]] bool IsText(TextInput& input);
+
+}  // namespace quillet::migrate
+
+#endif  // QUILLET_MIGRATE_FILETREE_H

@@ -1,0 +1,117 @@
+#include "migrate/htmlreport.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "migrate/jsonreport.h"
+#include "migrate/reportpage.h"
+
+namespace quillet::migrate {
+
+namespace {
+
+constexpr std::string_view kElementEnd = "</script>\n";
+// U+2028 and U+2029 but for their last byte.
+constexpr std::string_view kSeparatorStart = "\xE2\x80";
+
+std::string ElementStart(std::string_view id) {
+    return std::string(R"(<script type="application/json" id=")").append(id).append("\">");
+}
+
+constexpr std::string_view kLessThan = R"(\u003c)";
+constexpr std::string_view kLineSeparator = R"(\u2028)";
+constexpr std::string_view kParagraphSeparator = R"(\u2029)";
+
+// What the escaper has to look at twice.
+bool IsSpecial(char byte) { return byte == '<' || byte == kSeparatorStart[0]; }
+
+bool HasCommands(const FileEntry& file) {
+    return file.facts.converted + file.facts.failed + file.facts.unreadable > 0;
+}
+
+bool WriteFiles(const Report& report, TextOutput& output) {
+    std::size_t chunk = 0;
+    bool isFirst = true;
+    for (const FileEntry& file : report.files) {
+        std::string text = std::exchange(isFirst, false) ? "" : ",\n";
+        text += OpenFileJson(file.facts);
+        text += ",\"errors\":" + nlohmann::json(file.facts.errors).dump();
+        if (HasCommands(file)) text += ",\"chunk\":" + std::to_string(chunk++);
+        text += "}";
+        if (!output.Write(text)) return false;
+    }
+    return output.Write("\n]}");
+}
+
+bool WriteSummaryElement(const Report& report, TextOutput& output) {
+    ScriptEscaper escaper(output);
+    return output.Write(ElementStart("report")) && escaper.Write(OpenReportJson(report)) &&
+           WriteFiles(report, escaper) && escaper.Finish() && output.Write(kElementEnd);
+}
+
+bool WriteChunkElements(const Report& report, TextOutput& output) {
+    std::size_t chunk = 0;
+    for (const FileEntry& file : report.files) {
+        if (!HasCommands(file)) continue;
+        ScriptEscaper escaper(output);
+        if (!output.Write(ElementStart("chunk-" + std::to_string(chunk++))) ||
+            !CopyCommands(file.commands, escaper) || !escaper.Finish() ||
+            !output.Write(kElementEnd)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+std::string_view ReportPage() { return {kReportPage, sizeof kReportPage}; }
+
+bool ScriptEscaper::Write(std::string_view bytes) {
+    std::string escaped;
+    escaped.reserve(m_pending.size() + bytes.size());
+    for (std::size_t position = 0; position < bytes.size();) {
+        if (m_pending.empty()) {
+            // Nearly everything goes through as it is.
+            const char* const pBegin = bytes.data() + position;
+            const char* const pEnd = std::find_if(pBegin, bytes.data() + bytes.size(), IsSpecial);
+            escaped.append(pBegin, pEnd);
+            position += static_cast<std::size_t>(pEnd - pBegin);
+        }
+        if (position < bytes.size()) TakeSpecial(bytes[position++], escaped);
+    }
+    return m_output.Write(escaped);
+}
+
+void ScriptEscaper::TakeSpecial(char byte, std::string& escaped) {
+    if (m_pending.size() < kSeparatorStart.size() && byte == kSeparatorStart[m_pending.size()]) {
+        m_pending += byte;
+        return;
+    }
+    if (m_pending == kSeparatorStart && (byte == '\xA8' || byte == '\xA9')) {
+        escaped += byte == '\xA8' ? kLineSeparator : kParagraphSeparator;
+        m_pending.clear();
+        return;
+    }
+    // No separator after all; in text that is not UTF-8 another one may begin right here.
+    escaped += std::exchange(m_pending, {});
+    if (byte == kSeparatorStart[0]) {
+        m_pending += byte;
+    } else if (byte == '<') {
+        escaped += kLessThan;
+    } else {
+        escaped += byte;
+    }
+}
+
+bool ScriptEscaper::Finish() { return m_output.Write(std::exchange(m_pending, {})); }
+
+bool WriteHtmlReport(const Report& report, std::string_view page, TextOutput& output) {
+    const std::size_t mark = page.find(kDataMark);
+    if (mark == std::string_view::npos) return false;
+    return output.Write(page.substr(0, mark)) && WriteSummaryElement(report, output) &&
+           WriteChunkElements(report, output) && output.Write(page.substr(mark + kDataMark.size()));
+}
+
+}  // namespace quillet::migrate

@@ -1,0 +1,46 @@
+#include "migrate/interruption.h"
+
+#include <pthread.h>
+#include <unistd.h>
+
+namespace quillet::migrate {
+
+namespace {
+
+// Wakes the waiting thread at the end, and means nothing otherwise.
+constexpr int kWakeUp = SIGUSR1;
+
+bool IsIgnored(int signal) {
+    struct sigaction action {};
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+}  // namespace
+
+// A thread that waits may do whatever it needs, which a signal handler may not.
+Interruption::Interruption(std::stop_source& stop) : m_stop(stop) {
+    sigemptyset(&m_signals);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        if (!IsIgnored(signal)) sigaddset(&m_signals, signal);
+    }
+    sigaddset(&m_signals, kWakeUp);
+    pthread_sigmask(SIG_BLOCK, &m_signals, &m_earlierMask);
+    m_thread = std::thread([this] { Wait(); });
+}
+
+Interruption::~Interruption() {
+    m_isOver = true;
+    pthread_kill(m_thread.native_handle(), kWakeUp);
+    m_thread.join();
+    pthread_sigmask(SIG_SETMASK, &m_earlierMask, nullptr);
+}
+
+void Interruption::Wait() {
+    while (!m_isOver) {
+        int signal = 0;
+        if (sigwait(&m_signals, &signal) != 0 || signal == kWakeUp) continue;
+        if (!m_stop.request_stop()) _exit(kInterruptedStatus);
+    }
+}
+
+}  // namespace quillet::migrate

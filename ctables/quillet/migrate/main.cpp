@@ -1,0 +1,44 @@
+// The command-line program that converts whole archives.
+#include <cstdio>
+#include <new>
+
+#include "migrate/mergereports.h"
+#include "migrate/migration.h"
+#include "migrate/options.h"
+#include "platform/system.h"
+
+namespace {
+
+constexpr int kTrouble = 2;
+
+int Run(int argc, char* argv[]) {
+    using namespace quillet;  // NOLINT(google-build-using-namespace): one function long
+    EnableLocale();
+    OpenClosedStandardStreams();
+    IgnoreBrokenPipes();
+    const migrate::CommandLine commandLine =
+        migrate::ParseCommandLine(ProgramArguments(argc, argv));
+    if (!commandLine.settings) {
+        if (!commandLine.isError) {
+            WriteToStream(stdout, commandLine.text);
+            return 0;
+        }
+        WriteToStream(stderr,
+                      "quillet-migrate: " + commandLine.text + "\nTry quillet-migrate --help\n");
+        return kTrouble;
+    }
+    const migrate::Settings& settings = *commandLine.settings;
+    return settings.reports.empty() ? migrate::RunMigration(settings)
+                                    : migrate::MergeReports(settings);
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    try {
+        return Run(argc, argv);
+    } catch (const std::bad_alloc&) {
+        quillet::WriteToStream(stderr, "quillet-migrate: there is not enough memory\n");
+        return kTrouble;
+    }
+}

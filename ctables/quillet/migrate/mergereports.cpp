@@ -1,0 +1,167 @@
+#include "migrate/mergereports.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <system_error>
+#include <unordered_map>
+#include <utility>
+
+#include "migrate/jsonreport.h"
+#include "migrate/reportfiles.h"
+#include "migrate/summary.h"
+#include "migrate/systemfiles.h"
+#include "migrate/targetfolder.h"
+#include "platform/system.h"
+
+namespace quillet::migrate {
+
+namespace {
+
+constexpr int kTrouble = 2;
+constexpr unsigned kThreads = 2;
+
+void Say(std::string_view text) {
+    WriteToStream(stderr, "quillet-migrate: " + Printable(text) + "\n");
+}
+
+void SayAbout(const std::string& name, const std::string& problem) { Say(name + ": " + problem); }
+
+double EndOf(const RunFacts& run) { return static_cast<double>(run.started) + run.seconds; }
+
+// Runs on several machines may know one folder by several names.
+void AddName(const std::string& name, std::vector<std::string>& names) {
+    if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+}
+
+std::string Join(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names) text.append(text.empty() ? "" : ", ").append(name);
+    return text;
+}
+
+RunFacts JoinRuns(const std::vector<Report>& reports) {
+    RunFacts joined = reports.front().run;
+    std::vector<std::string> sources;
+    std::vector<std::string> targets;
+    double end = EndOf(joined);
+    for (const Report& report : reports) {
+        const RunFacts& run = report.run;
+        AddName(run.source, sources);
+        AddName(run.target, targets);
+        joined.batchMode = joined.batchMode || run.batchMode;
+        joined.dryRun = joined.dryRun || run.dryRun;
+        joined.isInterrupted = joined.isInterrupted || run.isInterrupted;
+        joined.started = std::min(joined.started, run.started);
+        end = std::max(end, EndOf(run));
+    }
+    joined.source = Join(sources);
+    joined.target = Join(targets);
+    joined.shard.reset();
+    joined.seconds = end - static_cast<double>(joined.started);
+    return joined;
+}
+
+// The reports' own files, which hold the commands, are kept open beside them.
+struct OpenReports {
+    std::vector<std::unique_ptr<StoredFile>> files;
+    std::vector<Report> reports;
+};
+
+bool ReadReports(const std::vector<std::string>& names, OpenReports& open) {
+    for (const std::string& name : names) {
+        std::error_code error;
+        std::unique_ptr<StoredFile> file = StoredFile::Open(name, error);
+        if (file == nullptr) {
+            SayAbout(name, error.message());
+            return false;
+        }
+        Report report;
+        std::string problem;
+        if (!ReadJsonReport(*file, report, problem)) {
+            SayAbout(name, problem);
+            return false;
+        }
+        open.files.push_back(std::move(file));
+        open.reports.push_back(std::move(report));
+    }
+    return true;
+}
+
+// The folder's resolved path; nothing when there is none and none can be made.
+std::optional<std::string> PrepareFolder(const std::string& name) {
+    std::error_code error;
+    std::string root = ResolvePath(name, error);
+    if (!error) std::filesystem::create_directories(root, error);
+    if (!error && std::filesystem::is_directory(root, error)) return root;
+    if (!error) error = std::make_error_code(std::errc::not_a_directory);
+    Say("TARGET " + name + ": " + error.message());
+    return std::nullopt;
+}
+
+}  // namespace
+
+bool JoinReports(std::vector<Report> reports, const std::vector<std::string>& names, Report& joined,
+                 std::string& error) {
+    joined.run = JoinRuns(reports);
+    std::unordered_map<std::string, std::size_t> owners;
+    for (std::size_t index = 0; index < reports.size(); ++index) {
+        for (FileEntry& file : reports[index].files) {
+            const auto [owner, isNew] = owners.emplace(file.facts.path, index);
+            if (!isNew) {
+                error = names[owner->second] + " and " + names[index] +
+                        " both tell about the file " + file.facts.path;
+                return false;
+            }
+            joined.files.push_back(std::move(file));
+        }
+    }
+    SortByPath(joined.files);
+    return true;
+}
+
+std::string MissingSlices(const std::vector<Report>& reports) {
+    std::map<std::uint32_t, std::set<std::uint32_t>> slices;
+    for (const Report& report : reports) {
+        if (report.run.shard) slices[report.run.shard->count].insert(report.run.shard->index);
+    }
+    constexpr std::size_t kMostShown = 10;
+    std::string text;
+    for (const auto& [count, indices] : slices) {
+        std::size_t shown = 0;
+        for (std::uint32_t index = 1; index <= count && shown < kMostShown; ++index) {
+            if (indices.contains(index)) continue;
+            ++shown;
+            text += "No report of slice " + std::to_string(index) + " of " + std::to_string(count) +
+                    " was given\n";
+        }
+    }
+    return text;
+}
+
+int MergeReports(const Settings& settings) {
+    OpenReports open;
+    if (!ReadReports(settings.reports, open)) return kTrouble;
+    const std::string missing = MissingSlices(open.reports);
+    Report report;
+    std::string problem;
+    if (!JoinReports(std::move(open.reports), settings.reports, report, problem)) {
+        Say(problem);
+        return kTrouble;
+    }
+    const std::optional<std::string> root = PrepareFolder(settings.target);
+    if (!root) return kTrouble;
+    if (!WriteReportFiles(report, TargetFolder(*root, std::nullopt), settings.junitPath, kThreads,
+                          problem)) {
+        Say(problem);
+        return kTrouble;
+    }
+    WriteToStream(stderr, missing);
+    if (!settings.isQuiet) WriteToStream(stderr, FormatSummary(report));
+    return ExitStatusOf(TotalsOf(report.files));
+}
+
+}  // namespace quillet::migrate

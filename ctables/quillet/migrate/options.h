@@ -1,0 +1,41 @@
+// The command line of quillet-migrate.
+#ifndef QUILLET_MIGRATE_OPTIONS_H
+#define QUILLET_MIGRATE_OPTIONS_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "migrate/shard.h"
+
+namespace quillet::migrate {
+
+/// What the user wants.
+struct Settings {
+    std::string source;
+    std::string target;
+    std::vector<std::string> include;
+    std::vector<std::string> exclude;
+    bool copyOthers = false;
+    bool batchMode = false;
+    bool dryRun = false;
+    bool force = false;
+    bool isQuiet = false;
+    unsigned jobs = 1;
+    std::optional<Shard> shard;
+    std::string junitPath;             ///< Empty for none.
+    std::vector<std::string> reports;  ///< To be joined; when there are any, nothing is migrated.
+};
+
+struct CommandLine {
+    std::optional<Settings> settings;  ///< What to do; when there is nothing, `text` tells why.
+    std::string text;                  ///< For standard output, or about an error.
+    bool isError = false;
+};
+
+/// Reads what stands behind the program's name.
+[[nodiscard]] CommandLine ParseCommandLine(std::vector<std::string> arguments);
+
+}  // namespace quillet::migrate
+
+#endif  // QUILLET_MIGRATE_OPTIONS_H

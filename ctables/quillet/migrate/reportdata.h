@@ -1,0 +1,122 @@
+// What a migration knows about each file, and in all: plain data.
+#ifndef QUILLET_MIGRATE_REPORTDATA_H
+#define QUILLET_MIGRATE_REPORTDATA_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "migrate/shard.h"
+
+namespace quillet::migrate {
+
+class StoredFile;
+
+enum class FileOutcome {
+    kConverted,  ///< All its commands went well, also when there were none to convert.
+    kPartly,     ///< Some of its commands could not be converted.
+    kStopped,    ///< A text that is no syntax ended its conversion.
+    kCopied,
+    kSkipped,
+    kFailed,  ///< It could not be read or its result not be written.
+};
+
+/// The name that reports use.
+[[nodiscard]] std::string_view NameOf(FileOutcome outcome);
+[[nodiscard]] std::optional<FileOutcome> FileOutcomeOf(std::string_view name);
+
+/// Everything about one file but its commands. Texts are UTF-8, the path excepted.
+struct FileFacts {
+    std::string path;  ///< Relative, bytes, "/" between folders.
+    FileOutcome outcome = FileOutcome::kFailed;
+    bool isKept = false;  ///< The result of an earlier run was left alone.
+    std::uint64_t bytes = 0;
+    std::int64_t modified = 0;  ///< Seconds since 1970.
+    std::string encoding;       ///< Empty for what was not converted.
+    std::int64_t lines = 0;
+    // Numbers of commands.
+    std::int64_t copied = 0;
+    std::int64_t converted = 0;
+    std::int64_t failed = 0;
+    std::int64_t unreadable = 0;
+    std::int64_t warnings = 0;
+    std::string message;              ///< Why the file was skipped or failed.
+    std::vector<std::string> errors;  ///< The reasons of its failed commands, sorted, once each.
+};
+
+/// Where the commands of a file stand as the text of a JSON array.
+struct CommandsPlace {
+    const StoredFile* pFile = nullptr;  ///< Borrowed; null when there are none.
+    std::uint64_t offset = 0;           ///< In bytes.
+    std::uint64_t length = 0;
+};
+
+struct FileEntry {
+    FileFacts facts;
+    CommandsPlace commands;
+};
+
+/// One command that was not just copied. Texts are UTF-8.
+struct CommandFacts {
+    std::string type;
+    std::string outcome;
+    std::int64_t firstLine = 0;
+    std::int64_t lastLine = 0;
+    std::string source;
+    std::string generated;
+    std::string error;
+    std::int64_t errorLine = 0;
+    std::int64_t errorColumn = 0;
+    std::string message;
+    std::vector<std::string> warnings;
+};
+
+struct Totals {
+    std::int64_t files = 0;
+    std::int64_t filesConverted = 0;
+    std::int64_t filesPartly = 0;
+    std::int64_t filesStopped = 0;
+    std::int64_t filesKept = 0;  ///< Counted under its outcome as well.
+    std::int64_t filesCopied = 0;
+    std::int64_t filesSkipped = 0;
+    std::int64_t filesFailed = 0;
+    std::uint64_t bytes = 0;
+    std::int64_t commands = 0;
+    std::int64_t commandsCopied = 0;
+    std::int64_t commandsConverted = 0;
+    std::int64_t commandsFailed = 0;
+    std::int64_t commandsUnreadable = 0;
+    std::int64_t warnings = 0;
+};
+
+/// About the run as a whole. `source` and `target` are bytes.
+struct RunFacts {
+    std::string source;
+    std::string target;
+    bool batchMode = false;
+    bool dryRun = false;
+    bool isInterrupted = false;  ///< Only a part of the files was looked at.
+    std::optional<Shard> shard;
+    std::int64_t started = 0;  ///< Seconds since 1970.
+    double seconds = 0;
+};
+
+struct Report {
+    RunFacts run;
+    std::vector<FileEntry> files;
+};
+
+[[nodiscard]] Totals TotalsOf(const std::vector<FileEntry>& files);
+
+/// Puts the files into the order of the bytes of their paths.
+void SortByPath(std::vector<FileEntry>& files);
+
+/// 0 when all went well, 1 when commands could not be converted or a file was stopped, 2 when a
+/// file failed.
+[[nodiscard]] int ExitStatusOf(const Totals& totals);
+
+}  // namespace quillet::migrate
+
+#endif  // QUILLET_MIGRATE_REPORTDATA_H

@@ -1,0 +1,106 @@
+// A part of a file as a sequence of characters, for parsers that take iterators.
+#ifndef QUILLET_MIGRATE_STOREDTEXT_H
+#define QUILLET_MIGRATE_STOREDTEXT_H
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <string>
+
+#include "migrate/systemfiles.h"
+
+namespace quillet::migrate {
+
+inline constexpr std::size_t kStoredBlockSize = 64UL * 1024;
+
+/// Reads bytes [begin, end) of a file, a block at a time. A file that fails or is shorter ends
+/// early, which `Failed` tells.
+class StoredText {
+public:
+    StoredText(const StoredFile& file, std::uint64_t begin, std::uint64_t end)
+        : m_file(file), m_next(begin), m_end(end) {
+        Fill();
+    }
+
+    [[nodiscard]] bool IsAtEnd() const { return m_index == m_block.size(); }
+    /// Not at the end.
+    [[nodiscard]] char Current() const { return m_block[m_index]; }
+    void Advance() {
+        if (++m_index == m_block.size()) Fill();
+    }
+
+    [[nodiscard]] const StoredFile& File() const { return m_file; }
+    /// Where in the file the current character stands.
+    [[nodiscard]] std::uint64_t Position() const { return m_next - (m_block.size() - m_index); }
+    [[nodiscard]] bool Failed() const { return m_failed; }
+
+private:
+    void Fill() {
+        m_index = 0;
+        m_block.resize(static_cast<std::size_t>(
+            std::min<std::uint64_t>(kStoredBlockSize, m_end - std::min(m_next, m_end))));
+        if (m_block.empty()) return;
+        const std::ptrdiff_t count = m_file.ReadAt(m_next, m_block.data(), m_block.size());
+        m_failed = count < static_cast<std::ptrdiff_t>(m_block.size());
+        m_block.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+        m_next += m_block.size();
+        if (m_failed) m_end = m_next;
+    }
+
+    const StoredFile& m_file;
+    std::string m_block;
+    std::size_t m_index = 0;
+    std::uint64_t m_next;  // where the next block begins
+    std::uint64_t m_end;
+    bool m_failed = false;
+};
+
+/// Goes through a `StoredText`, which it borrows; all copies move together.
+class StoredTextIterator {
+public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char*;
+    using reference = char;
+
+    /// The end of every text.
+    StoredTextIterator() = default;
+    explicit StoredTextIterator(StoredText* pText) : m_pText(pText) {}
+
+    char operator*() const { return m_pText->Current(); }
+    StoredTextIterator& operator++() {
+        m_pText->Advance();
+        return *this;
+    }
+    void operator++(int) { m_pText->Advance(); }
+    [[nodiscard]] bool IsAtEnd() const { return m_pText == nullptr || m_pText->IsAtEnd(); }
+    friend bool operator==(const StoredTextIterator& left, const StoredTextIterator& right) {
+        return left.IsAtEnd() == right.IsAtEnd();
+    }
+
+private:
+    StoredText* m_pText = nullptr;
+};
+
+/// Hands bytes [offset, offset + length) of `file` to `take`, a block at a time as a string that
+/// may be changed, until that returns false. True when all were taken.
+template <class Take>
+[[nodiscard]] bool CopyStoredText(const StoredFile& file, std::uint64_t offset,
+                                  std::uint64_t length, Take take) {
+    std::string block;
+    while (length > 0) {
+        block.resize(static_cast<std::size_t>(std::min<std::uint64_t>(kStoredBlockSize, length)));
+        const std::ptrdiff_t count = file.ReadAt(offset, block.data(), block.size());
+        if (count != static_cast<std::ptrdiff_t>(block.size())) return false;
+        offset += block.size();
+        length -= block.size();
+        if (!take(block)) return false;
+    }
+    return true;
+}
+
+}  // namespace quillet::migrate
+
+#endif  // QUILLET_MIGRATE_STOREDTEXT_H

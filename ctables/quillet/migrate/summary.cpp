@@ -1,0 +1,76 @@
+#include "migrate/summary.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace quillet::migrate {
+
+namespace {
+
+constexpr int kMostFailuresShown = 20;
+
+std::string FormatSeconds(double seconds) {
+    std::array<char, 64> text{};
+    const int length = std::snprintf(text.data(), text.size(), "%.1f s", seconds);
+    return {text.data(), static_cast<std::size_t>(length)};
+}
+
+std::string Count(std::int64_t count, std::string_view what) {
+    return std::to_string(count) + " " + std::string(what);
+}
+
+// ", 3 skipped"; nothing for none.
+std::string Also(std::int64_t count, std::string_view what) {
+    return count > 0 ? ", " + Count(count, what) : "";
+}
+
+std::string CountOne(std::int64_t count, std::string_view what) {
+    return Count(count, what) + (count == 1 ? "" : "s");
+}
+
+}  // namespace
+
+std::string Printable(std::string_view text) {
+    constexpr unsigned char kFirstPrintable = 0x20;
+    constexpr unsigned char kDelete = 0x7F;
+    std::string printable(text);
+    std::replace_if(
+        printable.begin(), printable.end(),
+        [](char byte) {
+            const auto value = static_cast<unsigned char>(byte);
+            return value < kFirstPrintable || value == kDelete;
+        },
+        '?');
+    return printable;
+}
+
+std::string FormatFailures(const Report& report) {
+    std::string text;
+    std::int64_t count = 0;
+    for (const FileEntry& file : report.files) {
+        if (file.facts.outcome != FileOutcome::kFailed || ++count > kMostFailuresShown) continue;
+        text += Printable(file.facts.path) + ": " + Printable(file.facts.message) + "\n";
+    }
+    if (count > kMostFailuresShown) {
+        text += "and " + std::to_string(count - kMostFailuresShown) + " more; see the report\n";
+    }
+    return text;
+}
+
+std::string FormatSummary(const Report& report) {
+    const Totals totals = TotalsOf(report.files);
+    std::string text = report.run.isInterrupted ? "Stopped after " : "";
+    text += CountOne(totals.files, "file") + " in " + FormatSeconds(report.run.seconds) + ": " +
+            Count(totals.filesConverted, "converted") + Also(totals.filesPartly, "partly") +
+            Also(totals.filesStopped, "stopped at an error") + Also(totals.filesCopied, "copied") +
+            Also(totals.filesSkipped, "skipped") + Also(totals.filesFailed, "failed") +
+            Also(totals.filesKept, "of them kept from an earlier run") + "\n";
+    text += CountOne(totals.commands, "command") + ": " + Count(totals.commandsCopied, "copied") +
+            ", " + Count(totals.commandsConverted, "converted") +
+            Also(totals.commandsFailed, "failed") + Also(totals.commandsUnreadable, "unreadable") +
+            "; " + CountOne(totals.warnings, "warning") + "\n";
+    return text;
+}
+
+}  // namespace quillet::migrate

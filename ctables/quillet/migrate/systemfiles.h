@@ -1,0 +1,164 @@
+// Files and folders as a migration needs them: with their times, links, rights and errors.
+#ifndef QUILLET_MIGRATE_SYSTEMFILES_H
+#define QUILLET_MIGRATE_SYSTEMFILES_H
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "platform/textfile.h"
+#include "quillet.h"
+
+namespace quillet::migrate {
+
+enum class FileKind { kFile, kFolder, kLink, kOther };
+
+struct FileStatus {
+    FileKind kind = FileKind::kOther;
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::uint64_t size = 0;
+    std::int64_t modified = 0;     ///< Seconds since 1970,
+    long modifiedNanoseconds = 0;  ///< and what is beyond them.
+    unsigned permissions = 0;      ///< Those of owner, group and others.
+};
+
+/// True when `left` was changed before `right`.
+[[nodiscard]] bool IsOlder(const FileStatus& left, const FileStatus& right);
+
+enum class Links { kFollow, kShow };
+
+/// False with `error` set when nothing is known about `path`.
+[[nodiscard]] bool ReadStatus(const std::string& path, Links links, FileStatus& status,
+                              std::error_code& error);
+
+/// The names in a folder, sorted by their bytes.
+[[nodiscard]] bool ListFolder(const std::string& path, std::vector<std::string>& names,
+                              std::error_code& error);
+
+/// `path` without links and dots, as far as it exists; empty with `error` set when it cannot be
+/// told.
+[[nodiscard]] std::string ResolvePath(const std::string& path, std::error_code& error);
+
+/// True when `path` is `folder` or lies in it. Both are resolved.
+[[nodiscard]] bool IsInside(std::string_view path, std::string_view folder);
+
+/// "folder/name".
+[[nodiscard]] std::string JoinPath(std::string_view folder, std::string_view name);
+/// What stands before the last "/"; "." when there is none.
+[[nodiscard]] std::string FolderOf(std::string_view path);
+
+/// An open file of the archive. What is no regular file is not opened, nor waited for.
+class SourceFile final : public TextInput {
+public:
+    /// Null with `error` set when that fails.
+    [[nodiscard]] static std::unique_ptr<SourceFile> Open(const std::string& path,
+                                                          std::error_code& error);
+
+    std::size_t Read(char* buffer, std::size_t size) override;
+    bool Rewind() override;
+    [[nodiscard]] bool Failed() const override { return static_cast<bool>(m_error); }
+
+    /// What went wrong last.
+    [[nodiscard]] const std::error_code& Error() const { return m_error; }
+    /// As it was when the file was opened.
+    [[nodiscard]] const FileStatus& Status() const { return m_status; }
+    /// True when someone has written to the file since.
+    [[nodiscard]] bool HasChanged() const;
+
+private:
+    SourceFile(FileDescriptor file, const FileStatus& status)
+        : m_file(std::move(file)), m_status(status) {}
+
+    FileDescriptor m_file;
+    FileStatus m_status;
+    std::error_code m_error;
+};
+
+/// A file that appears under its name when it is whole, and not at all when it is not.
+class NewFile final : public TextOutput {
+public:
+    /// Opens `folder/temporaryName`; what has that name is removed. Null with `error` set when
+    /// that fails.
+    [[nodiscard]] static std::unique_ptr<NewFile> Create(const std::string& folder,
+                                                         const std::string& temporaryName,
+                                                         std::error_code& error);
+    ~NewFile() override;
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+
+    bool Write(std::string_view bytes) override;
+
+    /// Gives it its rights and its name, in place of what had that name. Once.
+    [[nodiscard]] bool Commit(const std::string& path, unsigned permissions);
+
+    /// What went wrong in `Write` or `Commit`.
+    [[nodiscard]] const std::error_code& Error() const { return m_error; }
+
+private:
+    NewFile(FileDescriptor file, std::string temporaryPath);
+    [[nodiscard]] bool Flush();
+    [[nodiscard]] bool Fail(int error);
+
+    FileDescriptor m_file;
+    std::string m_temporaryPath;  // empty when there is nothing to remove
+    std::string m_buffer;
+    std::error_code m_error;
+};
+
+/// The rights of a new file whose model is none other.
+[[nodiscard]] unsigned DefaultPermissions();
+
+/// A file that is read at any place. Keeps its content when the name goes to another file.
+class StoredFile {
+public:
+    [[nodiscard]] static std::unique_ptr<StoredFile> Open(const std::string& path,
+                                                          std::error_code& error);
+
+    /// Reads up to `size` bytes from `offset`, less only at the file's end. -1 on errors.
+    [[nodiscard]] std::ptrdiff_t ReadAt(std::uint64_t offset, char* buffer, std::size_t size) const;
+    [[nodiscard]] std::uint64_t Size() const;
+
+private:
+    explicit StoredFile(FileDescriptor file) : m_file(std::move(file)) {}
+
+    FileDescriptor m_file;
+};
+
+/// A file that only grows, and that no other process has open this way at the same time.
+class AppendedFile {
+public:
+    /// Opens or makes the file. Null with `error` set when that fails;
+    /// `std::errc::resource_unavailable_try_again` when another process has it.
+    [[nodiscard]] static std::unique_ptr<AppendedFile> Open(const std::string& path,
+                                                            std::error_code& error);
+
+    /// Appends `bytes`. After an error the file may end in a part of them.
+    [[nodiscard]] bool Append(std::string_view bytes, std::error_code& error);
+    /// Cuts it to `size` bytes.
+    [[nodiscard]] bool Truncate(std::uint64_t size);
+    /// Takes it out of its folder.
+    void Remove();
+
+private:
+    AppendedFile(FileDescriptor file, std::string path)
+        : m_file(std::move(file)), m_path(std::move(path)) {}
+
+    FileDescriptor m_file;
+    std::string m_path;
+};
+
+/// Whether standard error is a terminal, and how many columns it has (80 when it does not tell).
+[[nodiscard]] bool IsErrorTerminal();
+[[nodiscard]] std::size_t ErrorTerminalWidth();
+
+/// The number of this process.
+[[nodiscard]] long ProcessNumber();
+
+}  // namespace quillet::migrate
+
+#endif  // QUILLET_MIGRATE_SYSTEMFILES_H

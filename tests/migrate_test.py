@@ -1,0 +1,895 @@
+#!/usr/bin/env python3
+"""Runs quillet-migrate as an office does: whole archives, slices of them, interrupted runs, and
+everything that can be wrong with files.
+
+usage: tests/migrate_test.py PROGRAM [TEST...]
+       QUILLET_MIGRATE_PROGRAM=PROGRAM [QUILLET_PROGRAM=PROGRAM] tests/migrate_test.py [TEST...]
+
+With the second program, which else is looked for beside the first, results are compared with its.
+"""
+
+import contextlib
+import json
+import os
+import pathlib
+import pty
+import random
+import re
+import shutil
+import signal
+import stat
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+import xml.etree.ElementTree
+
+PROGRAM = os.environ.get("QUILLET_MIGRATE_PROGRAM", "")
+SINGLE_PROGRAM = os.environ.get("QUILLET_PROGRAM", "")
+
+TIME_LIMIT = 120  # seconds for one run
+MEBIBYTE = 1 << 20
+NOBODY = 65534
+
+ORDINARY = b"LIST x y.\n"
+TABLES = b"TABLES /TABLE=sex BY region /STATISTICS=COUNT.\n"
+FAILING = b"IGRAPH /NONSENSE.\n"
+UNREADABLE = b'LIST "x.\n'
+BINARY = b"LIST\0x.\n"
+
+REPORT_NAME = re.compile(r"^quillet-report.*\.(json|html|journal)$")
+
+
+def contents_of(folder):
+    """Everything below a folder, the reports left out: names to contents, None for folders."""
+    top = os.fsencode(folder)
+    tree = {}
+    for place, folders, files in os.walk(top):
+        relative = os.path.relpath(place, top)
+        for name in folders:
+            tree[os.path.normpath(os.path.join(relative, name))] = None
+        for name in files:
+            if relative == b"." and REPORT_NAME.match(os.fsdecode(name)):
+                continue
+            with open(os.path.join(place, name), "rb") as file:
+                tree[os.path.normpath(os.path.join(relative, name))] = file.read()
+    return tree
+
+
+def wait_until(condition, what, limit=TIME_LIMIT):
+    end = time.monotonic() + limit
+    while not condition():
+        if time.monotonic() > end:
+            raise AssertionError(f"waited in vain until {what}")
+        time.sleep(0.001)
+
+
+def timeless(report):
+    """A report without what differs from run to run."""
+    report = dict(report)
+    for name in ("started", "seconds", "shard", "target"):
+        del report[name]
+    return report
+
+
+def unkept(report):
+    """A report without the difference between results of this run and of an earlier one."""
+    report = timeless(report)
+    report["totals"] = {**report["totals"], "filesKept": 0}
+    report["files"] = [
+        {name: value for name, value in file.items() if name != "kept"} for file in report["files"]
+    ]
+    return report
+
+
+class MigrateTest(unittest.TestCase):
+    """Gives each test a folder of its own with an empty source in it, and the program to run."""
+
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quillet-migrate-"))
+        self.addCleanup(self.remove_folder)
+        self.source = self.folder / "source"
+        self.target = self.folder / "target"
+        self.source.mkdir()
+        self.user = None
+
+    def remove_folder(self):
+        subprocess.run(["chmod", "-R", "u+rwx", str(self.folder)], check=False,
+                       stderr=subprocess.DEVNULL)
+        shutil.rmtree(self.folder)
+
+    def create(self, name, text):
+        path = os.path.join(os.fsencode(self.source), os.fsencode(name))
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        with open(path, "wb") as file:
+            file.write(text)
+        return path
+
+    def create_archive(self, files=60, commands=40, seed=1):
+        """Files of all sorts in a few folders."""
+        generator = random.Random(seed)
+        for number in range(files):
+            texts = generator.choices([ORDINARY, TABLES, FAILING, b"VAR LAB x 'gr\xf6\xdfe'.\n"],
+                                      weights=[6, 3, 1, 1], k=commands)
+            name = f"{generator.choice('abc')}/{generator.choice('xyz')}/{number:04}.syn"
+            self.create(name, b"".join(texts))
+        self.create("stopped.syn", TABLES + UNREADABLE + ORDINARY)
+        self.create("picture.png", BINARY)
+
+    def command(self, *arguments):
+        return [PROGRAM, *(os.fspath(argument) for argument in arguments)]
+
+    def options(self, **options):
+        options.setdefault("stdin", subprocess.DEVNULL)
+        options.setdefault("stdout", subprocess.PIPE)
+        options.setdefault("stderr", subprocess.PIPE)
+        options.setdefault("cwd", self.folder)
+        options.setdefault("env", {"LC_ALL": "C"})
+        if self.user is not None:
+            options.update(user=self.user, group=self.user, extra_groups=[])
+        return options
+
+    def run_program(self, *arguments, **options):
+        return subprocess.run(self.command(*arguments), timeout=TIME_LIMIT, check=False,
+                              **self.options(**options))
+
+    def start_program(self, *arguments, **options):
+        process = subprocess.Popen(self.command(*arguments), **self.options(**options))
+        self.addCleanup(self.end_process, process)
+        return process
+
+    @staticmethod
+    def end_process(process):
+        if process.poll() is None:
+            process.kill()
+        process.communicate()
+
+    def migrate(self, *options, status=0, target=None):
+        """Migrates source to target and returns the run."""
+        run = self.run_program(*options, self.source, target or self.target)
+        self.assertEqual((run.returncode, run.stdout), (status, b""), run.stderr)
+        return run
+
+    def report(self, target=None, name="quillet-report.json"):
+        with open((target or self.target) / name, encoding="utf-8") as file:
+            return json.load(file)
+
+    def facts(self, path, target=None):
+        [file] = [file for file in self.report(target)["files"] if file["path"] == path]
+        return file
+
+    def results(self, target=None):
+        return contents_of(target or self.target)
+
+    def expect_no_left_overs(self, target=None):
+        names = [name for name in contents_of(target or self.target) if b"quillet-tmp" in name]
+        self.assertEqual(names, [])
+        self.assertEqual(list((target or self.target).glob("*.journal")), [])
+
+    def as_ordinary_user(self):
+        """From here on the program has no rights that files do not give it."""
+        if os.geteuid() != 0:
+            return
+        global PROGRAM
+        copy = self.folder / "program"
+        shutil.copy(PROGRAM, copy)
+        copy.chmod(0o755)
+        original, PROGRAM = PROGRAM, os.fspath(copy)
+
+        def restore():
+            global PROGRAM
+            PROGRAM = original
+
+        self.addCleanup(restore)
+        self.folder.chmod(0o777)
+        self.user = NOBODY
+
+
+class TreeTest(MigrateTest):
+    def test_mirrors_a_tree(self):
+        self.create("a/b/one.syn", b"LIST x\n\n  y.\nLIST z")
+        self.create("two", b"LIST.\r\n")
+        (self.source / "empty" / "inner").mkdir(parents=True)
+        self.migrate()
+        self.assertEqual(self.results(), {
+            b"a": None, b"a/b": None, b"a/b/one.syn": b"LIST x\n  y.\nLIST z.\n",
+            b"two": b"LIST.\r\n", b"empty": None, b"empty/inner": None})
+        self.expect_no_left_overs()
+
+    def test_results_are_those_of_the_single_program(self):
+        single = SINGLE_PROGRAM or os.path.join(os.path.dirname(PROGRAM), "quillet")
+        if not os.path.exists(single):
+            self.skipTest("the program for single files is not there")
+        self.create_archive()
+        for mode in ([], ["--batch"]):
+            with self.subTest(mode):
+                target = self.folder / f"target{len(mode)}"
+                self.migrate(*mode, status=1, target=target)
+                files = [file["path"] for file in self.report(target)["files"]
+                         if file["outcome"] != "skipped"]
+                self.assertEqual(len(files), 61)
+                for name in files:
+                    expected = self.folder / "expected"
+                    subprocess.run([single, *(["-b"] if mode else []), self.source / name, expected],
+                                   check=False, stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL, env={"LC_ALL": "C"})
+                    self.assertEqual((target / name).read_bytes(), expected.read_bytes(), name)
+
+    def test_a_single_file(self):
+        self.create("one.syn", ORDINARY)
+        self.create("two.syn", ORDINARY)
+        run = self.run_program(self.source / "one.syn", self.target)
+        self.assertEqual(run.returncode, 0, run.stderr)
+        self.assertEqual(self.results(), {b"one.syn": ORDINARY})
+        self.assertEqual([file["path"] for file in self.report()["files"]], ["one.syn"])
+
+    def test_an_empty_folder(self):
+        run = self.migrate()
+        self.assertIn(b"0 files", run.stderr)
+        self.assertEqual(self.results(), {})
+        self.assertEqual(self.report()["files"], [])
+        self.assertTrue((self.target / "quillet-report.html").exists())
+
+    def test_include_and_exclude(self):
+        for name in ("a.syn", "B.SYN", "c.sps", "d.txt", "old/e.syn", "old/deep/f.syn"):
+            self.create(name, ORDINARY)
+        self.migrate("--include", "*.syn", "--include=*.sps", "--exclude", "OLD/deep/*")
+        names = {name for name, content in self.results().items() if content is not None}
+        self.assertEqual(names, {b"a.syn", b"B.SYN", b"c.sps", b"old/e.syn"})
+        self.assertEqual(self.report()["totals"]["files"], 4)
+
+    def test_other_files_are_copied_when_asked_for(self):
+        self.create("a.syn", b"LIST")
+        self.create("a.txt", b"LIST")
+        self.create("b.syn", BINARY)
+        self.create("c.syn", b"x" * 65536 + b"\0.")
+        os.chmod(self.source / "a.txt", 0o751)
+        self.migrate("--include", "*.syn")
+        self.assertEqual(sorted(self.results()), [b"a.syn", b"c.syn"])
+        self.assertEqual(self.facts("b.syn")["outcome"], "skipped")
+        self.assertIn("zero byte", self.facts("b.syn")["message"])
+        self.migrate("--include", "*.syn", "--copy-others", "--force")
+        self.assertEqual(self.results()[b"a.syn"], b"LIST.\n")
+        self.assertEqual(self.results()[b"a.txt"], b"LIST")
+        self.assertEqual(self.results()[b"b.syn"], BINARY)
+        self.assertEqual(self.facts("a.txt")["outcome"], "copied")
+        self.assertEqual(stat.S_IMODE((self.target / "a.txt").stat().st_mode), 0o751)
+        self.assertEqual(self.report()["totals"]["filesCopied"], 2)
+
+    def test_rights_are_kept(self):
+        for mode in (0o444, 0o600, 0o755):
+            self.create(oct(mode), ORDINARY)
+            os.chmod(self.source / oct(mode), mode)
+        self.migrate()
+        self.migrate("--force")
+        for mode in (0o444, 0o600, 0o755):
+            self.assertEqual(stat.S_IMODE((self.target / oct(mode)).stat().st_mode), mode)
+
+    def test_batch_mode(self):
+        self.create("a", b"LIST\n x\nLIST y\n")
+        self.migrate()
+        self.assertEqual(self.results()[b"a"], b"LIST\n x\nLIST y.\n")
+        self.assertEqual(self.report()["batchMode"], False)
+        self.migrate("--batch", "--force")
+        self.assertEqual(self.results()[b"a"], b"LIST\n x.\nLIST y.\n")
+        self.assertEqual(self.report()["batchMode"], True)
+
+    def test_a_dry_run_writes_the_report_alone(self):
+        self.create_archive(10)
+        run = self.migrate("--dry-run", status=1)
+        self.assertIn(b"12 files", run.stderr)
+        self.assertEqual(self.results(), {})
+        dry = self.report()
+        self.assertTrue(dry["dryRun"])
+        self.migrate(status=1)
+        self.assertEqual({**timeless(self.report()), "dryRun": True}, timeless(dry))
+
+    def test_results_that_are_newer_are_kept(self):
+        self.create_archive(10)
+        self.migrate(status=1)
+        first = self.report()
+        path = self.target / "stopped.syn"
+        path.write_bytes(b"edited by hand")
+        run = self.migrate(status=1)
+        self.assertIn(b"11 of them kept", run.stderr)
+        self.assertEqual(path.read_bytes(), b"edited by hand")
+        self.assertTrue(self.facts("stopped.syn")["kept"])
+        self.assertEqual(unkept(self.report()), unkept(first))
+        self.assertEqual(self.report()["totals"]["filesKept"], 11)
+        # Where nothing is known of them, their facts are found out anew.
+        for name in ("quillet-report.json", "quillet-report.html"):
+            (self.target / name).unlink()
+        self.migrate(status=1)
+        self.assertEqual(unkept(self.report()), unkept(first))
+        self.assertEqual(path.read_bytes(), b"edited by hand")
+        self.migrate("--force", status=1)
+        self.assertNotEqual(path.read_bytes(), b"edited by hand")
+        self.assertEqual(timeless(self.report()), timeless(first))
+
+    def test_results_that_are_older_are_replaced(self):
+        path = self.create("a", b"LIST old.\n")
+        self.migrate()
+        now = time.time()
+        with open(path, "wb") as file:
+            file.write(b"LIST new.\n")
+        os.utime(self.target / "a", (now - 100, now - 100))
+        os.utime(path, (now - 50, now - 50))
+        self.migrate()
+        self.assertEqual(self.results(), {b"a": b"LIST new.\n"})
+        self.assertNotIn("kept", self.facts("a"))
+
+    def test_a_damaged_earlier_report_does_no_harm(self):
+        self.create_archive(5)
+        self.migrate(status=1)
+        first = self.report()
+        for text in ("", "nonsense", '{"format":"quillet-report","files":[{"path":"x"}]}'):
+            (self.target / "quillet-report.json").write_text(text)
+            self.migrate(status=1)
+            self.assertEqual(unkept(self.report()), unkept(first))
+
+
+class ReportTest(MigrateTest):
+    def test_tells_about_files_and_commands(self):
+        self.create("a b.syn", ORDINARY + TABLES + b"VAR LAB x '\xf6'.\n" + FAILING)
+        self.create("c.syn", ORDINARY + UNREADABLE)
+        self.create("d.syn", "LIST 'ö'.\n".encode() + b"LIST")
+        self.migrate(status=1)
+        report = self.report()
+        self.assertEqual(
+            (report["format"], report["formatVersion"], report["source"], report["target"]),
+            ("quillet-report", 1, str(self.source.resolve()), str(self.target.resolve())))
+        self.assertEqual(
+            (report["batchMode"], report["dryRun"], report["interrupted"], report["shard"]),
+            (False, False, False, None))
+        self.assertEqual(report["totals"], {
+            "files": 3, "filesConverted": 1, "filesPartly": 1, "filesStopped": 1, "filesKept": 0,
+            "filesCopied": 0, "filesSkipped": 0, "filesFailed": 0,
+            "bytes": sum(path.stat().st_size for path in self.source.iterdir()),
+            "commands": 8, "commandsCopied": 5, "commandsConverted": 1, "commandsFailed": 1,
+            "commandsUnreadable": 1, "warnings": 0})
+        first, second, third = report["files"]
+        self.assertEqual((first["outcome"], first["encoding"], first["lines"]),
+                         ("partly", "windows-1252", 4))
+        converted, failed = first["commands"]
+        self.assertEqual((converted["type"], converted["outcome"], converted["firstLine"]),
+                         ("TABLES", "converted", 2))
+        self.assertEqual(converted["source"], TABLES.decode().strip())
+        result = (self.target / "a b.syn").read_text("windows-1252").split("\n")
+        begin = converted["generatedLine"] - 1
+        generated = converted["generated"].split("\n")
+        self.assertEqual(result[begin:begin + len(generated)], generated)
+        self.assertEqual((failed["type"], failed["outcome"], failed["error"], failed["firstLine"]),
+                         ("IGRAPH", "failed", "igraph-syntax", 4))
+        self.assertEqual((second["outcome"], second["lines"], second["unreadable"]),
+                         ("stopped", 2, 1))
+        self.assertEqual(second["commands"][0]["error"], "unclosed-literal")
+        self.assertEqual((third["outcome"], third["encoding"], third["lines"], third["commands"]),
+                         ("converted", "utf-8", 2, []))
+
+    def test_the_page_holds_the_same(self):
+        self.create_archive(8)
+        self.create("hostile.syn", b"IGRAPH /x='</script><script>alert(1)</script><!--'.\n")
+        self.migrate(status=1)
+        page = (self.target / "quillet-report.html").read_text("utf-8")
+        elements = dict(re.findall(
+            r'<script type="application/json" id="([^"]*)">(.*?)</script>', page, re.DOTALL))
+        report = self.report()
+        summary = json.loads(elements["report"])
+        self.assertEqual(summary["totals"], report["totals"])
+        self.assertEqual(len(summary["files"]), len(report["files"]))
+        for short, full in zip(summary["files"], report["files"]):
+            chunk = short.pop("chunk", None)
+            errors = short.pop("errors")
+            commands = [] if chunk is None else json.loads(elements[f"chunk-{chunk}"])
+            self.assertEqual({**short, "commands": commands}, full)
+            reasons = {command["error"] for command in commands if "error" in command}
+            self.assertEqual(errors, sorted(reasons))
+
+    def test_junit(self):
+        self.create_archive(8)
+        self.create("control.syn", b"IGRAPH '\x01\x02 & <b> \xff'.\n")
+        junit = self.folder / "junit.xml"
+        self.migrate("--junit", junit, status=1)
+        totals = self.report()["totals"]
+        suites = xml.etree.ElementTree.parse(junit).getroot()
+        self.assertEqual(suites.tag, "testsuites")
+        self.assertEqual([suite.get("name") for suite in suites],
+                         [file["path"] for file in self.report()["files"]])
+        self.assertEqual(len(suites.findall("./testsuite/testcase/failure")),
+                         totals["commandsFailed"])
+        self.assertEqual(len(suites.findall("./testsuite/testcase/error")),
+                         totals["commandsUnreadable"])
+        self.assertEqual(len(suites.findall("./testsuite/testcase/skipped")), 1)
+        cases = suites.findall("./testsuite/testcase")
+        self.assertEqual(int(suites.get("tests")), len(cases))
+        for suite in suites:
+            for kind, tag in (("failures", "failure"), ("errors", "error"), ("skipped", "skipped")):
+                self.assertEqual(int(suite.get(kind)), len(suite.findall(f"testcase/{tag}")))
+        self.assertIn("& <b>", suites.find("./testsuite[@name='control.syn']//failure").text)
+
+    def test_strange_names(self):
+        names = [b"it's.syn", b'a "b".syn', b"new\nline.syn", b"gr\xf6\xdfe/\xff\xfe.syn", b" ",
+                 b"-x", b"--", b"\\", b"&<>.syn", b"\x1b[31m", "ö".encode(), b"%41", b"[x]", b"*",
+                 b"n" * 255]
+        for name in names:
+            self.create(name, TABLES)
+        junit = self.folder / "junit.xml"
+        run = self.migrate("--junit", junit)
+        self.assertNotIn(b"\x1b", run.stderr)
+        results = {name for name, content in self.results().items() if content is not None}
+        self.assertEqual(results, set(names))
+        files = self.report()["files"]
+        self.assertEqual(len(files), len(names))
+        self.assertEqual([file.get("rawPath", file["path"]) for file in files],
+                         [("gr%F6%DFe/%FF%FE.syn" if b"\xff" in name else name.decode())
+                          for name in sorted(names)])
+        xml.etree.ElementTree.parse(junit)
+        # And the names are found again.
+        self.migrate()
+        self.assertEqual(self.report()["totals"]["filesKept"], len(names))
+
+    def test_no_result_takes_the_place_of_the_report(self):
+        self.create("quillet-report.json", ORDINARY)
+        self.create("a/quillet-report.json", ORDINARY)
+        self.create("a/.quillet-tmp-all-1-1", ORDINARY)
+        self.migrate()
+        self.assertEqual(self.report()["format"], "quillet-report")
+        self.assertEqual(self.facts("quillet-report.json")["outcome"], "skipped")
+        self.assertEqual(sorted(self.results()), [b"a", b"a/quillet-report.json"])
+
+
+class ProgressTest(MigrateTest):
+    def test_the_summary(self):
+        self.create_archive(5, 10)
+        run = self.migrate(status=1)
+        lines = run.stderr.decode().splitlines()
+        self.assertRegex(lines[0], r"^7 files in \d+\.\d s: .*1 stopped at an error, 1 skipped$")
+        self.assertRegex(lines[1], r"^5\d commands: \d+ copied, \d+ converted, ")
+        self.assertEqual(lines[2], f"Report: {self.target.resolve()}/quillet-report.html")
+        self.assertEqual(len(lines), 3)
+
+    def test_quiet(self):
+        self.create_archive(5, 10)
+        self.assertEqual(self.migrate("--quiet", status=1).stderr, b"")
+
+    def test_one_line_on_a_terminal(self):
+        self.create("big.syn", TABLES * 60000)
+        master, slave = pty.openpty()
+        process = self.start_program(self.source, self.target, stderr=slave)
+        os.close(slave)
+        shown = b""
+        with contextlib.suppress(OSError):  # at the end
+            while piece := os.read(master, 65536):
+                shown += piece
+        os.close(master)
+        self.assertEqual(process.wait(TIME_LIMIT), 0)
+        progress, summary = shown.rsplit(b"\r\x1b[K", 1)
+        self.assertNotIn(b"\n", progress)
+        lines = [line for line in progress.replace(b"\x1b[K", b"").split(b"\r") if line]
+        self.assertGreater(len(lines), 0)
+        for line in lines:
+            self.assertRegex(line, rb"^0/1 files \(\d+%\), \d+ commands, 0 failures, [0-9.]+ MB/s")
+            self.assertLess(len(line), 80)
+        self.assertIn(b"1 file in", summary)
+
+
+class InterruptionTest(MigrateTest):
+    def start_and_wait(self, *options, results=5, **keywords):
+        """Starts a run and returns when it has written some files."""
+        process = self.start_program("--jobs", "1", *options, self.source, self.target, **keywords)
+        journal = self.target / "quillet-report.journal"
+
+        def has_begun():
+            if process.poll() is not None:
+                raise AssertionError("the run was over too soon")
+            return journal.exists() and journal.read_bytes().count(b"\n") >= results
+
+        wait_until(has_begun, "the run had begun")
+        return process
+
+    def test_a_killed_run_goes_on_where_it_stopped(self):
+        self.create_archive(150, 200)
+        undisturbed = self.folder / "undisturbed"
+        self.migrate(status=1, target=undisturbed)
+        total = len(self.results(undisturbed))
+        for results in (1, 30, 60):
+            process = self.start_and_wait("--quiet", results=results)
+            process.kill()
+            process.wait()
+            written = self.results()
+            self.assertLess(len([name for name in written if b"quillet-tmp" not in name]), total)
+            for name, content in written.items():
+                if b"quillet-tmp" not in name:
+                    self.assertEqual(content, self.results(undisturbed)[name])
+        kept = [path.stat().st_mtime_ns for path in self.target.glob("*/*/*.syn")]
+        self.assertGreater(len(kept), 50)
+        self.migrate(status=1)
+        self.assertEqual(self.results(), self.results(undisturbed))
+        self.assertEqual(unkept(self.report()), unkept(self.report(undisturbed)))
+        self.assertGreaterEqual(self.report()["totals"]["filesKept"], 60)
+        now = {path.stat().st_mtime_ns for path in self.target.glob("*/*/*.syn")}
+        self.assertLessEqual(set(kept), now)
+        self.expect_no_left_overs()
+
+    def test_an_interrupted_run_stops_cleanly(self):
+        self.create_archive(150, 200)
+        undisturbed = self.folder / "undisturbed"
+        self.migrate(status=1, target=undisturbed)
+        for number in (signal.SIGINT, signal.SIGTERM):
+            with self.subTest(number):
+                shutil.rmtree(self.target, ignore_errors=True)
+                process = self.start_and_wait()
+                process.send_signal(number)
+                _, error = process.communicate(timeout=TIME_LIMIT)
+                self.assertEqual(process.returncode, 130)
+                self.assertIn(b"Stopped after ", error)
+                self.expect_no_left_overs()
+                report = self.report()
+                self.assertTrue(report["interrupted"])
+                written = {name for name, content in self.results().items() if content is not None}
+                self.assertEqual(
+                    {file["path"].encode() for file in report["files"]
+                     if file["outcome"] != "skipped"}, written)
+                self.assertLess(len(report["files"]), 152)
+                self.migrate(status=1)
+                self.assertEqual(self.results(), self.results(undisturbed))
+                self.assertEqual(unkept(self.report()), unkept(self.report(undisturbed)))
+
+    def test_a_second_signal_ends_at_once(self):
+        self.create("big.syn", TABLES * 400000)
+        process = self.start_program(self.source, self.target)
+        wait_until(lambda: list(self.target.glob(".quillet-tmp*")), "the file was in work")
+        process.send_signal(signal.SIGINT)
+        time.sleep(0.1)
+        self.assertIsNone(process.poll())
+        process.send_signal(signal.SIGINT)
+        self.assertEqual(process.wait(TIME_LIMIT), 130)
+        self.assertFalse((self.target / "big.syn").exists())
+        self.assertFalse((self.target / "quillet-report.json").exists())
+
+    def test_signals_that_are_ignored_stay_ignored(self):
+        self.create_archive(100, 200)
+        process = self.start_and_wait(
+            preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        process.send_signal(signal.SIGHUP)
+        process.communicate(timeout=TIME_LIMIT)
+        self.assertEqual(process.returncode, 1)
+        self.assertFalse(self.report()["interrupted"])
+
+    def test_one_run_at_a_time(self):
+        self.create_archive(150, 200)
+        process = self.start_and_wait()
+        process.send_signal(signal.SIGSTOP)
+        run = self.migrate(status=2)
+        self.assertIn(b"Another run is writing to TARGET", run.stderr)
+        process.send_signal(signal.SIGCONT)
+        process.communicate(timeout=TIME_LIMIT)
+        self.assertEqual(process.returncode, 1)
+        self.assertEqual(self.report()["totals"]["files"], 152)
+
+    def test_a_result_appears_when_it_is_whole(self):
+        self.create("big.syn", TABLES * 100000)
+        process = self.start_program(self.source, self.target)
+        wait_until(lambda: any(path.stat().st_size > MEBIBYTE
+                               for path in self.target.glob(".quillet-tmp*")), "much was written")
+        self.assertFalse((self.target / "big.syn").exists())
+        process.communicate(timeout=TIME_LIMIT)
+        self.assertEqual((self.target / "big.syn").read_bytes().count(b"Begin CTABLES"), 100000)
+
+
+class ShardTest(MigrateTest):
+    def setUp(self):
+        super().setUp()
+        self.create_archive(80, 20)
+        (self.source / "empty").mkdir()
+        self.whole = self.folder / "whole"
+        self.migrate(status=1, target=self.whole)
+
+    def expect_whole(self):
+        reports = [self.target / f"quillet-report-{index}-of-4.json" for index in range(1, 5)]
+        for index, report in enumerate(reports, 1):
+            self.assertEqual(self.report(name=report.name)["shard"], {"index": index, "count": 4})
+        self.assertEqual(self.results(), self.results(self.whole))
+        run = self.run_program("--merge-reports", *reports, self.target)
+        self.assertEqual(run.returncode, 1, run.stderr)
+        self.assertEqual(timeless(self.report()), timeless(self.report(self.whole)))
+        self.assertIsNone(self.report()["shard"])
+        sizes = [self.report(name=report.name)["totals"]["files"] for report in reports]
+        self.assertEqual(sum(sizes), 82)
+        self.assertGreater(min(sizes), 5)
+        merged, whole = (
+            re.sub(r'"(started|seconds|target)":("[^"]*"|[0-9.e-]+)', "",
+                   (folder / "quillet-report.html").read_text("utf-8"))
+            for folder in (self.target, self.whole))
+        self.assertEqual(merged, whole)
+
+    def test_slices_make_up_the_whole(self):
+        for index in (3, 1, 4, 2):
+            run = self.run_program("--shard", f"{index}/4", self.source, self.target)
+            self.assertIn(run.returncode, (0, 1), run.stderr)
+        self.expect_whole()
+
+    def test_slices_side_by_side(self):
+        processes = [self.start_program("--shard", f"{index}/4", self.source, self.target)
+                     for index in range(1, 5)]
+        for process in processes:
+            process.communicate(timeout=TIME_LIMIT)
+            self.assertIn(process.returncode, (0, 1))
+        self.expect_whole()
+
+    def test_slices_by_gnu_parallel(self):
+        if shutil.which("parallel") is None:
+            self.skipTest("GNU parallel is not there")
+        command = ["parallel", "--jobs", "2", PROGRAM, "--jobs", "1", "--shard", "{}/4",
+                   os.fspath(self.source), os.fspath(self.target), ":::", "1", "2", "3", "4"]
+        environment = {**os.environ, "LC_ALL": "C", "HOME": os.fspath(self.folder)}
+        subprocess.run(command, env=environment, timeout=TIME_LIMIT, check=False,
+                       stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        self.expect_whole()
+
+    def test_what_is_wrong_with_reports(self):
+        for index in (1, 2):
+            self.run_program("--shard", f"{index}/4", self.source, self.target)
+        one, two = (self.target / f"quillet-report-{index}-of-4.json" for index in (1, 2))
+        run = self.run_program("--merge-reports", one, one, self.folder / "m")
+        self.assertEqual(run.returncode, 2)
+        self.assertIn(b"both tell about the file", run.stderr)
+        self.assertFalse((self.folder / "m").exists())
+        run = self.run_program("--merge-reports", one, self.folder / "missing", self.folder / "m")
+        self.assertEqual(run.returncode, 2)
+        self.assertIn(b"No such file", run.stderr)
+        run = self.run_program("--merge-reports", one, self.source / "stopped.syn",
+                               self.folder / "m")
+        self.assertEqual(run.returncode, 2)
+        self.assertIn(b"no report", run.stderr)
+        run = self.run_program("--merge-reports", one, two, one)
+        self.assertEqual(run.returncode, 2)
+        self.assertEqual(self.report(name=one.name)["shard"]["index"], 1)
+        run = self.run_program("--merge-reports", "--junit", "junit.xml", one, two, "m")
+        self.assertEqual(run.returncode, 1)
+        self.assertIn(b"No report of slice 3 of 4 was given\n", run.stderr)
+        xml.etree.ElementTree.parse(self.folder / "junit.xml")
+
+
+class FaultTest(MigrateTest):
+    def test_exit_statuses(self):
+        cases = {0: ORDINARY + TABLES, 1: FAILING}
+        for status, text in cases.items():
+            with self.subTest(status):
+                self.create("a", text)
+                self.migrate("--force", status=status)
+        self.create("a", UNREADABLE)
+        self.migrate("--force", status=1)
+        self.assertEqual(self.run_program().returncode, 2)
+        self.assertEqual(self.run_program("--nonsense").returncode, 2)
+        self.assertEqual(self.run_program(self.folder / "missing", self.target).returncode, 2)
+        self.assertEqual(self.run_program("--help").returncode, 0)
+        version = self.run_program("--version")
+        self.assertEqual((version.returncode, version.stderr), (0, b""))
+        self.assertRegex(version.stdout, rb"^quillet-migrate \d+\.\d+\.\d+\n$")
+
+    def test_a_file_that_cannot_be_read(self):
+        self.create("a", ORDINARY)
+        os.chmod(self.create("b", ORDINARY), 0)
+        os.chmod(os.path.dirname(self.create("c/d", ORDINARY)), 0)
+        self.create("e", FAILING)
+        self.as_ordinary_user()
+        run = self.migrate(status=2)
+        self.assertIn(b"b: it cannot be opened: Permission denied\n", run.stderr)
+        self.assertIn(b"c: the folder cannot be read: Permission denied\n", run.stderr)
+        self.assertEqual({name for name, content in self.results().items() if content},
+                         {b"a", b"e"})
+        self.assertEqual([file["outcome"] for file in self.report()["files"]],
+                         ["converted", "failed", "failed", "partly"])
+        os.chmod(self.source / "b", 0o644)
+        os.chmod(self.source / "c", 0o755)
+        self.migrate(status=1)
+        self.assertEqual(self.report()["totals"]["files"], 4)
+        self.assertEqual(self.report()["totals"]["filesFailed"], 0)
+
+    def test_a_target_that_cannot_be_written(self):
+        self.create("a/b", ORDINARY)
+        self.create("c/d", ORDINARY)
+        self.as_ordinary_user()
+        (self.folder / "locked").mkdir(0o555)
+        run = self.migrate(status=2, target=self.folder / "locked")
+        self.assertIn(b"Permission denied", run.stderr)
+        run = self.migrate(status=2, target=self.folder / "locked" / "new")
+        self.assertIn(b"Permission denied", run.stderr)
+        run = self.migrate(status=2, target=self.source / "a" / "b" / "new")
+        self.migrate()
+        os.chmod(self.target / "a", 0o555)
+        run = self.migrate("--force", status=2)
+        self.assertIn(b"a/b: the result cannot be written: Permission denied\n", run.stderr)
+        self.assertEqual(self.facts("c/d")["outcome"], "converted")
+
+    def test_a_file_in_the_place_of_a_folder(self):
+        self.create("a/b", ORDINARY)
+        self.create("c", ORDINARY)
+        self.create("d", ORDINARY)
+        self.target.mkdir()
+        (self.target / "a").write_bytes(b"precious")
+        (self.target / "c").mkdir()
+        run = self.migrate(status=2)
+        self.assertIn(b"a: the folder cannot be made", run.stderr)
+        self.assertIn(b"c: the result cannot be written: Is a directory", run.stderr)
+        self.assertEqual(self.results(), {b"a": b"precious", b"c": None, b"d": ORDINARY})
+        run = self.migrate(status=2, target=self.target / "a")
+        self.assertIn(b"Not a directory", run.stderr)
+
+    def test_a_full_disk(self):
+        if os.geteuid() != 0:
+            self.skipTest("a small file system can only be mounted by root")
+        self.target.mkdir()
+        mount = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=512k", "tmpfs", self.target],
+                               check=False, capture_output=True)
+        if mount.returncode != 0:
+            self.skipTest("nothing can be mounted here: " + mount.stderr.decode())
+        self.addCleanup(subprocess.run, ["umount", self.target], check=True)
+        self.create_archive(100, 60)
+        undisturbed = self.folder / "undisturbed"
+        self.migrate(status=1, target=undisturbed)
+        run = self.migrate(status=2)
+        self.assertIn(b"No space left on device", run.stderr)
+        self.assertRegex(run.stderr, rb"The report .* cannot be written: No space left on device")
+        expected = self.results(undisturbed)
+        written = self.results()
+        self.assertLess(len(written), len(expected))
+        for name, content in written.items():
+            self.assertEqual(content, expected[name])
+        self.assertEqual(list(self.target.glob("**/.quillet-tmp*")), [])
+        self.assertEqual(list(self.target.glob("*.html")) + list(self.target.glob("*.json")), [])
+        subprocess.run(["mount", "-o", "remount,size=64m", self.target], check=True)
+        self.migrate(status=1)
+        self.assertEqual(self.results(), expected)
+        self.assertEqual(unkept(self.report()), unkept(self.report(undisturbed)))
+        self.expect_no_left_overs()
+
+    def test_a_file_that_vanishes(self):
+        self.create("a big.syn", TABLES * 20000)
+        self.create("b", ORDINARY)
+        self.create("c", ORDINARY)
+        self.create("d", ORDINARY)
+        process = self.start_program("--jobs", "1", self.source, self.target)
+        # The walk is over when the first file is in work.
+        wait_until(lambda: list(self.target.glob(".quillet-tmp*")), "the first file was in work")
+        process.send_signal(signal.SIGSTOP)
+        self.assertFalse((self.target / "b").exists())
+        (self.source / "b").unlink()
+        (self.source / "c").unlink()
+        os.mkfifo(self.source / "c")
+        process.send_signal(signal.SIGCONT)
+        _, error = process.communicate(timeout=TIME_LIMIT)
+        self.assertEqual(process.returncode, 2)
+        self.assertIn(b"b: it cannot be opened: No such file or directory\n", error)
+        self.assertIn(b"c: it cannot be opened: Invalid argument\n", error)
+        self.assertEqual(sorted(self.results()), [b"a big.syn", b"d"])
+
+    def test_a_file_that_changes_while_it_is_read(self):
+        path = self.create("a", TABLES * 100000)
+        process = self.start_program(self.source, self.target)
+        wait_until(lambda: any(file.stat().st_size > MEBIBYTE
+                               for file in self.target.glob(".quillet-tmp*")), "much was written")
+        with open(path, "ab") as file:
+            file.write(ORDINARY)
+        _, error = process.communicate(timeout=TIME_LIMIT)
+        self.assertEqual(process.returncode, 2)
+        self.assertIn(b"a: it was changed while it was read\n", error)
+        self.assertEqual(self.results(), {})
+
+    def test_links(self):
+        outside = self.folder / "outside"
+        outside.mkdir()
+        (outside / "secret").write_bytes(ORDINARY)
+        self.create("a/file", TABLES)
+        for name, to in (("a/loop", ".."), ("a/itself", "itself"), ("b", "a"), ("c", "a/file"),
+                         ("d", outside), ("e", outside / "secret"), ("f", "nowhere"),
+                         ("g", "../source/a/file")):
+            (self.source / name).symlink_to(to)
+        os.mkfifo(self.source / "pipe")
+        self.migrate()
+        results = self.results()
+        self.assertEqual(sorted(results), [b"a", b"a/file", b"c", b"g"])
+        self.assertEqual(results[b"c"], results[b"a/file"])
+        skipped = {file["path"] for file in self.report()["files"] if file["outcome"] == "skipped"}
+        self.assertEqual(skipped, {"a/loop", "a/itself", "b", "d", "e", "f", "pipe"})
+        for file in self.report()["files"]:
+            self.assertEqual(file["outcome"] == "skipped", file["message"] != "")
+
+    def test_deep_folders(self):
+        depth = 700
+        path = b"/".join([b"d"] * depth)
+        self.create(path + b"/file", ORDINARY)
+        self.migrate()
+        self.assertEqual(self.results()[path + b"/file"], ORDINARY)
+
+    def test_a_path_that_is_too_long(self):
+        self.create("a", ORDINARY)
+        script = ("import os\n"
+                  "for level in range(30): os.mkdir('d' * 200); os.chdir('d' * 200)\n"
+                  "open('file', 'w').close()")
+        subprocess.run([sys.executable, "-c", script], cwd=self.source, check=True)
+        run = self.migrate(status=2)
+        self.assertIn(b": File name too long\n", run.stderr)
+        self.assertEqual(self.results()[b"a"], ORDINARY)
+        failed = [file for file in self.report()["files"] if file["outcome"] == "failed"]
+        self.assertGreater(len(failed), 0)
+
+    def test_nothing_is_written_into_the_source(self):
+        self.create("a/b", ORDINARY)
+        self.create("source/b", ORDINARY)
+        (self.folder / "link").symlink_to(self.source)
+        before = contents_of(self.source)
+        cases = (
+            (self.source, self.source), (self.source, self.source / "target"),
+            (self.source, self.source / "a" / "new" / "er"), (self.source, self.folder / "link"),
+            (self.source, self.folder / "link" / "x"), (self.source, self.source / "a" / ".."),
+            (self.source / "a" / "b", self.source / "a"),
+            # Its folder "source" would land in itself.
+            (self.source, self.folder),
+        )
+        for source, target in cases:
+            with self.subTest((source, target)):
+                run = self.run_program(source, target)
+                self.assertEqual(run.returncode, 2)
+                self.assertRegex(run.stderr, rb"SOURCE")
+                self.assertEqual(contents_of(self.source), before)
+        run = self.run_program("--junit", self.source / "j.xml", self.source, self.target)
+        self.assertEqual(run.returncode, 2)
+        self.assertIn(b"lies in SOURCE", run.stderr)
+        self.assertEqual(contents_of(self.source), before)
+
+    def test_a_link_in_the_target_does_not_lead_into_the_source(self):
+        self.create("a/b", b"LIST")
+        self.create("c", b"LIST")
+        self.target.mkdir()
+        (self.target / "a").symlink_to(self.source / "a")
+        (self.target / "c").symlink_to(self.source / "c")
+        before = contents_of(self.source)
+        run = self.migrate("--force", status=2)
+        self.assertIn(b"a: the folder leads into the source\n", run.stderr)
+        self.assertEqual(contents_of(self.source), before)
+        self.assertEqual((self.target / "c").read_bytes(), b"LIST.\n")
+        self.assertFalse((self.target / "c").is_symlink())
+
+    def test_a_source_inside_the_target_is_no_harm_where_nothing_meets(self):
+        self.create("a", ORDINARY)
+        before = contents_of(self.source)
+        run = self.migrate(target=self.folder)
+        self.assertEqual(run.returncode, 0)
+        self.assertEqual((self.folder / "a").read_bytes(), ORDINARY)
+        self.assertEqual(contents_of(self.source), before)
+
+    def test_where_the_junit_file_cannot_be(self):
+        self.create("a", ORDINARY)
+        for name in (self.folder / "missing" / "j.xml", self.folder):
+            run = self.run_program("--junit", name, self.source, self.target)
+            self.assertEqual(run.returncode, 2)
+            self.assertIn(b"--junit", run.stderr)
+            self.assertEqual(list(self.target.iterdir()), [])
+
+
+class LoadTest(MigrateTest):
+    def test_memory_does_not_grow_with_a_file(self):
+        # One large file of commands that are all in the report.
+        self.create("big.syn", TABLES * 400000)
+        script = ("import resource, subprocess, sys; "
+                  "status = subprocess.run(sys.argv[1:]).returncode; "
+                  "print(status, resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)")
+        run = subprocess.run(
+            [sys.executable, "-c", script, *self.command("--quiet", self.source, self.target)],
+            timeout=TIME_LIMIT, check=True, **self.options())
+        status, kibibytes = map(int, run.stdout.split())
+        self.assertEqual(status, 0)
+        self.assertGreater((self.target / "quillet-report.json").stat().st_size, 100 * MEBIBYTE)
+        self.assertLess(kibibytes, 60 * 1024)
+
+
+if __name__ == "__main__":
+    if len(sys.argv) > 1 and (os.path.sep in sys.argv[1] or os.path.isfile(sys.argv[1])):
+        PROGRAM = sys.argv.pop(1)
+    if not PROGRAM:
+        sys.exit(__doc__)
+    PROGRAM = os.path.abspath(PROGRAM)
+    unittest.main()

@@ -1,0 +1,1076 @@
+"use strict";
+// Opens the report page of quillet-migrate in Chromium and uses it as a person would.
+//
+//   report_test.js [--screenshots FOLDER] [PAGE]
+//
+// Without PAGE, pages are made from the template and synthetic facts. With PAGE, a page that the
+// program made is looked at; then only those checks run that hold for every page.
+// Needs playwright-core and axe-core; scripts/check-report fetches them and starts this.
+
+const fs = require("fs");
+const os = require("os");
+const path = require("path");
+const {pathToFileURL} = require("url");
+const {chromium} = require("playwright-core");
+
+const kTemplate = path.join(__dirname, "../ctables/quillet/migrate/report.html");
+const kAxe = fs.readFileSync(require.resolve("axe-core/axe.min.js"), "utf8");
+const kFlags = [
+    "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
+    "--disable-background-networking", "--disable-component-update", "--disable-sync",
+];
+const kPlaceholder = "<!-- data -->";
+const kScript = "<script>alert(1)</script>";
+
+// ---- Counting ----
+
+let g_passed = 0;
+let g_failed = 0;
+
+function Check(name, good, detail) {
+    if (good) {
+        ++g_passed;
+        return;
+    }
+    ++g_failed;
+    console.log(`FAIL ${name}${detail === undefined ? "" : `: ${detail}`}`);
+}
+
+function CheckEqual(name, actual, expected) {
+    const [a, e] = [actual, expected].map((value) => JSON.stringify(value));
+    Check(name, a === e, `${String(a).slice(0, 300)} instead of ${String(e).slice(0, 300)}`);
+}
+
+// A test that breaks off counts as failed, and the others still run.
+async function Try(name, test) {
+    try {
+        await test();
+    } catch (error) {
+        Check(name, false, error.stack);
+    }
+}
+
+// ---- Synthetic facts ----
+
+// The same numbers in every run.
+function MakeRandom(seed) {
+    let state = seed;
+    return (limit) => {
+        state = (state + 0x6d2b79f5) | 0;
+        let t = Math.imul(state ^ (state >>> 15), 1 | state);
+        t = (t + Math.imul(t ^ (t >>> 7), 61 | t)) ^ t;
+        return ((t ^ (t >>> 14)) >>> 0) % limit;
+    };
+}
+
+const kRows = ["region", "tenure", "agegr", "branch", "educ", "lfstat", "hhclass"];
+const kColumnNames = ["sex", "urban", "quarter", "wave", "car"];
+const kErrors = [
+    ["tables-syntax", "Invalid TABLES command syntax."],
+    ["subcommand-syntax", "Unable to parse the syntax of the FTOTAL subcommand."],
+    ["unknown-function", "Unrecognized summary function AVERAGE."],
+    ["nothing-to-follow", "Following total tot on a TABLE subcommand does not follow anything."],
+    ["total-beside-scale", "Total variable tot stacks with a scale variable."],
+    ["table-too-large", "The table is too large to be converted."],
+];
+
+function SourceText(row, column, number) {
+    return `TABLES /OBSERVATION=income /* in thousands */\n  /FORMAT ZERO\n` +
+        `  /FTOTAL=tot 'Total of "${row}"'\n` +
+        `  /TABLE=${row} + tot BY ${column} > income\n` +
+        `  /STATISTICS=MEAN(income (F8.${number % 3}) 'Mean') COUNT((F6.0) 'n')\n` +
+        `  /TITLE='Table ${number}. Income by ${row} and ${column}, it''s weighted'.`;
+}
+
+function GeneratedText(row, column, number) {
+    return `CTABLES\n  /MRSETS COUNTDUPLICATES=YES\n  /FORMAT EMPTY=ZERO\n` +
+        `  /TABLE ${row}[C] BY ${column}[C]>\n` +
+        `  income[S][MEAN,'Mean',F8.${number % 3},COUNT,'n']\n` +
+        "  /CATEGORIES VAR=ALL EMPTY=EXCLUDE MISSING=EXCLUDE\n" +
+        `  /CATEGORIES VAR=${row.toUpperCase()} TOTAL=YES POSITION=AFTER ` +
+        `LABEL='Total of "${row}"'\n  /SLABELS POSITION=ROW\n` +
+        `  /TITLES TITLE='Table ${number}. Income by ${row} and ${column}, it''s weighted'.`;
+}
+
+function ConvertedCommand(line, number, random) {
+    const row = kRows[random(kRows.length)];
+    const column = kColumnNames[random(kColumnNames.length)];
+    const warning = "The setting AUTOLABEL has no equivalent and was left out.";
+    return {
+        type: "TABLES", outcome: "converted", firstLine: line, lastLine: line + 5,
+        source: SourceText(row, column, number), generated: GeneratedText(row, column, number),
+        generatedLine: line + 40, warnings: random(12) ? [] : [warning],
+    };
+}
+
+function FailedCommand(line, number, random) {
+    const [error, message] = kErrors[Math.min(random(kErrors.length), random(kErrors.length))];
+    const source = SourceText("region", "sex", number);
+    return {
+        type: "TABLES", outcome: "failed", firstLine: line, lastLine: line + 5, source, error,
+        errorLine: line + 3, errorColumn: 15, message, warnings: [],
+    };
+}
+
+const kUnreadable = {
+    type: "command", outcome: "unreadable", firstLine: 812, lastLine: 813,
+    source: "COMPUTE label = 'never closed.\nEXECUTE.", error: "unclosed-literal", errorLine: 812,
+    errorColumn: 17, message: "A literal is not closed.", warnings: [],
+};
+const kChart = {
+    type: "IGRAPH", outcome: "converted", firstLine: 90, lastLine: 91,
+    source: "IGRAPH /X1 = $case TYPE = SCALE /Y = VAR(level.mm) TYPE = SCALE\n" +
+        "  /AREA POINTLABEL=VAL BREAK=NONE BASELINE=10.",
+    generated: "GGRAPH\n  /GRAPHDATASET NAME=\"iGraphDataset\" VARIABLES=level.mm\n" +
+        "    MISSING=LISTWISE REPORTMISSING=NO\n  /GRAPHSPEC SOURCE=INLINE EDITABLE=YES.\n" +
+        "BEGIN GPL\n  SOURCE: s=userSource(id(\"iGraphDataset\"))\n" +
+        "  DATA: level_mm=col(source(s), name(\"level.mm\"))\n" +
+        "  GUIDE: axis(dim(1), label(\"Case\"))\n" +
+        "  ELEMENT: area(position(casenum*level_mm), missing.interpolate())\nEND GPL.",
+    generatedLine: 1204,
+    warnings: ["The size of the chart was left out.", "The caption was left out: it is empty."],
+};
+
+// A file whose counts follow from its commands.
+function MakeFile(name, commands, more) {
+    const of = (outcome) => commands.filter((command) => command.outcome === outcome).length;
+    const [converted, failed, unreadable] = ["converted", "failed", "unreadable"].map(of);
+    return {
+        path: name, outcome: unreadable ? "stopped" : failed ? "partly" : "converted", bytes: 1234,
+        modified: 1153000000, encoding: "utf-8", lines: 400, copied: 7, converted, failed,
+        unreadable, warnings: commands.reduce((sum, command) => sum + command.warnings.length, 0),
+        message: "", commands, ...more,
+    };
+}
+
+// A file without commands that anything is known of.
+function MakeOther(name, outcome, message) {
+    const none = {lines: 0, copied: 0, encoding: ""};
+    return MakeFile(name, [], {outcome, message, ...none});
+}
+
+function Totals(files) {
+    const sum = (key) => files.reduce((total, file) => total + file[key], 0);
+    const of = (outcome) => files.filter((file) => file.outcome === outcome).length;
+    const commands = {
+        commandsCopied: sum("copied"), commandsConverted: sum("converted"),
+        commandsFailed: sum("failed"), commandsUnreadable: sum("unreadable"),
+    };
+    return {
+        files: files.length, filesConverted: of("converted"), filesPartly: of("partly"),
+        filesStopped: of("stopped"), filesKept: files.filter((file) => file.kept).length,
+        filesCopied: of("copied"), filesSkipped: of("skipped"), filesFailed: of("failed"),
+        bytes: sum("bytes"), ...commands, warnings: sum("warnings"),
+        commands: Object.values(commands).reduce((total, count) => total + count, 0),
+    };
+}
+
+function MakeReport(files, more) {
+    files.sort((a, b) => Buffer.compare(Buffer.from(a.path), Buffer.from(b.path)));
+    return {
+        format: "quillet-report", formatVersion: 1, quilletVersion: "0.1.0",
+        source: "/srv/archive/surveys", target: "/srv/archive/surveys-new", batchMode: false,
+        dryRun: false, shard: null, started: "2026-11-21T03:00:00Z", seconds: 12.34,
+        totals: Totals(files), files, ...more,
+    };
+}
+
+// What no text can end a script element with.
+function Embed(id, value) {
+    const json = JSON.stringify(value).replace(/[<\u2028\u2029]/g,
+        (c) => "\\u" + c.charCodeAt(0).toString(16).padStart(4, "0"));
+    return `<script type="application/json" id="${id}">${json}</script>\n`;
+}
+
+function MakePage(report) {
+    const chunks = [];
+    const files = report.files.map(({commands, ...file}, index) => {
+        const errors = commands.map((command) => command.error).filter(Boolean);
+        const facts = {...file, errors: [...new Set(errors)].sort()};
+        if (!commands.length) return facts;
+        chunks.push(Embed(`chunk-${index}`, commands));
+        return {...facts, chunk: index};
+    });
+    const data = Embed("report", {...report, files}) + chunks.join("");
+    const template = fs.readFileSync(kTemplate, "utf8");
+    if (template.split(kPlaceholder).length !== 2) throw new Error("not one placeholder");
+    return template.replace(kPlaceholder, () => data);
+}
+
+// Everything that can go wrong with a text, in the places where texts stand.
+const kHostile = [
+    kScript, "</script><img src=x onerror=alert(2)>", "<!-- <script> -->", "&lt;b&gt; &amp;",
+    "\u2028\u2029", "\u05e9\u05dc\u05d5\u05dd \u202eabc\u202c \u0627\u0644\u0639", "$& $1 `${1}`",
+    "\ud83d\ude00 caf\u0065\u0301", "tab\there", "nul \u0000 bell \u0007",
+];
+
+function HostileCommands() {
+    const text = kHostile.join("\n");
+    const base = {type: "TABLES", firstLine: 1, lastLine: kHostile.length};
+    return [
+        {...base, outcome: "converted", source: text, generated: `${text}\n'${kScript}'.`,
+         generatedLine: 3, warnings: kHostile},
+        {...base, outcome: "failed", source: text, error: "tables-syntax", errorLine: 2,
+         errorColumn: 5, message: kHostile.join(" "), warnings: []},
+        {...base, outcome: "failed", source: `TABLES '${"x".repeat(200000)}'.`, lastLine: 1,
+         error: "constructor", errorLine: 1, errorColumn: 190000, message: kScript, warnings: []},
+        {...base, outcome: "failed", source: "a 'b' 12\n".repeat(5000), lastLine: 5000,
+         error: "unknown", errorLine: 0, errorColumn: 0, message: "", warnings: []},
+    ];
+}
+
+const kOddName = "odd/two\nlines \"quoted\" 'twice' \u202egnp.syn";
+const kMarkupName = `odd/${kScript}<b>.syn`;
+
+function MixedReport() {
+    const random = MakeRandom(7);
+    const files = [
+        MakeFile("household/wave3/tables.syn", [
+            ConvertedCommand(12, 1, () => 0), FailedCommand(30, 2, () => 0), kChart,
+            ConvertedCommand(120, 3, random),
+        ], {encoding: "windows-1252", bytes: 48211}),
+        MakeFile("labour force/q2 + q3.syn", [ConvertedCommand(3, 4, random), kUnreadable], {}),
+        MakeFile("plain/frequencies.syn", [], {}),
+        MakeFile("plain/kept.syn", [ConvertedCommand(8, 5, random)], {kept: true}),
+        MakeFile(kOddName, [FailedCommand(4, 6, () => 3)], {}),
+        MakeFile(kMarkupName, HostileCommands(), {bytes: 999999}),
+        MakeFile("odd/\ufffd.syn", [], {rawPath: "odd/%FF.syn", bytes: 1}),
+        MakeFile("odd/\ufffd.syn", [ConvertedCommand(1, 7, random)],
+            {rawPath: "odd/%FE.syn", bytes: 2}),
+        MakeFile("odd/\u05e2\u05d1\u05e8\u05d9\u05ea/\u05d0.syn", [], {}),
+        MakeFile(`odd/${"long-".repeat(60)}name.syn`, [], {}),
+        MakeOther("data/picture.png", "copied", ""),
+        MakeOther("data/survey.dat", "skipped", "not a text"),
+        MakeOther("locked/secret.syn", "failed", "cannot be read: Permission denied"),
+    ];
+    for (let i = 0; i < 40; ++i) {
+        const number = String(i).padStart(2, "0");
+        files.push(MakeFile(`many/file-${number}.syn`, [ConvertedCommand(i + 1, i, random)],
+            {bytes: 100 + random(100000)}));
+    }
+    return MakeReport(files, {});
+}
+
+// An archive as large as the page has to bear. `perFile` tells how many commands a file has.
+function LargeReport(fileCount, perFile) {
+    const random = MakeRandom(11);
+    const themes = ["household", "labour", "customers", "libraries", "transport", "health"];
+    const files = [];
+    for (let i = 0; i < fileCount; ++i) {
+        const commands = [];
+        for (let j = 0; j < perFile; ++j) {
+            const make = random(40) ? ConvertedCommand : FailedCommand;
+            commands.push(make(12 + 9 * j, j + 1, random));
+        }
+        if (random(150) === 0) commands.push(kUnreadable);
+        const name = `${themes[i % themes.length]}/${1990 + (i * 7) % 20}/` +
+            `tables-${String(i).padStart(4, "0")}.syn`;
+        files.push(MakeFile(name, commands, {
+            copied: random(60), bytes: 600 * perFile + random(20000), lines: 20 + 9 * perFile,
+            encoding: random(2) ? "windows-1252" : "utf-8", kept: random(90) === 0,
+        }));
+    }
+    if (fileCount > 100) {
+        for (let i = 0; i < 60; ++i) {
+            files.push(MakeOther(`transport/data-${i}.dat`, "skipped", "not a text"));
+        }
+        files.push(MakeOther("health/2001/closed.syn", "failed",
+            "cannot be read: Permission denied"));
+    }
+    return MakeReport(files, {seconds: 17.6});
+}
+
+// ---- The browser ----
+
+let g_browser = null;
+let g_folder = "";
+let g_screenshots = "";
+
+// Opens a page and keeps an ear on it: CheckQuiet tells whether it behaved.
+async function Open(file, {hash = "", scheme = "light", options = {}} = {}) {
+    const context = await g_browser.newContext({
+        colorScheme: scheme, viewport: {width: 1400, height: 900}, ...options,
+    });
+    // How often the page reads JSON shows what it reads before anybody asks.
+    await context.addInitScript(() => {
+        const parse = JSON.parse;
+        window.parsed = 0;
+        JSON.parse = (...all) => {
+            ++window.parsed;
+            return parse(...all);
+        };
+    });
+    const page = await context.newPage();
+    page.complaints = [];
+    page.on("console", (message) => {
+        if (["error", "warning"].includes(message.type())) page.complaints.push(message.text());
+    });
+    page.on("pageerror", (error) => page.complaints.push(String(error)));
+    page.on("dialog", (dialog) => {
+        page.complaints.push(`dialog: ${dialog.message()}`);
+        dialog.dismiss();
+    });
+    page.on("request", (request) => {
+        const own = request.url().startsWith("file:") && request.isNavigationRequest();
+        if (!own) page.complaints.push(`request: ${request.url()}`);
+    });
+    const address = pathToFileURL(path.resolve(file)).href + hash;
+    page.started = Date.now();
+    await page.goto(address, {waitUntil: "load"});
+    return page;
+}
+
+async function Close(page, name) {
+    CheckEqual(`${name}: no console message, no dialog, no request`, page.complaints, []);
+    await page.context().close();
+}
+
+async function CheckAxe(page, name) {
+    await page.evaluate(kAxe);
+    const result = await page.evaluate(() =>
+        window.axe.run(document, {resultTypes: ["violations"]}));
+    const grave = result.violations.filter((v) => ["serious", "critical"].includes(v.impact));
+    const words = grave.map((v) => `${v.id} at ${v.nodes.map((n) => n.target).slice(0, 3)}`);
+    CheckEqual(`${name}: axe finds nothing serious`, words, []);
+    Check(`${name}: axe looked at something`, result.passes.length > 10, result.passes.length);
+}
+
+// Takes a picture of a whole page, or of one part of it, if pictures are wanted.
+async function Picture(page, name, part) {
+    if (!g_screenshots) return;
+    const file = path.join(g_screenshots, `${name}.png`);
+    if (part) await page.locator(part).screenshot({path: file});
+    else await page.screenshot({path: file, fullPage: true});
+}
+
+// Makes a PDF, if pictures are wanted.
+async function Print(page, name) {
+    if (!g_screenshots) return;
+    await page.pdf({path: path.join(g_screenshots, `${name}.pdf`), format: "A4"});
+}
+
+// ---- What a page shows ----
+
+const Text = (page, selector) => page.locator(selector).innerText();
+
+// The rows in sight, in order of their place in the list.
+function ShownRows(page) {
+    return page.evaluate(() => [...document.querySelectorAll("#rows [data-index]")]
+        .map((row) => ({
+            index: Number(row.dataset.index), path: row.firstChild.title,
+            cells: [...row.children].map((cell) => cell.textContent),
+        })).sort((a, b) => a.index - b.index));
+}
+
+const FirstPaths = async (page, count) =>
+    (await ShownRows(page)).slice(0, count).map((row) => row.path);
+
+// The text of one side as its lines show it, and their numbers.
+function ReadSide(page, side) {
+    return page.evaluate((name) => {
+        const lines = [...document.querySelectorAll(`.${name} .line`)];
+        return {
+            text: lines.map((line) => line.textContent).join("\n"),
+            numbers: lines.map((line) => Number(line.dataset.number)),
+        };
+    }, side);
+}
+
+const Focused = (page) => page.evaluate(() =>
+    document.activeElement.id || document.activeElement.textContent);
+
+// Changes the address and waits until the page has followed.
+function GoTo(page, hash) {
+    return page.evaluate((wanted) => new Promise((resolve) => {
+        addEventListener("hashchange", () => resolve(), {once: true});
+        location.hash = wanted;
+    }), hash);
+}
+
+// Is `condition` met in the page before long?
+function Comes(page, condition) {
+    return page.waitForFunction(condition, null, {timeout: 5000}).then(() => true, () => false);
+}
+
+function WaitForFile(page) {
+    return page.locator("#file:not([hidden])").waitFor();
+}
+
+async function OpenCommand(page, index) {
+    await page.locator(`#command-${index}`).click();
+    await page.locator(`#opened-${index}`).waitFor();
+}
+
+const Formatted = (number) => number.toLocaleString("en-US");
+
+// The file's way to be written in an address.
+function HashOf(file, command) {
+    const address = new URLSearchParams();
+    address.set(file.rawPath ? "raw" : "file", file.rawPath || file.path);
+    if (command !== undefined) address.set("command", command + 1);
+    return `#${address}`;
+}
+
+// ---- Checks that hold for every page ----
+
+// What the page carries, read as the format describes it.
+function ReadData(page) {
+    return page.evaluate(() => {
+        const read = (id) => JSON.parse(document.getElementById(id).textContent);
+        const report = read("report");
+        const chunks = {};
+        // Not all of an archive: the test would need more memory than the page.
+        for (const file of report.files.filter((f) => "chunk" in f).slice(0, 200)) {
+            chunks[file.chunk] = read(`chunk-${file.chunk}`);
+        }
+        return {report, chunks};
+    });
+}
+
+function CheckData(name, {report, chunks}) {
+    const files = report.files;
+    CheckEqual(`${name}: format`, [report.format, report.formatVersion], ["quillet-report", 1]);
+    const sum = (key) => files.reduce((total, file) => total + file[key], 0);
+    const totals = report.totals;
+    CheckEqual(`${name}: totals are the files' sums`,
+        [totals.files, totals.bytes, totals.commandsCopied, totals.commandsConverted,
+         totals.commandsFailed, totals.commandsUnreadable, totals.warnings],
+        [files.length, ...["bytes", "copied", "converted", "failed", "unreadable", "warnings"]
+            .map(sum)]);
+    const wrong = [];
+    for (const file of files.filter((f) => f.chunk in chunks)) {
+        const commands = chunks[file.chunk];
+        const errors = [...new Set(commands.map((c) => c.error).filter(Boolean))].sort();
+        if (commands.length !== file.converted + file.failed + file.unreadable ||
+            JSON.stringify(errors) !== JSON.stringify(file.errors || [])) wrong.push(file.path);
+    }
+    CheckEqual(`${name}: files agree with their commands`, wrong, []);
+}
+
+async function CheckTotals(page, name, report) {
+    const cards = await page.locator(".card .figure").allInnerTexts();
+    const totals = report.totals;
+    CheckEqual(`${name}: cards`, cards, [
+        totals.files, totals.commands, totals.commandsConverted,
+        totals.commandsFailed + totals.commandsUnreadable, totals.warnings].map(Formatted));
+    const count = (outcome) => report.files.filter((file) => file.outcome === outcome).length;
+    const order = ["converted", "partly", "stopped", "failed", "copied", "skipped"];
+    CheckEqual(`${name}: chart of files`, await page.locator("#file-chart .amount").allInnerTexts(),
+        order.map(count).filter((number) => number > 0).map(Formatted));
+    CheckEqual(`${name}: chart of commands`,
+        await page.locator("#command-chart .amount").allInnerTexts(),
+        [totals.commandsCopied, totals.commandsConverted, totals.commandsFailed,
+         totals.commandsUnreadable].map(Formatted));
+    const reasons = new Map();
+    for (const error of report.files.flatMap((file) => file.errors || [])) {
+        reasons.set(error, (reasons.get(error) || 0) + 1);
+    }
+    CheckEqual(`${name}: chart of reasons`,
+        await page.locator("#reason-chart .amount").allInnerTexts(),
+        [...reasons.values()].sort((a, b) => b - a).map(Formatted));
+}
+
+const kSortKeys = {
+    path: null, outcome: (f) => ["failed", "stopped", "partly", "skipped", "copied", "converted"]
+        .indexOf(f.outcome),
+    converted: (f) => f.converted, failed: (f) => f.failed + f.unreadable,
+    warnings: (f) => f.warnings, bytes: (f) => f.bytes,
+};
+
+function Sorted(files, key, descending) {
+    const rank = kSortKeys[key];
+    const indexed = files.map((file, index) => ({file, by: rank ? rank(file) : index, index}));
+    const sign = descending ? -1 : 1;
+    indexed.sort((a, b) => sign * (a.by - b.by) || a.index - b.index);
+    return indexed.map((entry) => entry.file);
+}
+
+// Sorts by each column, both ways, and compares the first rows by a number that tells files apart.
+async function CheckSorting(page, name, report) {
+    for (const key of Object.keys(kSortKeys)) {
+        for (let time = 0; time < 2; ++time) {
+            await page.locator(`[data-column=${key}] button`).click();
+            const order = await page.locator(`[data-column=${key}]`).getAttribute("aria-sort");
+            const rows = (await ShownRows(page)).slice(0, 12);
+            const expected = Sorted(report.files, key, order === "descending").slice(0, 12);
+            CheckEqual(`${name}: sorted by ${key}, ${order}`,
+                rows.map((row) => [row.cells[2], row.cells[4]]),
+                expected.map((file) => [file.converted, file.warnings].map(Formatted)));
+            CheckEqual(`${name}: ${key} alone is sorted`,
+                await page.locator("[aria-sort$=ending]").count(), 1);
+        }
+    }
+    if (await page.locator("[data-column=path]").getAttribute("aria-sort") !== "ascending") {
+        await page.locator("[data-column=path] button").click();
+    }
+}
+
+async function CheckFilters(page, name, report) {
+    const all = Formatted(report.files.length);
+    const files = report.files.length === 1 ? "file" : "files";
+    const told = (count) => {
+        const of = count === report.files.length ? "" : `${Formatted(count)} of `;
+        return `${of}${all} ${files}`;
+    };
+    for (const outcome of new Set(report.files.map((file) => file.outcome))) {
+        await page.locator("#outcome").selectOption(outcome);
+        CheckEqual(`${name}: outcome ${outcome}`, await Text(page, "#count"),
+            told(report.files.filter((file) => file.outcome === outcome).length));
+    }
+    await page.locator("#outcome").selectOption("");
+    const reasons = new Set(report.files.flatMap((file) => file.errors || []));
+    Check(`${name}: reasons can be chosen if there are any`,
+        await page.locator("#reason").isEnabled() === reasons.size > 0);
+    for (const reason of reasons) {
+        await page.locator("#reason").selectOption(reason);
+        CheckEqual(`${name}: reason ${reason}`, await Text(page, "#count"),
+            told(report.files.filter((file) => (file.errors || []).includes(reason)).length));
+    }
+    if (reasons.size) await page.locator("#reason").selectOption("");
+    if (!report.files.length) return;
+    const word = report.files[report.files.length - 1].path.slice(-9);
+    await page.locator("#search").fill(word.toUpperCase());
+    const wanted = word.toUpperCase().trim().toLowerCase();
+    CheckEqual(`${name}: search`, await Text(page, "#count"), told(report.files.filter((file) =>
+        file.path.toLowerCase().includes(wanted) ||
+        file.message.toLowerCase().includes(wanted)).length));
+    await page.locator("#search").fill("");
+}
+
+// Opens a command and compares what it shows with the facts.
+async function CheckCommand(page, name, command, index) {
+    await OpenCommand(page, index);
+    const opened = page.locator(`#opened-${index}`);
+    const more = opened.locator(".more:visible");
+    while (await more.count()) await more.first().click();
+    const source = await ReadSide(page, "source");
+    CheckEqual(`${name}: source`, source.text, command.source);
+    const lines = command.source.split("\n").length;
+    CheckEqual(`${name}: source lines`, [source.numbers[0], source.numbers.at(-1)],
+        [command.firstLine, command.firstLine + lines - 1]);
+    const result = await ReadSide(page, "result");
+    CheckEqual(`${name}: result`, result.text, command.generated || "");
+    if (command.generated) {
+        CheckEqual(`${name}: result line`, result.numbers[0], command.generatedLine);
+    }
+    const marked = await opened.locator(".wrong").evaluateAll((all) =>
+        all.map((line) => Number(line.dataset.number)));
+    CheckEqual(`${name}: marked line`, marked, command.errorLine ? [command.errorLine] : []);
+    CheckEqual(`${name}: warnings`, await opened.locator(".notes li").count(),
+        command.warnings.length);
+    if (command.message) {
+        Check(`${name}: message`, (await opened.locator(".message").count()) === 1);
+    }
+}
+
+// Looks into a few files: the first of each outcome that have commands.
+async function CheckCommands(page, name, {report, chunks}) {
+    const files = [];
+    for (const file of report.files.filter((f) => f.chunk in chunks)) {
+        const alike = files.filter((f) => f.outcome === file.outcome).length;
+        if (alike < 2) files.push(file);
+    }
+    for (const file of files) {
+        await GoTo(page, HashOf(file));
+        for (let index = 0; index < Math.min(5, chunks[file.chunk].length); ++index) {
+            await CheckCommand(page, `${name}: ${file.path} #${index + 1}`,
+                chunks[file.chunk][index], index);
+        }
+        await CheckAxe(page, `${name}: ${file.path}`);
+    }
+}
+
+async function CheckPaper(page, name) {
+    await page.emulateMedia({media: "print"});
+    const looks = await page.evaluate(() => {
+        const style = getComputedStyle(document.body);
+        const seen = (element) => element.checkVisibility();
+        return {
+            colours: [style.color, style.backgroundColor],
+            controls: [...document.querySelectorAll("input, select, .action")].filter(seen).length,
+        };
+    });
+    CheckEqual(`${name}: print is black on white without controls`, looks,
+        {colours: ["rgb(0, 0, 0)", "rgb(255, 255, 255)"], controls: 0});
+    const paper = await page.pdf({format: "A4"});
+    Check(`${name}: print has pages`, paper.length > 5000, paper.length);
+    await page.emulateMedia({media: "screen"});
+}
+
+async function TestAnyPage(file, name) {
+    for (const scheme of ["light", "dark"]) {
+        const page = await Open(file, {scheme});
+        const data = await ReadData(page);
+        await CheckAxe(page, `${name}, ${scheme}`);
+        if (scheme === "light") {
+            CheckData(name, data);
+            await CheckTotals(page, name, data.report);
+            await CheckSorting(page, name, data.report);
+            await CheckFilters(page, name, data.report);
+            await CheckPaper(page, name);
+        }
+        await CheckCommands(page, `${name}, ${scheme}`, data);
+        await Close(page, `${name}, ${scheme}`);
+    }
+}
+
+// ---- Checks of the pages made here ----
+
+async function TestSearch(file) {
+    const page = await Open(file);
+    const shown = async (text) => {
+        await page.locator("#search").fill(text);
+        return FirstPaths(page, 5);
+    };
+    CheckEqual("search finds part of a path", await shown("FORCE/q2 +"),
+        ["labour force/q2 + q3.syn"]);
+    CheckEqual("search finds a message", await shown("permission"), ["locked/secret.syn"]);
+    CheckEqual("search is no pattern", await shown(".*"), []);
+    CheckEqual("an empty list says so", await Text(page, "#rows"), "No file matches.");
+    CheckEqual("the count is announced", await page.locator("#count").getAttribute("role"),
+        "status");
+    await page.locator("#clear").click();
+    CheckEqual("all files are back", await Text(page, "#count"), "53 files");
+    await page.locator("#outcome").selectOption("kept");
+    CheckEqual("kept files", await FirstPaths(page, 5), ["plain/kept.syn"]);
+    await page.locator("#file-chart button", {hasText: "Skipped"}).click();
+    CheckEqual("the chart filters", await FirstPaths(page, 5), ["data/survey.dat"]);
+    CheckEqual("the chart sets the filter", await page.locator("#outcome").inputValue(), "skipped");
+    await page.locator("#reason-chart button", {hasText: "Total that follows nothing"}).click();
+    CheckEqual("a reason filters", await page.locator("#rows [data-index]").count(), 1);
+    await Close(page, "search");
+}
+
+async function TestPaths(file) {
+    const page = await Open(file);
+    const row = (text) => page.locator("#rows [data-index]", {hasText: text}).first();
+    await page.locator("#search").fill("quoted");
+    CheckEqual("line ends and turned directions show", await FirstPaths(page, 5),
+        ["odd/two\u240alines \"quoted\" 'twice' \u27e8U+202E\u27e9gnp.syn"]);
+    await page.locator("#search").fill("alert");
+    await row(kScript).click();
+    await WaitForFile(page);
+    CheckEqual("markup in a name is text", await Text(page, "#file-title"), kMarkupName);
+    await page.locator("#search").fill("\ufffd");
+    for (const raw of ["odd/%FF.syn", "odd/%FE.syn"]) {
+        await GoTo(page, HashOf({rawPath: raw}));
+        await page.locator("#file-facts", {hasText: raw}).waitFor();
+        CheckEqual(`${raw} is told apart`,
+            await page.locator("#rows [aria-selected=true]").count(), 1);
+    }
+    await Close(page, "paths");
+}
+
+async function TestHostile(file, report) {
+    const page = await Open(file, {hash: HashOf({path: kMarkupName})});
+    const commands = report.files.find((f) => f.path === kMarkupName).commands;
+    const before = await page.evaluate(() => document.querySelectorAll("script, img, b").length);
+    for (const [index, command] of commands.entries()) {
+        const start = Date.now();
+        await OpenCommand(page, index);
+        Check(`hostile command ${index + 1} opens at once`, Date.now() - start < 1000,
+            Date.now() - start);
+        await page.keyboard.press("Escape");
+        await page.locator(`#opened-${index}`).waitFor({state: "detached"});
+        await CheckCommand(page, `hostile command ${index + 1}`, command, index);
+    }
+    await OpenCommand(page, 0);
+    Check("markup shows as text", (await Text(page, ".source")).includes(kScript));
+    CheckEqual("markup in warnings shows as text",
+        await page.locator(".notes li").first().textContent(), kScript);
+    CheckEqual("invisible characters are labelled",
+        await page.locator(".source .t-control").first().getAttribute("data-code"), "U+2028");
+    const after = await page.evaluate(() => document.querySelectorAll("script, img, b").length);
+    CheckEqual("no element comes from a text", after, before);
+    await Close(page, "hostile");
+}
+
+async function TestHighlighting(file) {
+    const page = await Open(file, {hash: HashOf({path: "household/wave3/tables.syn"}, 0)});
+    const of = (side, kind) => page.locator(`.${side} .t-${kind}`).allTextContents();
+    CheckEqual("commands", await of("source", "command"), ["TABLES"]);
+    CheckEqual("subcommands", await of("source", "sub"),
+        ["/OBSERVATION", "/FORMAT", "/FTOTAL", "/TABLE", "/STATISTICS", "/TITLE"]);
+    CheckEqual("strings", await of("source", "string"), ["'Total of \"region\"'", "'Mean'", "'n'",
+        "'Table 1. Income by region and sex, it''s weighted'"]);
+    CheckEqual("comments", await of("source", "comment"), ["/* in thousands */"]);
+    CheckEqual("words", await of("source", "keyword"), ["ZERO", "BY", "MEAN", "COUNT"]);
+    await OpenCommand(page, 1);
+    CheckEqual("the error's place", await page.locator(".place").allTextContents(),
+        ["region"]);
+    CheckEqual("the error's note", await Text(page, ".line-note"),
+        "Line 33, column 15: Invalid TABLES command syntax.");
+    CheckEqual("the reason in words", await Text(page, ".note h4"),
+        "TABLES command not understood");
+    await GoTo(page, HashOf({path: kMarkupName}, 2));
+    CheckEqual("in a line that is not highlighted one character is marked",
+        await page.locator(".place").allTextContents(), ["x"]);
+    await Close(page, "highlighting");
+}
+
+async function TestAddress(file) {
+    const target = {path: "household/wave3/tables.syn"};
+    const page = await Open(file, {hash: HashOf(target, 1)});
+    CheckEqual("an address opens a file", await Text(page, "#file-title"), target.path);
+    CheckEqual("an address opens a command",
+        await page.locator("[aria-expanded=true]").getAttribute("id"), "command-1");
+    CheckEqual("the opened command has the focus", await Focused(page), "command-1");
+    const place = await page.locator("#command-1").boundingBox();
+    Check("the opened command is in sight", place.y >= 0 && place.y < 800, place.y);
+    await page.locator("#command-2").click();
+    await page.locator("#opened-2").waitFor();
+    Check("what is opened shows in the address", page.url().endsWith("&command=3"), page.url());
+    await page.goBack();
+    await page.locator("#opened-1").waitFor();
+    CheckEqual("one command is open at a time", await page.locator(".opened").count(), 1);
+    await GoTo(page, "#file=no/such<b>.syn");
+    CheckEqual("a file that is not there", await Text(page, "#missing"),
+        "This report has no file no/such<b>.syn.");
+    Check("no file is open then", await page.locator("#file").isHidden());
+    await GoTo(page, "#file=plain/frequencies.syn&command=9");
+    CheckEqual("a file without commands", await Text(page, "#no-commands"),
+        "No command of this file needed converting.");
+    Check("the notice is gone", await page.locator("#missing").isHidden());
+    await page.locator("#close-file").click();
+    await page.locator("#file").waitFor({state: "hidden"});
+    CheckEqual("closing leads back to the list", await Focused(page), "grid");
+    await Close(page, "address");
+}
+
+// Is the focus drawn? As a ring around the element, or around the row that stands for it.
+function FocusShows(page) {
+    return page.evaluate(() => {
+        const element = document.activeElement;
+        const style = getComputedStyle(element);
+        return style.outlineStyle !== "none" && parseFloat(style.outlineWidth) >= 2;
+    });
+}
+
+async function TestKeyboard(file) {
+    const page = await Open(file);
+    const press = (key) => page.keyboard.press(key);
+    await press("/");
+    CheckEqual("/ goes to the search", await Focused(page), "search");
+    await press("/");
+    CheckEqual("/ is a letter there", await page.locator("#search").inputValue(), "/");
+    await press("Backspace");
+    await page.locator("#grid").focus();
+    await press("ArrowDown");
+    await press("ArrowDown");
+    await press("ArrowUp");
+    const active = () => page.evaluate(() => document.getElementById(
+        document.getElementById("grid").getAttribute("aria-activedescendant")).firstChild.title);
+    CheckEqual("arrow keys move", await active(), "data/survey.dat");
+    await press("End");
+    CheckEqual("End goes to the last", await active(), "plain/kept.syn");
+    const seen = await page.evaluate(() => {
+        const row = document.querySelector(".active").getBoundingClientRect();
+        const grid = document.getElementById("grid").getBoundingClientRect();
+        return row.bottom <= grid.bottom + 1 && row.top >= grid.top;
+    });
+    Check("the active row is in sight", seen);
+    await press("Home");
+    await press("PageDown");
+    Check("PageDown moves far", await page.evaluate(() =>
+        Number(document.querySelector(".active").dataset.index) > 5));
+    await press("Home");
+    await press("ArrowDown");
+    await press("ArrowDown");
+    await press("Enter");
+    await WaitForFile(page);
+    CheckEqual("Enter opens the file", await Text(page, "#file-title"),
+        "household/wave3/tables.syn");
+    CheckEqual("the file's name has the focus", await Focused(page), "file-title");
+    for (let i = 0; i < 9 && await Focused(page) !== "command-0"; ++i) await press("Tab");
+    CheckEqual("Tab leads to the commands", await Focused(page), "command-0");
+    Check("the focus shows on a command", await FocusShows(page));
+    await press("ArrowDown");
+    CheckEqual("arrow keys move there as well", await Focused(page), "command-1");
+    await press("Enter");
+    await page.locator("#opened-1").waitFor();
+    await press("Tab");
+    Check("the opened command's buttons come next", (await Focused(page)).includes("command"),
+        await Focused(page));
+    await press("Escape");
+    await page.locator("#opened-1").waitFor({state: "detached"});
+    CheckEqual("Escape closes the command", await Focused(page), "command-1");
+    await Close(page, "keyboard");
+}
+
+// Walks through the page with the Tab key alone.
+async function TestReach(file) {
+    const page = await Open(file, {hash: HashOf({path: "household/wave3/tables.syn"}, 1)});
+    await page.evaluate(() => document.activeElement.blur());
+    const wanted = await page.evaluate(() => {
+        const all = [...document.querySelectorAll("a, button, input, select, [tabindex='0']")]
+            .filter((element) => element.checkVisibility() && !element.disabled);
+        all.forEach((element, index) => { element.dataset.stop = index; });
+        return all.length;
+    });
+    const met = new Set();
+    const dim = [];
+    for (let i = 0; i < wanted + 10; ++i) {
+        await page.keyboard.press("Tab");
+        const stop = await page.evaluate(() => document.activeElement.dataset.stop);
+        if (stop === undefined) continue;
+        met.add(stop);
+        if (!await FocusShows(page)) dim.push(await Focused(page));
+    }
+    Check("there is much to reach", wanted > 20, wanted);
+    CheckEqual("everything can be reached with Tab", met.size, wanted);
+    CheckEqual("the focus always shows", dim, []);
+    await Close(page, "reach");
+}
+
+async function TestLooks(file) {
+    const failing = {path: "household/wave3/tables.syn"};
+    for (const scheme of ["light", "dark"]) {
+        const page = await Open(file, {hash: HashOf(failing, 1), scheme});
+        await CheckAxe(page, `failed command, ${scheme}`);
+        await Picture(page, `failed-${scheme}`);
+        await page.locator("#command-2").click();
+        await page.locator("#opened-2").waitFor();
+        await CheckAxe(page, `command with warnings, ${scheme}`);
+        await Picture(page, `warnings-${scheme}`, "#file");
+        const back = await page.evaluate(() => getComputedStyle(document.body).backgroundColor);
+        const light = Number(back.match(/\d+/)[0]) > 128;
+        CheckEqual(`the page is ${scheme}`, light, scheme === "light");
+        await Close(page, scheme);
+    }
+    const narrow = await Open(file, {hash: HashOf(failing, 1),
+                                     options: {viewport: {width: 400, height: 800}}});
+    const width = await narrow.evaluate(() => document.documentElement.scrollWidth);
+    Check("a narrow window needs no scrolling sideways", width <= 400, width);
+    await CheckAxe(narrow, "narrow");
+    await Picture(narrow, "narrow");
+    await Close(narrow, "narrow");
+}
+
+async function TestMotion(file) {
+    for (const [reducedMotion, still] of [["reduce", true], ["no-preference", false]]) {
+        const page = await Open(file, {options: {reducedMotion}});
+        const duration = await page.evaluate(() =>
+            getComputedStyle(document.querySelector(".action")).transitionDuration);
+        CheckEqual(`motion: ${reducedMotion}`, duration === "0s", still);
+        await Close(page, "motion");
+    }
+}
+
+async function TestPaper(file) {
+    const page = await Open(file, {scheme: "dark"});
+    await CheckPaper(page, "list");
+    await page.emulateMedia({media: "print"});
+    Check("print has all files, not those in sight", await Comes(page, () =>
+        document.querySelectorAll("#rows [data-index]").length === 53));
+    await page.emulateMedia({media: "screen"});
+    Check("the screen has those in sight again", await Comes(page, () =>
+        document.querySelectorAll("#rows [data-index]").length < 53));
+    await GoTo(page, HashOf({path: "household/wave3/tables.syn"}, 1));
+    await page.locator("#opened-1").waitFor();
+    await CheckPaper(page, "command");
+    await page.emulateMedia({media: "print"});
+    Check("print has the opened command", await page.locator("#opened-1 .source").isVisible());
+    Check("print leaves out the list then", await page.locator("#files").isHidden());
+    await Close(page, "paper");
+}
+
+async function TestKinds() {
+    const empty = await OpenReport("empty", MakeReport([], {}));
+    CheckEqual("an empty report says so", await Text(empty, "#verdict"), "No files were found.");
+    CheckEqual("its list as well", await Text(empty, "#rows"),
+        "There are no files in this report.");
+    await empty.locator("#grid").focus();
+    for (const key of ["ArrowDown", "End", "Enter"]) await empty.keyboard.press(key);
+    await CheckAxe(empty, "empty");
+    await Close(empty, "empty");
+
+    const dry = await OpenReport("dry", MakeReport([MakeFile("a.syn", [], {})], {dryRun: true}));
+    Check("a dry run is told", (await Text(dry, "#notices")).includes("dry run"));
+    CheckEqual("nothing to convert", await Text(dry, "#verdict"), "No command needed converting.");
+    await Close(dry, "dry run");
+
+    const one = MakeReport([MakeFile("a.syn", [kChart], {})], {shard: {index: 2, count: 1200}});
+    const shard = await OpenReport("shard", one);
+    Check("a slice is told", (await Text(shard, "#notices")).includes("slice 2 of 1,200"));
+    CheckEqual("one command", await Text(shard, "#verdict"),
+        "The one command that needed converting was converted.");
+    await Close(shard, "shard");
+
+    const bare = await Open(kTemplate);
+    Check("a page without data says so", (await Text(bare, "#notices")).includes("no report"));
+    Check("and shows nothing else", await bare.locator("#files").isHidden());
+    await Close(bare, "bare");
+}
+
+function WritePage(name, report) {
+    const file = path.join(g_folder, `${name}.html`);
+    fs.writeFileSync(file, MakePage(report));
+    return file;
+}
+
+function OpenReport(name, report) {
+    return Open(WritePage(name, report));
+}
+
+function CountElements(page) {
+    return page.evaluate(() => document.querySelectorAll("body *:not(script)").length);
+}
+
+const SizeOf = (file) => `${Math.round(fs.statSync(file).size / 1e6)} MB`;
+
+async function TestArchive() {
+    const report = LargeReport(4000, 25);
+    const count = report.totals.commandsConverted + report.totals.commandsFailed;
+    Check("the archive is large", count >= 100000, count);
+    const file = WritePage("archive", report);
+    const page = await Open(file);
+    await page.locator("#row-0").waitFor();
+    await page.locator("#search").fill("labour/1997");
+    const ready = Date.now() - page.started;
+    Check("the list of 4,000 files is usable within 3 s", ready < 3000, `${ready} ms`);
+    CheckEqual("only the summary has been read", await page.evaluate(() => window.parsed), 1);
+    Check("only what is in sight is laid out", await CountElements(page) < 1500,
+        await CountElements(page));
+    await page.locator("#search").fill("");
+    const sorting = Date.now();
+    await page.locator("[data-column=failed] button").click();
+    Check("sorting takes less than 1 s", Date.now() - sorting < 1000, Date.now() - sorting);
+    await page.evaluate(() => { document.getElementById("grid").scrollTop = 2000 * 36; });
+    await page.locator("#row-2005").waitFor();
+    Check("scrolling draws what comes into sight", await CountElements(page) < 1500);
+    await page.locator("[data-column=failed] button").focus();
+    const opening = Date.now();
+    await page.locator("#row-2005").click();
+    await page.locator("#command-0").waitFor();
+    await OpenCommand(page, 3);
+    const took = Date.now() - opening;
+    Check("a file and a command open within 1 s", took < 1000, `${took} ms`);
+    CheckEqual("one file's commands have been read", await page.evaluate(() => window.parsed), 2);
+    console.log(`4,000 files: list after ${ready} ms, file and command after ${took} ms, ` +
+        `page of ${SizeOf(file)}`);
+    await Close(page, "archive");
+    for (const scheme of g_screenshots ? ["light", "dark"] : []) await PictureArchive(file, scheme);
+}
+
+async function PictureArchive(file, scheme) {
+    const page = await Open(file, {scheme});
+    await Picture(page, `overview-${scheme}`);
+    if (scheme === "light") {
+        await page.locator("#outcome").selectOption("stopped");
+        await Print(page, "print-list");
+        await page.locator("#row-0").click();
+        await OpenCommand(page, 25);
+        await Print(page, "print-command");
+    }
+    await Close(page, `overview, ${scheme}`);
+}
+
+async function TestManyCommands() {
+    const report = LargeReport(1, 100000);
+    const file = WritePage("many", report);
+    const page = await Open(file);
+    await page.locator("#row-0").waitFor();
+    const ready = Date.now() - page.started;
+    Check("a file of 100,000 commands: list within 3 s", ready < 3000, `${ready} ms`);
+    const opening = Date.now();
+    await page.locator("#row-0").click();
+    await page.locator("#command-99").waitFor();
+    const opened = Date.now() - opening;
+    Check("its commands show within 3 s", opened < 3000, `${opened} ms`);
+    const elements = await CountElements(page);
+    Check("a page of them is laid out", elements < 2500, elements);
+    const showing = Date.now();
+    await OpenCommand(page, 42);
+    const shown = Date.now() - showing;
+    Check("a command opens within 1 s", shown < 1000, `${shown} ms`);
+    await page.locator("#later-page").click();
+    Check("the next page", (await Text(page, "#command-count")).startsWith("101 to 200 of 100,0"),
+        await Text(page, "#command-count"));
+    CheckEqual("the address keeps what is open", await page.locator(".opened").count(), 0);
+    await page.locator("#first-page").click();
+    CheckEqual("it is open again on its page", await page.locator("#opened-42").count(), 1);
+    await page.locator("#last-page").click();
+    Check("nothing comes after the last page", await page.locator("#later-page").isDisabled());
+    await page.locator("#command-filter").selectOption("failed");
+    const failed = report.files[0].commands.filter((c) => c.outcome === "failed").length;
+    Check("failed commands alone",
+        (await Text(page, "#command-count")).endsWith(`of ${Formatted(failed)} commands`));
+    await GoTo(page, HashOf(report.files[0], 430000));
+    CheckEqual("an address of no command closes", await page.locator(".opened").count(), 0);
+    await GoTo(page, HashOf(report.files[0], 73210));
+    await page.locator("#opened-73210").waitFor();
+    CheckEqual("an address leads to any of them", (await ReadSide(page, "source")).text,
+        report.files[0].commands[73210].source);
+    console.log(`100,000 commands in a file: list after ${ready} ms, commands after ` +
+        `${opened} ms, one of them after ${shown} ms, page of ${SizeOf(file)}`);
+    await Close(page, "many");
+}
+
+async function TestSamples() {
+    const report = MixedReport();
+    const file = WritePage("mixed", report);
+    const tests = [
+        ["any page", () => TestAnyPage(file, "mixed")], ["search", () => TestSearch(file)],
+        ["paths", () => TestPaths(file)], ["hostile", () => TestHostile(file, report)],
+        ["highlighting", () => TestHighlighting(file)], ["address", () => TestAddress(file)],
+        ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],
+        ["looks", () => TestLooks(file)], ["motion", () => TestMotion(file)],
+        ["paper", () => TestPaper(file)], ["kinds", TestKinds], ["archive", TestArchive],
+        ["many commands", TestManyCommands],
+    ];
+    for (const [name, test] of tests) await Try(name, test);
+}
+
+// The page as it opens, and with the first command that failed.
+async function PicturePage(file) {
+    for (const scheme of g_screenshots ? ["light", "dark"] : []) {
+        const page = await Open(file, {scheme});
+        await Picture(page, `page-${scheme}`);
+        if (scheme === "light") await Print(page, "page-print");
+        const {report, chunks} = await ReadData(page);
+        const failing = report.files.find((f) => f.chunk in chunks && f.failed > 0);
+        if (failing) {
+            const index = chunks[failing.chunk].findIndex((c) => c.outcome === "failed");
+            await GoTo(page, HashOf(failing, index));
+            await Picture(page, `page-failed-${scheme}`);
+            if (scheme === "light") await Print(page, "page-failed-print");
+        }
+        await Close(page, `picture, ${scheme}`);
+    }
+}
+
+function ReadArguments() {
+    const words = process.argv.slice(2);
+    const at = words.indexOf("--screenshots");
+    if (at >= 0) g_screenshots = words.splice(at, 2)[1] || "";
+    const wrong = words.length > 1 || words.some((word) => word.startsWith("-"));
+    if (wrong || (at >= 0 && !g_screenshots)) {
+        console.error("usage: report_test.js [--screenshots FOLDER] [PAGE]");
+        process.exit(2);
+    }
+    return words[0];
+}
+
+async function Main() {
+    const given = ReadArguments();
+    if (g_screenshots) fs.mkdirSync(g_screenshots, {recursive: true});
+    g_folder = fs.mkdtempSync(path.join(os.tmpdir(), "report-test-"));
+    try {
+        g_browser = await chromium.launch({executablePath: "/usr/bin/chromium", args: kFlags});
+        if (given) {
+            await Try("page", () => TestAnyPage(given, "page"));
+            await Try("pictures", () => PicturePage(given));
+        } else {
+            await TestSamples();
+        }
+    } catch (error) {
+        Check("the browser works", false, error.stack);
+    } finally {
+        if (g_browser) await g_browser.close();
+        fs.rmSync(g_folder, {recursive: true, force: true});
+    }
+    console.log(`report: ${g_passed} passed, ${g_failed} failed`);
+    process.exitCode = g_failed ? 1 : 0;
+}
+
+Main();

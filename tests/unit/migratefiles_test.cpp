@@ -1,0 +1,287 @@
+// The walk, the target's names, results and what a run says about itself.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "migrate/filemigration.h"
+#include "migrate/filetree.h"
+#include "migrate/mergereports.h"
+#include "migrate/progress.h"
+#include "migrate/summary.h"
+#include "migrate/systemfiles.h"
+#include "migrate/targetfolder.h"
+#include "migratehelper.h"
+
+namespace quillet::migrate {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+FileStatus StatusAt(std::int64_t seconds, long nanoseconds) {
+    FileStatus status;
+    status.kind = FileKind::kFile;
+    status.modified = seconds;
+    status.modifiedNanoseconds = nanoseconds;
+    return status;
+}
+
+TEST(MigrateFilesTest, AResultStandsUnlessItsSourceIsNewer) {
+    const FileStatus source = StatusAt(100, 5);
+    EXPECT_TRUE(IsResultCurrent(source, StatusAt(100, 5)));
+    EXPECT_TRUE(IsResultCurrent(source, StatusAt(100, 6)));
+    EXPECT_TRUE(IsResultCurrent(source, StatusAt(101, 0)));
+    EXPECT_FALSE(IsResultCurrent(source, StatusAt(100, 4)));
+    EXPECT_FALSE(IsResultCurrent(source, StatusAt(99, 9)));
+    FileStatus folder = StatusAt(200, 0);
+    folder.kind = FileKind::kFolder;
+    EXPECT_FALSE(IsResultCurrent(source, folder));
+}
+
+std::vector<std::string> PathsOf(const FileTree& tree) {
+    std::vector<std::string> paths;
+    for (const TreeEntry& entry : tree.entries) paths.push_back(entry.path);
+    return paths;
+}
+
+TEST(MigrateFilesTest, WalksInTheOrderOfBytes) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder.PathOf("a/empty"));
+    for (const char* name : {"a/b", "a-b", "B", "\xC3\xA4", "\xFF", "a.b"})
+        folder.Create(name, "x");
+    const FileTree tree = WalkTree(folder.Path(), {});
+    EXPECT_THAT(PathsOf(tree), ElementsAre("B", "a-b", "a.b", "a/b", "\xC3\xA4", "\xFF"));
+    EXPECT_THAT(tree.folders, ElementsAre("a", "a/empty"));
+}
+
+TEST(MigrateFilesTest, LinksAreFollowedInsideOnly) {
+    const TemporaryFolder outside;
+    outside.Create("secret", "x");
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.PathOf("f"));
+    folder.Create("f/file", "xyz");
+    const auto link = [&](const std::string& to, const char* name) {
+        std::filesystem::create_symlink(to, folder.PathOf(name));
+    };
+    link("f/file", "1 inside");
+    link(outside.PathOf("secret"), "2 out");
+    link("f", "3 folder");
+    link("..", "f/4 loop");
+    link("5 itself", "5 itself");
+    link("nothing", "6 nowhere");
+    link(outside.Path(), "7 folder out");
+    const FileTree tree = WalkTree(folder.Path(), {});
+    std::vector<std::string> met;
+    for (const TreeEntry& entry : tree.entries) {
+        const bool isFile = entry.kind == TreeEntry::Kind::kFile;
+        met.push_back(entry.path + (isFile ? "" : ": " + entry.message.substr(0, 24)));
+    }
+    EXPECT_THAT(
+        met,
+        ElementsAre("1 inside", "2 out: a link that leads out of",
+                    "3 folder: a link to a folder of th", "5 itself: a link that leads nowher",
+                    "6 nowhere: a link that leads nowher", "7 folder out: a link that leads out of",
+                    "f/4 loop: a link to a folder of th", "f/file"));
+    EXPECT_EQ(tree.entries[0].size, 3U);
+}
+
+class TextSource final : public TextInput {
+public:
+    explicit TextSource(std::string text) : m_text(std::move(text)) {}
+    std::size_t Read(char* buffer, std::size_t size) override {
+        const std::size_t count =
+            m_text.copy(buffer, std::min<std::size_t>(size, 1000), m_position);
+        m_position += count;
+        return count;
+    }
+    bool Rewind() override {
+        m_position = 0;
+        return true;
+    }
+    [[nodiscard]] bool Failed() const override { return false; }
+    [[nodiscard]] bool IsRewound() const { return m_position == 0; }
+
+private:
+    std::string m_text;
+    std::size_t m_position = 0;
+};
+
+TEST(MigrateFilesTest, ANulInTheBeginningIsNoText) {
+    const auto isText = [](std::string text) {
+        TextSource source(std::move(text));
+        const bool result = IsText(source);
+        EXPECT_TRUE(source.IsRewound());
+        return result;
+    };
+    const std::string nul(1, '\0');
+    EXPECT_TRUE(isText(""));
+    EXPECT_TRUE(isText("\xFF\x01"));
+    EXPECT_FALSE(isText(nul));
+    EXPECT_FALSE(isText(std::string(65535, 'x') + nul));
+    EXPECT_TRUE(isText(std::string(65536, 'x') + nul));
+}
+
+TEST(MigrateFilesTest, PathsInsideEachOther) {
+    EXPECT_TRUE(IsInside("/a/b", "/a"));
+    EXPECT_TRUE(IsInside("/a", "/a"));
+    EXPECT_TRUE(IsInside("/a", "/"));
+    EXPECT_FALSE(IsInside("/ab", "/a"));
+    EXPECT_FALSE(IsInside("/a", "/a/b"));
+    EXPECT_EQ(FolderOf("a/b"), "a");
+    EXPECT_EQ(FolderOf("/b"), "/");
+    EXPECT_EQ(FolderOf("b"), ".");
+}
+
+TEST(MigrateFilesTest, ANewFileIsWholeOrNotThere) {
+    const TemporaryFolder folder;
+    folder.Create("result", "old");
+    std::error_code error;
+    {
+        const std::unique_ptr<NewFile> file = NewFile::Create(folder.Path(), ".tmp", error);
+        ASSERT_TRUE(file);
+        EXPECT_TRUE(file->Write(std::string(1000000, 'x')));
+        EXPECT_TRUE(std::filesystem::exists(folder.PathOf(".tmp")));
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.PathOf(".tmp")));
+    EXPECT_EQ(folder.Contents("result"), "old");
+    folder.Create(".tmp", "what a run that was ended by force left");
+    const std::unique_ptr<NewFile> file = NewFile::Create(folder.Path(), ".tmp", error);
+    ASSERT_TRUE(file);
+    EXPECT_TRUE(file->Write("new"));
+    EXPECT_EQ(folder.Contents("result"), "old");
+    EXPECT_TRUE(file->Commit(folder.PathOf("result"), 0640));
+    EXPECT_EQ(folder.Contents("result"), "new");
+    FileStatus status;
+    ASSERT_TRUE(ReadStatus(folder.PathOf("result"), Links::kShow, status, error));
+    EXPECT_EQ(status.permissions, 0640U);
+    EXPECT_FALSE(std::filesystem::exists(folder.PathOf(".tmp")));
+}
+
+TEST(MigrateFilesTest, NamesOfTheTarget) {
+    const TargetFolder whole("/t", std::nullopt);
+    EXPECT_EQ(whole.ReportPath(".json"), "/t/quillet-report.json");
+    EXPECT_EQ(whole.ResultPath("a/b"), "/t/a/b");
+    const TargetFolder slice("/t", Shard{2, 4});
+    EXPECT_EQ(slice.ReportPath(".html"), "/t/quillet-report-2-of-4.html");
+    EXPECT_TRUE(TargetFolder::IsReserved("quillet-report.json"));
+    EXPECT_TRUE(TargetFolder::IsReserved("quillet-report-1-of-2.journal"));
+    EXPECT_TRUE(TargetFolder::IsReserved("a/" + slice.TemporaryName("0")));
+    EXPECT_FALSE(TargetFolder::IsReserved("a/quillet-report.json"));
+    EXPECT_FALSE(TargetFolder::IsReserved("quillet-report.syn"));
+}
+
+TEST(MigrateFilesTest, LeftOversOfTheSameSliceGo) {
+    const TemporaryFolder folder;
+    const TemporaryFolder source;
+    std::filesystem::create_directory(folder.PathOf("f"));
+    TargetFolder whole(folder.Path(), std::nullopt);
+    const std::string own = TargetFolder(folder.Path(), std::nullopt).TemporaryName("0");
+    const std::string other = TargetFolder(folder.Path(), Shard{1, 2}).TemporaryName("0");
+    for (const std::string& name : {own, other, "f/" + own, std::string("f/.quillet")}) {
+        folder.Create(name, "x");
+    }
+    EXPECT_TRUE(whole.Prepare({"f", "g", "g/h"}, source.Path()).empty());
+    EXPECT_FALSE(std::filesystem::exists(folder.PathOf(own)));
+    EXPECT_FALSE(std::filesystem::exists(folder.PathOf("f/" + own)));
+    EXPECT_TRUE(std::filesystem::exists(folder.PathOf(other)));
+    EXPECT_TRUE(std::filesystem::exists(folder.PathOf("f/.quillet")));
+    EXPECT_TRUE(std::filesystem::is_directory(folder.PathOf("g/h")));
+}
+
+TEST(MigrateFilesTest, NothingIsWrittenOverALinkIntoTheSource) {
+    const TemporaryFolder folder;
+    const TemporaryFolder source;
+    std::filesystem::create_directory(source.PathOf("f"));
+    std::filesystem::create_symlink(source.Path(), folder.PathOf("f"));
+    TargetFolder target(folder.Path(), std::nullopt);
+    const std::vector<FolderProblem> problems = target.Prepare({"f", "f/g"}, source.Path());
+    ASSERT_EQ(problems.size(), 2U);
+    EXPECT_THAT(problems[0].message, HasSubstr("into the source"));
+    EXPECT_TRUE(target.IsForbidden("f/x"));
+    EXPECT_TRUE(target.IsForbidden("f/g/x"));
+    EXPECT_FALSE(target.IsForbidden("x"));
+    EXPECT_FALSE(std::filesystem::exists(source.PathOf("g")));
+}
+
+TEST(MigrateFilesTest, ShowsProgress) {
+    ProgressCounters counters;
+    counters.allFiles = 40;
+    counters.allBytes = 10000000;
+    counters.files = 12;
+    counters.bytes = 2500000;
+    counters.commands = 600;
+    counters.failures = 7;
+    EXPECT_EQ(FormatProgress(counters, 5),
+              "12/40 files (25%), 600 commands, 7 failures, 0.5 MB/s, 15 s left");
+    EXPECT_EQ(FormatDuration(0), "0 s");
+    EXPECT_EQ(FormatDuration(59.1), "1 min 0 s");
+    EXPECT_EQ(FormatDuration(200), "3 min 20 s");
+    EXPECT_EQ(FormatDuration(7500), "2 h 5 min");
+}
+
+Report RunOf(std::vector<std::string> paths, std::int64_t started, double seconds) {
+    Report report;
+    report.run.source = "s";
+    report.run.target = "t";
+    report.run.started = started;
+    report.run.seconds = seconds;
+    for (std::string& path : paths) {
+        FileFacts facts;
+        facts.path = std::move(path);
+        facts.outcome = FileOutcome::kConverted;
+        report.files.push_back({std::move(facts), {}});
+    }
+    return report;
+}
+
+TEST(MigrateFilesTest, JoinsReports) {
+    Report first = RunOf({"a", "c"}, 100, 10);
+    first.run.shard = Shard{1, 3};
+    Report second = RunOf({"b"}, 90, 5.5);
+    second.run.shard = Shard{3, 3};
+    second.run.source = "elsewhere";
+    EXPECT_EQ(MissingSlices({first, second}), "No report of slice 2 of 3 was given\n");
+    EXPECT_EQ(MissingSlices({RunOf({}, 0, 0)}), "");
+    Report joined;
+    std::string error;
+    ASSERT_TRUE(JoinReports({first, second}, {"1", "2"}, joined, error));
+    EXPECT_EQ(joined.run.source, "s, elsewhere");
+    EXPECT_EQ(joined.run.target, "t");
+    EXPECT_EQ(joined.run.started, 90);
+    EXPECT_DOUBLE_EQ(joined.run.seconds, 20);
+    EXPECT_FALSE(joined.run.shard);
+    ASSERT_EQ(joined.files.size(), 3U);
+    EXPECT_EQ(joined.files[1].facts.path, "b");
+    EXPECT_FALSE(JoinReports({first, first}, {"1.json", "2.json"}, joined, error));
+    EXPECT_EQ(error, "1.json and 2.json both tell about the file a");
+}
+
+TEST(MigrateFilesTest, SumsUp) {
+    Report report = RunOf({"a", "b"}, 0, 1.23);
+    report.files[0].facts.copied = 3;
+    report.files[0].facts.isKept = true;
+    report.files[1].facts.outcome = FileOutcome::kPartly;
+    report.files[1].facts.failed = 2;
+    report.files[1].facts.warnings = 1;
+    EXPECT_EQ(FormatSummary(report),
+              "2 files in 1.2 s: 1 converted, 1 partly, 1 of them kept from an earlier run\n"
+              "5 commands: 3 copied, 0 converted, 2 failed; 1 warning\n");
+    EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 1);
+    EXPECT_EQ(FormatFailures(report), "");
+    report.files[0].facts.outcome = FileOutcome::kFailed;
+    report.files[0].facts.path = "x\x1B[31m\n";
+    report.files[0].facts.message = "why";
+    EXPECT_EQ(FormatFailures(report), "x?[31m?: why\n");
+    EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 2);
+    report.files.resize(1);
+    report.files[0].facts.outcome = FileOutcome::kStopped;
+    EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 1);
+    report.files[0].facts.outcome = FileOutcome::kSkipped;
+    EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 0);
+}
+
+}  // namespace
+}  // namespace quillet::migrate
