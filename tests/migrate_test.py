@@ -83,6 +83,10 @@ def unkept(report):
     return report
 
 
+# Shells start jobs in the background with this signal ignored, which the program would inherit.
+signal.signal(signal.SIGINT, signal.default_int_handler)
+
+
 class MigrateTest(unittest.TestCase):
     """Gives each test a folder of its own with an empty source in it, and the program to run."""
 
