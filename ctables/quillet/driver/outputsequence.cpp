@@ -25,8 +25,11 @@ std::string_view Trim(std::string_view text) {
 // comma may still take along to the next line.
 class LineFiller {
 public:
-    LineFiller(std::size_t width, std::size_t indent)
-        : m_width(width), m_indentation(indent, ' ') {}
+    // `size` bytes will be laid out.
+    LineFiller(std::size_t width, std::size_t indent, std::size_t size)
+        : m_width(width), m_indentation(indent, ' ') {
+        m_text.reserve(size + size / 16);
+    }
 
     void AddBreak() {
         Emit("\n");
@@ -95,58 +98,59 @@ private:
 }  // namespace
 
 void OutputSequence::Add(std::string_view text, bool leadingSpace) {
-    std::string piece = leadingSpace ? " " : "";
-    piece.append(text);
-    m_Sequence.emplace_back(std::move(piece), false);
+    if (leadingSpace) m_text += ' ';
+    m_text += text;
+    m_ends.push_back(m_text.size());
 }
 
 void OutputSequence::Append(const OutputSequence& other) {
-    const auto offset = static_cast<std::ptrdiff_t>(m_Sequence.size());
-    if (other.m_lastBreak >= 0) m_lastBreak = offset + other.m_lastBreak;
-    m_Sequence.insert(m_Sequence.end(), other.m_Sequence.begin(), other.m_Sequence.end());
+    const Place begin = Here();
+    m_text += other.m_text;
+    for (const std::size_t end : other.m_ends) m_ends.push_back(begin.byte + end);
+    for (const std::size_t piece : other.m_breaks) m_breaks.push_back(begin.piece + piece);
 }
 
 void OutputSequence::NewLine() {
-    m_lastBreak = static_cast<std::ptrdiff_t>(m_Sequence.size());
-    m_Sequence.emplace_back("\n", true);
+    m_breaks.push_back(m_ends.size());
+    Add("\n", /*leadingSpace=*/false);
 }
 
 void OutputSequence::Clear() {
-    m_Sequence.clear();
-    m_lastBreak = -1;
+    m_text.clear();
+    m_ends.clear();
+    m_breaks.clear();
 }
 
-std::size_t OutputSequence::CurrentLineLength() const {
-    std::size_t length = 0;
-    for (std::size_t i = CurrentLineBegin(); i < m_Sequence.size(); ++i) {
-        QUILLET_ASSERT(m_Sequence[i].second == false, "m_Sequence[i].second == false");
-        length += m_Sequence[i].first.size();
-    }
-    return length;
+OutputSequence::Place OutputSequence::CurrentLine() const {
+    if (m_breaks.empty()) return {};
+    return {m_breaks.back() + 1, m_ends[m_breaks.back()]};
 }
 
-void OutputSequence::JoinCurrentLine() {
-    const std::size_t begin = CurrentLineBegin();
-    if (m_Sequence.size() < begin + 2) return;
-    for (std::size_t i = begin + 1; i < m_Sequence.size(); ++i) {
-        QUILLET_ASSERT(m_Sequence[i].second == false, "m_Sequence[i].second == false");
-        m_Sequence[begin].first.append(m_Sequence[i].first);
-    }
-    m_Sequence.resize(begin + 1);
+void OutputSequence::JoinSince(Place begin) {
+    const bool hasBreak = !m_breaks.empty() && m_breaks.back() >= begin.piece;
+    QUILLET_ASSERT(!hasBreak, "m_Sequence[i].second == false");
+    if (hasBreak || m_ends.size() < begin.piece + 2) return;
+    m_ends.resize(begin.piece);
+    m_ends.push_back(m_text.size());
 }
 
 std::string OutputSequence::Format(std::size_t width, std::size_t indent) const {
-    if (m_Sequence.empty()) return {};
+    if (m_ends.empty()) return {};
     if (!QUILLET_ASSERT(indent < width, "WARNING: Indentation has been forced to size 1.")) {
         indent = 1;
     }
-    LineFiller filler(width, indent);
-    for (const auto& [text, isBreak] : m_Sequence) {
-        if (isBreak) {
+    LineFiller filler(width, indent, m_text.size());
+    const std::string_view text = m_text;
+    std::size_t begin = 0;
+    auto nextBreak = m_breaks.begin();
+    for (std::size_t piece = 0; piece < m_ends.size(); ++piece) {
+        if (nextBreak != m_breaks.end() && *nextBreak == piece) {
             filler.AddBreak();
+            ++nextBreak;
         } else {
-            filler.AddPiece(text);
+            filler.AddPiece(text.substr(begin, m_ends[piece] - begin));
         }
+        begin = m_ends[piece];
     }
     return filler.Take();
 }

@@ -5,15 +5,23 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace quillet {
 
 /// Collects pieces of text (keywords, names, punctuation) and breaks lines only between them.
 /// Lengths and widths are in bytes.
+///
+/// Holds one text and where its pieces end, so that a piece takes hardly more memory than its
+/// bytes.
 class OutputSequence {
 public:
+    /// A place between two pieces.
+    struct Place {
+        std::size_t piece = 0;  ///< How many pieces stand before it,
+        std::size_t byte = 0;   ///< and how many bytes.
+    };
+
     /// Appends a piece. A leading space is part of the piece: it counts towards the width and
     /// is dropped where the piece starts a line.
     void Add(std::string_view text, bool leadingSpace);
@@ -27,14 +35,22 @@ public:
     /// Removes all pieces.
     void Clear();
 
-    [[nodiscard]] bool IsEmpty() const { return m_Sequence.empty(); }
+    [[nodiscard]] bool IsEmpty() const { return m_ends.empty(); }
 
-    /// Length of all pieces behind the last forced break.
-    [[nodiscard]] std::size_t CurrentLineLength() const;
+    /// The place after the last piece.
+    [[nodiscard]] Place Here() const { return {m_ends.size(), m_text.size()}; }
 
-    /// Makes one piece of all pieces behind the last forced break, so that none of them are
-    /// separated.
-    void JoinCurrentLine();
+    /// Length of all pieces after the last forced break. Constant time.
+    [[nodiscard]] std::size_t CurrentLineLength() const {
+        return m_text.size() - CurrentLine().byte;
+    }
+
+    /// Makes one piece of all pieces after the last forced break, so that none of them are
+    /// separated. Constant time, on average over all pieces.
+    void JoinCurrentLine() { JoinSince(CurrentLine()); }
+
+    /// The same for all pieces after `begin`, which no forced break may follow.
+    void JoinSince(Place begin);
 
     /// The pieces laid out in lines of at most `width`, every line but the first indented by
     /// `indent` blanks. A piece longer than the width stays whole; a lone comma that does
@@ -43,12 +59,11 @@ public:
     [[nodiscard]] std::string Format(std::size_t width, std::size_t indent) const;
 
 private:
-    [[nodiscard]] std::size_t CurrentLineBegin() const {
-        return static_cast<std::size_t>(m_lastBreak + 1);
-    }
+    [[nodiscard]] Place CurrentLine() const;
 
-    std::vector<std::pair<std::string, bool>> m_Sequence;  // text; true for a forced break
-    std::ptrdiff_t m_lastBreak = -1;  // index of the last forced break; -1 when there is none
+    std::string m_text;
+    std::vector<std::size_t> m_ends;    // where the pieces end in m_text
+    std::vector<std::size_t> m_breaks;  // which pieces are forced breaks, in order
 };
 
 }  // namespace quillet
