@@ -45,8 +45,8 @@ struct TAVQTokenSequence::Implementation {
 
 TAVQTokenSequence::TAVQTokenSequence(const CodePage& codePage, const std::string& text,
                                      bool skipLeadingSign, int maxTokens)
-    : m_pImp(new Implementation{0, 0, TAVQTokenVector(codePage, text, skipLeadingSign, maxTokens),
-                                codePage}) {}
+    : m_pImp(new Implementation{
+          0, 0, TAVQTokenVector(codePage, text, skipLeadingSign, maxTokens, Budget()), codePage}) {}
 
 TAVQTokenSequence::~TAVQTokenSequence() = default;
 

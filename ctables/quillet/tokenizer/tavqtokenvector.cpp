@@ -166,15 +166,12 @@ struct SourceRange {
     }
 };
 
-// The parts of a literal may repeat one another (see `ReadLiteral`), so that a short text could
-// ask for any amount of memory. No real literal repeats this many bytes.
-constexpr std::size_t kMaxRepeatedBytes = std::size_t{64} * 1024 * 1024;
-
 // A sink that builds every token.
 class TokenKeeper {
 public:
-    TokenKeeper(const CodePage& codePage, std::vector<std::unique_ptr<TAVQToken>>& tokens)
-        : m_codePage(codePage), m_tokens(tokens) {}
+    TokenKeeper(const CodePage& codePage, std::vector<std::unique_ptr<TAVQToken>>& tokens,
+                CommandBudget& budget)
+        : m_codePage(codePage), m_tokens(tokens), m_budget(budget) {}
 
     [[nodiscard]] int Count() const { return static_cast<int>(m_tokens.size()); }
     [[nodiscard]] std::string_view LastValue() const { return m_tokens.back()->Text(false); }
@@ -192,15 +189,10 @@ public:
     void AddNumber(const SourceRange& source, double value) { Add<TAVQNumberToken>(source, value); }
     void AddOperator(const SourceRange& source, int code) { Add<TAVQOperatorToken>(source, code); }
 
-    void BeginLiteral() {
-        m_literal.clear();
-        m_repeatedBytes = 0;
-    }
-    void AppendToLiteral(std::string_view part, bool isRepeated) {
-        if (isRepeated) {
-            m_repeatedBytes += part.size();
-            if (m_repeatedBytes > kMaxRepeatedBytes) throw CommandTooLarge();
-        }
+    void BeginLiteral() { m_literal.clear(); }
+    // `repeated` bytes of the part are in the literal already (see `ReadLiteral`).
+    void AppendToLiteral(std::string_view part, std::size_t repeated) {
+        m_budget.ChargeText(repeated);
         m_literal.append(part);
     }
     void EndLiteral(const SourceRange& source) { Add<TAVQLiteralToken>(source, m_literal); }
@@ -218,8 +210,8 @@ private:
 
     const CodePage& m_codePage;
     std::vector<std::unique_ptr<TAVQToken>>& m_tokens;
+    CommandBudget& m_budget;
     std::string m_literal;
-    std::size_t m_repeatedBytes = 0;
 };
 
 // A sink that counts the tokens. Of the first two, which decide the command's kind, it remembers
@@ -243,7 +235,7 @@ public:
     }
 
     void BeginLiteral() { m_literal.clear(); }
-    void AppendToLiteral(std::string_view part, bool /*isRepeated*/) {
+    void AppendToLiteral(std::string_view part, std::size_t /*repeated*/) {
         if (m_count >= 2 || m_literal.size() >= kValueBytes) return;
         m_literal.append(part.substr(0, kValueBytes));
     }
@@ -426,21 +418,21 @@ private:
         std::int32_t quote = m_cursor.Code();
         m_cursor.Advance();
         const char* pPart = m_cursor.Position();
-        bool isRepeated = false;
+        std::size_t repeated = 0;
         m_sink.BeginLiteral();
         while (true) {
             SkipLiteralBody(quote);
-            m_sink.AppendToLiteral(TextSince(pPart), isRepeated);
-            isRepeated = false;
+            const std::string_view part = TextSince(pPart);
+            m_sink.AppendToLiteral(part, std::exchange(repeated, 0));
             const char* pQuote = m_cursor.Position();
             if (m_cursor.Advance() == quote) {
-                m_sink.AppendToLiteral({pQuote, 1}, false);
+                m_sink.AppendToLiteral({pQuote, 1}, 0);
                 m_cursor.Advance();
                 pPart = m_cursor.Position();
             } else if (m_cursor.Code() == '+') {
                 m_cursor.Advance();
                 m_cursor.SkipRun(kLiteralGap);
-                isRepeated = !OpenNextPart(quote, pPart);
+                if (!OpenNextPart(quote, pPart)) repeated = part.size();
             } else if (!FindGluedPart(quote, pPart)) {
                 break;
             }
@@ -681,10 +673,16 @@ private:
 }  // namespace
 
 TAVQTokenVector::TAVQTokenVector(const CodePage& codePage, std::string_view text,
-                                 bool skipLeadingSign, int maxTokens) {
+                                 bool skipLeadingSign, int maxTokens, CommandBudget& budget) {
     if (text.data() == nullptr) return;
-    TokenKeeper keeper(codePage, m_TokVec);
+    TokenKeeper keeper(codePage, m_TokVec, budget);
     m_state = Tokenizer<TokenKeeper>(codePage, text, keeper).Run(skipLeadingSign, maxTokens);
+}
+
+TAVQTokenVector::TAVQTokenVector(const CodePage& codePage, std::string_view text,
+                                 bool skipLeadingSign, int maxTokens) {
+    CommandBudget budget;
+    *this = TAVQTokenVector(codePage, text, skipLeadingSign, maxTokens, budget);
 }
 
 const TAVQToken* TAVQTokenVector::At(int index) const {

@@ -3,13 +3,13 @@
 #define QUILLET_TOKENIZER_TAVQTOKENVECTOR_H
 
 #include <cstddef>
-#include <exception>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/codepage.h"
+#include "platform/commandbudget.h"
 #include "tokenizer/tavqtoken.h"
 
 namespace quillet {
@@ -24,13 +24,6 @@ enum class SpecialCommandState : int {
     kBeginData = 5,
 };
 
-/// Thrown when a command's tokens would need far more memory than its text has bytes. It is no
-/// error of the text: the command can still be copied, only not converted.
-class CommandTooLarge : public std::exception {
-public:
-    [[nodiscard]] const char* what() const noexcept override { return "command too large"; }
-};
-
 /// The tokens of one command, kept.
 ///
 /// Texts are byte strings in `codePage` whose bytes are followed by a NUL (as those of a
@@ -39,9 +32,14 @@ public:
 /// line and from 0 on every later one.
 class TAVQTokenVector {
 public:
-    /// Tokenizes `text`; throws `ParseError`, or `CommandTooLarge`. With `skipLeadingSign` a "+" or
-    /// "-" that is the first character is stepped over. `maxTokens` above 0 stops after that many
-    /// tokens; a special command stops by itself, since its body is no syntax. Linear in the text.
+    /// Tokenizes `text`; throws `ParseError`, or `CommandTooLarge` when literals repeat more text
+    /// than `budget` allows. With `skipLeadingSign` a "+" or "-" that is the first character is
+    /// stepped over. `maxTokens` above 0 stops after that many tokens; a special command stops by
+    /// itself, since its body is no syntax. Linear in the text and what the literals repeat.
+    TAVQTokenVector(const CodePage& codePage, std::string_view text, bool skipLeadingSign,
+                    int maxTokens, CommandBudget& budget);
+
+    /// The same with a budget of its own.
     TAVQTokenVector(const CodePage& codePage, std::string_view text, bool skipLeadingSign,
                     int maxTokens);
 

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/commandbudget.h"
 #include "tokenizer/tavqtoken.h"
 
 namespace quillet {
@@ -51,10 +52,17 @@ public:
     /// A copy of the current token; null at the end.
     [[nodiscard]] virtual std::unique_ptr<TAVQToken> CloneCurrent() const = 0;
 
+    /// What the command may still ask for beyond its own size. Whoever reads the tokens and
+    /// multiplies what they say charges it.
+    [[nodiscard]] CommandBudget& Budget() { return m_budget; }
+
 protected:
     TokenSequenceBase() = default;
     TokenSequenceBase(const TokenSequenceBase&) = default;
     TokenSequenceBase& operator=(const TokenSequenceBase&) = default;
+
+private:
+    CommandBudget m_budget;
 };
 
 }  // namespace quillet
