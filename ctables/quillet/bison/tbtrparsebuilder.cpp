@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <ostream>
 #include <string>
 #include <utility>
@@ -88,7 +89,11 @@ std::unique_ptr<TbTrParseNode> ReleaseName(NodeType type, OpaqueValue& functionN
 std::unique_ptr<TbTrParseNode> ReleaseKeyword(OpaqueValue& settingKeyword) {
     const NodeType type = OpaqueValue_GetTbTokenType(settingKeyword);
     std::unique_ptr<TAVQToken> token = OpaqueValue_ReleaseTAVQToken(settingKeyword);
-    return MakeKeywordNode(type, token);
+    const bool hasToken = token != nullptr;
+    std::unique_ptr<TbTrParseNode> node = MakeKeywordNode(type, token);
+    // The token went into a node that was never made. A setting must not be lost in silence.
+    if (!node && hasToken && !token) throw std::bad_alloc();
+    return node;
 }
 
 bool CheckParentheses(const OpaqueValue& leftParen, const OpaqueValue& rightParen) {
@@ -524,8 +529,9 @@ std::unique_ptr<TbTrParseNode> BuildSet(NodeType type, OpaqueValue& keyword, Opa
     OpaqueValue name =
         OpaqueValue_IsEmpty(label) ? BuildVariable(varname) : BuildLabelledVariable(varname, label);
     if (OpaqueValue_IsEmpty(name)) return nullptr;
+    std::unique_ptr<TbTrParseNode> nameNode = OpaqueValue_ReleaseParseNode(name);
     std::unique_ptr<TbTrParseNode> set = MakeNode(type, nullptr);
-    set->AddChild(OpaqueValue_ReleaseParseNode(name));
+    set->AddChild(std::move(nameNode));
     set->AddChild(OpaqueValue_ReleaseParseNode(variableSpecList));
     return set;
 }
@@ -862,7 +868,7 @@ bool BuildMarkerOrVariable(TablesCommand& command, const TablesLocation& locatio
         AddReport(command, TablesErrorKind::kParenthesisedWord, location, kNoNodeType);
         return false;
     }
-    if (!leaf) return false;
+    if (!leaf) throw std::bad_alloc();
     OpaqueValue_SetParseNode(result, std::move(leaf));
     return true;
 }

@@ -9,7 +9,9 @@ ParseStatus ParseTables(TablesCommand& command) {
     // Exists in developers' builds alone; the parser then writes its steps to standard error.
     tbtryydebug = command.Trace() != nullptr ? 1 : 0;
 #endif
-    const auto status = static_cast<ParseStatus>(tbtryyparse(command));
+    auto status = static_cast<ParseStatus>(tbtryyparse(command));
+    // What is left of a command that was given up may parse.
+    if (command.IsGivenUp()) status = ParseStatus::kAborted;
     // The whole command may have been reduced before the mistake behind it was found.
     if (status != ParseStatus::kSuccess) command.SetParseResult(nullptr);
     return status;

@@ -15,8 +15,7 @@ enum class ParseStatus : int {
 /// Parses `command`, once. The tree is there after `kSuccess` alone; warnings may be there in
 /// every case. Stack use does not depend on the command; time is linear in the tokens delivered,
 /// with a factor of at most the logarithm of their number for chains of operators that
-/// parentheses cut up. Throws `std::bad_alloc` alone, and what the parser's stack holds is then
-/// lost.
+/// parentheses cut up. A command that needs too much memory is aborted; nothing is thrown.
 ///
 /// The language is the one in bison/tbtrtables.y.
 [[nodiscard]] ParseStatus ParseTables(TablesCommand& command);

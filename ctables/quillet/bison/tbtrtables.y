@@ -53,6 +53,10 @@
 }
 
 %code {
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
 #include "bison/tbtrparsebuilder.h"
 #include "parser/tbtryylex.h"
 
@@ -60,6 +64,31 @@
 // the command is given up without a report.
 #define YYINITDEPTH 200
 #define YYMAXDEPTH 10000
+
+// Memory for the stacks; when there is none the command is given up.
+static void* AllocateStack(quillet::TablesCommand& command, std::size_t size) {
+    void* pStack = std::malloc(size);
+    if (pStack == nullptr) command.GiveUp();
+    return pStack;
+}
+#define YYMALLOC(size) AllocateStack(command, size)
+#define YYFREE std::free
+
+// An exception that passed through the parser would take along its stack with all that the values
+// there own. So none leaves an action: the values of the rule are destroyed here, the others by
+// the parser, and the command is given up.
+static void DiscardOperands(quillet::OpaqueValue* pLast, int count) {
+    for (int i = 0; i < count; ++i) OpaqueValue_Clear(pLast[-i]);
+}
+#define BUILD(...)                     \
+    try {                              \
+        __VA_ARGS__;                   \
+    } catch (const std::bad_alloc&) {  \
+        DiscardOperands(yyvsp, yylen); \
+        command.GiveUp();              \
+        YYABORT;                       \
+    }
+#define BUILD_OR_ABORT(...) BUILD(if (!(__VA_ARGS__)) YYABORT)
 
 // The actions below read best with the plain names of node types and builder functions.
 using namespace quillet;
@@ -151,13 +180,13 @@ static void tbtryyerror(const TablesLocation* pLocation, const TablesCommand& co
 /* ---- Command and groups ------------------------------------------------------------------- */
 
 start:
-    globalGroup tableGroupList   { $$ = BuildCommand(command, $1, $2); }
-  | error                        { $$ = reportGenericError(command, @$); YYABORT; }
+    globalGroup tableGroupList   { BUILD($$ = BuildCommand(command, $1, $2)); }
+  | error                        { BUILD($$ = reportGenericError(command, @$)); YYABORT; }
   ;
 
 globalGroup:
-    %empty                        { $$ = BuildEmptyList(); }
-  | globalGroup globalSubcommand  { $$ = AddToList(TBI_GENERICLIST, $1, $2); }
+    %empty                        { BUILD($$ = BuildEmptyList()); }
+  | globalGroup globalSubcommand  { BUILD($$ = AddToList(TBI_GENERICLIST, $1, $2)); }
   ;
 
 globalSubcommand:
@@ -171,30 +200,30 @@ globalSubcommand:
   | missing
   | observation
   | format
-  | TB_BOXCHARS craplist       { $$ = reportObsoleteSubcommand(command, "BOXCHARS", $1, $2); }
-  | TB_CONTINUED craplist      { $$ = reportObsoleteSubcommand(command, "CONTINUED", $1, $2); }
-  | TB_TFOOTNOTE craplist      { $$ = reportObsoleteSubcommand(command, "TFOOTNOTE", $1, $2); }
-  | TB_FONTCHARS craplist      { $$ = reportObsoleteSubcommand(command, "FONTCHARS", $1, $2); }
-  | TB_FOOTNOTE craplist       { $$ = reportObsoleteSubcommand(command, "FOOTNOTE", $1, $2); }
-  | TB_INDEX craplist          { $$ = reportObsoleteSubcommand(command, "INDEX", $1, $2); }
-  | TB_PFOOTNOTE craplist      { $$ = reportObsoleteSubcommand(command, "PFOOTNOTE", $1, $2); }
-  | TB_PTITLE craplist         { $$ = reportObsoleteSubcommand(command, "PTITLE", $1, $2); }
-  | TB_WRITE craplist          { $$ = reportObsoleteSubcommand(command, "WRITE", $1, $2); }
-  | TB_UNKNOWNSUBCOM craplist  { $$ = reportUnknownSubcommand(command, $1, $2); }
+  | TB_BOXCHARS craplist       { BUILD($$ = reportObsoleteSubcommand(command, "BOXCHARS", $1, $2)); }
+  | TB_CONTINUED craplist      { BUILD($$ = reportObsoleteSubcommand(command, "CONTINUED", $1, $2)); }
+  | TB_TFOOTNOTE craplist      { BUILD($$ = reportObsoleteSubcommand(command, "TFOOTNOTE", $1, $2)); }
+  | TB_FONTCHARS craplist      { BUILD($$ = reportObsoleteSubcommand(command, "FONTCHARS", $1, $2)); }
+  | TB_FOOTNOTE craplist       { BUILD($$ = reportObsoleteSubcommand(command, "FOOTNOTE", $1, $2)); }
+  | TB_INDEX craplist          { BUILD($$ = reportObsoleteSubcommand(command, "INDEX", $1, $2)); }
+  | TB_PFOOTNOTE craplist      { BUILD($$ = reportObsoleteSubcommand(command, "PFOOTNOTE", $1, $2)); }
+  | TB_PTITLE craplist         { BUILD($$ = reportObsoleteSubcommand(command, "PTITLE", $1, $2)); }
+  | TB_WRITE craplist          { BUILD($$ = reportObsoleteSubcommand(command, "WRITE", $1, $2)); }
+  | TB_UNKNOWNSUBCOM craplist  { BUILD($$ = reportUnknownSubcommand(command, $1, $2)); }
   ;
 
 tableGroupList:
-    tableGroup                 { $$ = StartList(TBI_GENERICLIST, $1); }
-  | tableGroupList tableGroup  { $$ = AddToList(TBI_GENERICLIST, $1, $2); }
+    tableGroup                 { BUILD($$ = StartList(TBI_GENERICLIST, $1)); }
+  | tableGroupList tableGroup  { BUILD($$ = AddToList(TBI_GENERICLIST, $1, $2)); }
   ;
 
 tableGroup:
-    table localSubcommandList  { $$ = BuildTableGroup($1, $2); }
+    table localSubcommandList  { BUILD($$ = BuildTableGroup($1, $2)); }
   ;
 
 localSubcommandList:
-    %empty                               { $$ = BuildEmptyList(); }
-  | localSubcommandList localSubcommand  { $$ = AddToList(TBI_GENERICLIST, $1, $2); }
+    %empty                               { BUILD($$ = BuildEmptyList()); }
+  | localSubcommandList localSubcommand  { BUILD($$ = AddToList(TBI_GENERICLIST, $1, $2)); }
   ;
 
 localSubcommand:
@@ -203,16 +232,16 @@ localSubcommand:
   | sort
   | statistics
   | title
-  | TB_BOXCHARS craplist       { $$ = reportObsoleteSubcommand(command, "BOXCHARS", $1, $2); }
-  | TB_CONTINUED craplist      { $$ = reportObsoleteSubcommand(command, "CONTINUED", $1, $2); }
-  | TB_TFOOTNOTE craplist      { $$ = reportObsoleteSubcommand(command, "TFOOTNOTE", $1, $2); }
-  | TB_FONTCHARS craplist      { $$ = reportObsoleteSubcommand(command, "FONTCHARS", $1, $2); }
-  | TB_FOOTNOTE craplist       { $$ = reportObsoleteSubcommand(command, "FOOTNOTE", $1, $2); }
-  | TB_INDEX craplist          { $$ = reportObsoleteSubcommand(command, "INDEX", $1, $2); }
-  | TB_PFOOTNOTE craplist      { $$ = reportObsoleteSubcommand(command, "PFOOTNOTE", $1, $2); }
-  | TB_PTITLE craplist         { $$ = reportObsoleteSubcommand(command, "PTITLE", $1, $2); }
-  | TB_WRITE craplist          { $$ = reportObsoleteSubcommand(command, "WRITE", $1, $2); }
-  | TB_UNKNOWNSUBCOM craplist  { $$ = reportUnknownSubcommand(command, $1, $2); }
+  | TB_BOXCHARS craplist       { BUILD($$ = reportObsoleteSubcommand(command, "BOXCHARS", $1, $2)); }
+  | TB_CONTINUED craplist      { BUILD($$ = reportObsoleteSubcommand(command, "CONTINUED", $1, $2)); }
+  | TB_TFOOTNOTE craplist      { BUILD($$ = reportObsoleteSubcommand(command, "TFOOTNOTE", $1, $2)); }
+  | TB_FONTCHARS craplist      { BUILD($$ = reportObsoleteSubcommand(command, "FONTCHARS", $1, $2)); }
+  | TB_FOOTNOTE craplist       { BUILD($$ = reportObsoleteSubcommand(command, "FOOTNOTE", $1, $2)); }
+  | TB_INDEX craplist          { BUILD($$ = reportObsoleteSubcommand(command, "INDEX", $1, $2)); }
+  | TB_PFOOTNOTE craplist      { BUILD($$ = reportObsoleteSubcommand(command, "PFOOTNOTE", $1, $2)); }
+  | TB_PTITLE craplist         { BUILD($$ = reportObsoleteSubcommand(command, "PTITLE", $1, $2)); }
+  | TB_WRITE craplist          { BUILD($$ = reportObsoleteSubcommand(command, "WRITE", $1, $2)); }
+  | TB_UNKNOWNSUBCOM craplist  { BUILD($$ = reportUnknownSubcommand(command, $1, $2)); }
   ;
 
 /* ---- Settings ------------------------------------------------------------------------------
@@ -223,235 +252,235 @@ localSubcommand:
  * mistake in the command (the second rule of start). */
 
 autolabel:
-    TB_AUTOLABEL             { $$ = BuildAutolabel($1); }
-  | TB_AUTOLABEL TB_DEFAULT  { $$ = BuildAutolabel($1, $2); }
-  | TB_AUTOLABEL TB_ON       { $$ = BuildAutolabel($1, $2); }
-  | TB_AUTOLABEL TB_OFF      { $$ = BuildAutolabel($1, $2); }
-  | TB_AUTOLABEL error       { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_AUTOLABEL             { BUILD($$ = BuildAutolabel($1)); }
+  | TB_AUTOLABEL TB_DEFAULT  { BUILD($$ = BuildAutolabel($1, $2)); }
+  | TB_AUTOLABEL TB_ON       { BUILD($$ = BuildAutolabel($1, $2)); }
+  | TB_AUTOLABEL TB_OFF      { BUILD($$ = BuildAutolabel($1, $2)); }
+  | TB_AUTOLABEL error       { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 base:
-    TB_BASE               { $$ = BuildBase($1); }
-  | TB_BASE TB_ANSWERING  { $$ = BuildBase($1, $2); }
-  | TB_BASE TB_QUALIFIED  { $$ = BuildBase($1, $2); }
-  | TB_BASE SP_ALL        { $$ = BuildBase($1, $2); }
-  | TB_BASE error         { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_BASE               { BUILD($$ = BuildBase($1)); }
+  | TB_BASE TB_ANSWERING  { BUILD($$ = BuildBase($1, $2)); }
+  | TB_BASE TB_QUALIFIED  { BUILD($$ = BuildBase($1, $2)); }
+  | TB_BASE SP_ALL        { BUILD($$ = BuildBase($1, $2)); }
+  | TB_BASE error         { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 caption:
-    TB_CAPTION strLiteralList  { $$ = BuildTexts(TB_CAPTION, $1, $2); }
-  | TB_CAPTION error           { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_CAPTION strLiteralList  { BUILD($$ = BuildTexts(TB_CAPTION, $1, $2)); }
+  | TB_CAPTION error           { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 title:
-    TB_TITLE strLiteralList  { $$ = BuildTexts(TB_TITLE, $1, $2); }
-  | TB_TITLE error           { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_TITLE strLiteralList  { BUILD($$ = BuildTexts(TB_TITLE, $1, $2)); }
+  | TB_TITLE error           { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 corner:
-    TB_CORNER strLiteralList  { $$ = BuildTexts(TB_CORNER, $1, $2); }
-  | TB_CORNER error           { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_CORNER strLiteralList  { BUILD($$ = BuildTexts(TB_CORNER, $1, $2)); }
+  | TB_CORNER error           { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 gbase:
-    TB_GBASE               { $$ = BuildGbase($1); }
-  | TB_GBASE TB_CASES      { $$ = BuildGbase($1, $2); }
-  | TB_GBASE TB_RESPONSES  { $$ = BuildGbase($1, $2); }
-  | TB_GBASE error         { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_GBASE               { BUILD($$ = BuildGbase($1)); }
+  | TB_GBASE TB_CASES      { BUILD($$ = BuildGbase($1, $2)); }
+  | TB_GBASE TB_RESPONSES  { BUILD($$ = BuildGbase($1, $2)); }
+  | TB_GBASE error         { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 missing:
-    TB_MISSINGSUBCOM TB_EXCLUDE  { $$ = BuildMissing($1, $2); }
-  | TB_MISSINGSUBCOM TB_INCLUDE  { $$ = BuildMissing($1, $2); }
-  | TB_MISSINGSUBCOM error       { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_MISSINGSUBCOM TB_EXCLUDE  { BUILD($$ = BuildMissing($1, $2)); }
+  | TB_MISSINGSUBCOM TB_INCLUDE  { BUILD($$ = BuildMissing($1, $2)); }
+  | TB_MISSINGSUBCOM error       { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 /* FORMAT once took settings that have no meaning any more. They are dropped with a warning: the
  * rest of the subcommand is passed over and the parse goes on as if nothing had happened. */
 format:
-    TB_FORMAT                    { $$ = DropEmptyFormat($1); }
-  | TB_FORMAT formatSettingList  { $$ = BuildFormat($1, $2); }
-  | TB_FORMAT error              { $$ = reportObsoleteFormat(command, $1, yylval); yyclearin; yyerrok; }
+    TB_FORMAT                    { BUILD($$ = DropEmptyFormat($1)); }
+  | TB_FORMAT formatSettingList  { BUILD($$ = BuildFormat($1, $2)); }
+  | TB_FORMAT error              { BUILD($$ = reportObsoleteFormat(command, $1, yylval)); yyclearin; yyerrok; }
   ;
 
 formatSettingList:
-    formatSetting                    { $$ = StartFormat($1); }
-  | formatSettingList formatSetting  { $$ = AddFormatSetting($1, $2); }
+    formatSetting                    { BUILD($$ = StartFormat($1)); }
+  | formatSettingList formatSetting  { BUILD($$ = AddFormatSetting($1, $2)); }
   ;
 
 formatSetting:
-    TB_BLANK                                  { $$ = BuildEmptyCellSetting($1); }
-  | TB_ZERO                                   { $$ = BuildEmptyCellSetting($1); }
-  | TB_MISSING SP_LPAREN SP_SLITERAL SP_RPAREN  { $$ = BuildMissingSetting($1, $2, $3, $4); }
+    TB_BLANK                                  { BUILD($$ = BuildEmptyCellSetting($1)); }
+  | TB_ZERO                                   { BUILD($$ = BuildEmptyCellSetting($1)); }
+  | TB_MISSING SP_LPAREN SP_SLITERAL SP_RPAREN  { BUILD($$ = BuildMissingSetting($1, $2, $3, $4)); }
   ;
 
 /* ---- Totals, sets and observation ---------------------------------------------------------- */
 
 ftotal:
-    TB_FTOTAL totalVarSpecList  { $$ = BuildTotals(TB_FTOTAL, $1, $2); }
-  | TB_FTOTAL error             { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_FTOTAL totalVarSpecList  { BUILD($$ = BuildTotals(TB_FTOTAL, $1, $2)); }
+  | TB_FTOTAL error             { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 ptotal:
-    TB_PTOTAL totalVarSpecList  { $$ = BuildTotals(TB_PTOTAL, $1, $2); }
-  | TB_PTOTAL error             { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_PTOTAL totalVarSpecList  { BUILD($$ = BuildTotals(TB_PTOTAL, $1, $2)); }
+  | TB_PTOTAL error             { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 totalVarSpecList:
-    totalVarSpec                   { $$ = StartList(TBI_VARLIST, $1); }
-  | totalVarSpecList totalVarSpec  { $$ = AddToList(TBI_VARLIST, $1, $2); }
+    totalVarSpec                   { BUILD($$ = StartList(TBI_VARLIST, $1)); }
+  | totalVarSpecList totalVarSpec  { BUILD($$ = AddToList(TBI_VARLIST, $1, $2)); }
   ;
 
 totalVarSpec:
-    SP_VARNAME              { $$ = BuildVariable($1); }
-  | SP_VARNAME SP_SLITERAL  { $$ = BuildLabelledVariable($1, $2); }
+    SP_VARNAME              { BUILD($$ = BuildVariable($1)); }
+  | SP_VARNAME SP_SLITERAL  { BUILD($$ = BuildLabelledVariable($1, $2)); }
   ;
 
 mrgroup:
-    TB_MRGROUP SP_VARNAME variableSpecList              { $$ = BuildMrGroup($1, $2, $3); }
-  | TB_MRGROUP SP_VARNAME SP_SLITERAL variableSpecList  { $$ = BuildMrGroup($1, $2, $3, $4); }
-  | TB_MRGROUP error                                    { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_MRGROUP SP_VARNAME variableSpecList              { BUILD($$ = BuildMrGroup($1, $2, $3)); }
+  | TB_MRGROUP SP_VARNAME SP_SLITERAL variableSpecList  { BUILD($$ = BuildMrGroup($1, $2, $3, $4)); }
+  | TB_MRGROUP error                                    { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 mdgroup:
-    TB_MDGROUP SP_VARNAME variableSpecList SP_LPAREN SP_SLITERAL SP_RPAREN              { $$ = BuildMdGroup($1, $2, $3, $4, $5, $6); }
-  | TB_MDGROUP SP_VARNAME variableSpecList SP_LPAREN SP_NUMBER SP_RPAREN                { $$ = BuildMdGroup($1, $2, $3, $4, $5, $6); }
-  | TB_MDGROUP SP_VARNAME SP_SLITERAL variableSpecList SP_LPAREN SP_SLITERAL SP_RPAREN  { $$ = BuildMdGroup($1, $2, $3, $4, $5, $6, $7); }
-  | TB_MDGROUP SP_VARNAME SP_SLITERAL variableSpecList SP_LPAREN SP_NUMBER SP_RPAREN    { $$ = BuildMdGroup($1, $2, $3, $4, $5, $6, $7); }
-  | TB_MDGROUP error                                                                    { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_MDGROUP SP_VARNAME variableSpecList SP_LPAREN SP_SLITERAL SP_RPAREN              { BUILD($$ = BuildMdGroup($1, $2, $3, $4, $5, $6)); }
+  | TB_MDGROUP SP_VARNAME variableSpecList SP_LPAREN SP_NUMBER SP_RPAREN                { BUILD($$ = BuildMdGroup($1, $2, $3, $4, $5, $6)); }
+  | TB_MDGROUP SP_VARNAME SP_SLITERAL variableSpecList SP_LPAREN SP_SLITERAL SP_RPAREN  { BUILD($$ = BuildMdGroup($1, $2, $3, $4, $5, $6, $7)); }
+  | TB_MDGROUP SP_VARNAME SP_SLITERAL variableSpecList SP_LPAREN SP_NUMBER SP_RPAREN    { BUILD($$ = BuildMdGroup($1, $2, $3, $4, $5, $6, $7)); }
+  | TB_MDGROUP error                                                                    { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 observation:
-    TB_OBSERVATION variableSpecList  { if (!BuildObservation(command, @$, $$, $1, $2)) YYABORT; }
-  | TB_OBSERVATION error             { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_OBSERVATION variableSpecList  { BUILD_OR_ABORT(BuildObservation(command, @$, $$, $1, $2)); }
+  | TB_OBSERVATION error             { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 variableNameList:
-    SP_VARNAME                   { $$ = StartNameList($1); }
-  | variableNameList SP_VARNAME  { $$ = AddToNameList($1, $2); }
+    SP_VARNAME                   { BUILD($$ = StartNameList($1)); }
+  | variableNameList SP_VARNAME  { BUILD($$ = AddToNameList($1, $2)); }
   ;
 
 variableSpecList:
-    variableSpec                   { $$ = StartList(TBI_VARLIST, $1); }
-  | variableSpecList variableSpec  { $$ = AddToList(TBI_VARLIST, $1, $2); }
+    variableSpec                   { BUILD($$ = StartList(TBI_VARLIST, $1)); }
+  | variableSpecList variableSpec  { BUILD($$ = AddToList(TBI_VARLIST, $1, $2)); }
   ;
 
 /* ---- SORT and STATISTICS ------------------------------------------------------------------- */
 
 sort:
-    TB_SORT sortVariableList                { $$ = BuildSort($1, $2); }
-  | TB_SORT TB_ASCENDING sortVariableList   { $$ = BuildSort($1, $2, $3); }
-  | TB_SORT TB_DESCENDING sortVariableList  { $$ = BuildSort($1, $2, $3); }
-  | TB_SORT error                           { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_SORT sortVariableList                { BUILD($$ = BuildSort($1, $2)); }
+  | TB_SORT TB_ASCENDING sortVariableList   { BUILD($$ = BuildSort($1, $2, $3)); }
+  | TB_SORT TB_DESCENDING sortVariableList  { BUILD($$ = BuildSort($1, $2, $3)); }
+  | TB_SORT error                           { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 sortVariableList:
-    sortVariable                   { $$ = StartList(TB_SORT, $1); }
-  | sortVariableList sortVariable  { $$ = AddToList(TB_SORT, $1, $2); }
+    sortVariable                   { BUILD($$ = StartList(TB_SORT, $1)); }
+  | sortVariableList sortVariable  { BUILD($$ = AddToList(TB_SORT, $1, $2)); }
   ;
 
 sortVariable:
-    SP_VARNAME                                   { $$ = BuildSortVariable($1); }
-  | SP_VARNAME SP_LPAREN sortFunction SP_RPAREN  { $$ = BuildSortVariable($1, $2, $3, $4); }
+    SP_VARNAME                                   { BUILD($$ = BuildSortVariable($1)); }
+  | SP_VARNAME SP_LPAREN sortFunction SP_RPAREN  { BUILD($$ = BuildSortVariable($1, $2, $3, $4)); }
   ;
 
 sortFunction:
-    SP_VARNAME                                    { $$ = BuildSortFunction($1); }
-  | SP_NONVARNAME                                 { $$ = BuildSortFunction($1); }
-  | SP_VARNAME SP_LPAREN SP_VARNAME SP_RPAREN     { $$ = BuildSortFunction($1, $2, $3, $4); }
-  | SP_NONVARNAME SP_LPAREN SP_VARNAME SP_RPAREN  { $$ = BuildSortFunction($1, $2, $3, $4); }
+    SP_VARNAME                                    { BUILD($$ = BuildSortFunction($1)); }
+  | SP_NONVARNAME                                 { BUILD($$ = BuildSortFunction($1)); }
+  | SP_VARNAME SP_LPAREN SP_VARNAME SP_RPAREN     { BUILD($$ = BuildSortFunction($1, $2, $3, $4)); }
+  | SP_NONVARNAME SP_LPAREN SP_VARNAME SP_RPAREN  { BUILD($$ = BuildSortFunction($1, $2, $3, $4)); }
   ;
 
 statistics:
-    TB_STATISTICS statFuncSpecWithWeightList  { $$ = BuildStatistics($1, $2); }
-  | TB_STATISTICS error                       { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_STATISTICS statFuncSpecWithWeightList  { BUILD($$ = BuildStatistics($1, $2)); }
+  | TB_STATISTICS error                       { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 statFuncSpecWithWeightList:
-    statFuncSpecWithWeight                             { $$ = StartList(TB_STATISTICS, $1); }
-  | statFuncSpecWithWeightList statFuncSpecWithWeight  { $$ = AddToList(TB_STATISTICS, $1, $2); }
+    statFuncSpecWithWeight                             { BUILD($$ = StartList(TB_STATISTICS, $1)); }
+  | statFuncSpecWithWeightList statFuncSpecWithWeight  { BUILD($$ = AddToList(TB_STATISTICS, $1, $2)); }
   ;
 
 statFuncSpecWithWeight:
     statFuncSpec
-  | TB_UNWEIGHTED statFuncSpec  { $$ = BuildUnweighted($1, $2); }
+  | TB_UNWEIGHTED statFuncSpec  { BUILD($$ = BuildUnweighted($1, $2)); }
   ;
 
 statFuncSpec:
-    statFunc                                                       { $$ = BuildFullStatFunction($1); }
-  | statFunc SP_LPAREN SP_RPAREN                                   { $$ = BuildFullStatFunction($1, $2, $3); }
-  | statFunc SP_LPAREN statFuncArgs SP_RPAREN                      { $$ = BuildFullStatFunction($1, $2, $3, $4); }
-  | statFunc SP_LPAREN statFuncArgs SP_COLON variableNameList SP_RPAREN  { $$ = BuildFullStatFunction($1, $2, $3, $4, $5, $6); }
+    statFunc                                                       { BUILD($$ = BuildFullStatFunction($1)); }
+  | statFunc SP_LPAREN SP_RPAREN                                   { BUILD($$ = BuildFullStatFunction($1, $2, $3)); }
+  | statFunc SP_LPAREN statFuncArgs SP_RPAREN                      { BUILD($$ = BuildFullStatFunction($1, $2, $3, $4)); }
+  | statFunc SP_LPAREN statFuncArgs SP_COLON variableNameList SP_RPAREN  { BUILD($$ = BuildFullStatFunction($1, $2, $3, $4, $5, $6)); }
   ;
 
 statFunc:
-    SP_VARNAME               { $$ = BuildStatFunction($1); }
-  | SP_NONVARNAME            { $$ = BuildStatFunction($1); }
-  | SP_VARNAME SP_NUMBER     { $$ = BuildStatFunction($1, $2); }
-  | SP_NONVARNAME SP_NUMBER  { $$ = BuildStatFunction($1, $2); }
+    SP_VARNAME               { BUILD($$ = BuildStatFunction($1)); }
+  | SP_NONVARNAME            { BUILD($$ = BuildStatFunction($1)); }
+  | SP_VARNAME SP_NUMBER     { BUILD($$ = BuildStatFunction($1, $2)); }
+  | SP_NONVARNAME SP_NUMBER  { BUILD($$ = BuildStatFunction($1, $2)); }
   ;
 
 statFuncArgs:
-    statDisplaySpec  { $$ = StartList(TBI_GENERICLIST, $1); }
+    statDisplaySpec  { BUILD($$ = StartList(TBI_GENERICLIST, $1)); }
   | statArgVarSpecList
   ;
 
 statDisplaySpec:
-    SP_LPAREN statFormat SP_RPAREN              { $$ = BuildStatDisplay($1, $2, $3); }
-  | SP_LPAREN statFormat SP_RPAREN SP_SLITERAL  { $$ = BuildStatDisplay($1, $2, $3, $4); }
-  | SP_SLITERAL SP_LPAREN statFormat SP_RPAREN  { $$ = BuildStatDisplay($2, $3, $4, $1); }
-  | SP_SLITERAL                                 { $$ = BuildStatDisplay($1); }
+    SP_LPAREN statFormat SP_RPAREN              { BUILD($$ = BuildStatDisplay($1, $2, $3)); }
+  | SP_LPAREN statFormat SP_RPAREN SP_SLITERAL  { BUILD($$ = BuildStatDisplay($1, $2, $3, $4)); }
+  | SP_SLITERAL SP_LPAREN statFormat SP_RPAREN  { BUILD($$ = BuildStatDisplay($2, $3, $4, $1)); }
+  | SP_SLITERAL                                 { BUILD($$ = BuildStatDisplay($1)); }
   ;
 
 statFormat:
-    SP_VARNAME     { $$ = BuildStatFormat($1); }
-  | SP_NONVARNAME  { $$ = BuildStatFormat($1); }
+    SP_VARNAME     { BUILD($$ = BuildStatFormat($1)); }
+  | SP_NONVARNAME  { BUILD($$ = BuildStatFormat($1)); }
   ;
 
 statArgVarSpecList:
-    statArgVarSpec                     { $$ = StartList(TBI_GENERICLIST, $1); }
-  | statArgVarSpecList statArgVarSpec  { $$ = AddToList(TBI_GENERICLIST, $1, $2); }
+    statArgVarSpec                     { BUILD($$ = StartList(TBI_GENERICLIST, $1)); }
+  | statArgVarSpecList statArgVarSpec  { BUILD($$ = AddToList(TBI_GENERICLIST, $1, $2)); }
   ;
 
 statArgVarSpec:
-    SP_VARNAME                  { $$ = BuildStatArgument($1); }
-  | SP_VARNAME statDisplaySpec  { $$ = BuildStatArgument($1, $2); }
+    SP_VARNAME                  { BUILD($$ = BuildStatArgument($1)); }
+  | SP_VARNAME statDisplaySpec  { BUILD($$ = BuildStatArgument($1, $2)); }
   ;
 
 /* ---- TABLE and table expressions ----------------------------------------------------------- */
 
 table:
-    TB_TABLE tableExpression                                              { $$ = BuildTable(command, @$, $1, $2); }
-  | TB_TABLE tableExpression SP_BY tableExpression                        { $$ = BuildTable(command, @$, $1, $2, $3, $4); }
-  | TB_TABLE tableExpression SP_BY tableExpression SP_BY tableExpression  { $$ = BuildTable(command, @$, $1, $2, $3, $4, $5, $6); }
-  | TB_TABLE error                                                        { $$ = reportSubcommandArgumentError(command, @$, $1); YYABORT; }
+    TB_TABLE tableExpression                                              { BUILD($$ = BuildTable(command, @$, $1, $2)); }
+  | TB_TABLE tableExpression SP_BY tableExpression                        { BUILD($$ = BuildTable(command, @$, $1, $2, $3, $4)); }
+  | TB_TABLE tableExpression SP_BY tableExpression SP_BY tableExpression  { BUILD($$ = BuildTable(command, @$, $1, $2, $3, $4, $5, $6)); }
+  | TB_TABLE error                                                        { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 tableExpression:
-    SP_VARNAME                                                   { $$ = BuildVariable($1); }
-  | SP_LPAREN SP_NONVARNAME SP_RPAREN                            { if (!BuildParenthesisedWord(command, @$, $$, $1, $2, $3)) YYABORT; }
-  | SP_LPAREN tableExpression SP_RPAREN                          { if (!BuildParenthesisedExpression(command, @$, $$, $1, $2, $3)) YYABORT; }
-  | tableExpression SP_PLUS tableExpression                      { $$ = BuildOperation($1, $2, $3); }
-  | SP_LPAREN tableExpression SP_PLUS tableExpression SP_RPAREN  { $$ = BuildOperation($1, $2, $3, $4, $5); }
-  | tableExpression SP_GREATERTHAN tableExpression               { $$ = BuildOperation($1, $2, $3); }
-  | SP_LPAREN tableExpression SP_GREATERTHAN tableExpression SP_RPAREN  { $$ = BuildOperation($1, $2, $3, $4, $5); }
+    SP_VARNAME                                                   { BUILD($$ = BuildVariable($1)); }
+  | SP_LPAREN SP_NONVARNAME SP_RPAREN                            { BUILD_OR_ABORT(BuildParenthesisedWord(command, @$, $$, $1, $2, $3)); }
+  | SP_LPAREN tableExpression SP_RPAREN                          { BUILD_OR_ABORT(BuildParenthesisedExpression(command, @$, $$, $1, $2, $3)); }
+  | tableExpression SP_PLUS tableExpression                      { BUILD($$ = BuildOperation($1, $2, $3)); }
+  | SP_LPAREN tableExpression SP_PLUS tableExpression SP_RPAREN  { BUILD($$ = BuildOperation($1, $2, $3, $4, $5)); }
+  | tableExpression SP_GREATERTHAN tableExpression               { BUILD($$ = BuildOperation($1, $2, $3)); }
+  | SP_LPAREN tableExpression SP_GREATERTHAN tableExpression SP_RPAREN  { BUILD($$ = BuildOperation($1, $2, $3, $4, $5)); }
   ;
 
 variableSpec:
-    SP_VARNAME                   { $$ = BuildVariable($1); }
-  | SP_VARNAME SP_TO SP_VARNAME  { $$ = BuildVariableRange($1, $2, $3); }
+    SP_VARNAME                   { BUILD($$ = BuildVariable($1)); }
+  | SP_VARNAME SP_TO SP_VARNAME  { BUILD($$ = BuildVariableRange($1, $2, $3)); }
   ;
 
 /* ---- Lists of literals and tokens that are passed over -------------------------------------- */
 
 strLiteralList:
-    %empty                      { $$ = BuildEmptyList(); }
-  | strLiteralList SP_SLITERAL  { $$ = AddLiteralToList($1, $2); }
+    %empty                      { BUILD($$ = BuildEmptyList()); }
+  | strLiteralList SP_SLITERAL  { BUILD($$ = AddLiteralToList($1, $2)); }
   ;
 
 craplist:
-    TB_ANYSUBCOMTOKEN           { $$ = DiscardToken($1); }
-  | craplist TB_ANYSUBCOMTOKEN  { $$ = DiscardToken($1, $2); }
+    TB_ANYSUBCOMTOKEN           { BUILD($$ = DiscardToken($1)); }
+  | craplist TB_ANYSUBCOMTOKEN  { BUILD($$ = DiscardToken($1, $2)); }
   ;
 
 %%

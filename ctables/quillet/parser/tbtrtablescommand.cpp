@@ -82,7 +82,7 @@ TablesCommand::TablesCommand(const CodePage& codePage, TokenSequenceBase* pTokSe
     : m_codePage(codePage), m_pTokSeq(pTokSeq) {}
 
 TablesToken TablesCommand::NextToken() {
-    if (!QUILLET_ASSERT(m_pTokSeq, "m_pTokSeq")) return {};
+    if (!QUILLET_ASSERT(m_pTokSeq, "m_pTokSeq") || m_isGivenUp) return {};
     if (m_position == 0) return FirstToken();
     Advance();
     if (AtSubcommandEnd()) return EndSubcommand();
@@ -113,7 +113,19 @@ std::unique_ptr<TbTrParseNode> TablesCommand::ReleaseParseResult() {
 void TablesCommand::AddReport(ReportEntry entry) { m_reports.push_back(std::move(entry)); }
 
 ReportEntry TablesCommand::FirstReport() const {
+    if (m_isGivenUp) {
+        return {TablesErrorKind::kTableTooLarge, m_placeGivenUp.last_line,
+                m_placeGivenUp.last_column, TB_TABLE, {}};
+    }
     return m_reports.empty() ? ReportEntry{} : m_reports.front();
+}
+
+void TablesCommand::GiveUp() noexcept {
+    if (m_isGivenUp) return;
+    m_isGivenUp = true;
+    if (m_pTokSeq == nullptr || AtEnd()) return;
+    m_placeGivenUp.last_line = m_pTokSeq->Line();
+    m_placeGivenUp.last_column = m_pTokSeq->Column();
 }
 
 void TablesCommand::AddWarning(std::string text) { m_warnings.push_back(std::move(text)); }
@@ -179,6 +191,8 @@ TablesToken TablesCommand::EndSubcommand() {
         TakeOutBreaksBehindSlash();
         if (m_currentSubcommand == TB_TABLE && m_breakStart) {
             m_returnPoint = m_pTokSeq->CurrentIndex();
+            m_isCopying = m_replayed == m_breakStart;
+            m_replayed = m_breakStart;
             GoTo(*m_breakStart);
             return DeliverCurrent();
         }
@@ -223,6 +237,7 @@ TablesToken TablesCommand::DeliverCurrent() {
             break;
     }
     if (!token) token = m_pTokSeq->CloneCurrent();
+    if (m_returnPoint && m_isCopying && token) ChargeCopy(*token);
     CountToken(code);
     return {code, std::move(token)};
 }
@@ -354,6 +369,14 @@ std::unique_ptr<TAVQToken> TablesCommand::MergeSign() {
     const double number = m_pTokSeq->NumberValue();
     return std::make_unique<TAVQNumberToken>(text.data(), text.data() + text.size(), line, column,
                                              isMinus ? -number : number);
+}
+
+void TablesCommand::ChargeCopy(const TAVQToken& token) {
+    static_assert(CommandBudget::kTokenCopy >=
+                  std::max(sizeof(TAVQStringToken), sizeof(TAVQLiteralToken)) +
+                      sizeof(TbTrParseNode));
+    m_pTokSeq->Budget().ChargeCopies(CommandBudget::kTokenCopy + token.Text(/*raw=*/true).size() +
+                                     token.Text(/*raw=*/false).size());
 }
 
 void TablesCommand::CountToken(NodeType& code) {

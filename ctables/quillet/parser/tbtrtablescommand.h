@@ -48,7 +48,7 @@ enum class TablesErrorKind : int {
     kNothingToPrecede = 9,
     kTotalWithoutStacking = 10,
     kTotalBesideScale = 11,
-    kTableTooLarge = 12,  ///< Multiplied out it would have more than a million variables.
+    kTableTooLarge = 12,  ///< Multiplied out it would need too much memory.
 };
 
 /// One reason why a command cannot be converted.
@@ -71,7 +71,8 @@ struct TablesToken {
 /// What the grammar never sees: the word TABLES, "=" and "," signs, BREAK subcommands (their
 /// tokens come again at the end of every TABLE subcommand instead), and a sign before a number
 /// (the two become one number). Linear in the tokens delivered; BREAK alone makes them more than
-/// the command has, since every table gets its variables.
+/// the command has, since every table gets its variables. All tables but the first that does are
+/// charged for them.
 class TablesCommand {
 public:
     /// `pTokSeq` holds the whole command, the word TABLES as its first token; where it stands
@@ -79,7 +80,8 @@ public:
     /// it is read and counts as an empty command.
     TablesCommand(const CodePage& codePage, TokenSequenceBase* pTokSeq);
 
-    /// The next token. Slashes are delivered as `SP_SLASH`, and one is made up in front of a
+    /// The next token; throws `CommandTooLarge` when BREAK would make too many of them. Slashes are
+    /// delivered as `SP_SLASH`, and one is made up in front of a
     /// first subcommand that has none. After the end every further call gives the end again.
     [[nodiscard]] TablesToken NextToken();
 
@@ -92,9 +94,18 @@ public:
     [[nodiscard]] TbTrParseNode* ParseResult() const { return m_parseResult.get(); }
     [[nodiscard]] std::unique_ptr<TbTrParseNode> ReleaseParseResult();
 
+    /// The budget of the command. The sequence must not be null.
+    [[nodiscard]] CommandBudget& Budget() const { return m_pTokSeq->Budget(); }
+
     void AddReport(ReportEntry entry);
-    /// The first report, which is the one that counts; of kind `kNone` when there is none.
+    /// The first report, which is the one that counts; of kind `kNone` when there is none. That a
+    /// command was given up comes before all others.
     [[nodiscard]] ReportEntry FirstReport() const;
+
+    /// Notes that the command is too large to be converted, at the token that is the current one.
+    /// From now on there are no more tokens. Takes no memory.
+    void GiveUp() noexcept;
+    [[nodiscard]] bool IsGivenUp() const { return m_isGivenUp; }
 
     void AddWarning(std::string text);
     /// In the order raised.
@@ -147,6 +158,7 @@ private:
     /// the sign stays current, when no number follows.
     [[nodiscard]] std::unique_ptr<TAVQToken> MergeSign();
     void CountToken(NodeType& code);
+    void ChargeCopy(const TAVQToken& token);
 
     const CodePage& m_codePage;
     TokenSequenceBase* m_pTokSeq;
@@ -155,8 +167,12 @@ private:
     NodeType m_currentSubcommand = kNoNodeType;
     std::optional<int> m_breakStart;   // index of the first token of the last BREAK seen
     std::optional<int> m_returnPoint;  // while BREAK tokens are replayed: where to go on
+    std::optional<int> m_replayed;     // the BREAK whose tokens have been delivered before
+    bool m_isCopying = false;          // they are being delivered once more
 
     std::unique_ptr<TbTrParseNode> m_parseResult;
+    bool m_isGivenUp = false;
+    TablesLocation m_placeGivenUp;
     std::vector<ReportEntry> m_reports;
     std::vector<std::string> m_warnings;
     std::vector<TablesLocation> m_tableLocations;

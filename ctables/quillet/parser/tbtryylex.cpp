@@ -1,6 +1,7 @@
 #include "parser/tbtryylex.h"
 
 #include <cstddef>
+#include <new>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -35,15 +36,12 @@ TablesLocation LocationOf(const TAVQToken& token) {
     return location;
 }
 
-}  // namespace
-
-int tbtryylex(OpaqueValue* pValue, TablesLocation* pLocation, TablesCommand& command) {
+int ReadToken(OpaqueValue* pValue, TablesLocation* pLocation, TablesCommand& command) {
     // Subcommand words have codes of their own, so the grammar can do without the slashes.
     TablesToken next = command.NextToken();
     while (next.code == SP_SLASH) next = command.NextToken();
     WriteTrace(command, next);
 
-    OpaqueValue_Init(*pValue);
     const NodeType yyTokenType = next.code;
     if (!next.token) {
         QUILLET_ASSERT(yyTokenType == kNoNodeType, "yyTokenType == 0");
@@ -52,6 +50,21 @@ int tbtryylex(OpaqueValue* pValue, TablesLocation* pLocation, TablesCommand& com
     *pLocation = LocationOf(*next.token);
     OpaqueValue_SetTAVQToken(*pValue, std::move(next.token), yyTokenType);
     return static_cast<int>(yyTokenType);
+}
+
+}  // namespace
+
+// No exception may pass through the parser: its stack would be lost with all that it owns.
+int tbtryylex(OpaqueValue* pValue, TablesLocation* pLocation, TablesCommand& command) {
+    OpaqueValue_Init(*pValue);
+    try {
+        return ReadToken(pValue, pLocation, command);
+    } catch (const CommandTooLarge&) {
+        command.GiveUp();
+    } catch (const std::bad_alloc&) {
+        command.GiveUp();
+    }
+    return 0;
 }
 
 }  // namespace quillet

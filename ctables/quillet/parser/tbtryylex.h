@@ -11,7 +11,8 @@ namespace quillet {
 ///
 /// Makes `*pValue` hold the token, empty at the end, without looking at what it held: the parser
 /// has copied that elsewhere. At the end `*pLocation` stays that of the last token. Both
-/// pointers are the parser's own and never null.
+/// pointers are the parser's own and never null. A token that there is no memory for, or no room
+/// in the budget, ends the command, which is given up.
 int tbtryylex(OpaqueValue* pValue, TablesLocation* pLocation, TablesCommand& command);
 
 }  // namespace quillet
