@@ -36,6 +36,13 @@ TEST(PercentageBasesTest, ADimensionHoldsOrDoesNotOrDisagrees) {
         {"a + b", {"A", "B"}, kYes},
         {"a + b", {"C"}, kNo},
         {"a + a", {"A"}, kYes},
+        {"a + a + b + a", {"A"}, kDisagree},
+        {"a + a + b + a", {"A", "B"}, kYes},
+        {"a + (a > c) + a + b", {"A"}, kDisagree},
+        {"a + (a > c) + a + b", {"C"}, kDisagree},
+        {"a + (a > c) + a + b", {"A", "C"}, kDisagree},
+        {"a + (a > c) + a + b", {"A", "B"}, kYes},
+        {"(a > c > a) + (c > a)", {"A"}, kYes},
         {"a + b + c", {"A", "C"}, kDisagree},
         {"a + b + c", {"A", "B", "C"}, kYes},
         {"a > b + c", {"A"}, kDisagree},
@@ -55,11 +62,29 @@ TEST(PercentageBasesTest, ADimensionHoldsOrDoesNotOrDisagrees) {
         SCOPED_TRACE(c.dimension);
         ParsedCommand parsed(std::string("TABLES /TABLE ") + c.dimension);
         ASSERT_TRUE(parsed.Parsed());
-        DimensionBaseTest test(*parsed.Table().GetChild(0));
+        CommandBudget budget;
+        DimensionBaseTest test(*parsed.Table().GetChild(0), budget);
         EXPECT_EQ(test.Test(c.names), c.holds);
         EXPECT_EQ(test.Test({"NOWHERE"}), kNo);
         EXPECT_EQ(test.Test(c.names), c.holds) << "an earlier test must leave no trace";
     }
+}
+
+// Sets that share a name would make the test look at its places again for every set.
+TEST(PercentageBasesTest, TheSamePlacesAreChargedFromTheSecondTimeOn) {
+    constexpr int kPlaces = 4097;
+    std::string dimension;
+    for (int i = 0; i < kPlaces; ++i) dimension += "+x>a" + std::to_string(i);
+    ParsedCommand parsed("TABLES /TABLE b BY " + dimension.substr(1));
+    ASSERT_TRUE(parsed.Parsed());
+    CommandBudget budget;
+    DimensionBaseTest test(*parsed.Table().GetChild(1), budget);
+    for (std::size_t left = CommandBudget::kMaxCopies; left > 0; left -= kPlaces - 1) {
+        ASSERT_EQ(test.Test({"X"}), kYes) << left;
+    }
+    EXPECT_EQ(test.Test({"X"}), kYes) << "the first time was free";
+    EXPECT_EQ(test.Test({"A1"}), kDisagree);
+    EXPECT_THROW(static_cast<void>(test.Test({"X"})), CommandTooLarge);
 }
 
 TEST(PercentageBasesTest, TheDimensionsMakeTheBases) {
@@ -114,7 +139,8 @@ unsigned BasesIn(const std::string& dimensions, std::size_t statsCompDim,
     ParsedCommand parsed("TABLES /TABLE " + dimensions);
     const VariableTypes types(CodePage::Utf8(), parsed.Globals());
     const Term term({LeavesOf(*parsed.Table().GetChild(statsCompDim - 1)).front()}, types);
-    PercentageBases bases(parsed.Table(), statsCompDim);
+    CommandBudget budget;
+    PercentageBases bases(parsed.Table(), statsCompDim, budget);
     const unsigned first = bases.BasesOf(pNames, term);
     EXPECT_EQ(bases.BasesOf(pNames, term), first);
     return first;

@@ -258,19 +258,21 @@ TEST(StatisticsTest, ReportsUnknownFunctions) {
 
 TEST(StatisticsTest, BreaksLinesBetweenItems) {
     // Groups of functions are items, as long as they are short.
-    ParsedCommand parsed(
-        "TABLES /FTOTAL t /OBSERVATION s /TABLE s /STATISTICS PTILE 25 (s 'label'(F5.1)) U SUM()");
+    const std::string label = "'" + std::string(60, 'x') + "'";
+    ParsedCommand parsed("TABLES /FTOTAL t /OBSERVATION s /TABLE s /STATISTICS PTILE 25 (s " +
+                         label + "(F5.1)) U SUM()");
     const VariableTypes types(CodePage::Utf8(), parsed.Globals());
     TablesCommand command(CodePage::Utf8(), nullptr);
     const TranslationContext context(command, CodePage::Utf8(), parsed.Globals());
     TableStatistics statistics;
     ASSERT_TRUE(statistics.Read(parsed.Group()));
     ASSERT_TRUE(statistics.LookUpFunctions(context));
-    PercentageBases bases(parsed.Table(), 1);
+    CommandBudget budget;
+    PercentageBases bases(parsed.Table(), 1, budget);
     OutputSequence out;
     out.Add("old", false);
-    statistics.WriteList(Term({parsed.Table().GetChild(0)}, types), bases, out);
-    EXPECT_EQ(out.Format(22, 0), "PTILE 25,'label',F5.1,\nUSUM");
+    statistics.WriteList(Term({parsed.Table().GetChild(0)}, types), bases, budget, out);
+    EXPECT_EQ(out.Format(78, 0), "old[\nPTILE 25," + label + ",F5.1,\nUSUM]");
 }
 
 TEST(StatisticsTest, ALongGroupIsBrokenBetweenItsItems) {

@@ -33,19 +33,17 @@ TEST(TermPiecesTest, OnlyTheCurrentLineCounts) {
     EXPECT_EQ(PieceLines(sequence), std::string(100, 'x') + "\ny\na b");
 }
 
-TEST(TermPiecesTest, EndsTermsInsideTerms) {
-    TermPieces pieces;
-    pieces.Add("before");
-    const TermPieces::Place outer = pieces.Here();
-    pieces.Add(std::string(60, 'a'));
-    const TermPieces::Place inner = pieces.Here();
-    pieces.Add("(");
-    pieces.Add("b");
-    pieces.EndTerm(inner);
-    pieces.Add(std::string(30, 'c'));
-    pieces.EndTerm(outer);
+TEST(TermPiecesTest, KeepsTermsInsideTermsTogether) {
     OutputSequence sequence;
-    pieces.AppendTo(sequence);
+    sequence.Add("before", false);
+    const OutputSequence::Place outer = sequence.Here();
+    sequence.Add(std::string(60, 'a'), false);
+    const OutputSequence::Place inner = sequence.Here();
+    sequence.Add("(", false);
+    sequence.Add("b", false);
+    KeepTogetherIfShort(sequence, inner);
+    sequence.Add(std::string(30, 'c'), false);
+    KeepTogetherIfShort(sequence, outer);
     EXPECT_EQ(PieceLines(sequence),
               "before\n" + std::string(60, 'a') + "\n(b\n" + std::string(30, 'c'));
 }
@@ -53,24 +51,20 @@ TEST(TermPiecesTest, EndsTermsInsideTerms) {
 TEST(TermPiecesTest, ATermIsShortBelow79Bytes) {
     for (const std::size_t length : {77u, 78u, 79u, 80u}) {
         SCOPED_TRACE(length);
-        TermPieces pieces;
-        pieces.Add("x");
-        const TermPieces::Place begin = pieces.Here();
-        pieces.Add(std::string(length - 1, 'a'));
-        pieces.Add("b");
-        pieces.EndTerm(begin);
         OutputSequence sequence;
-        pieces.AppendTo(sequence);
+        sequence.Add("x", false);
+        const OutputSequence::Place begin = sequence.Here();
+        sequence.Add(std::string(length - 1, 'a'), false);
+        sequence.Add("b", false);
+        KeepTogetherIfShort(sequence, begin);
         const std::string separator = length < 79 ? "" : "\n";
         EXPECT_EQ(PieceLines(sequence), "x\n" + std::string(length - 1, 'a') + separator + "b");
     }
 }
 
 TEST(TermPiecesTest, AnEmptyTermMakesNoPiece) {
-    TermPieces pieces;
-    pieces.EndTerm(pieces.Here());
     OutputSequence sequence;
-    pieces.AppendTo(sequence);
+    KeepTogetherIfShort(sequence, sequence.Here());
     EXPECT_TRUE(sequence.IsEmpty());
 }
 

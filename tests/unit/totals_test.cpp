@@ -125,7 +125,8 @@ TEST(TotalsTest, LeaveAFlatTree) {
         "a[C]>b[C]>c[C]>e[C] BY col[C]");
 }
 
-TEST(TotalsTest, AttachACopyOfTheDeclaration) {
+// Thousands of variables may share a total, and with it a long label.
+TEST(TotalsTest, AttachTheNameAndLeaveTheLabelInTheDeclaration) {
     ParsedCommand parsed(std::string("TABLES ") + kGlobals + " /TABLE a + t");
     const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
     TotalRecords records;
@@ -135,8 +136,11 @@ TEST(TotalsTest, AttachACopyOfTheDeclaration) {
     const TbTrParseNode* pDeclaration = parsed.Globals()->GetChild(0)->GetChild(0);
     EXPECT_EQ(records["A"], pDeclaration);
     EXPECT_NE(pTotal, pDeclaration);
-    ASSERT_NE(pTotal->GetChild(0), nullptr);
-    EXPECT_EQ(pTotal->GetChild(0)->GetToken()->Text(true), "'T'");
+    EXPECT_EQ(pTotal->GetNodeType(), TBI_FTOTALVAR);
+    EXPECT_EQ(SpellingOf(*pTotal), "t");
+    EXPECT_EQ(pTotal->GetChildCount(), 0u);
+    ASSERT_NE(pDeclaration->GetChild(0), nullptr);
+    EXPECT_EQ(pDeclaration->GetChild(0)->GetToken()->Text(true), "'T'");
     EXPECT_EQ(pDeclaration->GetNodeType(), SP_VARNAME);
 }
 
@@ -261,7 +265,7 @@ TEST(TotalsTest, BreakLinesBetweenItems) {
     ASSERT_TRUE(CollectTotals(parsed.Table(), 0, context, records));
     OutputSequence out;
     out.Add("old", false);
-    ASSERT_TRUE(WriteTotalCategories(records, out));
+    ASSERT_TRUE(WriteTotalCategories(records, context, out));
     EXPECT_EQ(out.Format(3, 2),
               "/CATEGORIES VAR=\n  A\n  B\n  TOTAL=YES\n  POSITION=\n  AFTER\n  LABEL=\n  'x'\n"
               "  /CATEGORIES VAR=\n  C\n  TOTAL=YES\n  POSITION=\n  AFTER\n  LABEL=\n  \"U\"");
@@ -335,8 +339,9 @@ TEST(TotalsTest, AssertTheShapeOfADeclaration) {
         ParsedCommand parsed("TABLES /FTOTAL t 'x' /TABLE a");
         TbTrParseNode& declaration = *parsed.Globals()->GetChild(0)->GetChild(0);
         c.damage(declaration);
+        const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
         OutputSequence out;
-        EXPECT_FALSE(WriteTotalCategories({{"A", &declaration}}, out));
+        EXPECT_FALSE(WriteTotalCategories({{"A", &declaration}}, context, out));
         EXPECT_EQ(assertions.Texts(), std::vector<std::string>({c.assertion}));
     }
 }

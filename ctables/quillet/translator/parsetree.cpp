@@ -98,7 +98,7 @@ private:
             OutputSequence dimension;
             if (i + 1 == m_statsCompDim) {
                 m_pFirstMagnet = WriteStatisticsDimension(m_table, m_statsCompDim, m_statistics,
-                                                          m_context.Types(), dimension);
+                                                          m_context, dimension);
             } else {
                 WriteDimension(*pDimension, m_context.Types(), dimension);
             }
@@ -115,7 +115,7 @@ private:
 
     [[nodiscard]] bool WriteTotals() {
         OutputSequence lines;
-        if (!WriteTotalCategories(m_totals, lines)) return false;
+        if (!WriteTotalCategories(m_totals, m_context, lines)) return false;
         AppendOnNewLine(m_out, lines);
         return true;
     }
@@ -194,7 +194,12 @@ private:
     }
     Node* pTableSubcommand = pTableGroup->GetChild(0);
     if (!QUILLET_ASSERT(pTableSubcommand, "pTableSubcommand")) return false;
-    return TableTranslation(*pTableGroup, *pTableSubcommand, tableIndex, context, out).Run();
+    try {
+        return TableTranslation(*pTableGroup, *pTableSubcommand, tableIndex, context, out).Run();
+    } catch (const CommandTooLarge&) {
+        context.ReportTooLarge(tableIndex);
+        return false;
+    }
 }
 
 }  // namespace

@@ -1,13 +1,15 @@
 #include "translator/percentagebases.h"
 
-#include <string>
+#include <algorithm>
+#include <utility>
 
 #include "translator/treeediting.h"
 #include "translator/variabletypes.h"
 
 namespace quillet {
 
-DimensionBaseTest::DimensionBaseTest(const TbTrParseNode& dimension) {
+DimensionBaseTest::DimensionBaseTest(const TbTrParseNode& dimension, CommandBudget& budget)
+    : m_budget(budget) {
     struct Pending {
         const TbTrParseNode* pNode;
         std::size_t parent;
@@ -20,7 +22,12 @@ DimensionBaseTest::DimensionBaseTest(const TbTrParseNode& dimension) {
         pending.pop_back();
         const NodeType type = current.pNode->GetNodeType();
         if (!IsOperator(type)) {
-            m_parentsOfName[NameOf(*current.pNode)].push_back(current.parent);
+            std::vector<Parent>& parents = m_placesOfName[NameOf(*current.pNode)].parents;
+            if (!parents.empty() && parents.back().node == current.parent) {
+                ++parents.back().childCount;
+            } else {
+                parents.push_back({current.parent, 1});
+            }
             continue;
         }
         const std::size_t childCount = current.pNode->GetChildCount();
@@ -35,11 +42,15 @@ HoldsBase DimensionBaseTest::Test(const VariableNames& names) {
     bool holds = false;
     bool avoids = true;
     for (const std::string_view name : names) {
-        const auto found = m_parentsOfName.find(name);
-        if (found == m_parentsOfName.end()) continue;
+        const auto found = m_placesOfName.find(name);
+        if (found == m_placesOfName.end()) continue;
         holds = true;
-        for (const std::size_t parent : found->second) {
-            if (!CountChildInTheWay(parent)) avoids = false;
+        Places& places = found->second;
+        if (std::exchange(places.wereVisited, true)) {
+            m_budget.ChargeCopies(places.parents.size() - 1);
+        }
+        for (const Parent& parent : places.parents) {
+            if (!CountChildrenInTheWay(parent.node, parent.childCount)) avoids = false;
         }
     }
     for (const std::size_t node : m_touched) m_nodes[node].childrenInTheWay = 0;
@@ -48,16 +59,18 @@ HoldsBase DimensionBaseTest::Test(const VariableNames& names) {
     return avoids ? HoldsBase::kDisagree : HoldsBase::kYes;
 }
 
-// Notes that a child of `node` cannot avoid the names, and what follows from it further up.
-// False when it follows that no term can.
-bool DimensionBaseTest::CountChildInTheWay(std::size_t node) {
+// Notes that `count` further children of `node` cannot avoid the names, and what follows from it
+// further up. False when it follows that no term can.
+bool DimensionBaseTest::CountChildrenInTheWay(std::size_t node, std::size_t count) {
     while (node != kNoParent) {
         Node& current = m_nodes[node];
-        if (current.childrenInTheWay == 0) m_touched.push_back(node);
-        ++current.childrenInTheWay;
         const std::size_t decisive = current.isStacking ? current.childCount : 1;
-        if (current.childrenInTheWay != decisive) return true;
+        const bool wasDecided = current.childrenInTheWay >= decisive;
+        if (current.childrenInTheWay == 0) m_touched.push_back(node);
+        current.childrenInTheWay += count;
+        if (wasDecided || current.childrenInTheWay < decisive) return true;
         node = current.parent;
+        count = 1;
     }
     return false;
 }
@@ -100,17 +113,21 @@ std::string_view BaseWord(PercentageBase base) {
     return "TABLEPCT.";
 }
 
-PercentageBases::PercentageBases(const TbTrParseNode& table, std::size_t statsCompDim)
-    : m_statsCompIndex(statsCompDim - 1) {
+PercentageBases::PercentageBases(const TbTrParseNode& table, std::size_t statsCompDim,
+                                 CommandBudget& budget)
+    : m_budget(budget), m_statsCompIndex(statsCompDim - 1) {
     for (std::size_t i = 0; i < m_otherDimensions.size(); ++i) {
         const TbTrParseNode* pDimension = table.GetChild(i);
-        if (pDimension && i != m_statsCompIndex) m_otherDimensions[i].emplace(*pDimension);
+        if (pDimension && i != m_statsCompIndex) m_otherDimensions[i].emplace(*pDimension, budget);
     }
 }
 
 unsigned PercentageBases::BasesOf(const VariableNames* pNames, const Term& term) {
     if (!pNames) return TBTR_TABPCT;
     Answers holds = OtherDimensions(*pNames);
+    // Every term may ask for every set of names. What one look-up costs, writing costs anyway.
+    const std::size_t lookUps = std::min(pNames->size(), term.Names().size());
+    if (lookUps > 1) m_budget.ChargeCopies(lookUps - 1);
     holds[m_statsCompIndex] = term.HasAnyOf(*pNames) ? HoldsBase::kYes : HoldsBase::kNo;
     return BasesFor(holds[0], holds[1], holds[2]);
 }

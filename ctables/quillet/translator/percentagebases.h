@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "parser/tbtrparsenode.h"
+#include "platform/commandbudget.h"
 #include "translator/term.h"
 
 namespace quillet {
@@ -33,10 +34,13 @@ enum class HoldsBase {
 /// multiplied out; they are not built.
 class DimensionBaseTest {
 public:
-    /// Borrows `dimension`, which must stay as it is.
-    explicit DimensionBaseTest(const TbTrParseNode& dimension);
+    /// Borrows `dimension`, which must stay as it is, and `budget`.
+    DimensionBaseTest(const TbTrParseNode& dimension, CommandBudget& budget);
 
-    /// Takes time for the places where one of `names` stands, not for the whole dimension.
+    /// Takes time for the places where one of `names` stands, not for the whole dimension. The
+    /// places of a name that was asked for before are charged as copies, a byte each: different
+    /// sets of names can make the test look at the same places again and again. Throws
+    /// `CommandTooLarge`.
     [[nodiscard]] HoldsBase Test(const VariableNames& names);
 
 private:
@@ -51,10 +55,21 @@ private:
         std::size_t childrenInTheWay = 0;  // that cannot avoid the names; 0 between two tests
     };
 
-    [[nodiscard]] bool CountChildInTheWay(std::size_t node);
+    // A node with variables of one name among its children.
+    struct Parent {
+        std::size_t node;
+        std::size_t childCount;  // how many of the children they are
+    };
+    struct Places {
+        std::vector<Parent> parents;
+        bool wereVisited = false;
+    };
 
+    [[nodiscard]] bool CountChildrenInTheWay(std::size_t node, std::size_t count);
+
+    CommandBudget& m_budget;
     std::vector<Node> m_nodes;  // the root is the first
-    std::unordered_map<std::string_view, std::vector<std::size_t>> m_parentsOfName;
+    std::unordered_map<std::string_view, Places> m_placesOfName;
     std::vector<std::size_t> m_touched;
 };
 
@@ -69,12 +84,13 @@ private:
 class PercentageBases {
 public:
     /// `table` is the `TB_TABLE` node, which must stay as it is; `statsCompDim`, 1 to 3, is the
-    /// dimension that carries the statistics.
-    PercentageBases(const TbTrParseNode& table, std::size_t statsCompDim);
+    /// dimension that carries the statistics. Borrows `budget`.
+    PercentageBases(const TbTrParseNode& table, std::size_t statsCompDim, CommandBudget& budget);
 
     /// The bases of a percentage that stands on `term` and has the base variables `*pNames`;
     /// null for a percentage without them, which is of the whole table. `*pNames` must live as
-    /// long as this object: its answer for the other dimensions is kept.
+    /// long as this object: its answer for the other dimensions is kept. Throws
+    /// `CommandTooLarge` when too many names have to be looked up.
     [[nodiscard]] unsigned BasesOf(const VariableNames* pNames, const Term& term);
 
 private:
@@ -82,6 +98,7 @@ private:
 
     [[nodiscard]] const Answers& OtherDimensions(const VariableNames& names);
 
+    CommandBudget& m_budget;
     std::size_t m_statsCompIndex;
     std::array<std::optional<DimensionBaseTest>, 3> m_otherDimensions;
     std::unordered_map<const VariableNames*, Answers> m_answers;

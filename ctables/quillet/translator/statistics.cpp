@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "platform/assertion.h"
 #include "translator/termpieces.h"
@@ -28,34 +29,44 @@ constexpr std::size_t kLabelSlot = 2;
 
 constexpr PercentageBase kBasesInOrder[] = {TBTR_ROWPCT, TBTR_COLPCT, TBTR_LAYERPCT, TBTR_TABPCT};
 
-void AddSeparator(OutputSequence& list) {
-    if (!list.IsEmpty()) list.Add(",", false);
-}
-
-void AddToList(OutputSequence& list, const OutputSequence& group) {
-    AddSeparator(list);
-    list.Append(group);
-}
-
 // One statistic with one base ("" for what is no percentage): the name, for a percentile its
 // number, then label and format.
-OutputSequence MakeGroup(const Statistic& statistic, std::string_view base,
-                         std::string_view function) {
-    OutputSequence group;
+void WriteGroup(const Statistic& statistic, std::string_view base, std::string_view function,
+                OutputSequence& out) {
+    const OutputSequence::Place begin = out.Here();
     std::string name = statistic.unweighted ? "U" : "";
     name.append(base).append(function);
-    group.Add(name, false);
-    if (statistic.pNumber) group.Add(statistic.pNumber->Text(/*raw=*/true), true);
+    out.Add(name, false);
+    if (statistic.pNumber) out.Add(statistic.pNumber->Text(/*raw=*/true), true);
     for (const TAVQToken* pDisplay : {statistic.pLabel, statistic.pFormat}) {
         if (!pDisplay) continue;
-        group.Add(",", false);
-        group.Add(pDisplay->Text(/*raw=*/true), false);
+        out.Add(",", false);
+        out.Add(pDisplay->Text(/*raw=*/true), false);
     }
-    KeepTogetherIfShort(group);
-    return group;
+    KeepTogetherIfShort(out, begin);
 }
 
 }  // namespace
+
+// The statistics of one list, with commas between them.
+class TableStatistics::GroupList {
+public:
+    explicit GroupList(OutputSequence& out) : m_out(out), m_begin(out.Here()) {}
+
+    [[nodiscard]] bool IsEmpty() const { return m_out.Here().piece == m_begin.piece; }
+
+    // The sequence, behind a comma unless nothing is in the list yet.
+    [[nodiscard]] OutputSequence& Next() {
+        if (!IsEmpty()) m_out.Add(",", false);
+        return m_out;
+    }
+
+    [[nodiscard]] std::size_t Size() const { return m_out.Here().byte - m_begin.byte; }
+
+private:
+    OutputSequence& m_out;
+    OutputSequence::Place m_begin;
+};
 
 bool TableStatistics::Read(const TbTrParseNode& group) {
     for (std::size_t i = 1; i < group.GetChildCount(); ++i) {
@@ -113,12 +124,21 @@ bool TableStatistics::ReadBaseNames(const TbTrParseNode* pBaseVarList, Statistic
                         "pBaseVarList->GetNodeType() == TBI_VARLIST")) {
         return false;
     }
-    VariableNames& names = m_baseNames.emplace_back();
+    std::vector<std::string_view> names;
     for (std::size_t i = 0; i < pBaseVarList->GetChildCount(); ++i) {
-        names.insert(NameOf(*pBaseVarList->GetChild(i)));
+        names.push_back(NameOf(*pBaseVarList->GetChild(i)));
     }
-    statistic.pBaseNames = &names;
+    statistic.pBaseNames = &SharedNames(std::move(names));
     return true;
+}
+
+const VariableNames& TableStatistics::SharedNames(std::vector<std::string_view> names) {
+    std::sort(names.begin(), names.end());
+    std::string key;
+    for (const std::string_view name : names) key.append(name).append("\n");
+    const auto [found, isNew] = m_baseNames.try_emplace(std::move(key));
+    if (isNew) found->second.insert(names.begin(), names.end());
+    return found->second;
 }
 
 bool TableStatistics::ReadArgument(const TbTrParseNode& argument, Statistic statistic) {
@@ -216,42 +236,52 @@ std::vector<TableStatistics::Placed> TableStatistics::PlaceOn(const Term& term,
 
 // A percentage is written once for each of its bases.
 void TableStatistics::WriteGroups(const Placed& placed, const Term& term, PercentageBases& bases,
-                                  OutputSequence& out) const {
-    const Statistic& statistic = m_statistics[placed.index];
+                                  CommandBudget& budget, GroupList& list) {
+    Statistic& statistic = m_statistics[placed.index];
     const SummaryFunction& function = term.HasSet() ? statistic.forSets : statistic.forOthers;
+    const auto write = [&](std::string_view base) {
+        const std::size_t sizeBefore = list.Size();
+        WriteGroup(statistic, base, function.name, list.Next());
+        if (statistic.isWritten) budget.ChargeText(list.Size() - sizeBefore);
+        statistic.isWritten = true;
+    };
     if (!function.percent) {
-        AddToList(out, MakeGroup(statistic, "", function.name));
+        write("");
         return;
     }
     const unsigned pctBases = bases.BasesOf(statistic.pBaseNames, term);
     for (const PercentageBase base : kBasesInOrder) {
-        if ((pctBases & base) == 0) continue;
-        AddToList(out, MakeGroup(statistic, BaseWord(base), function.name));
+        if ((pctBases & base) != 0) write(BaseWord(base));
     }
 }
 
-void TableStatistics::WriteList(const Term& term, PercentageBases& bases,
-                                OutputSequence& out) const {
-    out.Clear();
-    OutputSequence totals;
+void TableStatistics::WriteList(const Term& term, PercentageBases& bases, CommandBudget& budget,
+                                OutputSequence& out) {
     const std::string_view total = CountingTotalOf(term);
-    for (const Placed& placed : PlaceOn(term, total)) {
-        if (!placed.inTotalsOnly) WriteGroups(placed, term, bases, out);
-        if (!total.empty()) WriteGroups(placed, term, bases, totals);
-    }
-    if (out.IsEmpty() && IsSet(term.Magnet().type)) {
-        out.Add("RESPONSES", false);
-        if (!total.empty()) {
-            AddSeparator(totals);
-            totals.Add("RESPONSES", false);
-        }
-    }
-    if (totals.IsEmpty()) return;
-    AddSeparator(out);
-    out.Add("TOTALS", false);
+    const std::vector<Placed> placed = PlaceOn(term, total);
+    if (placed.empty() && !IsSet(term.Magnet().type)) return;
+    const OutputSequence::Place begin = out.Here();
     out.Add("[", false);
-    out.Append(totals);
+    GroupList list(out);
+    for (const Placed& statistic : placed) {
+        if (!statistic.inTotalsOnly) WriteGroups(statistic, term, bases, budget, list);
+    }
+    const bool needsDefault = list.IsEmpty() && IsSet(term.Magnet().type);
+    if (needsDefault) list.Next().Add("RESPONSES", false);
+    const bool countsTotal = !total.empty() && (needsDefault || !placed.empty());
+    if (countsTotal) {
+        OutputSequence& totals = list.Next();
+        totals.Add("TOTALS", false);
+        totals.Add("[", false);
+        GroupList totalList(totals);
+        for (const Placed& statistic : placed) {
+            WriteGroups(statistic, term, bases, budget, totalList);
+        }
+        if (needsDefault) totalList.Next().Add("RESPONSES", false);
+        totals.Add("]", false);
+    }
     out.Add("]", false);
+    KeepTogetherIfShort(out, begin);
 }
 
 }  // namespace quillet

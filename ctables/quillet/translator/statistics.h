@@ -4,7 +4,8 @@
 #define QUILLET_TRANSLATOR_STATISTICS_H
 
 #include <cstddef>
-#include <deque>
+#include <map>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -30,6 +31,7 @@ struct Statistic {
     const VariableNames* pBaseNames = nullptr;  ///< The names behind the colon; null for none.
     SummaryFunction forSets;    ///< The new function in a term with a multiple-response set.
     SummaryFunction forOthers;  ///< The new function in any other term.
+    bool isWritten = false;     ///< It has been, once at least.
 };
 
 /// All STATISTICS subcommands of one table, as if they were one.
@@ -46,13 +48,17 @@ public:
     /// Looks the functions up in the dictionary. False after the report of an unknown one.
     [[nodiscard]] bool LookUpFunctions(const TranslationContext& context);
 
-    /// Writes the statistics of `term`, the whole list that stands in brackets behind its magnet
-    /// variable, into `out`, which is cleared first. Nothing is written when there are none. The
-    /// functions must have been looked up. Takes time for what is written and for the term, not
-    /// for the functions that the term does not get.
-    void WriteList(const Term& term, PercentageBases& bases, OutputSequence& out) const;
+    /// Appends the statistics of `term`, the whole list in the brackets that stand after its
+    /// magnet variable, to `out`. Nothing is written when there are none. The functions must have
+    /// been looked up. Takes time for what is written and for the term, not for the functions
+    /// that the term does not get. Throws `CommandTooLarge`: whatever is written of a function
+    /// beyond the first time is charged to `budget`.
+    void WriteList(const Term& term, PercentageBases& bases, CommandBudget& budget,
+                   OutputSequence& out);
 
 private:
+    class GroupList;
+
     // A statistic of a term, by its place among all of them.
     struct Placed {
         std::size_t index;
@@ -62,16 +68,19 @@ private:
     [[nodiscard]] bool ReadSubcommand(const TbTrParseNode& subcommand);
     [[nodiscard]] bool ReadFunction(const TbTrParseNode& fullFunction);
     [[nodiscard]] bool ReadBaseNames(const TbTrParseNode* pBaseVarList, Statistic& statistic);
+    [[nodiscard]] const VariableNames& SharedNames(std::vector<std::string_view> names);
     [[nodiscard]] bool ReadArgument(const TbTrParseNode& argument, Statistic statistic);
     void AddStatistic(const Statistic& statistic);
 
     [[nodiscard]] std::vector<Placed> PlaceOn(const Term& term, std::string_view total) const;
     [[nodiscard]] std::string_view CountingTotalOf(const Term& term) const;
     void WriteGroups(const Placed& placed, const Term& term, PercentageBases& bases,
-                     OutputSequence& out) const;
+                     CommandBudget& budget, GroupList& list);
 
     std::vector<Statistic> m_statistics;
-    std::deque<VariableNames> m_baseNames;  // a deque, so that statistics can point into it
+    // The sets of base variables by their names in order, a line each. Functions with the same
+    // base variables share one, and so what is found out about it.
+    std::map<std::string, VariableNames> m_baseNames;
     std::unordered_map<std::string_view, std::vector<std::size_t>> m_byArgument;
     // Those without an argument variable; filled by the look-up, which tells their kinds.
     std::vector<std::size_t> m_ofCases;

@@ -120,7 +120,9 @@ private:
         const Node* pFunction = sortVariable.GetChild(0);
         if (pFunction && !MakeFunctionKey(*pFunction, key)) return false;
         if (key == kCountKey && !m_statsNames.contains(NameOf(sortVariable))) {
-            key = KeyOf(kCountKey, m_context.Types().OutputName(m_firstMagnet));
+            const std::string magnet = m_context.Types().OutputName(m_firstMagnet);
+            m_context.ChargeRepeated(m_firstMagnet, magnet.size());
+            key = KeyOf(kCountKey, magnet);
         }
         return true;
     }

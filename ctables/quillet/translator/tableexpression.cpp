@@ -1,5 +1,6 @@
 #include "translator/tableexpression.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,15 +38,15 @@ std::string MarkedName(const Node& variable, const VariableTypes& types) {
 struct OpenTerm {
     const Node* pOperator;
     std::size_t next;
-    TermPieces::Place begin;
+    OutputSequence::Place begin;
 };
 
 // Writes a tree of terms. The outermost operator stands without parentheses.
 class TermWriter {
 public:
-    explicit TermWriter(const VariableTypes& types) : m_types(types) {}
+    TermWriter(const VariableTypes& types, OutputSequence& out) : m_types(types), m_out(out) {}
 
-    void Write(const Node& root, OutputSequence& out) {
+    void Write(const Node& root) {
         Begin(root);
         while (!m_open.empty()) {
             OpenTerm& term = m_open.back();
@@ -54,67 +55,94 @@ public:
                 continue;
             }
             if (term.next > 0) {
-                m_pieces.Add(term.pOperator->GetNodeType() == SP_PLUS ? "+" : ">");
+                m_out.Add(term.pOperator->GetNodeType() == SP_PLUS ? "+" : ">", false);
             }
             Begin(*term.pOperator->GetChild(term.next++));
         }
-        m_pieces.AppendTo(out);
     }
 
 private:
     void Begin(const Node& node) {
         if (!IsOperator(node.GetNodeType())) {
-            m_pieces.Add(MarkedName(node, m_types));
+            m_out.Add(MarkedName(node, m_types), false);
             return;
         }
-        const TermPieces::Place begin = m_pieces.Here();
-        if (!m_open.empty()) m_pieces.Add("(");
+        const OutputSequence::Place begin = m_out.Here();
+        if (!m_open.empty()) m_out.Add("(", false);
         m_open.push_back({&node, 0, begin});
     }
 
     void End() {
-        const TermPieces::Place begin = m_open.back().begin;
+        const OutputSequence::Place begin = m_open.back().begin;
         m_open.pop_back();
-        if (!m_open.empty()) m_pieces.Add(")");
-        m_pieces.EndTerm(begin);
+        if (!m_open.empty()) m_out.Add(")", false);
+        KeepTogetherIfShort(m_out, begin);
     }
 
     const VariableTypes& m_types;
-    TermPieces m_pieces;
+    OutputSequence& m_out;
     std::vector<OpenTerm> m_open;  // outermost first
 };
 
-// A variable, and behind the magnet of a term the term's statistics in brackets.
-OutputSequence MakeVariable(const Term& term, std::size_t index, const TableStatistics& statistics,
-                            PercentageBases& bases, const VariableTypes& types) {
-    OutputSequence variable;
-    variable.Add(MarkedName(*term.Variables()[index].pNode, types), false);
-    if (index == term.MagnetIndex()) {
-        OutputSequence list;
-        statistics.WriteList(term, bases, list);
-        if (!list.IsEmpty()) {
-            OutputSequence bracketed;
-            bracketed.Add("[", false);
-            bracketed.Append(list);
-            bracketed.Add("]", false);
-            KeepTogetherIfShort(bracketed);
-            variable.Append(bracketed);
-        }
+// How often the variables of a dimension are written: once is what the command says, more comes
+// of multiplying.
+class MultipliedNames {
+public:
+    MultipliedNames(const Node& dimension, CommandBudget& budget) : m_budget(budget) {
+        for (const Node* pLeaf : LeavesOf(dimension)) m_free += SpellingOf(*pLeaf).size();
     }
-    KeepTogetherIfShort(variable);
-    return variable;
-}
 
-OutputSequence MakeTerm(const Term& term, const TableStatistics& statistics, PercentageBases& bases,
-                        const VariableTypes& types) {
-    OutputSequence sequence;
-    for (std::size_t i = 0; i < term.Variables().size(); ++i) {
-        if (i > 0) sequence.Add(">", false);
-        sequence.Append(MakeVariable(term, i, statistics, bases, types));
+    void Charge(const Node& variable) {
+        const std::size_t size = SpellingOf(variable).size();
+        const std::size_t covered = std::min(size, m_free);
+        m_free -= covered;
+        m_budget.ChargeText(size - covered);
     }
-    KeepTogetherIfShort(sequence);
-    return sequence;
-}
+
+private:
+    CommandBudget& m_budget;
+    std::size_t m_free = 0;  // bytes that the command itself holds and that are still unwritten
+};
+
+// Writes the terms of the dimension that carries the statistics.
+class StatisticsTermWriter {
+public:
+    StatisticsTermWriter(const Node& table, std::size_t statsCompDim, TableStatistics& statistics,
+                         const TranslationContext& context, OutputSequence& out)
+        : m_statistics(statistics),
+          m_types(context.Types()),
+          m_bases(table, statsCompDim, context.Budget()),
+          m_names(*table.GetChild(statsCompDim - 1), context.Budget()),
+          m_budget(context.Budget()),
+          m_out(out) {}
+
+    void Write(const Term& term) {
+        const OutputSequence::Place begin = m_out.Here();
+        for (std::size_t i = 0; i < term.Variables().size(); ++i) {
+            if (i > 0) m_out.Add(">", false);
+            WriteVariable(term, i);
+        }
+        KeepTogetherIfShort(m_out, begin);
+    }
+
+private:
+    // A variable, and after the magnet of a term the term's statistics in brackets.
+    void WriteVariable(const Term& term, std::size_t index) {
+        const OutputSequence::Place begin = m_out.Here();
+        const Node& variable = *term.Variables()[index].pNode;
+        m_names.Charge(variable);
+        m_out.Add(MarkedName(variable, m_types), false);
+        if (index == term.MagnetIndex()) m_statistics.WriteList(term, m_bases, m_budget, m_out);
+        KeepTogetherIfShort(m_out, begin);
+    }
+
+    TableStatistics& m_statistics;
+    const VariableTypes& m_types;
+    PercentageBases m_bases;
+    MultipliedNames m_names;
+    CommandBudget& m_budget;
+    OutputSequence& m_out;
+};
 
 // A variable decides for its dimension when there is something to compute from it.
 bool DecidesForItsDimension(const Node& variable, const TotalRecords& records,
@@ -191,22 +219,23 @@ bool IsTooLarge(const TbTrParseNode& table) {
 void WriteDimension(const TbTrParseNode& dimension, const VariableTypes& types,
                     OutputSequence& out) {
     out.Clear();
-    TermWriter(types).Write(dimension, out);
+    TermWriter(types, out).Write(dimension);
     KeepTogetherIfShort(out);
 }
 
 const TbTrParseNode* WriteStatisticsDimension(const TbTrParseNode& table, std::size_t statsCompDim,
-                                              const TableStatistics& statistics,
-                                              const VariableTypes& types, OutputSequence& out) {
+                                              TableStatistics& statistics,
+                                              const TranslationContext& context,
+                                              OutputSequence& out) {
     out.Clear();
     const Node* pFirstMagnet = nullptr;
-    PercentageBases bases(table, statsCompDim);
+    StatisticsTermWriter writer(table, statsCompDim, statistics, context, out);
     MultipliedTerms terms(*table.GetChild(statsCompDim - 1));
     while (terms.Next()) {
-        const Term term(terms.Leaves(), types);
+        const Term term(terms.Leaves(), context.Types());
         if (!pFirstMagnet) pFirstMagnet = term.Magnet().pNode;
         if (!out.IsEmpty()) out.Add("+", false);
-        out.Append(MakeTerm(term, statistics, bases, types));
+        writer.Write(term);
     }
     KeepTogetherIfShort(out);
     return pFirstMagnet;

@@ -41,7 +41,8 @@ public:
     [[nodiscard]] std::size_t MagnetIndex() const { return m_magnetIndex; }
     [[nodiscard]] const TermVariable& Magnet() const { return m_variables[m_magnetIndex]; }
 
-    /// True when a variable of the term is one of `names`. Looks through the shorter of the two.
+    /// True when a variable of the term is one of `names`. Looks every name of the shorter list
+    /// up in the other.
     [[nodiscard]] bool HasAnyOf(const VariableNames& names) const;
 
 private:

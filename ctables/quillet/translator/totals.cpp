@@ -63,12 +63,12 @@ public:
         m_inOrder.push_back({&term, &total});
     }
 
-    void Apply(const VariableTypes& types, TotalRecords& records) const {
+    void Apply(const TranslationContext& context, TotalRecords& records) const {
         for (const Association& association : m_inOrder) {
             if (!association.pTerm) continue;
             for (Node* pVariable : VariablesTotalled(*association.pTerm)) {
-                Attach(*pVariable, *association.pTotal);
-                Record(*pVariable, *association.pTotal, types, records);
+                Attach(*pVariable, *association.pTotal, context.Budget());
+                Record(*pVariable, *association.pTotal, context.Types(), records);
             }
         }
     }
@@ -79,15 +79,16 @@ private:
         const Declaration* pTotal;
     };
 
-    static void Attach(Node& variable, const Declaration& total) {
+    static void Attach(Node& variable, const Declaration& total, CommandBudget& budget) {
         const NodeType totalType = TotalTypeOf(total);
         const Node* pAttached = variable.GetChild(kTotalSlot);
         if (totalType == TBI_PTOTALVAR && pAttached && pAttached->GetNodeType() == TBI_FTOTALVAR) {
             return;
         }
-        std::unique_ptr<Node> copy = CloneNode(*total.pVariable);
-        copy->SetNodeType(totalType);
-        variable.ReplaceChild(kTotalSlot, std::move(copy));
+        // The node itself is paid for by the variable that it hangs on.
+        const TAVQToken& name = *total.pVariable->GetToken();
+        budget.ChargeCopies(name.Text(/*raw=*/true).size() + name.Text(/*raw=*/false).size());
+        variable.ReplaceChild(kTotalSlot, MakeNode(totalType, name.Clone()));
     }
 
     static void Record(const Node& variable, const Declaration& total, const VariableTypes& types,
@@ -125,7 +126,7 @@ public:
         return GiveToNeighbour(leaf, *pTotal, *pNeighbour);
     }
 
-    void Apply(TotalRecords& records) const { m_associations.Apply(m_context.Types(), records); }
+    void Apply(TotalRecords& records) const { m_associations.Apply(m_context, records); }
 
 private:
     // The variable that is nearest to a total.
@@ -265,10 +266,12 @@ bool CollectTotals(TbTrParseNode& table, std::size_t dimension, const Translatio
     return true;
 }
 
-bool WriteTotalCategories(const TotalRecords& records, OutputSequence& out) {
+bool WriteTotalCategories(const TotalRecords& records, const TranslationContext& context,
+                          OutputSequence& out) {
     out.Clear();
     for (const TotalLine& line : GroupByTotal(records)) {
         if (!HasTotalShape(*line.pTotal)) return false;
+        context.ChargeRepeated(*line.pTotal, LabelOf(*line.pTotal).size());
         if (!out.IsEmpty()) out.NewLine();
         WriteTotalLine(line, out);
     }

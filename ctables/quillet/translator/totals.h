@@ -17,8 +17,8 @@ namespace quillet {
 /// are written in the order of the names.
 using TotalRecords = std::map<std::string, const TbTrParseNode*>;
 
-/// The child slot of a variable that holds its total, a copy of the declaration of type
-/// `TBI_FTOTALVAR` or `TBI_PTOTALVAR`.
+/// The child slot of a variable that holds its total: a node of type `TBI_FTOTALVAR` or
+/// `TBI_PTOTALVAR` with the total's name. Its label stays with the declaration alone.
 inline constexpr std::size_t kTotalSlot = 1;
 
 /// Takes the totals out of a dimension and gives each to the variables that it totals: in their
@@ -30,14 +30,16 @@ inline constexpr std::size_t kTotalSlot = 1;
 /// entered only for a name that has none. A dimension of totals alone becomes an empty slot.
 ///
 /// `table` is the `TB_TABLE` node; an empty slot at `dimension` has no totals. Returns false
-/// after a report (kinds 7 to 11) or an assertion; the tree is then of no further use. Linear in
-/// the dimension.
+/// after a report (kinds 7 to 11) or an assertion; the tree is then of no further use. Throws
+/// `CommandTooLarge` when the names of the totals take too many copies. Linear in the dimension.
 [[nodiscard]] bool CollectTotals(TbTrParseNode& table, std::size_t dimension,
                                  const TranslationContext& context, TotalRecords& records);
 
 /// Writes a categories subcommand for each total, each on a line of its own, into `out`, which
-/// is cleared first. Variables with the same total share a line.
-[[nodiscard]] bool WriteTotalCategories(const TotalRecords& records, OutputSequence& out);
+/// is cleared first. Variables with the same total share a line. A total that was written before,
+/// for another table, is charged to the budget; throws `CommandTooLarge`.
+[[nodiscard]] bool WriteTotalCategories(const TotalRecords& records,
+                                        const TranslationContext& context, OutputSequence& out);
 
 }  // namespace quillet
 

@@ -6,6 +6,10 @@
 
 namespace quillet {
 
+void TranslationContext::ChargeRepeated(const TbTrParseNode& node, std::size_t size) const {
+    if (!m_written.insert(&node).second) Budget().ChargeText(size);
+}
+
 void TranslationContext::Report(TablesErrorKind kind, const TAVQToken& token) const {
     ReportEntry entry;
     entry.kind = kind;

@@ -2,9 +2,13 @@
 #ifndef QUILLET_TRANSLATOR_TRANSLATIONCONTEXT_H
 #define QUILLET_TRANSLATOR_TRANSLATIONCONTEXT_H
 
+#include <cstddef>
+#include <unordered_set>
+
 #include "parser/tbtrparsenode.h"
 #include "parser/tbtrtablescommand.h"
 #include "platform/codepage.h"
+#include "platform/commandbudget.h"
 #include "tokenizer/tavqtoken.h"
 #include "translator/globalsettings.h"
 #include "translator/variabletypes.h"
@@ -22,6 +26,12 @@ public:
 
     [[nodiscard]] const GlobalSettings& Settings() const { return m_settings; }
     [[nodiscard]] const VariableTypes& Types() const { return m_types; }
+    /// Charged by every step that writes something more often than the command says it.
+    [[nodiscard]] CommandBudget& Budget() const { return m_command.Budget(); }
+
+    /// Charges `size` bytes of text when `node` is written for the second time and later; throws
+    /// `CommandTooLarge`.
+    void ChargeRepeated(const TbTrParseNode& node, std::size_t size) const;
 
     /// Reports an error about the name that `token` is, at its last character.
     void Report(TablesErrorKind kind, const TAVQToken& token) const;
@@ -34,6 +44,7 @@ private:
     TablesCommand& m_command;
     GlobalSettings m_settings;
     VariableTypes m_types;
+    mutable std::unordered_set<const TbTrParseNode*> m_written;  // of the nodes charged
 };
 
 }  // namespace quillet
