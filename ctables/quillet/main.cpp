@@ -1,6 +1,7 @@
 // The command-line program: files in and out around the library.
 #include <cstdio>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -91,6 +92,9 @@ int Report(Outcome outcome, const CommandLine& commandLine) {
         case Outcome::kTokenizingError:
             WriteErrorLine(kConversionFailed);
             break;
+        case Outcome::kOutOfMemory:
+            // The listener has been told for which command.
+            break;
         case Outcome::kReadError:
             WriteErrorLine(kInputReadError, commandLine.inputName);
             break;
@@ -127,4 +131,12 @@ int Run(const std::vector<std::string>& arguments) {
 
 }  // namespace quillet
 
-int main(int argc, char* argv[]) { return quillet::Run(quillet::ProgramArguments(argc, argv)); }
+int main(int argc, char* argv[]) {
+    try {
+        return quillet::Run(quillet::ProgramArguments(argc, argv));
+    } catch (const std::bad_alloc&) {
+        // Nothing was read yet.
+        quillet::WriteErrorLine(quillet::OutOfMemoryLine(1).Text());
+        return quillet::kFailure;
+    }
+}

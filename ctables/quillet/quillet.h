@@ -31,6 +31,7 @@ enum class Outcome {
     kTokenizingError,  ///< A text that is no syntax ended the run; the output says where and why.
     kReadError,        ///< The input failed before its end; the output is incomplete.
     kWriteError,       ///< The output did not take all bytes.
+    kOutOfMemory,      ///< Memory ran out for a command; the output says where and ends there.
 };
 
 /// What a whole conversion gives back.
@@ -45,8 +46,9 @@ struct Conversion {
 ///
 /// Bytes in, bytes out: the output has a UTF-8 byte-order mark if and only if the input has,
 /// and CR LF line ends if and only if the input's first line ends in CR LF. No input is invalid;
-/// at worst the outcome is `kTokenizingError`. Throws `std::bad_alloc` alone. Time is linear in
-/// the input and the output.
+/// at worst the outcome is `kTokenizingError` or `kOutOfMemory`. Throws `std::bad_alloc` alone, and
+/// that only where not even the result itself can be kept. Time is linear in the input and the
+/// output; what a command asks for beyond its own size is limited to 64 MiB.
 [[nodiscard]] Conversion ConvertText(std::string_view input, const Options& options);
 
 /// A text that is read in pieces, twice: the whole of it decides the code page.
@@ -94,7 +96,7 @@ enum class CommandOutcome {
     kCopied,
     kConverted,   ///< Commented out and followed by its replacement.
     kFailed,      ///< Commented out; there is no replacement.
-    kUnreadable,  ///< Its text is no syntax; the conversion of the whole input ended here.
+    kUnreadable,  ///< It is no syntax, or memory ran out; the conversion of the whole input ended.
 };
 
 /// Why a command could not be converted.
@@ -121,8 +123,10 @@ enum class ErrorKind {
     // Of an IGRAPH command.
     kIgraphSyntax,
     kIgraphNotExpressible,
-    // Of either.
-    kUnknown,  ///< Nothing is known about the reason: a limit or a bug of the library.
+    kIgraphTooLarge,
+    // Of any command.
+    kOutOfMemory,  ///< The command could not even be read; nothing after it was.
+    kUnknown,      ///< Nothing is known about the reason: a limit or a bug of the library.
 };
 
 /// A short name of lower-case words and hyphens, such as "tables-syntax", that stays the same
@@ -162,7 +166,7 @@ public:
     virtual ~ConversionListener() = default;
     /// A command was converted or could not be; `line` ends in "\n".
     virtual void OnResultLine(std::string_view line) = 0;
-    /// An internal assertion failed; `line` has no line end.
+    /// An internal assertion failed, or memory ran out; `line` has no line end.
     virtual void OnDiagnostic(std::string_view line) = 0;
     /// The input is read in `encoding`; comes before everything else.
     virtual void OnEncoding(TextEncoding /*encoding*/) {}

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -28,11 +29,17 @@ public:
         m_failPass = pass;
     }
     void RefuseToRewind() { m_canRewind = false; }
+    /// The second reading pass finds no memory for the byte at `position`.
+    void RunOutOfMemoryAt(std::size_t position) {
+        FailAt(position, 1);
+        m_throws = true;
+    }
 
     std::size_t Read(char* buffer, std::size_t size) override {
         std::size_t end = m_text.size();
         if (m_pass >= m_failPass) {
             if (m_position >= m_failPosition) {
+                if (m_throws) throw std::bad_alloc();
                 m_failed = true;
                 return 0;
             }
@@ -60,6 +67,7 @@ private:
     int m_failPass = 0;
     bool m_canRewind = true;
     bool m_failed = false;
+    bool m_throws = false;
 };
 
 /// Keeps what is written, until a write fails.

@@ -24,6 +24,7 @@ TEST(MessageCatalogueTest, SaysExactlyThis) {
         {kOutputOpenError, "Error opening output file "},
         {kInputReadError, "Error reading input file "},
         {kOutputWriteError, "Error writing output file "},
+        {kNotEnoughMemory, "Not enough memory for the command that begins in line %ld."},
         {kConversionFailed, "Syntax conversion failed. See output file for details."},
         {kTablesSucceeded, "Tables conversion was successful!\n"},
         {kTablesFailed, "Tables conversion failed!\n"},
@@ -40,6 +41,7 @@ TEST(MessageCatalogueTest, SaysExactlyThis) {
         {kBeginGgraph, "COMMENT -- Begin GGRAPH command."},
         {kEndGgraph, "COMMENT -- End GGRAPH command."},
         {kIgraphNotValid, "*IGRAPH syntax is not valid, and can't be converted!"},
+        {kIgraphTooLargeText, "*IGRAPH conversion is not possible: the command is too large"},
         {kTokenizingPosition, "Error while tokenizing input syntax file. Line %ld, column %d."},
         {kUnclosedLiteralText, "Literal unclosed at the end of a line or command"},
         {kExponentWithoutDigitsText, "Number has a trailing E[+|-] but no digits after that."},
@@ -133,6 +135,13 @@ TEST(MessageCatalogueTest, PutsAPositionIn) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(FillPosition(c.format, c.line, c.column), c.expected);
     }
+}
+
+TEST(MessageCatalogueTest, SaysForWhichCommandMemoryWasNotEnough) {
+    EXPECT_EQ(OutOfMemoryLine(1).Text(),
+              "Not enough memory for the command that begins in line 1.");
+    EXPECT_EQ(OutOfMemoryLine(std::numeric_limits<long>::max()).Text(),
+              FillPosition(kNotEnoughMemory, std::numeric_limits<long>::max(), 0));
 }
 
 }  // namespace

@@ -80,8 +80,7 @@ TEST(OutputWriterTest, WritesACommand) {
 struct CommentCase {
     const char* name;
     std::string text;
-    std::string comment;
-    std::string written;  // with an indentation of 1
+    std::string written;
 };
 
 TEST(OutputWriterTest, EndsACommandBehindItsLastLines) {
@@ -99,23 +98,21 @@ TEST(OutputWriterTest, EndsACommandBehindItsLastLines) {
 
 TEST(OutputWriterTest, CommentsACommandOut) {
     const CommentCase cases[] = {
-        {"two lines", "TABLES a BY b\n  /FORMAT\n", "*TABLES a BY b\n *  /FORMAT\n *",
-         " *TABLES a BY b\n *  /FORMAT\n *.\n"},
-        {"one line", "TABLES\n", "*TABLES\n *", " *TABLES\n *.\n"},
-        {"no line feed at the end", "TABLES", "*TABLES", " *TABLES.\n"},
-        {"nothing", "", "*", " *.\n"},
-        {"a line feed", "\n", "*\n *", " *\n *.\n"},
-        {"an empty line inside becomes a comment line", "TABLES\n\n/T\n", "*TABLES\n *\n */T\n *",
+        {"two lines", "TABLES a BY b\n  /FORMAT\n", " *TABLES a BY b\n *  /FORMAT\n *.\n"},
+        {"one line", "TABLES\n", " *TABLES\n *.\n"},
+        {"no line feed at the end", "TABLES", " *TABLES.\n"},
+        {"a period at the end", "TABLES.", " *TABLES.\n"},
+        {"nothing", "", " *.\n"},
+        {"a line feed", "\n", " *\n *.\n"},
+        {"an empty line inside becomes a comment line", "TABLES\n\n/T\n",
          " *TABLES\n *\n */T\n *.\n"},
-        {"a period inside", "TABLES a.\n b\n", "*TABLES a.\n * b\n *", " *TABLES a.\n * b\n *.\n"},
-        {"a lone carriage return is no line end", "a\rb\n", "*a\rb\n *", " *a\rb\n *.\n"},
-        {"a NUL byte", "a\0b\nc\n"s, "*a\0b\n *c\n *"s, " *a\0b\n *c\n *.\n"s},
+        {"a period inside", "TABLES a.\n b\n", " *TABLES a.\n * b\n *.\n"},
+        {"a lone carriage return is no line end", "a\rb\n", " *a\rb\n *.\n"},
+        {"a NUL byte", "a\0b\nc\n"s, " *a\0b\n *c\n *.\n"s},
     };
     for (const CommentCase& c : cases) {
         SCOPED_TRACE(c.name);
-        EXPECT_EQ(CommentOut(c.text), c.comment);
-        EXPECT_EQ(Written([&](OutputFile& out) { WriteCommand(CommentOut(c.text), out, 1); }),
-                  c.written);
+        EXPECT_EQ(Written([&](OutputFile& out) { WriteCommentedOut(c.text, out); }), c.written);
     }
 }
 

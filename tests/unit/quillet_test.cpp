@@ -640,6 +640,38 @@ TEST(QuilletTest, TakesTimeInProportion) {
     }
 }
 
+TEST(QuilletTest, ACommandThatMemoryIsNotEnoughForEndsTheRun) {
+    struct Case {
+        const char* name;
+        std::string before;  // read before memory runs out
+        std::string output;  // without the message
+        int line;
+        bool batchMode = false;
+    };
+    const Case cases[] = {
+        {"at once", "", "", 1},
+        {"in the first command", "LIST\n", "", 1},
+        {"after commands", "LIST.\nFREQ a.\nTABLES\n  /TABLE\n", "LIST.\nFREQ a.\n", 3},
+        {"before the first line of a command", "LIST.\n", "LIST.\n", 2},
+        {"blank lines count", "LIST.\n\n \nFREQ\n", "LIST.\n", 4},
+        {"in the middle of a line", "LIST.\nFREQ a b", "LIST.\n", 2},
+        {"batch mode", "LIST\nFREQ\n a\n", "LIST.\n", 2, true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        MemoryInput input(c.before + "x\n");
+        input.RunOutOfMemoryAt(c.before.size());
+        MemoryOutput output;
+        Listener listener;
+        EXPECT_EQ(ConvertStream(input, output, listener, InBatchMode(c.batchMode)),
+                  Outcome::kOutOfMemory);
+        const std::string message =
+            "Not enough memory for the command that begins in line " + std::to_string(c.line) + ".";
+        EXPECT_EQ(output.Text(), c.output + "***** " + message + "\n");
+        EXPECT_EQ(listener.diagnostics, message + "\n");
+    }
+}
+
 // A text far larger than the memory that its conversion may take.
 class RepeatingInput final : public TextInput {
 public:

@@ -61,6 +61,10 @@ std::string_view NameOf(ErrorKind kind) {
             return "igraph-syntax";
         case ErrorKind::kIgraphNotExpressible:
             return "igraph-not-expressible";
+        case ErrorKind::kIgraphTooLarge:
+            return "igraph-too-large";
+        case ErrorKind::kOutOfMemory:
+            return "out-of-memory";
         case ErrorKind::kUnknown:
             break;
     }

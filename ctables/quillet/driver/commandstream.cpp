@@ -40,6 +40,7 @@ CommandStream::CommandStream(LineReader& lines, const CodePage& codePage, bool b
 bool CommandStream::ReadCommand() {
     m_commandText.clear();
     m_hasMoreParts = false;
+    m_startLine = m_lineBuffer.empty() ? m_lineCount + 1 : m_lineCount;
     while (true) {
         const bool isFirstLine = m_commandText.empty();
         FillLineBuffer(/*skipBlankLines=*/isFirstLine);
@@ -60,6 +61,12 @@ bool CommandStream::ReadCommand() {
     }
 }
 
+void CommandStream::GiveMemoryBack() {
+    for (std::string* pText : {&m_commandText, &m_lineBuffer, &m_keptLine}) {
+        std::string().swap(*pText);
+    }
+}
+
 void CommandStream::FillLineBuffer(bool skipBlankLines) {
     if (skipBlankLines && IsBlankLine(m_lineBuffer)) m_lineBuffer.clear();
     while (m_lineBuffer.empty() && !m_atEnd) {
@@ -69,6 +76,7 @@ void CommandStream::FillLineBuffer(bool skipBlankLines) {
             return;
         }
         ++m_lineCount;
+        if (skipBlankLines) m_startLine = m_lineCount;
         if (skipBlankLines && IsBlankLine(line)) continue;
         m_lineBuffer.assign(line);
         m_lineBuffer += '\n';

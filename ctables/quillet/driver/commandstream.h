@@ -28,7 +28,8 @@ public:
     /// the next read.
     [[nodiscard]] const std::string& CommandText() const { return m_commandText; }
 
-    /// The file line on which the command begins, from 1.
+    /// The file line on which the command begins, from 1. Also known while it is being read: then
+    /// it is the line that would be its first.
     [[nodiscard]] long StartLine() const { return m_startLine; }
 
     /// The file line on which the command ends, from 1. Of a command in parts: as far as read.
@@ -39,6 +40,10 @@ public:
     [[nodiscard]] std::string TextUpToError() const {
         return m_commandText + (m_keptLine.empty() ? m_lineBuffer : m_keptLine);
     }
+
+    /// Gives back the memory of the command's text; the stream is of no use after that but for its
+    /// line numbers.
+    void GiveMemoryBack();
 
     /// The command's kind, as its first line tells.
     [[nodiscard]] quillet::CommandKind CommandKind() const { return m_commandKind; }
@@ -74,7 +79,7 @@ private:
     bool m_batchMode;
     bool m_atEnd = false;
     long m_lineCount = 0;
-    long m_startLine = 0;
+    long m_startLine = 1;
     quillet::CommandKind m_commandKind = quillet::CommandKind::kOrdinary;
     std::string m_firstValue;
     bool m_hasMoreParts = false;

@@ -1,5 +1,6 @@
 #include "driver/convertigraph.h"
 
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -83,13 +84,24 @@ Replacement Replace(TAVQTokenSequence& sequence) {
     return {ErrorKind::kNone, AssembleGgraph(spec, gpl, postProcessing.getImmediateTemplates())};
 }
 
+Replacement ReplaceWithinBudget(TAVQTokenSequence* pSequence) {
+    if (pSequence != nullptr) {
+        try {
+            return Replace(*pSequence);
+        } catch (const CommandTooLarge&) {
+            // The same as below.
+        } catch (const std::bad_alloc&) {
+            // The same as below.
+        }
+    }
+    return {ErrorKind::kIgraphTooLarge, std::string(kIgraphTooLargeText)};
+}
+
 }  // namespace
 
 CommandResult ConvertIgraph(const CodePage& /*codePage*/, TAVQTokenSequence* pSequence,
                             OutputFile& out, long /*lineOffset*/, ConversionListener& listener) {
-    Replacement replacement = pSequence != nullptr
-                                  ? Replace(*pSequence)
-                                  : Replacement{ErrorKind::kUnknown, std::string(kIgraphNotValid)};
+    Replacement replacement = ReplaceWithinBudget(pSequence);
     CommandResult result;
     result.isConverted = replacement.errorKind == ErrorKind::kNone;
     result.errorKind = replacement.errorKind;

@@ -15,7 +15,8 @@ namespace quillet {
 /// out, has been written before.
 ///
 /// `pSequence` is rewound to its first token and borrowed; null when the command was too large
-/// to keep its tokens. The code page and `lineOffset`, the number of file lines before the
+/// to keep its tokens. A command that needs too much memory, of its budget or of the system's, is
+/// reported as too large. The code page and `lineOffset`, the number of file lines before the
 /// command, are not used: no message here has a position.
 CommandResult ConvertIgraph(const CodePage& codePage, TAVQTokenSequence* pSequence, OutputFile& out,
                             long lineOffset, ConversionListener& listener);

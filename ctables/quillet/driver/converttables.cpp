@@ -1,5 +1,6 @@
 #include "driver/converttables.h"
 
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -106,15 +107,35 @@ void DescribeFailure(const ReportEntry& entry, long lineOffset, CommandResult& r
            TranslateTablesCommand(command.ReleaseParseResult(), command, codePage, text);
 }
 
+// Where nothing is known about the place: the command's first word.
+ReportEntry TooLarge() {
+    ReportEntry entry;
+    entry.kind = TablesErrorKind::kTableTooLarge;
+    entry.line = 1;
+    entry.subcommand = TB_TABLE;
+    return entry;
+}
+
+// What became of the command: an entry of kind `kNone` and no text when there is nothing to tell.
+ReportEntry Convert(const CodePage& codePage, TAVQTokenSequence* pSequence, CommandResult& result) {
+    if (pSequence == nullptr) return TooLarge();
+    try {
+        TablesCommand command(codePage, pSequence);
+        result.isConverted = ConvertToCtables(command, codePage, result.generated);
+        result.warnings = command.Warnings();
+        return command.FirstReport();
+    } catch (const std::bad_alloc&) {
+        result = {};
+        return TooLarge();
+    }
+}
+
 }  // namespace
 
 CommandResult ConvertTables(const CodePage& codePage, TAVQTokenSequence* pSequence, OutputFile& out,
                             long lineOffset, ConversionListener& listener) {
-    TablesCommand command(codePage, pSequence);
     CommandResult result;
-    result.isConverted =
-        pSequence != nullptr && ConvertToCtables(command, codePage, result.generated);
-    result.warnings = command.Warnings();
+    const ReportEntry report = Convert(codePage, pSequence, result);
     WriteCommand(kBeginCtables, out, 0);
     if (result.isConverted) {
         for (const std::string& warning : result.warnings) WriteStarred(warning, out);
@@ -122,8 +143,8 @@ CommandResult ConvertTables(const CodePage& codePage, TAVQTokenSequence* pSequen
         WriteCommand(result.generated, out, 0);
         listener.OnResultLine(kTablesSucceeded);
     } else {
-        ReportTablesFailure(command.FirstReport(), out, lineOffset);
-        DescribeFailure(command.FirstReport(), lineOffset, result);
+        ReportTablesFailure(report, out, lineOffset);
+        DescribeFailure(report, lineOffset, result);
         listener.OnResultLine(kTablesFailed);
     }
     WriteCommand(kEndCtables, out, 0);

@@ -16,7 +16,8 @@ namespace quillet {
 /// out, has been written before.
 ///
 /// `pSequence` is rewound to its first token and borrowed; null when the command was too large
-/// to keep its tokens. `lineOffset` is the number of file lines before the command.
+/// to keep its tokens. A command that needs too much memory, of its budget or of the system's, is
+/// reported as too large. `lineOffset` is the number of file lines before the command.
 CommandResult ConvertTables(const CodePage& codePage, TAVQTokenSequence* pSequence, OutputFile& out,
                             long lineOffset, ConversionListener& listener);
 

@@ -2,6 +2,8 @@
 #ifndef QUILLET_DRIVER_MESSAGECATALOGUE_H
 #define QUILLET_DRIVER_MESSAGECATALOGUE_H
 
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -14,6 +16,8 @@ inline constexpr std::string_view kInputOpenError = "Error opening input file ";
 inline constexpr std::string_view kOutputOpenError = "Error opening output file ";
 inline constexpr std::string_view kInputReadError = "Error reading input file ";
 inline constexpr std::string_view kOutputWriteError = "Error writing output file ";
+inline constexpr std::string_view kNotEnoughMemory =
+    "Not enough memory for the command that begins in line %ld.";
 inline constexpr std::string_view kConversionFailed =
     "Syntax conversion failed. See output file for details.";
 
@@ -38,6 +42,8 @@ inline constexpr std::string_view kBeginGgraph = "COMMENT -- Begin GGRAPH comman
 inline constexpr std::string_view kEndGgraph = "COMMENT -- End GGRAPH command.";
 inline constexpr std::string_view kIgraphNotValid =
     "*IGRAPH syntax is not valid, and can't be converted!";
+inline constexpr std::string_view kIgraphTooLargeText =
+    "*IGRAPH conversion is not possible: the command is too large";
 
 // Why a text cannot be cut into tokens.
 inline constexpr std::string_view kTokenizingPosition =
@@ -86,6 +92,22 @@ inline constexpr std::string_view kObsoleteFormat =
 // Kept for completeness; nothing emits them.
 inline constexpr std::string_view kDetailedError = "Detailed error message";
 inline constexpr std::string_view kParsingError = "A parsing error has occured.";
+
+/// The line of `kNotEnoughMemory` for a command, made without asking for memory.
+class OutOfMemoryLine {
+public:
+    /// `line`, from 1, is the one on which the command begins.
+    explicit OutOfMemoryLine(long line) noexcept;
+
+    /// Good as long as this object.
+    [[nodiscard]] std::string_view Text() const { return {m_text.data(), m_size}; }
+
+private:
+    static constexpr std::size_t kMostDigits = 20;
+
+    std::array<char, kNotEnoughMemory.size() + kMostDigits> m_text{};
+    std::size_t m_size = 0;
+};
 
 /// `format` with its "%s" replaced by `text`, whatever the length of either.
 [[nodiscard]] std::string FillMessage(std::string_view format, std::string_view text);

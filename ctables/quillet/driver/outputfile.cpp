@@ -17,12 +17,22 @@ bool IsBlankLine(std::string_view line) {
     return line.find_first_not_of(" \t\n\r") == std::string_view::npos;
 }
 
+OutputFile::OutputFile(TextOutput& output) : m_output(output) {
+    // Room for a block and for what comes when a block is full.
+    m_buffer.reserve(2 * kBlockSize);
+}
+
 void OutputFile::Write(std::string_view text) {
     while (!text.empty() && !m_failed) {
         const std::size_t end = text.find('\n');
         const std::string_view part = text.substr(0, end);
-        m_buffer.append(part);
         m_lineIsBlank = m_lineIsBlank && IsBlankLine(part);
+        if (part.size() < kBlockSize || m_lineIsBlank) {
+            m_buffer.append(part);
+        } else {
+            HandOn(m_buffer.size());
+            if (!m_failed) m_failed = !m_output.Write(part);
+        }
         if (end != std::string_view::npos) EndLine();
         if (m_buffer.size() >= kBlockSize) HandOn(m_lineIsBlank ? m_lineBegin : m_buffer.size());
         if (end == std::string_view::npos) return;
@@ -59,6 +69,11 @@ void OutputFile::HandOn(std::size_t length) {
     if (!m_failed && length > 0) m_failed = !m_output.Write({m_buffer.data(), length});
     m_buffer.erase(0, length);
     m_lineBegin -= std::min(m_lineBegin, length);
+}
+
+void OutputFile::BreakOff() {
+    EndLine();
+    HandOn(m_buffer.size());
 }
 
 bool OutputFile::Finish() {

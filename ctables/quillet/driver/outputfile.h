@@ -17,7 +17,7 @@ namespace quillet {
 class OutputFile {
 public:
     /// `output` is borrowed.
-    explicit OutputFile(TextOutput& output) : m_output(output) {}
+    explicit OutputFile(TextOutput& output);
 
     /// From now on each line ends in CR LF.
     void UseCrLf() { m_lineEnd = "\r\n"; }
@@ -30,6 +30,10 @@ public:
 
     /// The number of lines that the output has so far, without the one being written.
     [[nodiscard]] long LineCount() const { return m_lineCount; }
+
+    /// Ends the line being written where it stands; drops it when it is blank. After that, and up
+    /// to a block of text, writing asks for no memory.
+    void BreakOff();
 
     /// Ends the last line and hands on what is left. An output without any line becomes a
     /// single line end. False when some of the output could not be written.

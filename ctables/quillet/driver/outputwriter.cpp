@@ -31,22 +31,21 @@ void WriteLastLines(std::string_view lines, OutputFile& out) {
     out.Write(kPeriodAndLineEnd.substr(lines.ends_with('.') ? 1 : 0));
 }
 
-std::string CommentOut(std::string_view text) {
-    std::string comment = "*";
-    comment.reserve(text.size() + text.size() / 8 + 16);
+void WriteCommentedOut(std::string_view text, OutputFile& out) {
     while (true) {
         const std::size_t end = text.find('\n');
-        comment.append(text.substr(0, end));
-        if (end == std::string_view::npos) return comment;
-        comment.append("\n *");
+        const std::string_view line = text.substr(0, end);
+        out.Write(" *");
+        out.Write(line);
+        if (end == std::string_view::npos) return out.Write(line.ends_with('.') ? "\n" : ".\n");
+        out.Write("\n");
         text.remove_prefix(end + 1);
     }
 }
 
 void WriteStarred(std::string_view message, OutputFile& out) {
-    std::string line = "***** ";
-    line.append(message);
-    WriteCommand(line, out, 0);
+    out.Write("***** ");
+    WriteLastLines(message, out);
 }
 
 std::string_view ReasonOf(ParseErrorKind kind) {

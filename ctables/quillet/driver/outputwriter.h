@@ -20,9 +20,9 @@ void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent);
 /// as a command does, behind a blank line with a period of its own.
 void WriteLastLines(std::string_view lines, OutputFile& out);
 
-/// `text` as a block of comment lines: "*" in front, and " *" behind every line feed, the final
-/// one included.
-[[nodiscard]] std::string CommentOut(std::string_view text);
+/// Writes `text` as a block of comment lines: " *" in front of every line, also of the empty one
+/// after a final line feed, which ends in a period.
+void WriteCommentedOut(std::string_view text, OutputFile& out);
 
 /// Writes a message as a comment line that begins with "***** ".
 void WriteStarred(std::string_view message, OutputFile& out);

@@ -2,6 +2,7 @@
 #include "quillet.h"
 
 #include <memory>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -105,25 +106,49 @@ public:
           m_batchMode(batchMode) {}
 
     Outcome Run() {
-        if (m_lines.SkipByteOrderMark()) m_out.Write(kByteOrderMark);
-        if (m_lines.FirstLineEndsInCrLf()) m_out.UseCrLf();
         Outcome outcome = Outcome::kDone;
         try {
-            while (!m_out.Failed() && !m_commands.ReadCommand() && !m_lines.Failed()) {
-                m_isReading = false;
-                HandleCommand();
-                m_isReading = true;
-            }
+            ConvertCommands();
         } catch (const ParseError& error) {
             WriteTokenizingError(error, m_out);
             TellOfError(error);
             outcome = Outcome::kTokenizingError;
+        } catch (const std::bad_alloc&) {
+            RunOutOfMemory();
+            outcome = Outcome::kOutOfMemory;
         }
         if (!m_out.Finish()) return Outcome::kWriteError;
         return m_lines.Failed() ? Outcome::kReadError : outcome;
     }
 
 private:
+    void ConvertCommands() {
+        if (m_lines.SkipByteOrderMark()) m_out.Write(kByteOrderMark);
+        if (m_lines.FirstLineEndsInCrLf()) m_out.UseCrLf();
+        while (!m_out.Failed() && !m_commands.ReadCommand() && !m_lines.Failed()) {
+            m_isReading = false;
+            HandleCommand();
+            m_isReading = true;
+        }
+    }
+
+    // Without memory: the stream gives back what it holds, and the rest takes none.
+    void RunOutOfMemory() {
+        const OutOfMemoryLine line(m_commands.StartLine());
+        m_commands.GiveMemoryBack();
+        m_out.BreakOff();
+        WriteStarred(line.Text(), m_out);
+        m_listener.OnDiagnostic(line.Text());
+        CommandReport report;
+        report.outcome = CommandOutcome::kUnreadable;
+        report.firstLine = m_commands.StartLine();
+        report.lastLine = m_commands.EndLine();
+        report.errorKind = ErrorKind::kOutOfMemory;
+        report.errorLine = m_commands.StartLine();
+        report.message = line.Text();
+        m_listener.OnCommand(report);
+    }
+
     void HandleCommand() {
         switch (RouteOf(m_commands.CommandText())) {
             case Route::kCopy:
@@ -184,7 +209,7 @@ private:
         const std::string& text = m_commands.CommandText();
         const std::unique_ptr<TAVQTokenSequence> sequence = MakeSequence(text);
         WriteCommand(beginComment, m_out, 0);
-        WriteCommand(CommentOut(text), m_out, 1);
+        WriteCommentedOut(text, m_out);
         WriteCommand(endComment, m_out, 0);
         if (sequence != nullptr) sequence->SetNextIndex(0);
         return step(m_codePage, sequence.get(), m_out, m_commands.StartLine() - 1, m_listener);
@@ -234,10 +259,13 @@ private:
         m_listener.OnCommand(report);
     }
 
+    // The command's tokens; null when they take too much memory.
     [[nodiscard]] std::unique_ptr<TAVQTokenSequence> MakeSequence(const std::string& text) const {
         try {
             return std::make_unique<TAVQTokenSequence>(m_codePage, text, m_batchMode, 0);
         } catch (const CommandTooLarge&) {
+            return nullptr;
+        } catch (const std::bad_alloc&) {
             return nullptr;
         }
     }

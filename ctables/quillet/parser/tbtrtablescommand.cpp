@@ -114,8 +114,11 @@ void TablesCommand::AddReport(ReportEntry entry) { m_reports.push_back(std::move
 
 ReportEntry TablesCommand::FirstReport() const {
     if (m_isGivenUp) {
-        return {TablesErrorKind::kTableTooLarge, m_placeGivenUp.last_line,
-                m_placeGivenUp.last_column, TB_TABLE, {}};
+        return {TablesErrorKind::kTableTooLarge,
+                m_placeGivenUp.last_line,
+                m_placeGivenUp.last_column,
+                TB_TABLE,
+                {}};
     }
     return m_reports.empty() ? ReportEntry{} : m_reports.front();
 }
