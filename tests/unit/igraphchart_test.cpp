@@ -40,7 +40,8 @@ TEST(IgraphChartTest, CrossesTheDimensions) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.command);
         const IgraphResult result = ConvertIgraphText("IGRAPH " + std::string(c.command));
-        const Chart chart(result.command);
+        CommandBudget budget;
+        const Chart chart(result.command, budget);
         EXPECT_EQ(chart.Across(Expression::Identifier("m")).ToText(), c.across);
         EXPECT_EQ(TextOf(chart.Cases()), c.cases);
         EXPECT_EQ(CountOfCases(chart).ToText(), "summary.count(" + std::string(c.cases) + ")");
@@ -49,7 +50,8 @@ TEST(IgraphChartTest, CrossesTheDimensions) {
 
 TEST(IgraphChartTest, RemembersAestheticsInTheirOrder) {
     const IgraphResult result = ConvertIgraphText("IGRAPH /X1=VAR(x) /Y=VAR(y) /BAR");
-    Chart chart(result.command);
+    CommandBudget budget;
+    Chart chart(result.command, budget);
     EXPECT_THAT(chart.UsedAesthetics(), testing::IsEmpty());
     chart.MarkUsed(Aesthetic::kSize);
     chart.MarkUsed(Aesthetic::kColor);
@@ -60,7 +62,8 @@ TEST(IgraphChartTest, RemembersAestheticsInTheirOrder) {
 TEST(IgraphChartTest, KnowsItsMeasure) {
     const auto measures = [](const std::string& command) {
         const IgraphResult result = ConvertIgraphText("IGRAPH " + command);
-        const Chart chart(result.command);
+        CommandBudget budget;
+        const Chart chart(result.command, budget);
         return chart.MeasuresVariable() ? chart.Measure().ToText() : "";
     };
     EXPECT_EQ(measures("/X1=VAR(x) /Y=VAR(y) /BAR"), "y");
@@ -73,7 +76,8 @@ TEST(IgraphChartTest, KnowsItsMeasure) {
 TEST(IgraphChartTest, LabelsCasesByNumberWhereBoxesHaveNoLabels) {
     const auto labels = [](const std::string& command) {
         const IgraphResult result = ConvertIgraphText("IGRAPH /X1=VAR(x) /Y=VAR(y) " + command);
-        return Chart(result.command).LabelsCasesByNumber();
+        CommandBudget budget;
+        return Chart(result.command, budget).LabelsCasesByNumber();
     };
     EXPECT_TRUE(labels("/BOX"));
     EXPECT_FALSE(labels("/BAR"));

@@ -43,11 +43,11 @@ const LegendVariable& LegendOf(const Specification& spec, Aesthetic aesthetic) {
     return spec.size;
 }
 
-Chart::Chart(const Specification& spec)
+Chart::Chart(const Specification& spec, CommandBudget& budget)
     : m_spec(spec),
       m_layout(LayoutOf(spec)),
       m_labelsCasesByNumber(NeedsCaseLabels(spec)),
-      m_columns(spec, m_labelsCasesByNumber) {}
+      m_columns(spec, m_labelsCasesByNumber, budget) {}
 
 Expression Chart::Use(const Dimension& dimension) const {
     return m_columns.Use(dimension.variable, dimension.level.value_or(MeasurementLevel::kScale));

@@ -25,8 +25,9 @@ enum class Aesthetic { kColor, kShape, kTexture, kSize };
 /// A chart under construction.
 class Chart {
 public:
-    /// `spec` is complete, has no obstacles and outlives this object.
-    explicit Chart(const Specification& spec);
+    /// `spec` is complete, has no obstacles and outlives this object, as does `budget`, which is
+    /// charged for repeated names.
+    Chart(const Specification& spec, CommandBudget& budget);
 
     [[nodiscard]] const Specification& Spec() const { return m_spec; }
     [[nodiscard]] const Layout& Arrangement() const { return m_layout; }

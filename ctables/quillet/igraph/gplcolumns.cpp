@@ -51,7 +51,8 @@ IdentifierPool::Identifier IdentifierPool::Take(std::string_view name, std::stri
     return identifier;
 }
 
-Columns::Columns(const Specification& spec, bool needsCaseLabels) {
+Columns::Columns(const Specification& spec, bool needsCaseLabels, CommandBudget& budget)
+    : m_budget(budget) {
     const std::vector<VariableRole> roles = VariableRoles(spec);
     // A variable that is needed in two ways gets both its columns where it first appears.
     std::map<std::string_view, std::vector<MeasurementLevel>> levels;
@@ -113,7 +114,14 @@ const Columns::Column* Columns::Find(const VariableReference& reference,
 
 Expression Columns::Use(const VariableReference& reference, MeasurementLevel level) const {
     const Column* pColumn = Find(reference, level);
-    return Expression::Identifier(pColumn == nullptr ? "" : pColumn->identifier.text);
+    if (pColumn == nullptr) return Expression::Identifier("");
+    const std::string& name = pColumn->identifier.text;
+    if (std::exchange(pColumn->isUsed, true)) {
+        static_assert(CommandBudget::kNodeCopy >= sizeof(Expression));
+        m_budget.ChargeText(name.size());
+        m_budget.ChargeCopies(CommandBudget::kNodeCopy + name.size());
+    }
+    return Expression::Identifier(name);
 }
 
 Expression Columns::CaseLabel() const { return Expression::Identifier(m_caseLabel); }
@@ -121,6 +129,9 @@ Expression Columns::CaseLabel() const { return Expression::Identifier(m_caseLabe
 std::string Columns::TakeComputedName(const VariableReference& reference) {
     const Column* pColumn = Find(reference, MeasurementLevel::kScale);
     if (pColumn == nullptr) return "";
+    // It stands in its own statement and in that of the element.
+    m_budget.ChargeText(2 * pColumn->identifier.text.size());
+    m_budget.ChargeCopies(2 * (CommandBudget::kNodeCopy + pColumn->identifier.text.size()));
     const std::string number = std::to_string(++m_computedCount);
     return m_pool
         .Take(pColumn->identifier.text + "_t" + number, pColumn->identifier.key + "_T" + number)

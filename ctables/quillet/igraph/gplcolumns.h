@@ -13,6 +13,7 @@
 
 #include "igraph/gplstatement.h"
 #include "igraph/specification.h"
+#include "platform/commandbudget.h"
 
 namespace quillet::igraph {
 
@@ -40,13 +41,15 @@ private:
 class Columns {
 public:
     /// Gives identifiers to all variables of `spec`, which is complete and outlives this object.
-    /// With `needsCaseLabels` there is a column that labels cases by their number.
-    Columns(const Specification& spec, bool needsCaseLabels);
+    /// With `needsCaseLabels` there is a column that labels cases by their number. Borrows
+    /// `budget`; the members below throw `CommandTooLarge` when it is used up.
+    Columns(const Specification& spec, bool needsCaseLabels, CommandBudget& budget);
 
     /// Appends the source and its columns to `program`.
     void Declare(Program& program) const;
 
-    /// A variable or the case number as it stands at a place that needs it as `level`.
+    /// A variable or the case number as it stands at a place that needs it as `level`. From the
+    /// second time on that is charged.
     [[nodiscard]] Expression Use(const VariableReference& reference, MeasurementLevel level) const;
 
     /// The column that labels cases by their number.
@@ -60,6 +63,7 @@ private:
         IdentifierPool::Identifier identifier;
         std::string name;  // in the data set
         MeasurementLevel level;
+        mutable bool isUsed = false;
     };
     using ColumnKey = std::pair<std::string, MeasurementLevel>;  // an empty string for $case
 
@@ -68,6 +72,7 @@ private:
     [[nodiscard]] const Column* Find(const VariableReference& reference,
                                      MeasurementLevel level) const;
 
+    CommandBudget& m_budget;
     IdentifierPool m_pool;
     std::vector<Column> m_columns;            // in the order of their declaration
     std::map<ColumnKey, std::size_t> m_find;  // places in m_columns

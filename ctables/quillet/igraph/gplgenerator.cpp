@@ -30,7 +30,7 @@ std::string gplGenerator::getGPL() {
         m_spec.SetErrorMessage(ObstacleMessage(obstacle));
         return "";
     }
-    Chart chart(command);
+    Chart chart(command, m_spec.Budget());
     chart.Data().Declare(chart.Statements());
     AddElements(chart);  // the guides and scales depend on what the elements show
     AddCoordinates(chart);

@@ -18,7 +18,9 @@ public:
     /// The program's text: it begins and ends with a line end, and each statement is a line
     /// behind two blanks. Where GPL cannot express the graph, sets the error message of the
     /// specification and returns an empty text. For an incomplete specification the message is
-    /// that of an empty chart, behind an assertion. Linear in the graph specification.
+    /// that of an empty chart, behind an assertion. Throws `CommandTooLarge` when names repeated
+    /// in element after element exceed the budget of the specification. Linear in the
+    /// specification and the text.
     [[nodiscard]] std::string getGPL();
 
 private:

@@ -8,6 +8,7 @@ parser::parser(ProcedureDataSource* /*pSource*/, FacSTDictionary* /*pDictionary*
 
 bool parser::Parse(TokenSequenceBase& sequence) {
     m_settings = iGraphSpec{};
+    m_settings.Budget() = sequence.Budget();
     m_validityFault = ValidityFault::kNone;
     m_syntaxFault = ReadCommand(sequence, m_settings.Command());
     return m_syntaxFault == SyntaxFault::kNone;

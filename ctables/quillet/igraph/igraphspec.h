@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "igraph/specification.h"
+#include "platform/commandbudget.h"
 
 namespace quillet::igraph {
 
@@ -24,6 +25,9 @@ private:
 /// An IGRAPH command that has been understood: what it says, and what follows from that.
 class iGraphSpec {
 public:
+    /// What the command may still ask for beyond its own size.
+    [[nodiscard]] CommandBudget& Budget() { return m_budget; }
+
     [[nodiscard]] GraphSpec& getGGraphSpec() { return m_graphSpec; }
 
     /// The name given to the graph; empty when there is none.
@@ -52,6 +56,7 @@ public:
     void SetErrorMessage(std::string message) { m_errorMessage = std::move(message); }
 
 private:
+    CommandBudget m_budget;
     Specification m_command;
     GraphSpec m_graphSpec;
     std::string m_usedNames;
