@@ -101,6 +101,25 @@ TEST(CommandReportTest, TellsOfEveryCommand) {
     EXPECT_EQ(OutlineOf(Convert(text)), expected);
 }
 
+// A first word that later lines complete decides what a command is, but not where it ends.
+TEST(CommandReportTest, TellsOfFirstWordsOverSeveralLines) {
+    const std::vector<ExpectedReport> expected = {
+        {CommandType::kTables, kConverted, 1, 2},   {CommandType::kIgraph, kFailed, 3, 5},
+        {CommandType::kOrdinary, kCopied, 6, 7},    {CommandType::kDocument, kCopied, 8, 9},
+        {CommandType::kComment, kCopied, 10, 11},   {CommandType::kComment, kCopied, 12, 13},
+        {CommandType::kTables, kConverted, 14, 15}, {CommandType::kOrdinary, kCopied, 16, 17},
+    };
+    EXPECT_EQ(OutlineOf(Convert("'TA'\n+'BLES' /TABLE a BY b.\n"
+                                "'I'\n\n +\"GRAPH\" /X1=VAR(a) /Y=VAR(b) /BAR.\n"
+                                "'*'\n+'x' y.\n"
+                                "'DO'\n+'C' \\ x.\n"
+                                "/* x\nCOMMENT y.\n"
+                                "'*'\n+'*' it's.\n"
+                                "/* x\nTABLES /TABLE a BY b.\n"
+                                "'TA'\n'BLES' /TABLE a BY b.\n")),
+              expected);
+}
+
 TEST(CommandReportTest, TellsTheLinesInBatchMode) {
     const std::vector<ExpectedReport> expected = {
         {CommandType::kOrdinary, kCopied, 1, 2},

@@ -104,6 +104,7 @@ struct Outcome {
     SpecialCommandState state = SpecialCommandState::kOrdinary;
     int count = 0;
     std::string firstValue;
+    bool firstIsLiteral = false;
     std::vector<std::string> assertions;
 };
 
@@ -123,7 +124,10 @@ Outcome Tokenize(const CodePage& codePage, const std::string& text, bool skipLea
         for (int i = 0; i < tokens.Count(); ++i) {
             outcome.tokens.push_back(Describe(*tokens.At(i)));
         }
-        if (tokens.Count() > 0) outcome.firstValue = tokens.At(0)->Text(false);
+        if (tokens.Count() > 0) {
+            outcome.firstValue = tokens.At(0)->Text(false);
+            outcome.firstIsLiteral = tokens.At(0)->Type() == TokenCodes::kLiteral;
+        }
     } catch (const ParseError& error) {
         outcome.error = Describe(error);
     }
@@ -140,6 +144,7 @@ Outcome Survey(const CodePage& codePage, const std::string& text, bool skipLeadi
         outcome.state = survey.state;
         outcome.count = survey.count;
         outcome.firstValue = survey.firstValue;
+        outcome.firstIsLiteral = survey.firstIsLiteral;
     } catch (const ParseError& error) {
         outcome.error = Describe(error);
     }
@@ -158,6 +163,7 @@ void ExpectSurveyAgrees(const CodePage& codePage, const std::string& text, bool 
     ASSERT_EQ(counted.assertions, kept.assertions);
     ASSERT_EQ(counted.state, kept.state);
     ASSERT_EQ(counted.count, kept.count);
+    ASSERT_EQ(counted.firstIsLiteral, kept.firstIsLiteral);
     ASSERT_EQ(counted.firstValue, kept.firstValue.substr(0, counted.firstValue.size()));
     ASSERT_EQ(counted.firstValue.empty(), kept.firstValue.empty());
     for (const char* word : {"*", "COMMENT", "**", "*>", "DOCUMENT", "TABLES", "IGRAPH"}) {
@@ -1220,6 +1226,26 @@ TEST(SurveyTokensTest, AgreesWithTheKeptTokensOnRandomTexts) {
         ExpectSurveyAgrees(codePage, text, skipLeadingSign, maxTokens);
         if (testing::Test::HasFatalFailure()) return;
     }
+}
+
+// Who knows the first line alone need not look at the next ones when it has a first token that is
+// no literal, or has a second one.
+TEST(SurveyTokensTest, OnlyALiteralAloneOnItsLineGoesOn) {
+    std::mt19937 random(8080);
+    int wentOn = 0;
+    for (int run = 0; run < 40000; ++run) {
+        const std::string text = (random() % 4 == 0 ? "'*'" : "") + RandomText(random) + "\n" +
+                                 (random() % 2 == 0 ? "+'x'" : "") + RandomText(random);
+        SCOPED_TRACE("run " + std::to_string(run) + ": " + text);
+        const Outcome line =
+            Survey(CodePage::Utf8(), text.substr(0, text.find('\n') + 1), false, 2);
+        const Outcome whole = Survey(CodePage::Utf8(), text, false, 1);
+        if (!line.error.empty() || !whole.error.empty() || line.count == 0) continue;
+        const bool goesOn = line.firstValue != whole.firstValue;
+        wentOn += goesOn ? 1 : 0;
+        ASSERT_TRUE(!goesOn || (line.count == 1 && line.firstIsLiteral));
+    }
+    EXPECT_GT(wentOn, 100);
 }
 
 TEST(TAVQTokenVectorTest, RandomTextsKeepTheRules) {

@@ -103,6 +103,7 @@ void CommandStream::ClassifyFirstLine() {
         return SurveyTokens(m_codePage, m_lineBuffer, m_batchMode, kTokensForKind);
     });
     m_commandKind = KindOf(survey);
+    m_firstValueMayChange = survey.count == 0 || (survey.count == 1 && survey.firstIsLiteral);
     m_firstValue = std::move(survey.firstValue);
 }
 

@@ -52,6 +52,10 @@ public:
     /// command's first line has no token.
     [[nodiscard]] const std::string& FirstValue() const { return m_firstValue; }
 
+    /// True when the whole command may have another first token than its first line alone: that
+    /// line has none, or it has a literal, to which a "+" further down can glue another one.
+    [[nodiscard]] bool FirstValueMayChange() const { return m_firstValueMayChange; }
+
     /// Inline data can be of any size, so a long block comes in parts: when this is true, the
     /// text is only a part of the command (whole lines). `PlainLines` and then `ReadNextPart`
     /// fetch what follows.
@@ -82,6 +86,7 @@ private:
     long m_startLine = 1;
     quillet::CommandKind m_commandKind = quillet::CommandKind::kOrdinary;
     std::string m_firstValue;
+    bool m_firstValueMayChange = false;
     bool m_hasMoreParts = false;
     quillet::PlainLines m_plainLines;
     std::string m_commandText;

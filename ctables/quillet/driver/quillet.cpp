@@ -150,6 +150,7 @@ private:
     }
 
     void HandleCommand() {
+        m_kind = m_commands.CommandKind();
         switch (RouteOf(m_commands.CommandText())) {
             case Route::kCopy:
                 CopyThrough();
@@ -167,16 +168,18 @@ private:
     }
 
     // Where the command goes. A command to be copied is searched for tokenizing errors here; a
-    // command to be converted will be when its tokens are kept.
-    [[nodiscard]] Route RouteOf(const std::string& text) const {
-        if (m_commands.CommandKind() != CommandKind::kOrdinary) return Route::kCopy;
-        Route route = RouteByWord(m_commands.FirstValue());
-        if (m_commands.FirstValue().empty()) {
-            // The first line is a comment alone; the first word stands further down.
-            const TokenSurvey look = SurveyTokens(m_codePage, text, m_batchMode, 1);
-            if (KindOf(look) != CommandKind::kOrdinary) return Route::kCopy;
-            route = RouteByWord(look.firstValue);
+    // command to be converted will be when its tokens are kept. The first line alone has decided
+    // where the command ends; what it is, its first word decides, which may go on or even begin
+    // further down. Inline data has both its words on the first line.
+    [[nodiscard]] Route RouteOf(const std::string& text) {
+        TokenSurvey look;
+        const bool looksAgain = m_commands.FirstValueMayChange();
+        if (looksAgain) {
+            look = SurveyTokens(m_codePage, text, m_batchMode, 1);
+            m_kind = KindOf(look);
         }
+        if (m_kind != CommandKind::kOrdinary) return Route::kCopy;
+        const Route route = RouteByWord(looksAgain ? look.firstValue : m_commands.FirstValue());
         if (route == Route::kCopy) CheckTokens(m_codePage, text, m_batchMode);
         return route;
     }
@@ -217,7 +220,7 @@ private:
 
     void TellOfCopy() {
         CommandReport report;
-        report.type = TypeOf(m_commands.CommandKind());
+        report.type = TypeOf(m_kind);
         report.firstLine = m_commands.StartLine();
         report.lastLine = m_commands.EndLine();
         m_listener.OnCommand(report);
@@ -276,7 +279,8 @@ private:
     ConversionListener& m_listener;
     const CodePage& m_codePage;
     bool m_batchMode;
-    bool m_isReading = true;  // errors come from the command stream
+    CommandKind m_kind = CommandKind::kOrdinary;  // of the command in work
+    bool m_isReading = true;                      // errors come from the command stream
 };
 
 class MemoryInput final : public TextInput {

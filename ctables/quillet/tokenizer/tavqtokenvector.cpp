@@ -223,6 +223,7 @@ public:
     [[nodiscard]] int Count() const { return m_count; }
     [[nodiscard]] std::string LastValue() const { return ValueOf(m_last, m_literal); }
     [[nodiscard]] std::string FirstValue() const { return ValueOf(m_first, m_firstLiteral); }
+    [[nodiscard]] bool FirstIsLiteral() const { return m_first.type == TokenCodes::kLiteral; }
     [[nodiscard]] char LastFirstByte() const { return m_last.text.front(); }
 
     void AddWord(const SourceRange& source) { Add(source, TokenCodes::kString); }
@@ -711,6 +712,7 @@ TokenSurvey SurveyTokens(const CodePage& codePage, std::string_view text, bool s
     survey.state = Tokenizer<TokenCounter>(codePage, text, counter).Run(skipLeadingSign, maxTokens);
     survey.count = counter.Count();
     survey.firstValue = counter.FirstValue();
+    survey.firstIsLiteral = counter.FirstIsLiteral();
     return survey;
 }
 

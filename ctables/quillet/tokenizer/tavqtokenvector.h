@@ -62,6 +62,7 @@ struct TokenSurvey {
     int count = 0;  ///< Tokens seen.
     /// The beginning of the first token's value text, long enough for every keyword comparison.
     std::string firstValue;
+    bool firstIsLiteral = false;  ///< The first token is a literal; further lines may lengthen it.
 };
 
 /// Throws the `ParseError` and reports the assertions that a `TAVQTokenVector` of `text` would,
