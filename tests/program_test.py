@@ -56,6 +56,9 @@ def write_error(name):
     return b"Error writing output file " + os.fsencode(name) + b"\n"
 
 
+STANDARD_OUTPUT_ERROR = b"Error writing standard output\n"
+
+
 def read_error(name):
     return b"Error reading input file " + os.fsencode(name) + b"\n"
 
@@ -443,16 +446,29 @@ class StreamTest(ProgramTest):
         self.create("in", FAILING + b"LIST a b 1e999.\n")
         for closed in ("<&-", ">&-", "2>&-", "<&- >&-", "<&- 2>&-", "<&- >&- 2>&-"):
             with self.subTest(closed):
-                run = subprocess.run(
-                    ["sh", "-c", f'exec "$@" {closed}', "sh", PROGRAM, "in", "out"],
-                    cwd=self.folder,
-                    capture_output=True,
-                    check=False,
-                    timeout=TIME_LIMIT,
-                )
-                self.assertEqual(run.returncode, 0)
+                run = self.run_closed(closed)
+                # The result line needs standard output.
+                self.assertEqual(run.returncode, 1 if ">&-" in closed.split() else 0)
+                is_told = ">&-" in closed.split() and "2>&-" not in closed.split()
+                self.assertEqual(STANDARD_OUTPUT_ERROR in run.stderr, is_told)
                 self.assertEqual(self.contents("out"), FAILED_FRAME + b"LIST a b 1e999.\n")
                 (self.folder / "out").unlink()
+
+    def test_without_result_lines_no_standard_output_is_needed(self):
+        self.create("in", b"LIST x.\n")
+        for closed in (">&-", "<&- >&- 2>&-"):
+            with self.subTest(closed):
+                self.expect(self.run_closed(closed))
+                self.assertEqual(self.contents("out"), b"LIST x.\n")
+
+    def run_closed(self, closed):
+        return subprocess.run(
+            ["sh", "-c", f'exec "$@" {closed}', "sh", PROGRAM, "in", "out"],
+            cwd=self.folder,
+            capture_output=True,
+            check=False,
+            timeout=TIME_LIMIT,
+        )
 
     def test_a_closed_standard_input_cannot_be_opened(self):
         run = subprocess.run(
@@ -504,17 +520,66 @@ class WriteErrorTest(ProgramTest):
             run = self.run_program("in", "/dev/stdout", stdout=stream)
         self.expect(run, 1, output=None, error=write_error("/dev/stdout"))
 
+    def limit_files(self):
+        size = 64 * 1024
+        resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
+        resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+
     def test_a_file_that_grows_too_large(self):
         self.create("in", b"LIST x.\n" * 500000)
-        run = subprocess.run(
-            ["sh", "-c", 'ulimit -f 64; trap "" XFSZ; exec "$@"', "sh", PROGRAM, "in", "out"],
-            cwd=self.folder,
-            capture_output=True,
-            timeout=TIME_LIMIT,
-            check=False,
-        )
+        run = self.run_program("in", "out", preexec_fn=self.limit_files)
         self.expect(run, 1, error=write_error("out"))
         self.assertEqual(self.contents("out")[:16], b"LIST x.\nLIST x.\n")
+
+    def test_result_lines_on_a_full_device(self):
+        if not os.path.exists("/dev/full"):
+            self.skipTest("this system has no full device")
+        for text, frames in ((FAILING, FAILED_FRAME), (FAILING * 5000, FAILED_FRAME * 5000)):
+            with self.subTest(len(text)):
+                self.create("in", text)
+                with open("/dev/full", "wb") as stream:
+                    run = self.run_program("in", "out", stdout=stream)
+                self.expect(run, 1, output=None, error=STANDARD_OUTPUT_ERROR)
+                self.assertTrue(self.contents("out") == frames)
+
+    def test_a_full_device_and_no_result_lines(self):
+        if not os.path.exists("/dev/full"):
+            self.skipTest("this system has no full device")
+        self.create("in", b"LIST x.\n")
+        with open("/dev/full", "wb") as stream:
+            self.expect(self.run_program("in", "out", stdout=stream), output=None)
+
+    def test_the_output_and_result_lines_on_one_full_device(self):
+        if not os.path.exists("/dev/full"):
+            self.skipTest("this system has no full device")
+        self.create("in", FAILING)
+        with open("/dev/full", "wb") as stream:
+            run = self.run_program("in", "/dev/stdout", stdout=stream)
+        self.expect(run, 1, output=None, error=write_error("/dev/stdout"))
+
+    def test_result_lines_behind_an_error(self):
+        if not os.path.exists("/dev/full"):
+            self.skipTest("this system has no full device")
+        self.create("in", FAILING + b"LIST 'b.\n")
+        with open("/dev/full", "wb") as stream:
+            run = self.run_program("in", "out", stdout=stream)
+        self.expect(run, 1, output=None, error=FAILED + STANDARD_OUTPUT_ERROR)
+
+    def test_result_lines_into_a_closed_pipe(self):
+        self.create("in", FAILING * 3)
+        reading, writing = os.pipe()
+        os.close(reading)
+        with os.fdopen(writing, "wb") as stream:
+            run = self.run_program("in", "out", stdout=stream)
+        self.expect(run, 1, output=None, error=STANDARD_OUTPUT_ERROR)
+        self.assertEqual(self.contents("out"), FAILED_FRAME * 3)
+
+    def test_result_lines_into_a_file_that_grows_too_large(self):
+        self.create("in", FAILING)
+        with self.create("lines", b"x" * 64 * 1024).open("ab") as stream:
+            run = self.run_program("in", "out", stdout=stream, preexec_fn=self.limit_files)
+        self.expect(run, 1, output=None, error=STANDARD_OUTPUT_ERROR)
+        self.assertEqual(self.contents("out"), FAILED_FRAME)
 
     def test_a_closed_pipe(self):
         for text in (b"LIST x.\n", b"LIST x.\n" * 500000):

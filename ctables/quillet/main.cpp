@@ -67,21 +67,29 @@ public:
     explicit Console(bool holdsResultLines) : m_holdsResultLines(holdsResultLines) {}
 
     void OnResultLine(std::string_view line) override {
+        m_hasResultLines = true;
         if (m_holdsResultLines) {
             m_heldLines.append(line);
         } else {
-            WriteToStream(stdout, line);
+            Show(line);
         }
     }
     void OnDiagnostic(std::string_view line) override { WriteErrorLine(line); }
 
-    void ShowHeldLines() {
-        WriteToStream(stdout, m_heldLines);
-        static_cast<void>(std::fflush(stdout));
+    // Shows the lines held back. False when some line has not arrived where standard output
+    // goes; without any, it may be closed or full.
+    [[nodiscard]] bool Finish() {
+        if (!m_hasResultLines) return true;
+        Show(m_heldLines);
+        return std::fclose(stdout) == 0 && !m_hasFailed;
     }
 
 private:
+    void Show(std::string_view text) { m_hasFailed = !WriteToStream(stdout, text) || m_hasFailed; }
+
     bool m_holdsResultLines;
+    bool m_hasResultLines = false;
+    bool m_hasFailed = false;
     std::string m_heldLines;
 };
 
@@ -109,7 +117,7 @@ int Run(const std::vector<std::string>& arguments) {
     g_moduleHandle = GetModuleHandleA(nullptr);
     EnableLocale();
     OpenClosedStandardStreams();
-    IgnoreBrokenPipes();
+    IgnoreWriteSignals();
     CommandLine commandLine;
     if (!ParseCommandLine(arguments, commandLine)) return FailWithUsage();
     const std::unique_ptr<FileInput> input = FileInput::Open(commandLine.inputName);
@@ -123,8 +131,14 @@ int Run(const std::vector<std::string>& arguments) {
     Console console(output->IsStandardOutput());
     Outcome outcome = ConvertStream(*input, *output, console, options);
     if (!output->Close() && outcome != Outcome::kReadError) outcome = Outcome::kWriteError;
-    console.ShowHeldLines();
-    return Report(outcome, commandLine);
+    const bool hasShownAll = console.Finish();
+    const int status = Report(outcome, commandLine);
+    // Where the output goes there as well, it has been told.
+    if (hasShownAll || (outcome == Outcome::kWriteError && output->IsStandardOutput())) {
+        return status;
+    }
+    WriteErrorLine(kStandardOutputError);
+    return kFailure;
 }
 
 }  // namespace

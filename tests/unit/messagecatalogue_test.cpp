@@ -25,6 +25,7 @@ TEST(MessageCatalogueTest, SaysExactlyThis) {
         {kInputReadError, "Error reading input file "},
         {kOutputWriteError, "Error writing output file "},
         {kNotEnoughMemory, "Not enough memory for the command that begins in line %ld."},
+        {kStandardOutputError, "Error writing standard output"},
         {kConversionFailed, "Syntax conversion failed. See output file for details."},
         {kTablesSucceeded, "Tables conversion was successful!\n"},
         {kTablesFailed, "Tables conversion failed!\n"},

@@ -1,11 +1,13 @@
 #include "platform/system.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <clocale>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -53,7 +55,7 @@ TEST(SystemTest, AnUnknownLocaleIsThePlainOne) {
 
 [[noreturn]] void WriteIntoAClosedPipe(bool ignore) {
     std::signal(SIGPIPE, SIG_DFL);
-    if (ignore) IgnoreBrokenPipes();
+    if (ignore) IgnoreWriteSignals();
     int ends[2];
     if (pipe(ends) != 0) std::_Exit(2);
     close(ends[0]);
@@ -65,6 +67,35 @@ TEST(SystemTest, AClosedPipeDoesNotEndTheProgram) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(WriteIntoAClosedPipe(false), testing::KilledBySignal(SIGPIPE), "");
     EXPECT_EXIT(WriteIntoAClosedPipe(true), testing::ExitedWithCode(0), "");
+}
+
+[[noreturn]] void WriteBeyondTheLargestFile(bool ignore) {
+    std::signal(SIGXFSZ, SIG_DFL);
+    if (ignore) IgnoreWriteSignals();
+    const rlimit none{0, 0};
+    std::FILE* pFile = std::tmpfile();
+    if (pFile == nullptr || setrlimit(RLIMIT_FSIZE, &none) != 0) std::_Exit(2);
+    const bool hasFailed = write(fileno(pFile), "x", 1) == -1 && errno == EFBIG;
+    std::_Exit(hasFailed ? 0 : 1);
+}
+
+TEST(SystemTest, AFileThatMayNotGrowDoesNotEndTheProgram) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(WriteBeyondTheLargestFile(false), testing::KilledBySignal(SIGXFSZ), "");
+    EXPECT_EXIT(WriteBeyondTheLargestFile(true), testing::ExitedWithCode(0), "");
+}
+
+TEST(SystemTest, TellsThatATextWasNotWritten) {
+    std::FILE* pFull = std::fopen("/dev/full", "w");
+    if (pFull == nullptr) GTEST_SKIP() << "this system has no full device";
+    std::setvbuf(pFull, nullptr, _IONBF, 0);
+    EXPECT_FALSE(WriteToStream(pFull, "x"));
+    std::fclose(pFull);
+    std::FILE* pFile = std::tmpfile();
+    ASSERT_NE(pFile, nullptr);
+    EXPECT_TRUE(WriteToStream(pFile, "x"));
+    EXPECT_TRUE(WriteToStream(pFile, ""));
+    std::fclose(pFile);
 }
 
 }  // namespace

@@ -18,6 +18,7 @@ inline constexpr std::string_view kInputReadError = "Error reading input file ";
 inline constexpr std::string_view kOutputWriteError = "Error writing output file ";
 inline constexpr std::string_view kNotEnoughMemory =
     "Not enough memory for the command that begins in line %ld.";
+inline constexpr std::string_view kStandardOutputError = "Error writing standard output";
 inline constexpr std::string_view kConversionFailed =
     "Syntax conversion failed. See output file for details.";
 

@@ -15,7 +15,7 @@ int Run(int argc, char* argv[]) {
     using namespace quillet;  // NOLINT(google-build-using-namespace): one function long
     EnableLocale();
     OpenClosedStandardStreams();
-    IgnoreBrokenPipes();
+    IgnoreWriteSignals();
     const migrate::CommandLine commandLine =
         migrate::ParseCommandLine(ProgramArguments(argc, argv));
     if (!commandLine.settings) {

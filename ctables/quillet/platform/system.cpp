@@ -29,10 +29,13 @@ void OpenClosedStandardStreams() {
     }
 }
 
-void IgnoreBrokenPipes() { static_cast<void>(std::signal(SIGPIPE, SIG_IGN)); }
+void IgnoreWriteSignals() {
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+}
 
-void WriteToStream(std::FILE* pStream, std::string_view text) {
-    static_cast<void>(std::fwrite(text.data(), 1, text.size(), pStream));
+bool WriteToStream(std::FILE* pStream, std::string_view text) {
+    return std::fwrite(text.data(), 1, text.size(), pStream) == text.size();
 }
 
 }  // namespace quillet

@@ -28,12 +28,14 @@ void EnableLocale();
 /// streams stay of no use: each is opened for the opposite of what it serves.
 void OpenClosedStandardStreams();
 
-/// A closed pipe becomes an error of the write that meets it, instead of ending the program.
-void IgnoreBrokenPipes();
+/// A closed pipe, and a file that may not grow any further, become errors of the write that meets
+/// them, instead of ending the program.
+void IgnoreWriteSignals();
 
-/// Writes `text`, whose names come from `ProgramArguments`, to a standard stream. Errors are not
-/// reported: a console that takes nothing more is no reason to fail.
-void WriteToStream(std::FILE* pStream, std::string_view text);
+/// Writes `text`, whose names come from `ProgramArguments`, to a standard stream. False when it is
+/// known not to have arrived; that it has is known only when the stream is closed. Nobody asks
+/// about standard error, since there is nowhere left to tell it.
+bool WriteToStream(std::FILE* pStream, std::string_view text);
 
 }  // namespace quillet
 

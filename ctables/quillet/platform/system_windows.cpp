@@ -64,19 +64,16 @@ void OpenClosedStandardStreams() {
 }
 
 // There are no signals for them here.
-void IgnoreBrokenPipes() {}
+void IgnoreWriteSignals() {}
 
-void WriteToStream(std::FILE* pStream, std::string_view text) {
+bool WriteToStream(std::FILE* pStream, std::string_view text) {
     const HANDLE console = ConsoleOf(pStream);
     const std::wstring wide = console != nullptr ? ToWideText(text) : std::wstring();
-    if (wide.empty()) {
-        static_cast<void>(std::fwrite(text.data(), 1, text.size(), pStream));
-        return;
-    }
+    if (wide.empty()) return std::fwrite(text.data(), 1, text.size(), pStream) == text.size();
     static_cast<void>(std::fflush(pStream));
     DWORD written = 0;
-    static_cast<void>(
-        WriteConsoleW(console, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr));
+    return WriteConsoleW(console, wide.data(), static_cast<DWORD>(wide.size()), &written,
+                         nullptr) != 0;
 }
 
 }  // namespace quillet
