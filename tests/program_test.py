@@ -644,6 +644,54 @@ class ReadErrorTest(ProgramTest):
         result = self.contents("out")
         self.assertTrue(result in (b"", b"\n") or whole.startswith(result))
 
+    def change_while_read(self, text, change):
+        """Runs the program, whose output is a pipe. With the first bytes of that the input has been
+        read once, and the second reading has to wait for the pipe to be emptied."""
+        path = self.create("in", text)
+        os.utime(path, ns=(10**18, 10**18))
+        with subprocess.Popen(
+            [PROGRAM, "in", "/dev/stdout"],
+            cwd=self.folder,
+            stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE,
+        ) as process:
+            output = process.stdout.read(1)
+            change(path)
+            output += process.stdout.read()
+            error = process.stderr.read()
+            return process.wait(TIME_LIMIT), error, output
+
+    def test_an_input_that_changes_while_it_is_read(self):
+        def overwrite(path):
+            with path.open("r+b") as stream:
+                stream.seek(len(utf8) - 100)
+                stream.write(b"y")
+
+        def append(path):
+            with path.open("ab") as stream:
+                stream.write(b"LIST x.\n")
+
+        utf8 = b"LIST x.\n" * 500000
+        for first in (b"", b"* \xe9.\n"):
+            for change in (
+                append,
+                overwrite,
+                lambda path: os.truncate(path, len(utf8) // 2),
+                lambda path: os.truncate(path, len(utf8) - 8),
+                lambda path: os.truncate(path, 0),
+            ):
+                with self.subTest(f"{first} {change}"):
+                    status, error, output = self.change_while_read(first + utf8, change)
+                    self.assertEqual((status, error), (1, read_error("in")))
+                    # Nothing is cut within a command.
+                    self.assertTrue(output.endswith(b"LIST x.\n"))
+
+    def test_an_input_that_is_only_looked_at(self):
+        text = b"LIST x.\n" * 500000
+        status, error, output = self.change_while_read(text, pathlib.Path.read_bytes)
+        self.assertEqual((status, error), (0, b""))
+        self.assertTrue(output == text)
+
     def test_a_terminal_that_hangs_up(self):
         # Reading the controlling side of a terminal fails once its other side is closed.
         ours, theirs = open_terminal(self)

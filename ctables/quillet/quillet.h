@@ -29,9 +29,11 @@ struct Options {
 enum class Outcome {
     kDone,             ///< Everything was read and written; single commands may have failed.
     kTokenizingError,  ///< A text that is no syntax ended the run; the output says where and why.
-    kReadError,        ///< The input failed before its end; the output is incomplete.
-    kWriteError,       ///< The output did not take all bytes.
-    kOutOfMemory,      ///< Memory ran out for a command; the output says where and ends there.
+    /// The input failed before its end, or was not the same text when it was read again; the
+    /// output is incomplete.
+    kReadError,
+    kWriteError,   ///< The output did not take all bytes.
+    kOutOfMemory,  ///< Memory ran out for a command; the output says where and ends there.
 };
 
 /// What a whole conversion gives back.
@@ -61,6 +63,9 @@ public:
     /// Goes back to the first byte. False when that cannot be done.
     virtual bool Rewind() = 0;
     [[nodiscard]] virtual bool Failed() const = 0;
+    /// True when the text may have become another one since the first byte was read. Asked when
+    /// the conversion is over; that both readings have the same length is seen without it.
+    [[nodiscard]] virtual bool HasChanged() const { return false; }
 
 protected:
     TextInput() = default;

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <limits>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -34,6 +35,10 @@ public:
         FailAt(position, 1);
         m_throws = true;
     }
+    /// After the first rewind the text is another one; nothing but its bytes tells.
+    void BecomeAfterwards(std::string text) { m_laterText = std::move(text); }
+    /// Claims to have changed.
+    void ClaimToHaveChanged() { m_hasChanged = true; }
 
     std::size_t Read(char* buffer, std::size_t size) override {
         std::size_t end = m_text.size();
@@ -54,11 +59,15 @@ public:
         if (!m_canRewind) return false;
         m_position = 0;
         ++m_pass;
+        if (m_laterText) m_text = *m_laterText;
         return true;
     }
     [[nodiscard]] bool Failed() const override { return m_failed; }
+    [[nodiscard]] bool HasChanged() const override { return m_hasChanged; }
 
 private:
+    std::optional<std::string> m_laterText;
+    bool m_hasChanged = false;
     std::string m_text;
     std::size_t m_pieceSize;
     std::size_t m_position = 0;

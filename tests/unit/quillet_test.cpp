@@ -599,6 +599,59 @@ TEST(QuilletTest, AnInputThatCannotBeReadAgainHasFailed) {
     EXPECT_EQ(ConvertStream(input, output, listener, Options()), Outcome::kReadError);
 }
 
+struct ChangeCase {
+    const char* name;
+    std::string before;
+    std::string after;
+    Outcome outcome = Outcome::kReadError;
+};
+
+// Both readings are compared by their length, as far as the first one went.
+TEST(QuilletTest, TellsWhenTheInputIsAnotherTheSecondTime) {
+    const std::string large(1000000, 'x');
+    const std::string latin1 = "* \xE9.\n";
+    const ChangeCase cases[] = {
+        {"shorter by a line", "LIST x.\nLIST y.\n", "LIST x.\n"},
+        {"shorter by a byte", "LIST x.\n", "LIST x."},
+        {"longer by a line", "LIST x.\n", "LIST x.\nLIST y.\n"},
+        {"longer by a byte", "LIST x.\n", "LIST x.\n\n"},
+        {"emptied", "LIST x.\n", ""},
+        {"no longer empty", "", "LIST x.\n"},
+        {"cut in inline data", "BEGIN DATA\n1\n2\nEND DATA.\n", "BEGIN DATA\n1\n"},
+        {"large, and cut", "LIST.\n* " + large + ".\n", "LIST.\n* " + large},
+        {"no UTF-8, and cut before the place that told so", "LIST x.\n" + latin1, "LIST x.\n"},
+        {"no UTF-8, and emptied", latin1 + large, ""},
+        {"the same", "LIST x.\n", "LIST x.\n", Outcome::kDone},
+        {"the same, no UTF-8", latin1 + "LIST x.\n", latin1 + "LIST x.\n", Outcome::kDone},
+        {"the same and empty", "", "", Outcome::kDone},
+    };
+    for (const ChangeCase& c : cases) {
+        for (const std::size_t pieceSize : {kNever, std::size_t{1}, std::size_t{5}}) {
+            SCOPED_TRACE(c.name + (" in pieces of "s + std::to_string(pieceSize)));
+            MemoryInput input(c.before, pieceSize);
+            input.BecomeAfterwards(c.after);
+            MemoryOutput output;
+            Listener listener;
+            EXPECT_EQ(ConvertStream(input, output, listener, Options()), c.outcome);
+        }
+    }
+}
+
+TEST(QuilletTest, AnInputThatHasChangedWasNotRead) {
+    for (const char* pText : {"", "LIST x.\n", "LIST \xE9.\n", "LIST 'x.\n"}) {
+        SCOPED_TRACE(pText);
+        MemoryInput input(pText);
+        input.ClaimToHaveChanged();
+        MemoryOutput output;
+        Listener listener;
+        EXPECT_EQ(ConvertStream(input, output, listener, Options()), Outcome::kReadError);
+        MemoryOutput failing(0);
+        MemoryInput other(pText);
+        other.ClaimToHaveChanged();
+        EXPECT_EQ(ConvertStream(other, failing, listener, Options()), Outcome::kWriteError);
+    }
+}
+
 TEST(QuilletTest, TellsWhenTheOutputFails) {
     std::string text;
     for (int i = 0; i < 200000; ++i) text += "LIST x y z.\n";

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
@@ -16,6 +17,19 @@
 #include <thread>
 #include <utility>
 #include <vector>
+
+namespace {
+int g_untoldDescriptor = -1;
+}  // namespace
+
+// Takes the place of the system's function in this program, so that it can fail on demand.
+extern "C" int fstat(int descriptor, struct stat* pStatus) noexcept {
+    if (descriptor == g_untoldDescriptor) {
+        errno = EIO;
+        return -1;
+    }
+    return fstatat(descriptor, "", pStatus, AT_EMPTY_PATH);
+}
 
 namespace quillet {
 namespace {
@@ -259,6 +273,126 @@ TEST_F(TextFileTest, TellsAReadError) {
     char buffer[16];
     EXPECT_EQ(input->Read(buffer, sizeof buffer), 0U);
     EXPECT_TRUE(input->Failed());
+}
+
+// Every file is opened, read, treated so and read again.
+struct ChangeCase {
+    const char* name;
+    void (*change)(const std::string& path);
+    bool isSeen = true;
+};
+
+void SetTimes(const std::string& path, time_t modified) {
+    const timespec times[] = {{modified, 0}, {modified, 0}};
+    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+}
+
+timespec ChangeTimeOf(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(stat(path.c_str(), &status), 0);
+    return status.st_ctim;
+}
+
+// The clock of a file system stands still for some milliseconds at a time: returns once a change
+// of `path` would get another time than its last one.
+void WaitForANewTime(const std::string& path) {
+    const timespec last = ChangeTimeOf(path);
+    const std::string probe = path + ".probe";
+    timespec now = last;
+    while (now.tv_sec == last.tv_sec && now.tv_nsec == last.tv_nsec) {
+        std::filesystem::remove(probe);
+        std::ofstream{probe};
+        now = ChangeTimeOf(probe);
+    }
+}
+
+TEST_F(TextFileTest, TellsThatAFileWasChanged) {
+    constexpr time_t kLongAgo = 1'000'000'000;
+    const ChangeCase cases[] = {
+        {"nothing", [](const std::string&) {}, false},
+        {"read by someone else", [](const std::string& path) { EXPECT_NE(Contents(path), ""); },
+         false},
+        {"cut", [](const std::string& path) { std::filesystem::resize_file(path, 3); }},
+        {"lengthened",
+         [](const std::string& path) { std::ofstream(path, std::ios::app) << "LIST y.\n"; }},
+        {"written over", [](const std::string& path) { std::ofstream(path) << "LIST y.\n"; }},
+        {"written over, with its time set back",
+         [](const std::string& path) {
+             std::ofstream(path) << "LIST y.\n";
+             SetTimes(path, kLongAgo);
+         }},
+    };
+    for (const ChangeCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string path = Create("in", "LIST x.\n");
+        SetTimes(path, kLongAgo);
+        const std::unique_ptr<FileInput> input = FileInput::Open(path);
+        ASSERT_NE(input, nullptr);
+        EXPECT_EQ(ReadAll(*input), "LIST x.\n");
+        EXPECT_FALSE(input->HasChanged());
+        WaitForANewTime(path);
+        c.change(path);
+        ASSERT_TRUE(input->Rewind());
+        ReadAll(*input);
+        EXPECT_EQ(input->HasChanged(), c.isSeen);
+        EXPECT_FALSE(input->Failed());
+    }
+}
+
+TEST_F(TextFileTest, WhatIsNoFileDoesNotChange) {
+    const std::unique_ptr<FileInput> device = FileInput::Open("/dev/null");
+    ASSERT_NE(device, nullptr);
+    EXPECT_FALSE(device->HasChanged());
+    Pipe pipe;
+    const std::unique_ptr<FileInput> input = FileInput::Open(pipe.ReaderName());
+    ASSERT_NE(input, nullptr);
+    pipe.Feed("LIST x.\n");
+    EXPECT_EQ(ReadAll(*input), "LIST x.\n");
+    EXPECT_FALSE(input->HasChanged());
+}
+
+// The number that the next file opened will get.
+int NextDescriptor() { return FileDescriptor(open("/dev/null", O_RDONLY | O_CLOEXEC)).Get(); }
+
+// For as long as this lives, the system does not tell what one descriptor is.
+class UntoldStatus {
+public:
+    explicit UntoldStatus(int descriptor) { g_untoldDescriptor = descriptor; }
+    ~UntoldStatus() { g_untoldDescriptor = -1; }
+    UntoldStatus(const UntoldStatus&) = delete;
+    UntoldStatus& operator=(const UntoldStatus&) = delete;
+};
+
+TEST_F(TextFileTest, OpensNoInputOfWhichNothingIsKnown) {
+    const std::string path = Create("in", "LIST x.\n");
+    const UntoldStatus untold(NextDescriptor());
+    EXPECT_EQ(FileInput::Open(path), nullptr);
+}
+
+TEST_F(TextFileTest, OpensNoOutputOfWhichNothingIsKnown) {
+    const std::string path = Create("in", "LIST x.\n");
+    const std::string other = Create("out", "a longer text, whose end must not stay behind\n");
+    const std::unique_ptr<FileInput> input = FileInput::Open(path);
+    ASSERT_NE(input, nullptr);
+    for (const std::string& name : {path, other}) {
+        const std::string before = Contents(name);
+        const UntoldStatus untold(NextDescriptor());
+        EXPECT_EQ(FileOutput::Open(name, *input), nullptr);
+        EXPECT_EQ(Contents(name), before);
+    }
+    const UntoldStatus untold(STDOUT_FILENO);
+    EXPECT_EQ(FileOutput::Open(other, *input), nullptr);
+    EXPECT_NE(Contents(other), "");
+}
+
+TEST_F(TextFileTest, AnInputOfWhichNothingMoreIsKnownHasChanged) {
+    const std::string path = Create("in", "LIST x.\n");
+    const int descriptor = NextDescriptor();
+    const std::unique_ptr<FileInput> input = FileInput::Open(path);
+    ASSERT_NE(input, nullptr);
+    EXPECT_FALSE(input->HasChanged());
+    const UntoldStatus untold(descriptor);
+    EXPECT_TRUE(input->HasChanged());
 }
 
 TEST_F(TextFileTest, WritesAFile) {

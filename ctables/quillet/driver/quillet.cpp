@@ -1,6 +1,7 @@
 // The driver: reads command after command and sends each on its way into the output.
 #include "quillet.h"
 
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <utility>
@@ -34,6 +35,47 @@ const CodePage& LegacyPage(LegacyCodePage legacyCodePage) {
         legacyCodePage == LegacyCodePage::kSystem ? CodePage::System() : nullptr;
     return pSystem != nullptr ? *pSystem : CodePage::Windows1252();
 }
+
+// An input that is read twice. The code page holds only for the text that was looked at, and a
+// text that is cut or grows in between would be converted in part. So both readings have to see
+// the same number of bytes, and the last line is not given out before the input has been asked
+// whether it is still the same.
+class RereadInput final : public TextInput {
+public:
+    explicit RereadInput(TextInput& input) : m_input(input) {}
+
+    std::size_t Read(char* buffer, std::size_t size) override {
+        if (Failed()) return 0;
+        const std::size_t count = m_input.Read(buffer, size);
+        m_count += count;
+        m_sawEnd = count == 0 && size > 0;
+        m_isDifferent = m_isSecondTime && IsDifferent();
+        return m_isDifferent ? 0 : count;
+    }
+    bool Rewind() override {
+        m_countBefore = std::exchange(m_count, 0);
+        m_sawEndBefore = std::exchange(m_sawEnd, false);
+        m_isSecondTime = true;
+        return m_input.Rewind();
+    }
+    [[nodiscard]] bool Failed() const override { return m_isDifferent || m_input.Failed(); }
+    [[nodiscard]] bool HasChanged() const override { return m_input.HasChanged(); }
+
+private:
+    // The first reading may have stopped before the end.
+    [[nodiscard]] bool IsDifferent() const {
+        if (m_sawEnd && (m_count < m_countBefore || HasChanged())) return true;
+        return m_sawEndBefore && m_count > m_countBefore;
+    }
+
+    TextInput& m_input;
+    std::uint64_t m_count = 0;  // bytes of this reading
+    std::uint64_t m_countBefore = 0;
+    bool m_sawEnd = false;
+    bool m_sawEndBefore = false;
+    bool m_isSecondTime = false;
+    bool m_isDifferent = false;
+};
 
 // Content decides: what is valid UTF-8 as a whole is UTF-8. Null when the input cannot be read
 // or not be read again.
@@ -336,10 +378,12 @@ Outcome ConvertStream(TextInput& input, TextOutput& output, ConversionListener& 
     const ScopedAssertionHandler handler([&listener](const AssertionFailure& failure) {
         listener.OnDiagnostic(AssertionLine(failure));
     });
-    const CodePage* pCodePage = ChooseCodePage(input, options);
+    RereadInput source(input);
+    const CodePage* pCodePage = ChooseCodePage(source, options);
     if (pCodePage == nullptr) return Outcome::kReadError;
     listener.OnEncoding(EncodingOf(*pCodePage));
-    return Driver(input, output, listener, *pCodePage, options.batchMode).Run();
+    const Outcome outcome = Driver(source, output, listener, *pCodePage, options.batchMode).Run();
+    return outcome != Outcome::kWriteError && source.HasChanged() ? Outcome::kReadError : outcome;
 }
 
 Conversion ConvertText(std::string_view input, const Options& options) {

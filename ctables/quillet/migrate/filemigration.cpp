@@ -35,6 +35,7 @@ public:
         return m_source.Rewind();
     }
     [[nodiscard]] bool Failed() const override { return m_source.Failed(); }
+    [[nodiscard]] bool HasChanged() const override { return m_source.HasChanged(); }
 
     // A conversion that stopped leaves lines that are counted all the same.
     void ReadRest() {
@@ -240,14 +241,14 @@ void FileMigration::Convert(SourceFile& source) {
 }
 
 void FileMigration::NoteOutcome(Outcome outcome, SourceFile& source, const NewFile* pResult) {
-    if (outcome == Outcome::kReadError || source.Failed()) {
-        return Fail("it cannot be read", source.Error());
-    }
+    if (source.Failed()) return Fail("it cannot be read", source.Error());
     if (outcome == Outcome::kWriteError) {
         return Fail("the result cannot be written",
                     pResult != nullptr ? pResult->Error() : std::error_code());
     }
-    if (source.HasChanged()) return Fail("it was changed while it was read");
+    if (outcome == Outcome::kReadError || source.HasChanged()) {
+        return Fail("it was changed while it was read");
+    }
     if (outcome == Outcome::kTokenizingError) {
         m_facts.outcome = FileOutcome::kStopped;
     } else {

@@ -225,8 +225,9 @@ unsigned DefaultPermissions() {
 
 std::unique_ptr<StoredFile> StoredFile::Open(const std::string& path, std::error_code& error) {
     FileDescriptor file = OpenFile(path, O_RDONLY | O_NONBLOCK, error);
-    if (!file.IsOpen()) return nullptr;
-    if (!IsRegularFile(file.Get())) {
+    FileStatus status;
+    if (!file.IsOpen() || !ReadStatusOf(file, status, error)) return nullptr;
+    if (status.kind != FileKind::kFile) {
         error = ErrorOf(EINVAL);
         return nullptr;
     }

@@ -68,7 +68,7 @@ public:
     /// As it was when the file was opened.
     [[nodiscard]] const FileStatus& Status() const { return m_status; }
     /// True when someone has written to the file since.
-    [[nodiscard]] bool HasChanged() const;
+    [[nodiscard]] bool HasChanged() const override;
 
 private:
     SourceFile(FileDescriptor file, const FileStatus& status)

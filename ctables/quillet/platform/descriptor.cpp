@@ -66,24 +66,24 @@ bool SetPosition(int descriptor, std::int64_t position) {
 
 bool Truncate(int descriptor) { return ftruncate(descriptor, 0) == 0; }
 
-bool IsRegularFile(int descriptor) {
-    struct stat status {};
-    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+bool ReadStatus(int descriptor, DescriptorStatus& status) {
+    struct stat data {};
+    if (fstat(descriptor, &data) != 0) return false;
+    status.isRegularFile = S_ISREG(data.st_mode);
+    status.isFolder = S_ISDIR(data.st_mode);
+    status.isIdentified = true;
+    status.device = data.st_dev;
+    status.file = data.st_ino;
+    status.size = static_cast<std::uint64_t>(data.st_size);
+    status.modified = {data.st_mtim.tv_sec, data.st_mtim.tv_nsec};
+    status.changed = {data.st_ctim.tv_sec, data.st_ctim.tv_nsec};
+    return true;
 }
 
-bool IsFolder(int descriptor) {
-    struct stat status {};
-    return fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
+bool ReadStandardOutputStatus(DescriptorStatus& status) {
+    status = {};
+    return ReadStatus(STDOUT_FILENO, status) || errno == EBADF;
 }
-
-bool AreSameFile(int left, int right) {
-    struct stat leftStatus {};
-    struct stat rightStatus {};
-    return fstat(left, &leftStatus) == 0 && fstat(right, &rightStatus) == 0 &&
-           leftStatus.st_dev == rightStatus.st_dev && leftStatus.st_ino == rightStatus.st_ino;
-}
-
-bool IsStandardOutput(int descriptor) { return AreSameFile(descriptor, STDOUT_FILENO); }
 
 std::FILE* OpenTemporaryFile() { return std::tmpfile(); }
 

@@ -43,13 +43,33 @@ enum class OpenMode {
 /// Discards what a regular file holds that was opened for writing and stands at its beginning.
 [[nodiscard]] bool Truncate(int descriptor);
 
-/// True for what can be rewound and truncated: neither pipes nor devices.
-[[nodiscard]] bool IsRegularFile(int descriptor);
-[[nodiscard]] bool IsFolder(int descriptor);
+/// A moment, as the file system keeps it; comparable only with one of the same file system.
+struct FileTime {
+    std::int64_t seconds = 0;
+    std::int64_t nanoseconds = 0;
+    bool operator==(const FileTime&) const = default;
+};
 
-/// True when both are known to be one file, device or pipe, whatever their names.
-[[nodiscard]] bool AreSameFile(int left, int right);
-[[nodiscard]] bool IsStandardOutput(int descriptor);
+/// What the system tells of an open file at one moment.
+struct DescriptorStatus {
+    bool isRegularFile = false;  ///< It can be rewound and truncated: neither a pipe nor a device.
+    bool isFolder = false;
+    bool isIdentified = false;  ///< The next two tell it from all others, whatever its names.
+    std::uint64_t device = 0;
+    std::uint64_t file = 0;
+    // Of a regular file:
+    std::uint64_t size = 0;  ///< In bytes.
+    FileTime modified;       ///< When it was last written to.
+    FileTime changed;        ///< When it, its rights or its names last changed, if that is kept.
+};
+
+/// Sets `status`. False when the system cannot tell: then nothing is known about the file, not
+/// even that it is no other.
+[[nodiscard]] bool ReadStatus(int descriptor, DescriptorStatus& status);
+
+/// The same for standard output. Where there is none, that is no error, and `status` is that of no
+/// file.
+[[nodiscard]] bool ReadStandardOutputStatus(DescriptorStatus& status);
 
 /// A new file for reading and writing that goes away with the program, however that ends. The
 /// caller closes it; null on errors.

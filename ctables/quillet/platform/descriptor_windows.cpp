@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 #include "platform/descriptor.h"
 #include "platform/widetext_windows.h"
@@ -33,6 +34,15 @@ int Duplicate(int descriptor) {
     const int duplicate = HandleOf(descriptor) == INVALID_HANDLE_VALUE ? -1 : _dup(descriptor);
     if (duplicate >= 0) static_cast<void>(_setmode(duplicate, _O_BINARY));
     return duplicate;
+}
+
+std::uint64_t Join(DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; }
+
+FileTime TimeOf(const FILETIME& time) {
+    constexpr std::int64_t kTicksPerSecond = 10'000'000;
+    constexpr std::int64_t kNanosecondsPerTick = 100;
+    const auto ticks = static_cast<std::int64_t>(Join(time.dwHighDateTime, time.dwLowDateTime));
+    return {ticks / kTicksPerSecond, ticks % kTicksPerSecond * kNanosecondsPerTick};
 }
 
 }  // namespace
@@ -71,25 +81,38 @@ bool SetPosition(int descriptor, std::int64_t position) {
 
 bool Truncate(int descriptor) { return SetEndOfFile(HandleOf(descriptor)) != 0; }
 
-bool IsRegularFile(int descriptor) { return GetFileType(HandleOf(descriptor)) == FILE_TYPE_DISK; }
-
-// The C library opens none.
-bool IsFolder(int /*descriptor*/) { return false; }
-
-bool AreSameFile(int left, int right) {
-    if (IsConsole(left) && IsConsole(right)) return true;
+// Folders are not told: the C library opens none. Nor is the last change of rights and names,
+// which the system looks after in its own way.
+bool ReadStatus(int descriptor, DescriptorStatus& status) {
+    const HANDLE handle = HandleOf(descriptor);
+    if (handle == INVALID_HANDLE_VALUE) return false;
+    status = {};
+    if (IsConsole(descriptor)) {
+        // There is one console; no volume has this number.
+        status.isIdentified = true;
+        status.device = std::numeric_limits<std::uint64_t>::max();
+        return true;
+    }
+    SetLastError(NO_ERROR);
+    const DWORD type = GetFileType(handle);
+    if (type == FILE_TYPE_UNKNOWN && GetLastError() != NO_ERROR) return false;
+    if (type != FILE_TYPE_DISK) return true;
     // Files have the same index under every name, but on their own volume alone.
-    BY_HANDLE_FILE_INFORMATION leftInformation{};
-    BY_HANDLE_FILE_INFORMATION rightInformation{};
-    return IsRegularFile(left) && IsRegularFile(right) &&
-           GetFileInformationByHandle(HandleOf(left), &leftInformation) != 0 &&
-           GetFileInformationByHandle(HandleOf(right), &rightInformation) != 0 &&
-           leftInformation.dwVolumeSerialNumber == rightInformation.dwVolumeSerialNumber &&
-           leftInformation.nFileIndexHigh == rightInformation.nFileIndexHigh &&
-           leftInformation.nFileIndexLow == rightInformation.nFileIndexLow;
+    BY_HANDLE_FILE_INFORMATION information{};
+    if (GetFileInformationByHandle(handle, &information) == 0) return false;
+    status.isRegularFile = true;
+    status.isIdentified = true;
+    status.device = information.dwVolumeSerialNumber;
+    status.file = Join(information.nFileIndexHigh, information.nFileIndexLow);
+    status.size = Join(information.nFileSizeHigh, information.nFileSizeLow);
+    status.modified = TimeOf(information.ftLastWriteTime);
+    return true;
 }
 
-bool IsStandardOutput(int descriptor) { return AreSameFile(descriptor, _fileno(stdout)); }
+bool ReadStandardOutputStatus(DescriptorStatus& status) {
+    status = {};
+    return HandleOf(_fileno(stdout)) == INVALID_HANDLE_VALUE || ReadStatus(_fileno(stdout), status);
+}
 
 // The C library's own temporary files lie where only administrators may write.
 std::FILE* OpenTemporaryFile() {

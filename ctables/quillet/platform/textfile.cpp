@@ -3,9 +3,21 @@
 #include <cstdio>
 #include <utility>
 
-#include "platform/descriptor.h"
-
 namespace quillet {
+
+namespace {
+
+bool AreSameFile(const DescriptorStatus& left, const DescriptorStatus& right) {
+    return left.isIdentified && right.isIdentified && left.device == right.device &&
+           left.file == right.file;
+}
+
+bool AreSameText(const DescriptorStatus& left, const DescriptorStatus& right) {
+    return left.size == right.size && left.modified == right.modified &&
+           left.changed == right.changed;
+}
+
+}  // namespace
 
 FileDescriptor::~FileDescriptor() { static_cast<void>(Close()); }
 
@@ -44,16 +56,17 @@ private:
     std::unique_ptr<std::FILE, Closer> m_file{OpenTemporaryFile()};
 };
 
-FileInput::FileInput(FileDescriptor file, std::int64_t start)
-    : m_file(std::move(file)), m_start(start) {}
+FileInput::FileInput(FileDescriptor file, const DescriptorStatus& status, std::int64_t start)
+    : m_file(std::move(file)), m_status(status), m_start(start) {}
 
 FileInput::~FileInput() = default;
 
 std::unique_ptr<FileInput> FileInput::Open(const std::string& name) {
     FileDescriptor file(OpenDescriptor(name, OpenMode::kRead));
-    if (!file.IsOpen() || IsFolder(file.Get())) return nullptr;
-    const std::int64_t start = IsRegularFile(file.Get()) ? PositionOf(file.Get()) : -1;
-    return std::unique_ptr<FileInput>(new FileInput(std::move(file), start));
+    DescriptorStatus status;
+    if (!file.IsOpen() || !ReadStatus(file.Get(), status) || status.isFolder) return nullptr;
+    const std::int64_t start = status.isRegularFile ? PositionOf(file.Get()) : -1;
+    return std::unique_ptr<FileInput>(new FileInput(std::move(file), status, start));
 }
 
 std::size_t FileInput::ReadFile(char* buffer, std::size_t size) {
@@ -86,18 +99,29 @@ bool FileInput::Rewind() {
     return m_spool->Rewind();
 }
 
+bool FileInput::HasChanged() const {
+    // What a pipe or a device gave first is what is read again.
+    if (!m_status.isRegularFile) return false;
+    DescriptorStatus now;
+    return !ReadStatus(m_file.Get(), now) || !AreSameText(m_status, now);
+}
+
 std::unique_ptr<FileOutput> FileOutput::Open(const std::string& name, const FileInput& input) {
     // Not truncated before it is known what it is.
     FileDescriptor file(OpenDescriptor(name, OpenMode::kWrite));
     if (!file.IsOpen()) return nullptr;
-    const bool isRegular = IsRegularFile(file.Get());
-    if (isRegular && AreSameFile(file.Get(), input.Descriptor())) return nullptr;
+    DescriptorStatus status;
+    DescriptorStatus standardOutput;
+    if (!ReadStatus(file.Get(), status) || !ReadStandardOutputStatus(standardOutput)) {
+        return nullptr;
+    }
+    if (status.isRegularFile && AreSameFile(status, input.Status())) return nullptr;
     const bool isStandardOutput =
-        name == kStandardOutputName || quillet::IsStandardOutput(file.Get());
+        name == kStandardOutputName || AreSameFile(status, standardOutput);
     if (isStandardOutput) {
         // Its own position, so that the result lines do not overwrite what is written here.
         file = FileDescriptor(DuplicateStandardOutput());
-    } else if (isRegular && !Truncate(file.Get())) {
+    } else if (status.isRegularFile && !Truncate(file.Get())) {
         return nullptr;
     }
     return std::unique_ptr<FileOutput>(new FileOutput(std::move(file), isStandardOutput));

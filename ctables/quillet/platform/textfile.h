@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/descriptor.h"
 #include "quillet.h"
 
 namespace quillet {
@@ -35,7 +36,8 @@ private:
 /// read for the first time.
 class FileInput final : public TextInput {
 public:
-    /// Opens `name`; null when that fails or when it is a folder. Nothing is read yet.
+    /// Opens `name`; null when that fails, when it is a folder or when the system does not tell
+    /// what it is. Nothing is read yet.
     [[nodiscard]] static std::unique_ptr<FileInput> Open(const std::string& name);
     ~FileInput() override;
     FileInput(const FileInput&) = delete;
@@ -44,16 +46,21 @@ public:
     std::size_t Read(char* buffer, std::size_t size) override;
     bool Rewind() override;
     [[nodiscard]] bool Failed() const override { return m_failed; }
+    /// Of a regular file: its size and its times are no longer those of its opening. New rights
+    /// or another name count, too, since a time of writing can be set back.
+    [[nodiscard]] bool HasChanged() const override;
 
-    [[nodiscard]] int Descriptor() const { return m_file.Get(); }
+    /// As it was when it was opened.
+    [[nodiscard]] const DescriptorStatus& Status() const { return m_status; }
 
 private:
     class Spool;
 
-    FileInput(FileDescriptor file, std::int64_t start);
+    FileInput(FileDescriptor file, const DescriptorStatus& status, std::int64_t start);
     std::size_t ReadFile(char* buffer, std::size_t size);
 
     FileDescriptor m_file;
+    DescriptorStatus m_status;
     std::int64_t m_start;  // where the text begins in the file; -1 when it cannot be rewound
     std::unique_ptr<Spool> m_spool;
     bool m_isReplaying = false;  // the spool is being read, not written
@@ -65,7 +72,8 @@ private:
 class FileOutput final : public TextOutput {
 public:
     /// Opens `name` and discards what it held. Null when that fails, and also, with nothing
-    /// touched, when it is the very file that `input` reads, under whatever name.
+    /// touched, when it is the very file that `input` reads, under whatever name, or when the
+    /// system does not tell whether it is.
     [[nodiscard]] static std::unique_ptr<FileOutput> Open(const std::string& name,
                                                           const FileInput& input);
 
