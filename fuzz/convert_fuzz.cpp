@@ -24,6 +24,11 @@ void CheckOutput(std::string_view output) {
     }
 }
 
+// Nothing else is refused.
+bool BeginsAsUtf16(std::string_view text) {
+    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
+}
+
 // Delivers a text in pieces of a few bytes.
 class PiecewiseInput final : public quillet::TextInput {
 public:
@@ -92,7 +97,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if ((data[0] & 2U) != 0) options.legacyCodePage = quillet::LegacyCodePage::kSystem;
     const std::string_view input(reinterpret_cast<const char*>(data) + 1, size - 1);
     const quillet::Conversion conversion = quillet::ConvertText(input, options);
-    CheckOutput(conversion.output);
+    if (conversion.outcome != quillet::Outcome::kReadError) {
+        CheckOutput(conversion.output);
+    } else if (!BeginsAsUtf16(input) || !conversion.output.empty()) {
+        std::abort();
+    }
 
     PiecewiseInput pieces(input, (data[0] >> 2U) + std::size_t{1});
     StringOutput output;

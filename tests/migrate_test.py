@@ -773,6 +773,19 @@ class FaultTest(MigrateTest):
         self.assertIn(b"c: it cannot be opened: Invalid argument\n", error)
         self.assertEqual(sorted(self.results()), [b"a big.syn", b"d"])
 
+    def test_utf16_is_not_converted_in_silence(self):
+        self.create("a.syn", "TABLES /TABLE a.\n".encode("utf-16"))
+        self.create("b.syn", b"\xfe\xffno zero byte\n")
+        self.create("c.syn", ORDINARY)
+        for options in ((), ("--dry-run",), ("--force",), ("--copy-others", "--force")):
+            with self.subTest(options):
+                run = self.run_program(self.source, self.target, *options)
+                self.assertEqual(run.returncode, 2)
+                for name in ("a.syn", "b.syn"):
+                    self.assertEqual(self.facts(name)["outcome"], "failed")
+                    self.assertIn("UTF-16", self.facts(name)["message"])
+                self.assertEqual(sorted(self.results()), [b"c.syn"])
+
     def test_a_file_that_changes_while_it_is_read(self):
         path = self.create("a", TABLES * 100000)
         process = self.start_program(self.source, self.target)

@@ -692,6 +692,23 @@ class ReadErrorTest(ProgramTest):
         self.assertEqual((status, error), (0, b""))
         self.assertTrue(output == text)
 
+    def test_utf16_is_refused(self):
+        for text in (
+            "LIST x.\n".encode("utf-16"),
+            b"\xff\xfe" + "TABLES /TABLE a.\n".encode("utf-16-le"),
+            b"\xfe\xff" + "TABLES /TABLE a.\n".encode("utf-16-be"),
+            "LIST x.\n".encode("utf-32"),
+            b"\xff\xfe",
+            b"\xfe\xff",
+        ):
+            with self.subTest(text):
+                self.create("in", text)
+                self.expect(self.run_program("in", "out"), 1, error=read_error("in"))
+                self.assertEqual(self.contents("out"), b"")
+                run = self.run_program("/dev/stdin", "out", input=text)
+                self.expect(run, 1, error=read_error("/dev/stdin"))
+                self.assertEqual(self.contents("out"), b"")
+
     def test_a_terminal_that_hangs_up(self):
         # Reading the controlling side of a terminal fails once its other side is closed.
         ours, theirs = open_terminal(self)

@@ -29,8 +29,8 @@ struct Options {
 enum class Outcome {
     kDone,             ///< Everything was read and written; single commands may have failed.
     kTokenizingError,  ///< A text that is no syntax ended the run; the output says where and why.
-    /// The input failed before its end, or was not the same text when it was read again; the
-    /// output is incomplete.
+    /// The input failed before its end, was not the same text when it was read again, or is
+    /// UTF-16; the output is incomplete.
     kReadError,
     kWriteError,   ///< The output did not take all bytes.
     kOutOfMemory,  ///< Memory ran out for a command; the output says where and ends there.
@@ -47,10 +47,12 @@ struct Conversion {
 /// Converts `input` in memory.
 ///
 /// Bytes in, bytes out: the output has a UTF-8 byte-order mark if and only if the input has,
-/// and CR LF line ends if and only if the input's first line ends in CR LF. No input is invalid;
-/// at worst the outcome is `kTokenizingError` or `kOutOfMemory`. Throws `std::bad_alloc` alone, and
-/// that only where not even the result itself can be kept. Time is linear in the input and the
-/// output; what a command asks for beyond its own size is limited to 64 MiB.
+/// and CR LF line ends if and only if the input's first line ends in CR LF. Every input is taken,
+/// at worst the outcome is `kTokenizingError` or `kOutOfMemory`, but for those that begin with a
+/// byte-order mark of UTF-16 (FF FE or FE FF): then it is `kReadError`, and the output is empty.
+/// Throws `std::bad_alloc` alone, and that only where not even the result itself can be kept. Time
+/// is linear in the input and the output; what a command asks for beyond its own size is limited
+/// to 64 MiB.
 [[nodiscard]] Conversion ConvertText(std::string_view input, const Options& options);
 
 /// A text that is read in pieces, twice: the whole of it decides the code page.

@@ -109,19 +109,24 @@ private:
     std::size_t m_position = 0;
 };
 
-TEST(MigrateFilesTest, ANulInTheBeginningIsNoText) {
-    const auto isText = [](std::string text) {
+TEST(MigrateFilesTest, TheBeginningTellsWhatAFileHolds) {
+    const auto contentOf = [](std::string text) {
         TextSource source(std::move(text));
-        const bool result = IsText(source);
+        const Content result = LookAtContent(source);
         EXPECT_TRUE(source.IsRewound());
         return result;
     };
     const std::string nul(1, '\0');
-    EXPECT_TRUE(isText(""));
-    EXPECT_TRUE(isText("\xFF\x01"));
-    EXPECT_FALSE(isText(nul));
-    EXPECT_FALSE(isText(std::string(65535, 'x') + nul));
-    EXPECT_TRUE(isText(std::string(65536, 'x') + nul));
+    EXPECT_EQ(contentOf(""), Content::kText);
+    EXPECT_EQ(contentOf("\xFF\x01"), Content::kText);
+    EXPECT_EQ(contentOf("\xFF"), Content::kText);
+    EXPECT_EQ(contentOf(nul), Content::kOther);
+    EXPECT_EQ(contentOf(std::string(65535, 'x') + nul), Content::kOther);
+    EXPECT_EQ(contentOf(std::string(65536, 'x') + nul), Content::kText);
+    EXPECT_EQ(contentOf("\xFF\xFE"), Content::kUtf16);
+    EXPECT_EQ(contentOf("\xFE\xFF" + nul + "L"), Content::kUtf16);
+    EXPECT_EQ(contentOf("\xFF\xFE" + nul + nul), Content::kUtf16);
+    EXPECT_EQ(contentOf("x\xFF\xFE"), Content::kText);
 }
 
 TEST(MigrateFilesTest, PathsInsideEachOther) {

@@ -652,6 +652,31 @@ TEST(QuilletTest, AnInputThatHasChangedWasNotRead) {
     }
 }
 
+TEST(QuilletTest, RefusesUtf16) {
+    const CopyCase cases[] = {
+        {"little end first", "\xFF\xFEL\0I\0"s, ""},
+        {"big end first", "\xFE\xFF\0L\0I"s, ""},
+        {"four bytes a character", "\xFF\xFE\0\0L\0\0\0"s, ""},
+        {"the mark alone", "\xFF\xFE", ""},
+        {"the other mark alone", "\xFE\xFF", ""},
+        {"without a zero byte", "\xFF\xFELIST x.\n", ""},
+    };
+    for (const CopyCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const Conversion conversion = Convert(c.text, Options());
+        EXPECT_EQ(conversion.outcome, Outcome::kReadError);
+        EXPECT_EQ(conversion.output, "");
+    }
+    const CopyCase others[] = {
+        {"half of a mark", "\xFF", "\xFF.\n"},
+        {"the other half", "\xFE", "\xFE.\n"},
+        {"a mark and something before it", "* \xFF\xFE.\n", "* \xFF\xFE.\n"},
+        {"half a mark twice", "\xFF\xFFLIST.\n", "\xFF\xFFLIST.\n"},
+        {"a zero byte and no mark", "\0L\0I"s, "\0L\0I.\n"s},
+    };
+    for (const CopyCase& c : others) ExpectCopied(c, false);
+}
+
 TEST(QuilletTest, TellsWhenTheOutputFails) {
     std::string text;
     for (int i = 0; i < 200000; ++i) text += "LIST x y z.\n";

@@ -77,13 +77,23 @@ private:
     bool m_isDifferent = false;
 };
 
-// Content decides: what is valid UTF-8 as a whole is UTF-8. Null when the input cannot be read
-// or not be read again.
+// UTF-32 in the order of most machines begins in the same way.
+bool BeginsAsUtf16(std::string_view text) {
+    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
+}
+
+// Content decides: what is valid UTF-8 as a whole is UTF-8. Null when the input cannot be read,
+// not be read again or is UTF-16, whose conversion as anything else would be of no use.
 const CodePage* ChooseCodePage(TextInput& input, const Options& options) {
+    constexpr std::size_t kMarkSize = 2;
     std::vector<char> block(kBlockSize);
+    std::string beginning;
     Utf8Validator validator;
     while (const std::size_t count = input.Read(block.data(), block.size())) {
-        if (!validator.Add({block.data(), count})) break;
+        const std::string_view piece(block.data(), count);
+        beginning.append(piece.substr(0, kMarkSize - beginning.size()));
+        if (BeginsAsUtf16(beginning)) return nullptr;
+        if (!validator.Add(piece) && beginning.size() == kMarkSize) break;
     }
     if (input.Failed() || !input.Rewind()) return nullptr;
     return validator.IsValid() ? &CodePage::Utf8() : &LegacyPage(options.legacyCodePage);

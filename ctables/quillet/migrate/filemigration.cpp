@@ -171,9 +171,12 @@ void FileMigration::MigrateOpened(const FileTask& task, SourceFile& source) {
         return Fail("the result would lie in the source");
     m_facts.isKept = StandsAlready(source);
     if (m_facts.isKept && TakeEarlierFacts(source)) return;
-    const bool isText = IsText(source);
+    const Content content = LookAtContent(source);
     if (source.Failed()) return Fail("it cannot be read", source.Error());
-    if (task.isConverted && isText) {
+    if (task.isConverted && content == Content::kUtf16) {
+        return Fail("it is UTF-16, which cannot be converted: save it as UTF-8");
+    }
+    if (task.isConverted && content == Content::kText) {
         Convert(source);
     } else if (m_context.copiesOthers) {
         Copy(source);
@@ -246,6 +249,7 @@ void FileMigration::NoteOutcome(Outcome outcome, SourceFile& source, const NewFi
         return Fail("the result cannot be written",
                     pResult != nullptr ? pResult->Error() : std::error_code());
     }
+    // The look at its beginning has found no other reason why a text is not read to its end.
     if (outcome == Outcome::kReadError || source.HasChanged()) {
         return Fail("it was changed while it was read");
     }

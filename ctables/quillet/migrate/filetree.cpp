@@ -121,7 +121,7 @@ FileTree WalkTree(const std::string& root, const std::stop_token& stop) {
     return TreeWalk(root).Run(stop);
 }
 
-bool IsText(TextInput& input) {
+Content LookAtContent(TextInput& input) {
     constexpr std::size_t kBytesLookedAt = 64UL * 1024;
     std::vector<char> buffer(kBytesLookedAt);
     std::size_t filled = 0;
@@ -131,7 +131,11 @@ bool IsText(TextInput& input) {
         filled += count;
     }
     const std::string_view beginning(buffer.data(), filled);
-    return input.Rewind() && beginning.find('\0') == std::string_view::npos;
+    if (!input.Rewind()) return Content::kOther;
+    if (beginning.starts_with("\xFF\xFE") || beginning.starts_with("\xFE\xFF")) {
+        return Content::kUtf16;
+    }
+    return beginning.find('\0') == std::string_view::npos ? Content::kText : Content::kOther;
 }
 
 }  // namespace quillet::migrate

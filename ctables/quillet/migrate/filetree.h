@@ -38,9 +38,15 @@ struct FileTree {
 /// Stops early, and returns what it has, when `stop` is requested.
 [[nodiscard]] FileTree WalkTree(const std::string& root, const std::stop_token& stop);
 
-/// True when there is no NUL in the first 64 KiB of `input`, which is rewound. Look at
-/// `input.Failed` afterwards.
-[[nodiscard]] bool IsText(TextInput& input);
+/// What a look at the beginning of a file tells.
+enum class Content {
+    kText,
+    kUtf16,  ///< It begins with a byte-order mark of UTF-16 or UTF-32, FF FE or FE FF.
+    kOther,  ///< There is a NUL in its first 64 KiB.
+};
+
+/// What `input` holds, which is rewound. Look at `input.Failed` afterwards.
+[[nodiscard]] Content LookAtContent(TextInput& input);
 
 }  // namespace quillet::migrate
 
