@@ -160,11 +160,7 @@ public:
     Outcome Run() {
         Outcome outcome = Outcome::kDone;
         try {
-            ConvertCommands();
-        } catch (const ParseError& error) {
-            WriteTokenizingError(error, m_out);
-            TellOfError(error);
-            outcome = Outcome::kTokenizingError;
+            if (!ConvertCommands()) outcome = Outcome::kTokenizingError;
         } catch (const std::bad_alloc&) {
             RunOutOfMemory();
             outcome = Outcome::kOutOfMemory;
@@ -174,13 +170,21 @@ public:
     }
 
 private:
-    void ConvertCommands() {
+    // False when a text that is no syntax ended the run.
+    [[nodiscard]] bool ConvertCommands() {
         if (m_lines.SkipByteOrderMark()) m_out.Write(kByteOrderMark);
         if (m_lines.FirstLineEndsInCrLf()) m_out.UseCrLf();
-        while (!m_out.Failed() && !m_commands.ReadCommand() && !m_lines.Failed()) {
-            m_isReading = false;
-            HandleCommand();
-            m_isReading = true;
+        try {
+            while (!m_out.Failed() && !m_commands.ReadCommand() && !m_lines.Failed()) {
+                m_isReading = false;
+                HandleCommand();
+                m_isReading = true;
+            }
+            return true;
+        } catch (const ParseError& error) {
+            WriteTokenizingError(error, m_out);
+            TellOfError(error);
+            return false;
         }
     }
 

@@ -3,6 +3,8 @@
 #include <pthread.h>
 #include <unistd.h>
 
+#include <system_error>
+
 namespace quillet::migrate {
 
 namespace {
@@ -25,10 +27,16 @@ Interruption::Interruption(std::stop_source& stop) : m_stop(stop) {
     }
     sigaddset(&m_signals, kWakeUp);
     pthread_sigmask(SIG_BLOCK, &m_signals, &m_earlierMask);
-    m_thread = std::thread([this] { Wait(); });
+    try {
+        m_thread = std::thread([this] { Wait(); });
+    } catch (const std::system_error&) {
+        // The system allows for no further thread. Signals then do what they always do.
+        pthread_sigmask(SIG_SETMASK, &m_earlierMask, nullptr);
+    }
 }
 
 Interruption::~Interruption() {
+    if (!m_thread.joinable()) return;
     m_isOver = true;
     pthread_kill(m_thread.native_handle(), kWakeUp);
     m_thread.join();

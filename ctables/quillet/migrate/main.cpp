@@ -1,5 +1,7 @@
 // The command-line program that converts whole archives.
 #include <cstdio>
+#include <cstdlib>
+#include <exception>
 #include <new>
 
 #include "migrate/mergereports.h"
@@ -32,13 +34,32 @@ int Run(int argc, char* argv[]) {
                                     : migrate::MergeReports(settings);
 }
 
+void WriteOutOfMemory() {
+    quillet::WriteToStream(stderr, "quillet-migrate: there is not enough memory\n");
+}
+
+// Memory may run out where nothing may throw, as in a destructor that needs some. What was migrated
+// is noted in the journal, and the next run goes on from there.
+[[noreturn]] void EndWithoutMemory() {
+    try {
+        if (std::current_exception()) std::rethrow_exception(std::current_exception());
+    } catch (const std::bad_alloc&) {
+        WriteOutOfMemory();
+        std::_Exit(kTrouble);
+    } catch (...) {
+        std::abort();
+    }
+    std::abort();
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    std::set_terminate(EndWithoutMemory);
     try {
         return Run(argc, argv);
     } catch (const std::bad_alloc&) {
-        quillet::WriteToStream(stderr, "quillet-migrate: there is not enough memory\n");
+        WriteOutOfMemory();
         return kTrouble;
     }
 }

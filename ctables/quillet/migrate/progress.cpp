@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <system_error>
 
 #include "migrate/systemfiles.h"
 #include "platform/system.h"
@@ -58,7 +59,12 @@ ProgressDisplay::ProgressDisplay(const ProgressCounters& counters, bool isQuiet)
     : m_counters(counters),
       m_isTerminal(IsErrorTerminal()),
       m_start(std::chrono::steady_clock::now()) {
-    if (!isQuiet) m_thread = std::jthread([this](const std::stop_token& stop) { Run(stop); });
+    if (isQuiet) return;
+    try {
+        m_thread = std::jthread([this](const std::stop_token& stop) { Run(stop); });
+    } catch (const std::system_error&) {
+        // The system allows for no further thread. The work is worth more than its display.
+    }
 }
 
 ProgressDisplay::~ProgressDisplay() {

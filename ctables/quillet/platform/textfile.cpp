@@ -121,6 +121,7 @@ std::unique_ptr<FileOutput> FileOutput::Open(const std::string& name, const File
     if (isStandardOutput) {
         // Its own position, so that the result lines do not overwrite what is written here.
         file = FileDescriptor(DuplicateStandardOutput());
+        if (!file.IsOpen()) return nullptr;
     } else if (status.isRegularFile && !Truncate(file.Get())) {
         return nullptr;
     }
