@@ -80,14 +80,17 @@ static void* AllocateStack(quillet::TablesCommand& command, std::size_t size) {
 static void DiscardOperands(quillet::OpaqueValue* pLast, int count) {
     for (int i = 0; i < count; ++i) OpaqueValue_Clear(pLast[-i]);
 }
-#define BUILD(...)                     \
-    try {                              \
-        __VA_ARGS__;                   \
-    } catch (const std::bad_alloc&) {  \
-        DiscardOperands(yyvsp, yylen); \
-        command.GiveUp();              \
-        YYABORT;                       \
+#define CATCH_AFTER(cleanUp, ...)     \
+    try {                             \
+        __VA_ARGS__;                  \
+    } catch (const std::bad_alloc&) { \
+        cleanUp;                      \
+        command.GiveUp();             \
+        YYABORT;                      \
     }
+#define BUILD(...) CATCH_AFTER(DiscardOperands(yyvsp, yylen), __VA_ARGS__)
+// Reports take the values of their rule in any case, and that of an error symbol owns nothing.
+#define REPORT(...) CATCH_AFTER((void)0, __VA_ARGS__)
 #define BUILD_OR_ABORT(...) BUILD(if (!(__VA_ARGS__)) YYABORT)
 
 // The actions below read best with the plain names of node types and builder functions.
@@ -181,7 +184,7 @@ static void tbtryyerror(const TablesLocation* pLocation, const TablesCommand& co
 
 start:
     globalGroup tableGroupList   { BUILD($$ = BuildCommand(command, $1, $2)); }
-  | error                        { BUILD($$ = reportGenericError(command, @$)); YYABORT; }
+  | error                        { REPORT($$ = reportGenericError(command, @$)); YYABORT; }
   ;
 
 globalGroup:
@@ -200,16 +203,16 @@ globalSubcommand:
   | missing
   | observation
   | format
-  | TB_BOXCHARS craplist       { BUILD($$ = reportObsoleteSubcommand(command, "BOXCHARS", $1, $2)); }
-  | TB_CONTINUED craplist      { BUILD($$ = reportObsoleteSubcommand(command, "CONTINUED", $1, $2)); }
-  | TB_TFOOTNOTE craplist      { BUILD($$ = reportObsoleteSubcommand(command, "TFOOTNOTE", $1, $2)); }
-  | TB_FONTCHARS craplist      { BUILD($$ = reportObsoleteSubcommand(command, "FONTCHARS", $1, $2)); }
-  | TB_FOOTNOTE craplist       { BUILD($$ = reportObsoleteSubcommand(command, "FOOTNOTE", $1, $2)); }
-  | TB_INDEX craplist          { BUILD($$ = reportObsoleteSubcommand(command, "INDEX", $1, $2)); }
-  | TB_PFOOTNOTE craplist      { BUILD($$ = reportObsoleteSubcommand(command, "PFOOTNOTE", $1, $2)); }
-  | TB_PTITLE craplist         { BUILD($$ = reportObsoleteSubcommand(command, "PTITLE", $1, $2)); }
-  | TB_WRITE craplist          { BUILD($$ = reportObsoleteSubcommand(command, "WRITE", $1, $2)); }
-  | TB_UNKNOWNSUBCOM craplist  { BUILD($$ = reportUnknownSubcommand(command, $1, $2)); }
+  | TB_BOXCHARS craplist       { REPORT($$ = reportObsoleteSubcommand(command, "BOXCHARS", $1, $2)); }
+  | TB_CONTINUED craplist      { REPORT($$ = reportObsoleteSubcommand(command, "CONTINUED", $1, $2)); }
+  | TB_TFOOTNOTE craplist      { REPORT($$ = reportObsoleteSubcommand(command, "TFOOTNOTE", $1, $2)); }
+  | TB_FONTCHARS craplist      { REPORT($$ = reportObsoleteSubcommand(command, "FONTCHARS", $1, $2)); }
+  | TB_FOOTNOTE craplist       { REPORT($$ = reportObsoleteSubcommand(command, "FOOTNOTE", $1, $2)); }
+  | TB_INDEX craplist          { REPORT($$ = reportObsoleteSubcommand(command, "INDEX", $1, $2)); }
+  | TB_PFOOTNOTE craplist      { REPORT($$ = reportObsoleteSubcommand(command, "PFOOTNOTE", $1, $2)); }
+  | TB_PTITLE craplist         { REPORT($$ = reportObsoleteSubcommand(command, "PTITLE", $1, $2)); }
+  | TB_WRITE craplist          { REPORT($$ = reportObsoleteSubcommand(command, "WRITE", $1, $2)); }
+  | TB_UNKNOWNSUBCOM craplist  { REPORT($$ = reportUnknownSubcommand(command, $1, $2)); }
   ;
 
 tableGroupList:
@@ -232,16 +235,16 @@ localSubcommand:
   | sort
   | statistics
   | title
-  | TB_BOXCHARS craplist       { BUILD($$ = reportObsoleteSubcommand(command, "BOXCHARS", $1, $2)); }
-  | TB_CONTINUED craplist      { BUILD($$ = reportObsoleteSubcommand(command, "CONTINUED", $1, $2)); }
-  | TB_TFOOTNOTE craplist      { BUILD($$ = reportObsoleteSubcommand(command, "TFOOTNOTE", $1, $2)); }
-  | TB_FONTCHARS craplist      { BUILD($$ = reportObsoleteSubcommand(command, "FONTCHARS", $1, $2)); }
-  | TB_FOOTNOTE craplist       { BUILD($$ = reportObsoleteSubcommand(command, "FOOTNOTE", $1, $2)); }
-  | TB_INDEX craplist          { BUILD($$ = reportObsoleteSubcommand(command, "INDEX", $1, $2)); }
-  | TB_PFOOTNOTE craplist      { BUILD($$ = reportObsoleteSubcommand(command, "PFOOTNOTE", $1, $2)); }
-  | TB_PTITLE craplist         { BUILD($$ = reportObsoleteSubcommand(command, "PTITLE", $1, $2)); }
-  | TB_WRITE craplist          { BUILD($$ = reportObsoleteSubcommand(command, "WRITE", $1, $2)); }
-  | TB_UNKNOWNSUBCOM craplist  { BUILD($$ = reportUnknownSubcommand(command, $1, $2)); }
+  | TB_BOXCHARS craplist       { REPORT($$ = reportObsoleteSubcommand(command, "BOXCHARS", $1, $2)); }
+  | TB_CONTINUED craplist      { REPORT($$ = reportObsoleteSubcommand(command, "CONTINUED", $1, $2)); }
+  | TB_TFOOTNOTE craplist      { REPORT($$ = reportObsoleteSubcommand(command, "TFOOTNOTE", $1, $2)); }
+  | TB_FONTCHARS craplist      { REPORT($$ = reportObsoleteSubcommand(command, "FONTCHARS", $1, $2)); }
+  | TB_FOOTNOTE craplist       { REPORT($$ = reportObsoleteSubcommand(command, "FOOTNOTE", $1, $2)); }
+  | TB_INDEX craplist          { REPORT($$ = reportObsoleteSubcommand(command, "INDEX", $1, $2)); }
+  | TB_PFOOTNOTE craplist      { REPORT($$ = reportObsoleteSubcommand(command, "PFOOTNOTE", $1, $2)); }
+  | TB_PTITLE craplist         { REPORT($$ = reportObsoleteSubcommand(command, "PTITLE", $1, $2)); }
+  | TB_WRITE craplist          { REPORT($$ = reportObsoleteSubcommand(command, "WRITE", $1, $2)); }
+  | TB_UNKNOWNSUBCOM craplist  { REPORT($$ = reportUnknownSubcommand(command, $1, $2)); }
   ;
 
 /* ---- Settings ------------------------------------------------------------------------------
@@ -256,7 +259,7 @@ autolabel:
   | TB_AUTOLABEL TB_DEFAULT  { BUILD($$ = BuildAutolabel($1, $2)); }
   | TB_AUTOLABEL TB_ON       { BUILD($$ = BuildAutolabel($1, $2)); }
   | TB_AUTOLABEL TB_OFF      { BUILD($$ = BuildAutolabel($1, $2)); }
-  | TB_AUTOLABEL error       { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_AUTOLABEL error       { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 base:
@@ -264,35 +267,35 @@ base:
   | TB_BASE TB_ANSWERING  { BUILD($$ = BuildBase($1, $2)); }
   | TB_BASE TB_QUALIFIED  { BUILD($$ = BuildBase($1, $2)); }
   | TB_BASE SP_ALL        { BUILD($$ = BuildBase($1, $2)); }
-  | TB_BASE error         { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_BASE error         { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 caption:
     TB_CAPTION strLiteralList  { BUILD($$ = BuildTexts(TB_CAPTION, $1, $2)); }
-  | TB_CAPTION error           { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_CAPTION error           { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 title:
     TB_TITLE strLiteralList  { BUILD($$ = BuildTexts(TB_TITLE, $1, $2)); }
-  | TB_TITLE error           { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_TITLE error           { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 corner:
     TB_CORNER strLiteralList  { BUILD($$ = BuildTexts(TB_CORNER, $1, $2)); }
-  | TB_CORNER error           { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_CORNER error           { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 gbase:
     TB_GBASE               { BUILD($$ = BuildGbase($1)); }
   | TB_GBASE TB_CASES      { BUILD($$ = BuildGbase($1, $2)); }
   | TB_GBASE TB_RESPONSES  { BUILD($$ = BuildGbase($1, $2)); }
-  | TB_GBASE error         { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_GBASE error         { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 missing:
     TB_MISSINGSUBCOM TB_EXCLUDE  { BUILD($$ = BuildMissing($1, $2)); }
   | TB_MISSINGSUBCOM TB_INCLUDE  { BUILD($$ = BuildMissing($1, $2)); }
-  | TB_MISSINGSUBCOM error       { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_MISSINGSUBCOM error       { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 /* FORMAT once took settings that have no meaning any more. They are dropped with a warning: the
@@ -300,7 +303,7 @@ missing:
 format:
     TB_FORMAT                    { BUILD($$ = DropEmptyFormat($1)); }
   | TB_FORMAT formatSettingList  { BUILD($$ = BuildFormat($1, $2)); }
-  | TB_FORMAT error              { BUILD($$ = reportObsoleteFormat(command, $1, yylval)); yyclearin; yyerrok; }
+  | TB_FORMAT error              { REPORT($$ = reportObsoleteFormat(command, $1, yylval)); yyclearin; yyerrok; }
   ;
 
 formatSettingList:
@@ -318,12 +321,12 @@ formatSetting:
 
 ftotal:
     TB_FTOTAL totalVarSpecList  { BUILD($$ = BuildTotals(TB_FTOTAL, $1, $2)); }
-  | TB_FTOTAL error             { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_FTOTAL error             { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 ptotal:
     TB_PTOTAL totalVarSpecList  { BUILD($$ = BuildTotals(TB_PTOTAL, $1, $2)); }
-  | TB_PTOTAL error             { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_PTOTAL error             { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 totalVarSpecList:
@@ -339,7 +342,7 @@ totalVarSpec:
 mrgroup:
     TB_MRGROUP SP_VARNAME variableSpecList              { BUILD($$ = BuildMrGroup($1, $2, $3)); }
   | TB_MRGROUP SP_VARNAME SP_SLITERAL variableSpecList  { BUILD($$ = BuildMrGroup($1, $2, $3, $4)); }
-  | TB_MRGROUP error                                    { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_MRGROUP error                                    { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 mdgroup:
@@ -347,12 +350,12 @@ mdgroup:
   | TB_MDGROUP SP_VARNAME variableSpecList SP_LPAREN SP_NUMBER SP_RPAREN                { BUILD($$ = BuildMdGroup($1, $2, $3, $4, $5, $6)); }
   | TB_MDGROUP SP_VARNAME SP_SLITERAL variableSpecList SP_LPAREN SP_SLITERAL SP_RPAREN  { BUILD($$ = BuildMdGroup($1, $2, $3, $4, $5, $6, $7)); }
   | TB_MDGROUP SP_VARNAME SP_SLITERAL variableSpecList SP_LPAREN SP_NUMBER SP_RPAREN    { BUILD($$ = BuildMdGroup($1, $2, $3, $4, $5, $6, $7)); }
-  | TB_MDGROUP error                                                                    { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_MDGROUP error                                                                    { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 observation:
     TB_OBSERVATION variableSpecList  { BUILD_OR_ABORT(BuildObservation(command, @$, $$, $1, $2)); }
-  | TB_OBSERVATION error             { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_OBSERVATION error             { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 variableNameList:
@@ -371,7 +374,7 @@ sort:
     TB_SORT sortVariableList                { BUILD($$ = BuildSort($1, $2)); }
   | TB_SORT TB_ASCENDING sortVariableList   { BUILD($$ = BuildSort($1, $2, $3)); }
   | TB_SORT TB_DESCENDING sortVariableList  { BUILD($$ = BuildSort($1, $2, $3)); }
-  | TB_SORT error                           { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_SORT error                           { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 sortVariableList:
@@ -393,7 +396,7 @@ sortFunction:
 
 statistics:
     TB_STATISTICS statFuncSpecWithWeightList  { BUILD($$ = BuildStatistics($1, $2)); }
-  | TB_STATISTICS error                       { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_STATISTICS error                       { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 statFuncSpecWithWeightList:
@@ -453,7 +456,7 @@ table:
     TB_TABLE tableExpression                                              { BUILD($$ = BuildTable(command, @$, $1, $2)); }
   | TB_TABLE tableExpression SP_BY tableExpression                        { BUILD($$ = BuildTable(command, @$, $1, $2, $3, $4)); }
   | TB_TABLE tableExpression SP_BY tableExpression SP_BY tableExpression  { BUILD($$ = BuildTable(command, @$, $1, $2, $3, $4, $5, $6)); }
-  | TB_TABLE error                                                        { BUILD($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
+  | TB_TABLE error                                                        { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 tableExpression:

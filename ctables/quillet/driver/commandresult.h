@@ -12,7 +12,7 @@ namespace quillet {
 /// The part of a `CommandReport` that the conversion of a command knows; it owns its texts.
 struct CommandResult {
     bool isConverted = false;
-    std::string generated;   ///< Without the last command's period, which writing adds.
+    std::string generated;   ///< Whole commands, each with its period.
     long generatedLine = 0;  ///< As in `CommandReport`.
     std::vector<std::string> warnings;
     ErrorKind errorKind = ErrorKind::kNone;

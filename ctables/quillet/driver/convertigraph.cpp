@@ -87,7 +87,9 @@ Replacement Replace(TAVQTokenSequence& sequence) {
 Replacement ReplaceWithinBudget(TAVQTokenSequence* pSequence) {
     if (pSequence != nullptr) {
         try {
-            return Replace(*pSequence);
+            Replacement replacement = Replace(*pSequence);
+            if (replacement.errorKind == ErrorKind::kNone) EndWithPeriod(replacement.text);
+            return replacement;
         } catch (const CommandTooLarge&) {
             // The same as below.
         } catch (const std::bad_alloc&) {
@@ -105,16 +107,13 @@ CommandResult ConvertIgraph(const CodePage& /*codePage*/, TAVQTokenSequence* pSe
     CommandResult result;
     result.isConverted = replacement.errorKind == ErrorKind::kNone;
     result.errorKind = replacement.errorKind;
+    if (!result.isConverted) result.message = WithoutCommentMark(replacement.text);
+    listener.OnResultLine(result.isConverted ? kIgraphSucceeded : kIgraphFailed);
     WriteCommand(kBeginGgraph, out, 0);
     if (result.isConverted) result.generatedLine = out.LineCount() + 1;
     WriteCommand(replacement.text, out, 0);
     WriteCommand(kEndGgraph, out, 0);
-    listener.OnResultLine(result.isConverted ? kIgraphSucceeded : kIgraphFailed);
-    if (result.isConverted) {
-        result.generated = std::move(replacement.text);
-    } else {
-        result.message = WithoutCommentMark(replacement.text);
-    }
+    if (result.isConverted) result.generated = std::move(replacement.text);
     return result;
 }
 

@@ -122,6 +122,7 @@ ReportEntry Convert(const CodePage& codePage, TAVQTokenSequence* pSequence, Comm
     try {
         TablesCommand command(codePage, pSequence);
         result.isConverted = ConvertToCtables(command, codePage, result.generated);
+        if (result.isConverted) EndWithPeriod(result.generated);
         result.warnings = command.Warnings();
         return command.FirstReport();
     } catch (const std::bad_alloc&) {
@@ -136,16 +137,15 @@ CommandResult ConvertTables(const CodePage& codePage, TAVQTokenSequence* pSequen
                             long lineOffset, ConversionListener& listener) {
     CommandResult result;
     const ReportEntry report = Convert(codePage, pSequence, result);
+    if (!result.isConverted) DescribeFailure(report, lineOffset, result);
+    listener.OnResultLine(result.isConverted ? kTablesSucceeded : kTablesFailed);
     WriteCommand(kBeginCtables, out, 0);
     if (result.isConverted) {
         for (const std::string& warning : result.warnings) WriteStarred(warning, out);
         result.generatedLine = out.LineCount() + 1;
         WriteCommand(result.generated, out, 0);
-        listener.OnResultLine(kTablesSucceeded);
     } else {
         ReportTablesFailure(report, out, lineOffset);
-        DescribeFailure(report, lineOffset, result);
-        listener.OnResultLine(kTablesFailed);
     }
     WriteCommand(kEndCtables, out, 0);
     return result;

@@ -24,6 +24,12 @@ void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent) {
     }
 }
 
+void EndWithPeriod(std::string& text) {
+    if (text.empty()) return;
+    if (text.ends_with('\n')) text.pop_back();
+    if (!text.ends_with('.')) text += '.';
+}
+
 void WriteLastLines(std::string_view lines, OutputFile& out) {
     if (lines.ends_with('\n')) lines.remove_suffix(1);
     out.Write(lines);
@@ -44,7 +50,7 @@ void WriteCommentedOut(std::string_view text, OutputFile& out) {
 }
 
 void WriteStarred(std::string_view message, OutputFile& out) {
-    out.Write("***** ");
+    out.Write(kStars);
     WriteLastLines(message, out);
 }
 

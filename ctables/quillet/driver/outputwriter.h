@@ -16,6 +16,10 @@ namespace quillet {
 /// Nothing at all for an empty text.
 void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent);
 
+/// Makes `text` one command with its period at the end, the way `WriteCommand` writes it. An empty
+/// text stays empty.
+void EndWithPeriod(std::string& text);
+
 /// Writes the last lines of a command whose lines before have been written as they are. They end
 /// as a command does, behind a blank line with a period of its own.
 void WriteLastLines(std::string_view lines, OutputFile& out);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -138,14 +139,6 @@ ErrorKind ErrorKindOf(ParseErrorKind kind) {
     return ErrorKind::kUnknown;
 }
 
-// `text` as one command with its period at the end, the way `WriteCommand` writes it.
-std::string WithPeriod(std::string_view text) {
-    if (text.ends_with('\n')) text.remove_suffix(1);
-    std::string command(text);
-    if (!command.ends_with('.')) command += '.';
-    return command;
-}
-
 class Driver {
 public:
     Driver(TextInput& input, TextOutput& output, ConversionListener& listener,
@@ -213,12 +206,12 @@ private:
                 TellOfCopy();
                 break;
             case Route::kTables:
-                TellOfResult(CommandType::kTables,
-                             Convert(kBeginTablesComment, kEndTablesComment, ConvertTables));
+                Convert(CommandType::kTables, kBeginTablesComment, kEndTablesComment,
+                        ConvertTables);
                 break;
             case Route::kIgraph:
-                TellOfResult(CommandType::kIgraph,
-                             Convert(kBeginIgraphComment, kEndIgraphComment, ConvertIgraph));
+                Convert(CommandType::kIgraph, kBeginIgraphComment, kEndIgraphComment,
+                        ConvertIgraph);
                 break;
         }
     }
@@ -263,15 +256,22 @@ private:
         if (!m_lines.Failed()) WriteLastLines(m_commands.CommandText(), m_out);
     }
 
+    // Whatever may find no memory comes before the first line that is written, or does without it:
+    // a frame is there as a whole or not at all.
     template <class Step>
-    CommandResult Convert(std::string_view beginComment, std::string_view endComment, Step step) {
+    void Convert(CommandType type, std::string_view beginComment, std::string_view endComment,
+                 Step step) {
         const std::string& text = m_commands.CommandText();
+        std::string source = text;
+        EndWithPeriod(source);
         const std::unique_ptr<TAVQTokenSequence> sequence = MakeSequence(text);
         WriteCommand(beginComment, m_out, 0);
         WriteCommentedOut(text, m_out);
         WriteCommand(endComment, m_out, 0);
         if (sequence != nullptr) sequence->SetNextIndex(0);
-        return step(m_codePage, sequence.get(), m_out, m_commands.StartLine() - 1, m_listener);
+        TellOfResult(
+            type, source,
+            step(m_codePage, sequence.get(), m_out, m_commands.StartLine() - 1, m_listener));
     }
 
     void TellOfCopy() {
@@ -282,16 +282,14 @@ private:
         m_listener.OnCommand(report);
     }
 
-    void TellOfResult(CommandType type, CommandResult result) {
-        const std::string source = WithPeriod(m_commands.CommandText());
-        const std::string generated = result.isConverted ? WithPeriod(result.generated) : "";
+    void TellOfResult(CommandType type, std::string_view source, CommandResult result) {
         CommandReport report;
         report.type = type;
         report.outcome = result.isConverted ? CommandOutcome::kConverted : CommandOutcome::kFailed;
         report.firstLine = m_commands.StartLine();
         report.lastLine = m_commands.EndLine();
         report.source = source;
-        report.generated = generated;
+        report.generated = result.generated;
         report.generatedLine = result.generatedLine;
         report.warnings = std::move(result.warnings);
         report.errorKind = result.errorKind;
@@ -387,16 +385,36 @@ private:
 
 }  // namespace
 
+namespace {
+
+// As `Driver::RunOutOfMemory`, for want of a driver.
+Outcome StopBeforeTheFirstCommand(TextOutput& output, ConversionListener& listener) {
+    const OutOfMemoryLine line(1);
+    listener.OnDiagnostic(line.Text());
+    for (const std::string_view text : {kStars, line.Text(), std::string_view("\n")}) {
+        if (!output.Write(text)) return Outcome::kWriteError;
+    }
+    return Outcome::kOutOfMemory;
+}
+
+}  // namespace
+
 Outcome ConvertStream(TextInput& input, TextOutput& output, ConversionListener& listener,
                       const Options& options) {
     const ScopedAssertionHandler handler([&listener](const AssertionFailure& failure) {
         listener.OnDiagnostic(AssertionLine(failure));
     });
     RereadInput source(input);
-    const CodePage* pCodePage = ChooseCodePage(source, options);
-    if (pCodePage == nullptr) return Outcome::kReadError;
-    listener.OnEncoding(EncodingOf(*pCodePage));
-    const Outcome outcome = Driver(source, output, listener, *pCodePage, options.batchMode).Run();
+    std::optional<Driver> driver;
+    try {
+        const CodePage* pCodePage = ChooseCodePage(source, options);
+        if (pCodePage == nullptr) return Outcome::kReadError;
+        listener.OnEncoding(EncodingOf(*pCodePage));
+        driver.emplace(source, output, listener, *pCodePage, options.batchMode);
+    } catch (const std::bad_alloc&) {
+        return StopBeforeTheFirstCommand(output, listener);
+    }
+    const Outcome outcome = driver->Run();
     return outcome != Outcome::kWriteError && source.HasChanged() ? Outcome::kReadError : outcome;
 }
 
