@@ -122,10 +122,11 @@ std::unique_ptr<FileOutput> FileOutput::Open(const std::string& name, const File
         // Its own position, so that the result lines do not overwrite what is written here.
         file = FileDescriptor(DuplicateStandardOutput());
         if (!file.IsOpen()) return nullptr;
-    } else if (status.isRegularFile && !Truncate(file.Get())) {
-        return nullptr;
     }
-    return std::unique_ptr<FileOutput>(new FileOutput(std::move(file), isStandardOutput));
+    std::unique_ptr<FileOutput> output(new FileOutput(std::move(file), isStandardOutput));
+    // Last of all that can fail.
+    const bool isTruncated = !status.isRegularFile || isStandardOutput;
+    return isTruncated || Truncate(output->m_file.Get()) ? std::move(output) : nullptr;
 }
 
 bool FileOutput::Write(std::string_view bytes) {
