@@ -163,6 +163,11 @@ class MigrateTest(unittest.TestCase):
         [file] = [file for file in self.report(target)["files"] if file["path"] == path]
         return file
 
+    def not_followed(self, target=None):
+        """The paths that were left out because of a link."""
+        return {file["path"] for file in self.report(target)["files"]
+                if file.get("linkNotFollowed")}
+
     def results(self, target=None):
         return contents_of(target or self.target)
 
@@ -348,7 +353,7 @@ class ReportTest(MigrateTest):
             (False, False, False, None))
         self.assertEqual(report["totals"], {
             "files": 3, "filesConverted": 1, "filesPartly": 1, "filesStopped": 1, "filesKept": 0,
-            "filesCopied": 0, "filesSkipped": 0, "filesFailed": 0,
+            "filesCopied": 0, "filesSkipped": 0, "filesFailed": 0, "linksNotFollowed": 0,
             "bytes": sum(path.stat().st_size for path in self.source.iterdir()),
             "commands": 8, "commandsCopied": 5, "commandsConverted": 1, "commandsFailed": 1,
             "commandsUnreadable": 1, "warnings": 0})
@@ -808,12 +813,14 @@ class FaultTest(MigrateTest):
                          ("g", "../source/a/file")):
             (self.source / name).symlink_to(to)
         os.mkfifo(self.source / "pipe")
-        self.migrate()
+        self.migrate(status=1)
         results = self.results()
         self.assertEqual(sorted(results), [b"a", b"a/file", b"c", b"g"])
         self.assertEqual(results[b"c"], results[b"a/file"])
         skipped = {file["path"] for file in self.report()["files"] if file["outcome"] == "skipped"}
         self.assertEqual(skipped, {"a/loop", "a/itself", "b", "d", "e", "f", "pipe"})
+        self.assertEqual(self.not_followed(), skipped - {"pipe"})
+        self.assertEqual(self.report()["totals"]["linksNotFollowed"], 6)
         for file in self.report()["files"]:
             self.assertEqual(file["outcome"] == "skipped", file["message"] != "")
 
@@ -863,15 +870,23 @@ class FaultTest(MigrateTest):
     def test_a_link_in_the_target_does_not_lead_into_the_source(self):
         self.create("a/b", b"LIST")
         self.create("c", b"LIST")
+        self.create("d", b"LIST")
         self.target.mkdir()
         (self.target / "a").symlink_to(self.source / "a")
         (self.target / "c").symlink_to(self.source / "c")
         before = contents_of(self.source)
-        run = self.migrate("--force", status=2)
-        self.assertIn(b"a: the folder leads into the source\n", run.stderr)
-        self.assertEqual(contents_of(self.source), before)
-        self.assertEqual((self.target / "c").read_bytes(), b"LIST.\n")
-        self.assertFalse((self.target / "c").is_symlink())
+        for options in ([], ["--force"], ["--dry-run"]):
+            with self.subTest(options):
+                self.migrate(*options, status=1)
+                self.assertEqual(self.not_followed(),
+                                 {"a/b", "c"} | (set() if "--dry-run" in options else {"a"}))
+                self.assertEqual(self.facts("a/b")["message"],
+                                 "the folder a of TARGET is a link, which is not followed")
+                self.assertEqual(self.facts("c")["message"],
+                                 "the result's name in TARGET is a link, which is not followed")
+                self.assertEqual(contents_of(self.source), before)
+                self.assertTrue((self.target / "c").is_symlink())
+                self.assertEqual((self.target / "d").read_bytes(), b"LIST.\n")
 
     def test_a_source_inside_the_target_is_no_harm_where_nothing_meets(self):
         self.create("a", ORDINARY)
@@ -887,7 +902,7 @@ class FaultTest(MigrateTest):
             run = self.run_program("--junit", name, self.source, self.target)
             self.assertEqual(run.returncode, 2)
             self.assertIn(b"--junit", run.stderr)
-            self.assertEqual(list(self.target.iterdir()), [])
+            self.assertFalse(self.target.exists())
 
 
 class LoadTest(MigrateTest):

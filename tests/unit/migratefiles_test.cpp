@@ -1,8 +1,10 @@
 // The walk, the target's names, results and what a run says about itself.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -52,7 +54,7 @@ TEST(MigrateFilesTest, WalksInTheOrderOfBytes) {
     std::filesystem::create_directories(folder.PathOf("a/empty"));
     for (const char* name : {"a/b", "a-b", "B", "\xC3\xA4", "\xFF", "a.b"})
         folder.Create(name, "x");
-    const FileTree tree = WalkTree(folder.Path(), {});
+    const FileTree tree = WalkTree(*folder.Open(), {});
     EXPECT_THAT(PathsOf(tree), ElementsAre("B", "a-b", "a.b", "a/b", "\xC3\xA4", "\xFF"));
     EXPECT_THAT(tree.folders, ElementsAre("a", "a/empty"));
 }
@@ -73,19 +75,35 @@ TEST(MigrateFilesTest, LinksAreFollowedInsideOnly) {
     link("5 itself", "5 itself");
     link("nothing", "6 nowhere");
     link(outside.Path(), "7 folder out");
-    const FileTree tree = WalkTree(folder.Path(), {});
+    // Ways that lead out and in again, and absolute ones.
+    std::filesystem::create_directory(folder.PathOf("g"));
+    const std::string name = std::filesystem::path(folder.Path()).filename().native();
+    link("../../" + name + "/f/./file", "g/1 back");
+    link("1 back", "g/2 chain");
+    link(folder.PathOf("3 folder/file"), "g/3 absolute");
+    link("../f/file/", "g/4 no folder");
+    link("../f/nothing/../file", "g/5 nowhere");
+    link("../../" + name + "/g/../f", "g/6 folder");
+    link("../../" + name, "g/7 root");
+    const FileTree tree = WalkTree(*folder.Open(), {});
     std::vector<std::string> met;
     for (const TreeEntry& entry : tree.entries) {
         const bool isFile = entry.kind == TreeEntry::Kind::kFile;
-        met.push_back(entry.path + (isFile ? "" : ": " + entry.message.substr(0, 24)));
+        met.push_back(entry.path +
+                      (isFile ? " = " + entry.place : ": " + entry.message.substr(0, 24)));
+        EXPECT_EQ(entry.isLinkNotFollowed, !isFile);
+        EXPECT_EQ(entry.size, isFile ? 3U : 0U);
     }
     EXPECT_THAT(
-        met,
-        ElementsAre("1 inside", "2 out: a link that leads out of",
-                    "3 folder: a link to a folder of th", "5 itself: a link that leads nowher",
-                    "6 nowhere: a link that leads nowher", "7 folder out: a link that leads out of",
-                    "f/4 loop: a link to a folder of th", "f/file"));
-    EXPECT_EQ(tree.entries[0].size, 3U);
+        met, ElementsAre(
+                 "1 inside = f/file", "2 out: a link that leads out of",
+                 "3 folder: a link to a folder of th", "5 itself: a link that leads nowher",
+                 "6 nowhere: a link that leads nowher", "7 folder out: a link that leads out of",
+                 "f/4 loop: a link to a folder of th", "f/file = ", "g/1 back = f/file",
+                 "g/2 chain = f/file", "g/3 absolute = f/file",
+                 "g/4 no folder: a link that leads nowher", "g/5 nowhere: a link that leads nowher",
+                 "g/6 folder: a link to a folder of th", "g/7 root: a link to a folder of th"));
+    EXPECT_EQ(tree.identities.size(), 3U);
 }
 
 class TextSource final : public TextInput {
@@ -145,7 +163,7 @@ TEST(MigrateFilesTest, ANewFileIsWholeOrNotThere) {
     folder.Create("result", "old");
     std::error_code error;
     {
-        const std::unique_ptr<NewFile> file = NewFile::Create(folder.Path(), ".tmp", error);
+        const std::unique_ptr<NewFile> file = NewFile::Create(folder.Open(), ".tmp", error);
         ASSERT_TRUE(file);
         EXPECT_TRUE(file->Write(std::string(1000000, 'x')));
         EXPECT_TRUE(std::filesystem::exists(folder.PathOf(".tmp")));
@@ -153,23 +171,29 @@ TEST(MigrateFilesTest, ANewFileIsWholeOrNotThere) {
     EXPECT_FALSE(std::filesystem::exists(folder.PathOf(".tmp")));
     EXPECT_EQ(folder.Contents("result"), "old");
     folder.Create(".tmp", "what a run that was ended by force left");
-    const std::unique_ptr<NewFile> file = NewFile::Create(folder.Path(), ".tmp", error);
+    const std::unique_ptr<NewFile> file = NewFile::Create(folder.Open(), ".tmp", error);
     ASSERT_TRUE(file);
     EXPECT_TRUE(file->Write("new"));
     EXPECT_EQ(folder.Contents("result"), "old");
-    EXPECT_TRUE(file->Commit(folder.PathOf("result"), 0640));
+    EXPECT_TRUE(file->Commit("result", 0640));
     EXPECT_EQ(folder.Contents("result"), "new");
     FileStatus status;
-    ASSERT_TRUE(ReadStatus(folder.PathOf("result"), Links::kShow, status, error));
+    ASSERT_TRUE(folder.Open()->ReadStatus("result", status, error));
     EXPECT_EQ(status.permissions, 0640U);
     EXPECT_FALSE(std::filesystem::exists(folder.PathOf(".tmp")));
 }
 
+TargetFolder TargetIn(const TemporaryFolder& folder, std::optional<Shard> shard = std::nullopt,
+                      SourceFolders source = {}) {
+    return {folder.Open(), "/t", shard, std::move(source)};
+}
+
 TEST(MigrateFilesTest, NamesOfTheTarget) {
-    const TargetFolder whole("/t", std::nullopt);
+    const TemporaryFolder folder;
+    const TargetFolder whole = TargetIn(folder);
+    EXPECT_EQ(whole.ReportName(".json"), "quillet-report.json");
     EXPECT_EQ(whole.ReportPath(".json"), "/t/quillet-report.json");
-    EXPECT_EQ(whole.ResultPath("a/b"), "/t/a/b");
-    const TargetFolder slice("/t", Shard{2, 4});
+    const TargetFolder slice = TargetIn(folder, Shard{2, 4});
     EXPECT_EQ(slice.ReportPath(".html"), "/t/quillet-report-2-of-4.html");
     EXPECT_TRUE(TargetFolder::IsReserved("quillet-report.json"));
     EXPECT_TRUE(TargetFolder::IsReserved("quillet-report-1-of-2.journal"));
@@ -180,15 +204,14 @@ TEST(MigrateFilesTest, NamesOfTheTarget) {
 
 TEST(MigrateFilesTest, LeftOversOfTheSameSliceGo) {
     const TemporaryFolder folder;
-    const TemporaryFolder source;
     std::filesystem::create_directory(folder.PathOf("f"));
-    TargetFolder whole(folder.Path(), std::nullopt);
-    const std::string own = TargetFolder(folder.Path(), std::nullopt).TemporaryName("0");
-    const std::string other = TargetFolder(folder.Path(), Shard{1, 2}).TemporaryName("0");
+    const TargetFolder whole = TargetIn(folder);
+    const std::string own = whole.TemporaryName("0");
+    const std::string other = TargetIn(folder, Shard{1, 2}).TemporaryName("0");
     for (const std::string& name : {own, other, "f/" + own, std::string("f/.quillet")}) {
         folder.Create(name, "x");
     }
-    EXPECT_TRUE(whole.Prepare({"f", "g", "g/h"}, source.Path()).empty());
+    EXPECT_TRUE(whole.Prepare({"f", "g", "g/h"}).empty());
     EXPECT_FALSE(std::filesystem::exists(folder.PathOf(own)));
     EXPECT_FALSE(std::filesystem::exists(folder.PathOf("f/" + own)));
     EXPECT_TRUE(std::filesystem::exists(folder.PathOf(other)));
@@ -196,19 +219,88 @@ TEST(MigrateFilesTest, LeftOversOfTheSameSliceGo) {
     EXPECT_TRUE(std::filesystem::is_directory(folder.PathOf("g/h")));
 }
 
-TEST(MigrateFilesTest, NothingIsWrittenOverALinkIntoTheSource) {
+TEST(MigrateFilesTest, NothingIsDoneOverALinkInTheTarget) {
     const TemporaryFolder folder;
-    const TemporaryFolder source;
-    std::filesystem::create_directory(source.PathOf("f"));
-    std::filesystem::create_symlink(source.Path(), folder.PathOf("f"));
-    TargetFolder target(folder.Path(), std::nullopt);
-    const std::vector<FolderProblem> problems = target.Prepare({"f", "f/g"}, source.Path());
-    ASSERT_EQ(problems.size(), 2U);
-    EXPECT_THAT(problems[0].message, HasSubstr("into the source"));
-    EXPECT_TRUE(target.IsForbidden("f/x"));
-    EXPECT_TRUE(target.IsForbidden("f/g/x"));
-    EXPECT_FALSE(target.IsForbidden("x"));
-    EXPECT_FALSE(std::filesystem::exists(source.PathOf("g")));
+    const TemporaryFolder elsewhere;
+    const TargetFolder target = TargetIn(folder);
+    const std::string leftOver = target.TemporaryName("0");
+    elsewhere.Create(leftOver, "x");
+    std::filesystem::create_directory(folder.PathOf("e"));
+    std::filesystem::create_symlink(elsewhere.Path(), folder.PathOf("e/f"));
+    const std::vector<FolderProblem> problems = target.Prepare({"e", "e/f", "e/f/g", "h"});
+    ASSERT_EQ(problems.size(), 1U);
+    EXPECT_EQ(problems[0].path, "e/f");
+    EXPECT_EQ(problems[0].kind, FolderProblem::Kind::kLink);
+    EXPECT_EQ(problems[0].message, "the folder e/f of TARGET is a link, which is not followed");
+    FolderProblem problem;
+    EXPECT_FALSE(target.OpenFolder("e/f/g", problem));
+    EXPECT_EQ(problem.message, problems[0].message);
+    EXPECT_TRUE(target.OpenFolder("h", problem));
+    EXPECT_TRUE(std::filesystem::exists(elsewhere.PathOf(leftOver)));
+    EXPECT_FALSE(std::filesystem::exists(elsewhere.PathOf("g")));
+}
+
+TEST(MigrateFilesTest, NothingIsWrittenIntoFoldersOfTheSource) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder.PathOf("s/f"));
+    std::error_code error;
+    const auto source = folder.Open()->OpenFolder("s", error);
+    const TargetFolder target = TargetIn(folder, std::nullopt, {{source->Identity()}});
+    const std::vector<FolderProblem> problems = target.Prepare({"f", "s", "s/f", "s/new"});
+    ASSERT_EQ(problems.size(), 1U);
+    EXPECT_EQ(problems[0].path, "s");
+    EXPECT_EQ(problems[0].kind, FolderProblem::Kind::kSource);
+    EXPECT_EQ(problems[0].message, "the folder s of TARGET is a folder of SOURCE");
+    FolderProblem problem;
+    // Not known itself, it lies in one that is.
+    EXPECT_FALSE(target.OpenFolder("s/f", problem));
+    EXPECT_EQ(problem.kind, FolderProblem::Kind::kSource);
+    EXPECT_FALSE(std::filesystem::exists(folder.PathOf("s/new")));
+    // Where the source is a single file its folder alone is not to be written into.
+    const TargetFolder beside = TargetIn(folder, std::nullopt, {{source->Identity()}, false});
+    EXPECT_TRUE(beside.OpenFolder("s/f", problem));
+    EXPECT_FALSE(beside.OpenFolder("s", problem));
+}
+
+TEST(MigrateFilesTest, MakesAFolderThatWasNamed) {
+    const TemporaryFolder folder;
+    std::error_code error;
+    const NamedFolder named = NamedFolder::Find(folder.PathOf("a/b"), error);
+    ASSERT_FALSE(error) << error.message();
+    EXPECT_FALSE(named.Exists());
+    EXPECT_EQ(named.Existing()->Identity(), folder.Open()->Identity());
+    EXPECT_FALSE(std::filesystem::exists(folder.PathOf("a")));
+    ASSERT_TRUE(named.Make(error)) << error.message();
+    EXPECT_TRUE(std::filesystem::is_directory(folder.PathOf("a/b")));
+    EXPECT_TRUE(NamedFolder::Find(folder.PathOf("a/b"), error).Exists());
+    // Someone puts a link there between the two.
+    std::filesystem::create_symlink(folder.PathOf("a"), folder.PathOf("c"));
+    const NamedFolder raced = NamedFolder::Find(folder.PathOf("d"), error);
+    std::filesystem::create_symlink(folder.PathOf("a"), folder.PathOf("d"));
+    EXPECT_FALSE(raced.Make(error));
+    EXPECT_EQ(error, std::errc::too_many_symbolic_link_levels);
+    folder.Create("file", "x");
+    error.clear();
+    static_cast<void>(NamedFolder::Find(folder.PathOf("file/x"), error));
+    EXPECT_EQ(error, std::errc::not_a_directory);
+}
+
+TEST(MigrateFilesTest, AJournalIsAFileOfItsOwn) {
+    const TemporaryFolder folder;
+    const std::shared_ptr<const Folder> held = folder.Open();
+    folder.Create("precious", "x");
+    std::filesystem::create_hard_link(folder.PathOf("precious"), folder.PathOf("hard"));
+    std::filesystem::create_symlink("precious", folder.PathOf("soft"));
+    std::filesystem::create_directory(folder.PathOf("folder"));
+    ASSERT_EQ(mkfifo(folder.PathOf("pipe").c_str(), 0600), 0);
+    std::error_code error;
+    EXPECT_FALSE(AppendedFile::Open(held, "hard", error));
+    EXPECT_EQ(error, std::errc::too_many_links);
+    EXPECT_FALSE(AppendedFile::Open(held, "soft", error));
+    EXPECT_EQ(error, std::errc::too_many_symbolic_link_levels);
+    EXPECT_FALSE(AppendedFile::Open(held, "folder", error));
+    EXPECT_FALSE(AppendedFile::Open(held, "pipe", error));
+    EXPECT_TRUE(AppendedFile::Open(held, "new", error));
 }
 
 TEST(MigrateFilesTest, ShowsProgress) {
@@ -286,6 +378,9 @@ TEST(MigrateFilesTest, SumsUp) {
     EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 1);
     report.files[0].facts.outcome = FileOutcome::kSkipped;
     EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 0);
+    report.files[0].facts.isLinkNotFollowed = true;
+    EXPECT_EQ(TotalsOf(report.files).linksNotFollowed, 1);
+    EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 1);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include "migrate/systemfiles.h"
+#include "platform/folder.h"
 #include "quillet.h"
 
 namespace quillet::migrate {
@@ -33,6 +34,11 @@ public:
 
     [[nodiscard]] std::string PathOf(std::string_view name) const { return JoinPath(m_path, name); }
     [[nodiscard]] const std::string& Path() const { return m_path; }
+    /// Holds the folder open; never null where the test can go on.
+    [[nodiscard]] std::shared_ptr<const Folder> Open() const {
+        std::error_code error;
+        return Folder::Open(m_path, error);
+    }
 
     /// Writes a file and returns its path.
     std::string Create(std::string_view name, std::string_view content) const {

@@ -29,7 +29,7 @@ std::string CommandsOf(const FileEntry& entry) {
 
 std::unique_ptr<Journal> OpenJournal(const TemporaryFolder& folder, EarlierFacts& earlier) {
     std::error_code error;
-    std::unique_ptr<Journal> journal = Journal::Open(folder.PathOf("journal"), earlier, error);
+    std::unique_ptr<Journal> journal = Journal::Open(folder.Open(), "journal", earlier, error);
     EXPECT_TRUE(journal != nullptr) << error.message();
     return journal;
 }
@@ -124,11 +124,11 @@ TEST(MigrateJournalTest, OneRunAtATime) {
     EarlierFacts earlier;
     std::unique_ptr<Journal> journal = OpenJournal(folder, earlier);
     std::error_code error;
-    EXPECT_FALSE(Journal::Open(folder.PathOf("journal"), earlier, error));
+    EXPECT_FALSE(Journal::Open(folder.Open(), "journal", earlier, error));
     EXPECT_EQ(error, std::errc::resource_unavailable_try_again);
     journal.reset();
     error.clear();
-    EXPECT_TRUE(Journal::Open(folder.PathOf("journal"), earlier, error)) << error.message();
+    EXPECT_TRUE(Journal::Open(folder.Open(), "journal", earlier, error)) << error.message();
 }
 
 TEST(MigrateJournalTest, ThreadsDoNotDisturbEachOther) {

@@ -66,6 +66,7 @@ void ExpectSameFacts(const FileFacts& left, const FileFacts& right) {
     EXPECT_EQ(left.path, right.path);
     EXPECT_EQ(left.outcome, right.outcome);
     EXPECT_EQ(left.isKept, right.isKept);
+    EXPECT_EQ(left.isLinkNotFollowed, right.isLinkNotFollowed);
     EXPECT_EQ(left.bytes, right.bytes);
     EXPECT_EQ(left.modified, right.modified);
     EXPECT_EQ(left.encoding, right.encoding);
@@ -131,6 +132,7 @@ TEST(MigrateJsonReportTest, ComesBackAsItWasWritten) {
     Report report = ReportOf(paths, *commands);
     report.files.back() = {FileFacts{}, {}};
     report.files.back().facts.path = "z";
+    report.files.back().facts.isLinkNotFollowed = true;
     TextCollector output;
     ASSERT_TRUE(WriteJsonReport(report, output));
 

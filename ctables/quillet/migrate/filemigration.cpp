@@ -139,6 +139,8 @@ FileMigration::FileMigration(const MigrationContext& context, unsigned worker)
 void FileMigration::Run(const FileTask& task) {
     m_facts = {};
     m_facts.path = task.entry.path;
+    m_resultFolder.reset();
+    m_resultFolderError.clear();
     m_commands.Clear();
     m_earlierEntry.reset();
     m_bytesCounted = 0;
@@ -154,12 +156,13 @@ void FileMigration::Migrate(const FileTask& task) {
     if (task.entry.kind == TreeEntry::Kind::kUnreadable) return Fail(task.entry.message);
     if (task.entry.kind == TreeEntry::Kind::kSkipped) {
         m_facts.outcome = FileOutcome::kSkipped;
+        m_facts.isLinkNotFollowed = task.entry.isLinkNotFollowed;
         m_facts.message = task.entry.message;
         return;
     }
     std::error_code error;
-    const std::unique_ptr<SourceFile> source =
-        SourceFile::Open(JoinPath(m_context.sourceRoot, task.entry.path), error);
+    const std::unique_ptr<SourceFile> source = SourceFile::Open(
+        m_context.sourceRoot, task.entry.place.empty() ? task.entry.path : task.entry.place, error);
     if (source == nullptr) return Fail("it cannot be opened", error);
     m_facts.bytes = source->Status().size;
     m_facts.modified = source->Status().modified;
@@ -167,8 +170,7 @@ void FileMigration::Migrate(const FileTask& task) {
 }
 
 void FileMigration::MigrateOpened(const FileTask& task, SourceFile& source) {
-    if (m_context.target.IsForbidden(m_facts.path))
-        return Fail("the result would lie in the source");
+    if (!FindResultFolder()) return;
     m_facts.isKept = StandsAlready(source);
     if (m_facts.isKept && TakeEarlierFacts(source)) return;
     const Content content = LookAtContent(source);
@@ -187,11 +189,30 @@ void FileMigration::MigrateOpened(const FileTask& task, SourceFile& source) {
     }
 }
 
+// False when it is no place for a result. Where there is none nothing can be written, either,
+// but a dry run makes none.
+bool FileMigration::FindResultFolder() {
+    FolderProblem problem;
+    m_resultFolder = m_context.target.OpenFolder(FolderPartOf(m_facts.path), problem);
+    if (m_resultFolder == nullptr) {
+        m_resultFolderError = problem.error;
+        if (problem.kind == FolderProblem::Kind::kLink) SkipLink(problem.message);
+        if (problem.kind == FolderProblem::Kind::kSource) Fail(problem.message);
+        return problem.kind == FolderProblem::Kind::kTrouble;
+    }
+    FileStatus result;
+    std::error_code error;
+    const bool isLink = m_resultFolder->ReadStatus(NamePartOf(m_facts.path), result, error) &&
+                        result.kind == FileKind::kLink;
+    if (isLink) SkipLink("the result's name in TARGET is a link, which is not followed");
+    return !isLink;
+}
+
 bool FileMigration::StandsAlready(const SourceFile& source) const {
     FileStatus result;
     std::error_code error;
-    return !m_context.replacesNewer &&
-           ReadStatus(m_context.target.ResultPath(m_facts.path), Links::kShow, result, error) &&
+    return !m_context.replacesNewer && m_resultFolder != nullptr &&
+           m_resultFolder->ReadStatus(NamePartOf(m_facts.path), result, error) &&
            IsResultCurrent(source.Status(), result);
 }
 
@@ -205,17 +226,27 @@ bool FileMigration::TakeEarlierFacts(const SourceFile& source) {
 }
 
 std::unique_ptr<NewFile> FileMigration::CreateResult() {
-    std::error_code error;
-    std::unique_ptr<NewFile> result =
-        NewFile::Create(FolderOf(m_context.target.ResultPath(m_facts.path)),
-                        m_context.target.TemporaryName(m_temporaryPurpose), error);
+    std::error_code error = m_resultFolderError;
+    std::unique_ptr<NewFile> result;
+    if (m_resultFolder != nullptr) {
+        result = NewFile::Create(m_resultFolder, m_context.target.TemporaryName(m_temporaryPurpose),
+                                 error);
+    }
     if (result == nullptr) Fail("the result cannot be written", error);
     return result;
 }
 
 void FileMigration::CommitResult(const SourceFile& source, NewFile& result) {
-    const std::string path = m_context.target.ResultPath(m_facts.path);
-    if (!result.Commit(path, source.Status().permissions)) {
+    // Someone may have moved the folder meanwhile; then the result would be elsewhere, and this
+    // may be in the source.
+    FolderProblem problem;
+    const std::shared_ptr<const Folder> folder =
+        m_context.target.OpenFolder(FolderPartOf(m_facts.path), problem);
+    if (folder == nullptr) return Fail(problem.message);
+    if (folder->Identity() != m_resultFolder->Identity()) {
+        return Fail("the folder of its result was replaced while it was converted");
+    }
+    if (!result.Commit(NamePartOf(m_facts.path), source.Status().permissions)) {
         Fail("the result cannot be written", result.Error());
     }
 }
@@ -276,11 +307,17 @@ void FileMigration::Copy(SourceFile& source) {
     CommitResult(source, *result);
 }
 
+void FileMigration::SkipLink(std::string_view message) {
+    m_facts.outcome = FileOutcome::kSkipped;
+    m_facts.isLinkNotFollowed = true;
+    m_facts.message = message;
+}
+
 void FileMigration::Fail(std::string_view what, const std::error_code& error) {
     m_facts.outcome = FileOutcome::kFailed;
     m_facts.isKept = false;
     m_facts.message = what;
-    if (error) m_facts.message += ": " + error.message();
+    if (error) m_facts.message += ": " + DescribeError(error);
 }
 
 void FileMigration::Finish(const FileTask& task) {

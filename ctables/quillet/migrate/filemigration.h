@@ -26,7 +26,7 @@ struct FileTask {
 
 /// What all files of a run have in common. Everything is borrowed, and safe for threads.
 struct MigrationContext {
-    const std::string& sourceRoot;
+    const Folder& sourceRoot;
     const TargetFolder& target;
     const EarlierFacts& earlier;
     Journal& journal;
@@ -53,6 +53,7 @@ public:
 private:
     void Migrate(const FileTask& task);
     void MigrateOpened(const FileTask& task, SourceFile& source);
+    [[nodiscard]] bool FindResultFolder();
     [[nodiscard]] bool StandsAlready(const SourceFile& source) const;
     [[nodiscard]] bool TakeEarlierFacts(const SourceFile& source);
     void Convert(SourceFile& source);
@@ -61,6 +62,7 @@ private:
     [[nodiscard]] bool WritesNothing() const { return m_context.isDryRun || m_facts.isKept; }
     [[nodiscard]] std::unique_ptr<NewFile> CreateResult();
     void CommitResult(const SourceFile& source, NewFile& result);
+    void SkipLink(std::string_view message);
     void Fail(std::string_view what, const std::error_code& error = {});
     void Finish(const FileTask& task);
 
@@ -68,6 +70,8 @@ private:
     std::string m_temporaryPurpose;
     // The file in work.
     FileFacts m_facts;
+    std::shared_ptr<const Folder> m_resultFolder;  // null when there is none:
+    std::error_code m_resultFolderError;           // this is why
     CommandSpool m_commands;
     std::optional<FileEntry> m_earlierEntry;
     std::uint64_t m_bytesCounted = 0;

@@ -1,8 +1,9 @@
 #include "migrate/filetree.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <set>
+#include <deque>
+#include <memory>
+#include <optional>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -13,15 +14,125 @@ namespace quillet::migrate {
 
 namespace {
 
+constexpr std::size_t kLongestPath = 4096;
+
+std::string PathBelow(const std::string& folder, const std::string& name) {
+    return folder.empty() ? name : JoinPath(folder, name);
+}
+
+// Finds out what a link of the source leads to. Each name is looked up in a folder that is held,
+// so that at any moment it is known whether, and where, one is in the source.
+class LinkResolver {
+public:
+    explicit LinkResolver(const Folder& root) : m_root(root) {}
+
+    // Where a link led.
+    struct Destination {
+        FileStatus status;                 // of a folder its kind alone
+        std::optional<std::string> place;  // below the root; nothing when it is outside
+    };
+
+    // Resolves the link `name` of `folder`, whose place is `relative`. False with `error` set when
+    // it leads nowhere.
+    [[nodiscard]] bool Resolve(std::shared_ptr<const Folder> folder, const std::string& relative,
+                               const std::string& name, Destination& destination,
+                               std::error_code& error) {
+        constexpr int kMostLinks = 40;  // as the system itself counts
+        m_folder = std::move(folder);
+        m_place = relative;
+        m_names = {name};
+        int links = 0;
+        while (!m_names.empty()) {
+            const std::string next = std::move(m_names.front());
+            m_names.pop_front();
+            if (next.empty() || next == ".") continue;
+            if (next == "..") {
+                if (!Ascend(error)) return false;
+                continue;
+            }
+            FileStatus status;
+            if (!m_folder->ReadStatus(next, status, error)) return false;
+            if (status.kind == FileKind::kLink) {
+                if (++links > kMostLinks) {
+                    error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
+                    return false;
+                }
+                if (!TakeLink(next, error)) return false;
+            } else if (status.kind == FileKind::kFolder) {
+                if (!Descend(next, error)) return false;
+            } else if (!m_names.empty()) {
+                error = std::make_error_code(std::errc::not_a_directory);
+                return false;
+            } else {
+                if (m_place) m_place = PathBelow(*m_place, next);
+                destination = {status, m_place};
+                return true;
+            }
+        }
+        destination.status.kind = FileKind::kFolder;
+        destination.place = m_place;
+        return true;
+    }
+
+private:
+    // What the link says is what comes next.
+    [[nodiscard]] bool TakeLink(const std::string& name, std::error_code& error) {
+        std::string text;
+        if (!m_folder->ReadLink(name, text, error)) return false;
+        if (text.starts_with('/')) {
+            m_folder = Folder::Open("/", error);
+            m_place.reset();
+            if (!Arrive()) return false;
+        }
+        std::deque<std::string> names;
+        for (std::size_t begin = 0; begin <= text.size();) {
+            const std::size_t end = std::min(text.find('/', begin), text.size());
+            names.push_back(text.substr(begin, end - begin));
+            begin = end + 1;
+        }
+        m_names.insert(m_names.begin(), names.begin(), names.end());
+        return true;
+    }
+
+    [[nodiscard]] bool Descend(const std::string& name, std::error_code& error) {
+        m_folder = m_folder->OpenFolder(name, error);
+        if (m_place) m_place = PathBelow(*m_place, name);
+        return Arrive();
+    }
+
+    [[nodiscard]] bool Ascend(std::error_code& error) {
+        m_folder = m_folder->OpenParent(error);
+        if (m_place && m_place->empty()) {
+            m_place.reset();
+        } else if (m_place) {
+            m_place->resize(FolderPartOf(*m_place).size());
+        }
+        return Arrive();
+    }
+
+    // The root is known by what it is, not by the way that led to it.
+    [[nodiscard]] bool Arrive() {
+        if (m_folder == nullptr) return false;
+        if (m_folder->Identity() == m_root.Identity()) m_place = "";
+        return true;
+    }
+
+    const Folder& m_root;
+    std::shared_ptr<const Folder> m_folder;
+    std::optional<std::string> m_place;  // of the folder, as in `Destination`
+    std::deque<std::string> m_names;     // to be looked up next
+};
+
 class TreeWalk {
 public:
-    explicit TreeWalk(const std::string& root) : m_root(root) {}
+    explicit TreeWalk(const Folder& root) : m_root(root), m_links(root) {}
 
     FileTree Run(const std::stop_token& stop) {
-        // Not a recursion: the depth of an archive is not ours to choose.
-        EnterFolder({});
+        // Not a recursion: the depth of an archive is not ours to choose. Nor are folders held
+        // open while others are looked into: there may be too many.
+        EnterFolder({}, m_root.Identity());
         while (!m_waiting.empty() && !stop.stop_requested()) {
-            const std::string folder = std::move(m_waiting.back());
+            const WaitingFolder folder = std::move(m_waiting.back());
             m_waiting.pop_back();
             LookInto(folder);
         }
@@ -33,91 +144,114 @@ public:
     }
 
 private:
-    [[nodiscard]] std::string PathOf(const std::string& relative) const {
-        return relative.empty() ? m_root : JoinPath(m_root, relative);
-    }
+    struct WaitingFolder {
+        std::string path;
+        FileIdentity identity;
+    };
 
     void Add(std::string path, TreeEntry::Kind kind, std::string message) {
         m_tree.entries.push_back({std::move(path), kind, 0, std::move(message)});
     }
 
-    void EnterFolder(const std::string& relative) {
-        FileStatus status;
-        std::error_code error;
-        if (!ReadStatus(PathOf(relative), Links::kShow, status, error)) {
-            Add(relative, TreeEntry::Kind::kUnreadable, error.message());
-        } else if (!m_entered.emplace(status.device, status.inode).second) {
-            Add(relative, TreeEntry::Kind::kSkipped,
-                "a folder that was already met under another name");
+    void AddLink(std::string path, std::string message) {
+        Add(std::move(path), TreeEntry::Kind::kSkipped, std::move(message));
+        m_tree.entries.back().isLinkNotFollowed = true;
+    }
+
+    void AddFolderMetBefore(const std::string& relative) {
+        Add(relative, TreeEntry::Kind::kSkipped,
+            "a folder that was already met under another name");
+    }
+
+    void EnterFolder(const std::string& relative, FileIdentity identity) {
+        if (m_tree.identities.insert(identity).second) {
+            m_waiting.push_back({relative, identity});
         } else {
-            m_waiting.push_back(relative);
+            AddFolderMetBefore(relative);
         }
     }
 
-    void LookInto(const std::string& folder) {
-        std::vector<std::string> names;
+    void LookInto(const WaitingFolder& waiting) {
+        std::string obstacle;
         std::error_code error;
-        if (!ListFolder(PathOf(folder), names, error)) {
-            Add(folder.empty() ? "." : folder, TreeEntry::Kind::kUnreadable,
-                "the folder cannot be read: " + error.message());
+        std::vector<std::string> names;
+        const std::shared_ptr<const Folder> folder =
+            m_root.OpenBelow(waiting.path, obstacle, error);
+        // Another one may have taken its place.
+        if (folder != nullptr && folder->Identity() != waiting.identity &&
+            !m_tree.identities.insert(folder->Identity()).second) {
+            return AddFolderMetBefore(waiting.path);
         }
-        if (!folder.empty()) m_tree.folders.push_back(folder);
-        for (const std::string& name : names) {
-            LookAt(folder.empty() ? name : JoinPath(folder, name));
+        if (folder == nullptr || !folder->List(names, error)) {
+            Add(waiting.path.empty() ? "." : waiting.path, TreeEntry::Kind::kUnreadable,
+                "the folder cannot be read: " + DescribeError(error));
         }
+        if (!waiting.path.empty()) m_tree.folders.push_back(waiting.path);
+        for (const std::string& name : names) LookAt(folder, waiting.path, name);
     }
 
-    void LookAt(const std::string& relative) {
+    void LookAt(const std::shared_ptr<const Folder>& folder, const std::string& folderPath,
+                const std::string& name) {
+        std::string relative = PathBelow(folderPath, name);
         FileStatus status;
         std::error_code error;
-        if (!ReadStatus(PathOf(relative), Links::kShow, status, error)) {
-            Add(relative, TreeEntry::Kind::kUnreadable, error.message());
-            return;
+        if (relative.size() >= kLongestPath) {
+            error = std::make_error_code(std::errc::filename_too_long);
+        }
+        if (error || !folder->ReadStatus(name, status, error)) {
+            return Add(std::move(relative), TreeEntry::Kind::kUnreadable, error.message());
         }
         switch (status.kind) {
             case FileKind::kFile:
-                m_tree.entries.push_back({relative, TreeEntry::Kind::kFile, status.size, {}});
+                m_tree.entries.push_back(
+                    {std::move(relative), TreeEntry::Kind::kFile, status.size, {}});
                 break;
             case FileKind::kFolder:
-                EnterFolder(relative);
+                EnterFolder(relative, status.identity);
                 break;
             case FileKind::kLink:
-                LookAtLink(relative);
+                LookAtLink(folder, folderPath, name);
                 break;
             case FileKind::kOther:
-                Add(relative, TreeEntry::Kind::kSkipped, "not a regular file");
+                Add(std::move(relative), TreeEntry::Kind::kSkipped, "not a regular file");
                 break;
         }
     }
 
-    void LookAtLink(const std::string& relative) {
+    void LookAtLink(const std::shared_ptr<const Folder>& folder, const std::string& folderPath,
+                    const std::string& name) {
+        std::string relative = PathBelow(folderPath, name);
         std::error_code error;
-        const std::string target = std::filesystem::canonical(PathOf(relative), error).native();
-        FileStatus status;
-        if (error || !ReadStatus(target, Links::kShow, status, error)) {
-            Add(relative, TreeEntry::Kind::kSkipped,
-                "a link that leads nowhere: " + error.message());
-        } else if (!IsInside(target, m_root)) {
-            Add(relative, TreeEntry::Kind::kSkipped, "a link that leads out of the source");
-        } else if (status.kind == FileKind::kFile) {
-            m_tree.entries.push_back({relative, TreeEntry::Kind::kFile, status.size, {}});
-        } else if (status.kind == FileKind::kFolder) {
-            Add(relative, TreeEntry::Kind::kSkipped,
-                "a link to a folder of the source, which is met under its own name");
-        } else {
-            Add(relative, TreeEntry::Kind::kSkipped, "a link to what is not a regular file");
+        LinkResolver::Destination destination;
+        if (!m_links.Resolve(folder, folderPath, name, destination, error)) {
+            return AddLink(std::move(relative), "a link that leads nowhere: " + error.message());
         }
+        if (!destination.place) {
+            return AddLink(std::move(relative), "a link that leads out of the source");
+        }
+        if (destination.status.kind == FileKind::kFolder) {
+            return AddLink(std::move(relative),
+                           "a link to a folder of the source, which is met under its own name");
+        }
+        if (destination.status.kind != FileKind::kFile) {
+            return AddLink(std::move(relative), "a link to what is not a regular file");
+        }
+        m_tree.entries.push_back({std::move(relative),
+                                  TreeEntry::Kind::kFile,
+                                  destination.status.size,
+                                  {},
+                                  std::move(*destination.place)});
     }
 
-    const std::string& m_root;
+    const Folder& m_root;
+    LinkResolver m_links;
     FileTree m_tree;
-    std::vector<std::string> m_waiting;
-    std::set<std::pair<std::uint64_t, std::uint64_t>> m_entered;
+    std::vector<WaitingFolder> m_waiting;
 };
 
 }  // namespace
 
-FileTree WalkTree(const std::string& root, const std::stop_token& stop) {
+FileTree WalkTree(const Folder& root, const std::stop_token& stop) {
     return TreeWalk(root).Run(stop);
 }
 

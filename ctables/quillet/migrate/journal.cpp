@@ -21,9 +21,9 @@ bool HasResult(FileOutcome outcome) {
 
 }  // namespace
 
-void EarlierFacts::AddReport(const std::string& path) {
+void EarlierFacts::AddReport(const Folder& folder, const std::string& name) {
     std::error_code error;
-    m_report = StoredFile::Open(path, error);
+    m_report = StoredFile::Open(folder, name, error);
     Report report;
     std::string message;
     if (m_report == nullptr || !ReadJsonReport(*m_report, report, message)) return;
@@ -44,11 +44,12 @@ const FileEntry* EarlierFacts::Find(const std::string& path, std::uint64_t bytes
     return isSameState && HasResult(facts.outcome) ? &found->second : nullptr;
 }
 
-std::unique_ptr<Journal> Journal::Open(const std::string& path, EarlierFacts& earlier,
+std::unique_ptr<Journal> Journal::Open(const std::shared_ptr<const Folder>& folder,
+                                       const std::string& name, EarlierFacts& earlier,
                                        std::error_code& error) {
-    std::unique_ptr<AppendedFile> file = AppendedFile::Open(path, error);
+    std::unique_ptr<AppendedFile> file = AppendedFile::Open(folder, name, error);
     if (file == nullptr) return nullptr;
-    std::unique_ptr<StoredFile> content = StoredFile::Open(path, error);
+    std::unique_ptr<StoredFile> content = StoredFile::Open(*folder, name, error);
     if (content == nullptr) return nullptr;
     std::unique_ptr<Journal> journal(new Journal(std::move(file), std::move(content)));
     if (!journal->TakeOver(earlier)) {

@@ -20,8 +20,9 @@ namespace quillet::migrate {
 /// What earlier runs found out, for files whose results are left alone.
 class EarlierFacts {
 public:
-    /// Takes over what the report at `path` says; nothing when there is none or it is damaged.
-    void AddReport(const std::string& path);
+    /// Takes over what the report `name` in `folder` says; nothing when there is none or it is
+    /// damaged.
+    void AddReport(const Folder& folder, const std::string& name);
     /// Takes over one file's facts, in place of what was known about it. The file that holds its
     /// commands must outlive this object.
     void Add(FileEntry entry);
@@ -39,10 +40,12 @@ private:
 /// anew, and so that memory holds no more about a file than where its line stands.
 class Journal {
 public:
-    /// Opens the journal or begins a new one. What an earlier run left in it goes to `earlier`; a
-    /// line that it did not finish is cut off. Null with `error` set when that fails, as it does
+    /// Opens the journal `name` in `folder` or begins a new one. What an earlier run left in it
+    /// goes to `earlier`; a line that it did not finish is cut off. Null with `error` set when that
+    /// fails, as it does
     /// (`std::errc::resource_unavailable_try_again`) while another run uses it.
-    [[nodiscard]] static std::unique_ptr<Journal> Open(const std::string& path,
+    [[nodiscard]] static std::unique_ptr<Journal> Open(const std::shared_ptr<const Folder>& folder,
+                                                       const std::string& name,
                                                        EarlierFacts& earlier,
                                                        std::error_code& error);
 

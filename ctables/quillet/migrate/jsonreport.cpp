@@ -74,6 +74,7 @@ OrderedJson TotalsJson(const Totals& totals) {
             {"filesCopied", totals.filesCopied},
             {"filesSkipped", totals.filesSkipped},
             {"filesFailed", totals.filesFailed},
+            {"linksNotFollowed", totals.linksNotFollowed},
             {"bytes", totals.bytes},
             {"commands", totals.commands},
             {"commandsCopied", totals.commandsCopied},
@@ -122,6 +123,7 @@ std::string OpenFileJson(const FileFacts& facts) {
     if (!IsUtf8(facts.path)) json["rawPath"] = PercentEncode(facts.path);
     json["outcome"] = NameOf(facts.outcome);
     if (facts.isKept) json["kept"] = true;
+    if (facts.isLinkNotFollowed) json["linkNotFollowed"] = true;
     json["bytes"] = facts.bytes;
     json["modified"] = facts.modified;
     json["encoding"] = facts.encoding;
@@ -203,6 +205,9 @@ public:
     bool null() override { return true; }
     bool boolean(bool value) override {
         if (m_depth == m_fileDepth && m_key == "kept") m_entry.facts.isKept = value;
+        if (m_depth == m_fileDepth && m_key == "linkNotFollowed") {
+            m_entry.facts.isLinkNotFollowed = value;
+        }
         if (!IsAboutRun()) return true;
         if (m_key == "batchMode") m_report.run.batchMode = value;
         if (m_key == "dryRun") m_report.run.dryRun = value;

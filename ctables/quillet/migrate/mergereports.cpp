@@ -1,7 +1,6 @@
 #include "migrate/mergereports.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -91,15 +90,18 @@ bool ReadReports(const std::vector<std::string>& names, OpenReports& open) {
     return true;
 }
 
-// The folder's resolved path; nothing when there is none and none can be made.
-std::optional<std::string> PrepareFolder(const std::string& name) {
+// Null when there is no such folder and none can be made.
+std::unique_ptr<TargetFolder> PrepareFolder(const std::string& name) {
     std::error_code error;
     std::string root = ResolvePath(name, error);
-    if (!error) std::filesystem::create_directories(root, error);
-    if (!error && std::filesystem::is_directory(root, error)) return root;
-    if (!error) error = std::make_error_code(std::errc::not_a_directory);
+    std::shared_ptr<const Folder> folder;
+    if (!error) folder = NamedFolder::Find(root, error).Make(error);
+    if (folder != nullptr) {
+        return std::make_unique<TargetFolder>(std::move(folder), std::move(root), std::nullopt,
+                                              SourceFolders());
+    }
     Say("TARGET " + name + ": " + error.message());
-    return std::nullopt;
+    return nullptr;
 }
 
 }  // namespace
@@ -152,10 +154,15 @@ int MergeReports(const Settings& settings) {
         Say(problem);
         return kTrouble;
     }
-    const std::optional<std::string> root = PrepareFolder(settings.target);
-    if (!root) return kTrouble;
-    if (!WriteReportFiles(report, TargetFolder(*root, std::nullopt), settings.junitPath, kThreads,
-                          problem)) {
+    std::optional<JunitFile> junit;
+    if (!settings.junitPath.empty() &&
+        !OpenJunitFile(settings.junitPath, junit.emplace(), problem)) {
+        Say(problem);
+        return kTrouble;
+    }
+    const std::unique_ptr<TargetFolder> target = PrepareFolder(settings.target);
+    if (target == nullptr) return kTrouble;
+    if (!WriteReportFiles(report, *target, junit, kThreads, problem)) {
         Say(problem);
         return kTrouble;
     }

@@ -6,6 +6,7 @@
 #include <ctime>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <stop_token>
 #include <system_error>
 #include <thread>
@@ -53,98 +54,132 @@ public:
 
     int Run() {
         std::string problem;
-        if (!ResolveSource(problem) || !ResolveTarget(problem) || !CheckJunitPath(problem)) {
+        if (!OpenSource(problem) || !FindTarget(problem) || !OpenJunit(problem)) {
             return Refuse(problem);
         }
         FindTasks();
         if (m_stop.stop_requested()) return kInterruptedStatus;
-        if (!OpenJournal(problem)) return Refuse(problem);
+        // Only now all folders of the source are known.
+        if (!CheckAgainstSource(problem) || !MakeTarget(problem) || !OpenJournal(problem)) {
+            return Refuse(problem);
+        }
         PrepareTarget();
         WorkOnTasks();
         return Finish();
     }
 
 private:
-    [[nodiscard]] bool ResolveSource(std::string& problem) {
+    // What the user names may be reached over links, which are resolved here and once. From then
+    // on only the folders count that are held.
+    [[nodiscard]] bool OpenSource(std::string& problem) {
         std::error_code error;
-        m_sourceRoot = std::filesystem::canonical(m_settings.source, error).native();
-        FileStatus status;
-        if (error || !ReadStatus(m_sourceRoot, Links::kFollow, status, error)) {
+        m_sourcePath = std::filesystem::canonical(m_settings.source, error).native();
+        if (!error) m_source = Folder::Open(m_sourcePath, error);
+        if (error == std::errc::not_a_directory) {
+            error.clear();
+            m_singleFile = NamePartOf(m_sourcePath);
+            m_sourcePath = FolderOf(m_sourcePath);
+            m_source = Folder::Open(m_sourcePath, error);
+            if (m_source != nullptr &&
+                m_source->ReadStatus(m_singleFile, m_singleFileStatus, error) &&
+                m_singleFileStatus.kind != FileKind::kFile) {
+                problem = "SOURCE " + m_settings.source + " is neither a file nor a folder";
+                return false;
+            }
+        }
+        if (error) {
             problem = "SOURCE " + m_settings.source + ": " + error.message();
             return false;
         }
-        if (status.kind == FileKind::kFile) {
-            m_singleFile = m_sourceRoot.substr(m_sourceRoot.rfind('/') + 1);
-            m_singleFileSize = status.size;
-            m_sourceRoot = FolderOf(m_sourceRoot);
-        } else if (status.kind != FileKind::kFolder) {
-            problem = "SOURCE " + m_settings.source + " is neither a file nor a folder";
-            return false;
-        }
+        m_sourceFolders = {{m_source->Identity()}, m_singleFile.empty()};
         return true;
     }
 
-    [[nodiscard]] bool ResolveTarget(std::string& problem) {
+    // Nothing is made yet.
+    [[nodiscard]] bool FindTarget(std::string& problem) {
         std::error_code error;
-        const std::string root = ResolvePath(m_settings.target, error);
+        m_targetPath = ResolvePath(m_settings.target, error);
+        if (!error) m_namedTarget = NamedFolder::Find(m_targetPath, error);
         if (error) {
             problem = "TARGET " + m_settings.target + ": " + error.message();
             return false;
         }
-        problem = OverlapProblem(root);
-        if (!problem.empty()) return false;
-        std::filesystem::create_directories(root, error);
-        FileStatus status;
-        std::error_code statusError;
-        if (!ReadStatus(root, Links::kFollow, status, statusError) ||
-            status.kind != FileKind::kFolder) {
-            if (!error) error = std::make_error_code(std::errc::not_a_directory);
-            problem = "TARGET " + m_settings.target + ": " + error.message();
-            return false;
-        }
-        m_target = std::make_unique<TargetFolder>(root, m_settings.shard);
-        return true;
+        return CheckTarget(problem);
     }
 
     // Nothing may be written into the source.
-    [[nodiscard]] std::string OverlapProblem(const std::string& target) const {
-        if (target == m_sourceRoot) return "TARGET is the folder of SOURCE";
-        const bool isFolder = m_singleFile.empty();
-        if (isFolder && IsInside(target, m_sourceRoot)) return "TARGET lies in SOURCE";
-        if (!IsInside(m_sourceRoot, target)) return {};
-        // What lies at this path in the source would be written into the source.
-        const std::string between = m_sourceRoot.substr(target == "/" ? 1 : target.size() + 1);
-        FileStatus status;
+    [[nodiscard]] bool CheckTarget(std::string& problem) const {
         std::error_code error;
-        const std::string overlap = JoinPath(m_sourceRoot, between);
-        if (isFolder && ReadStatus(overlap, Links::kShow, status, error)) {
-            return "The results of " + overlap + " would lie in SOURCE";
-        }
-        return {};
-    }
-
-    [[nodiscard]] bool CheckJunitPath(std::string& problem) {
-        if (m_settings.junitPath.empty()) return true;
-        std::error_code error;
-        m_junitPath = ResolvePath(m_settings.junitPath, error);
-        FileStatus folder;
-        FileStatus file;
-        std::error_code ignored;
-        if (error || !ReadStatus(FolderOf(m_junitPath), Links::kFollow, folder, error)) {
-            problem = "--junit " + m_settings.junitPath + ": " + error.message();
-        } else if (ReadStatus(m_junitPath, Links::kFollow, file, ignored) &&
-                   file.kind != FileKind::kFile) {
-            problem = "--junit " + m_settings.junitPath + " is not a regular file";
-        } else if (m_singleFile.empty() ? IsInside(m_junitPath, m_sourceRoot)
-                                        : m_junitPath == JoinPath(m_sourceRoot, m_singleFile)) {
-            problem = "--junit " + m_settings.junitPath + " lies in SOURCE";
+        const Folder& existing = *m_namedTarget.Existing();
+        if (m_namedTarget.Exists() && existing.Identity() == m_source->Identity()) {
+            problem = "TARGET is the folder of SOURCE";
+        } else if (m_singleFile.empty() && BelongsToSource(existing, m_sourceFolders, error)) {
+            problem = "TARGET lies in SOURCE";
+        } else if (error) {
+            problem = "TARGET " + m_settings.target + ": " + error.message();
+        } else {
+            problem = OverlapProblem();
         }
         return problem.empty();
     }
 
+    // Of a source inside the target, what lies in it under the path that leads from the target to
+    // it would be written into it.
+    [[nodiscard]] std::string OverlapProblem() const {
+        if (!m_singleFile.empty() || !IsInside(m_sourcePath, m_targetPath)) return {};
+        const std::string between =
+            m_sourcePath.substr(m_targetPath == "/" ? 1 : m_targetPath.size() + 1);
+        std::string obstacle;
+        FileStatus status;
+        std::error_code error;
+        const std::shared_ptr<const Folder> folder =
+            m_source->OpenBelow(FolderPartOf(between), obstacle, error);
+        if (folder == nullptr || !folder->ReadStatus(NamePartOf(between), status, error)) return {};
+        return "The results of " + JoinPath(m_sourcePath, between) + " would lie in SOURCE";
+    }
+
+    [[nodiscard]] bool OpenJunit(std::string& problem) {
+        if (m_settings.junitPath.empty()) return true;
+        return OpenJunitFile(m_settings.junitPath, m_junit.emplace(), problem) &&
+               CheckJunit(problem);
+    }
+
+    [[nodiscard]] bool CheckJunit(std::string& problem) const {
+        if (!m_junit) return true;
+        std::error_code error;
+        FileStatus status;
+        std::error_code ignored;
+        const bool isInSource = m_singleFile.empty()
+                                    ? BelongsToSource(*m_junit->folder, m_sourceFolders, error)
+                                    : m_junit->folder->ReadStatus(m_junit->name, status, ignored) &&
+                                          status.identity == m_singleFileStatus.identity;
+        if (isInSource) problem = "--junit " + m_settings.junitPath + " lies in SOURCE";
+        if (error) problem = "--junit " + m_settings.junitPath + ": " + error.message();
+        return problem.empty();
+    }
+
+    [[nodiscard]] bool CheckAgainstSource(std::string& problem) const {
+        return CheckTarget(problem) && CheckJunit(problem);
+    }
+
+    [[nodiscard]] bool MakeTarget(std::string& problem) {
+        std::error_code error;
+        std::shared_ptr<const Folder> folder = m_namedTarget.Make(error);
+        if (folder == nullptr) {
+            problem = "TARGET " + m_settings.target + ": " + DescribeError(error);
+            return false;
+        }
+        m_target = std::make_unique<TargetFolder>(std::move(folder), m_targetPath, m_settings.shard,
+                                                  std::move(m_sourceFolders));
+        FolderProblem folderProblem;
+        if (m_target->OpenFolder({}, folderProblem) != nullptr) return true;
+        problem = folderProblem.message;
+        return false;
+    }
+
     void FindTasks() {
         FileTree tree =
-            m_singleFile.empty() ? WalkTree(m_sourceRoot, m_stop.get_token()) : TreeOfSingleFile();
+            m_singleFile.empty() ? WalkTree(*m_source, m_stop.get_token()) : TreeOfSingleFile();
         const NameFilter filter(m_settings.include, m_settings.exclude);
         for (TreeEntry& entry : tree.entries) {
             if (m_settings.shard && !IsInShard(entry.path, *m_settings.shard)) continue;
@@ -159,32 +194,38 @@ private:
             m_tasks.push_back({std::move(entry), isWanted});
         }
         m_folders = std::move(tree.folders);
+        m_sourceFolders.identities.merge(tree.identities);
     }
 
     [[nodiscard]] FileTree TreeOfSingleFile() const {
         FileTree tree;
-        tree.entries.push_back({m_singleFile, TreeEntry::Kind::kFile, m_singleFileSize, {}});
+        tree.entries.push_back({m_singleFile, TreeEntry::Kind::kFile, m_singleFileStatus.size, {}});
         return tree;
     }
 
     [[nodiscard]] bool OpenJournal(std::string& problem) {
-        m_earlier.AddReport(m_target->ReportPath(".json"));
+        m_earlier.AddReport(*m_target->RootFolder(), m_target->ReportName(".json"));
         std::error_code error;
-        m_journal = Journal::Open(m_target->ReportPath(kJournalExtension), m_earlier, error);
+        m_journal = Journal::Open(m_target->RootFolder(), m_target->ReportName(kJournalExtension),
+                                  m_earlier, error);
         if (m_journal != nullptr) return true;
         problem = error == std::errc::resource_unavailable_try_again
                       ? "Another run is writing to TARGET " + m_settings.target
-                      : m_target->ReportPath(kJournalExtension) + ": " + error.message();
+                      : m_target->ReportPath(kJournalExtension) + ": " + DescribeError(error);
         return false;
     }
 
     void PrepareTarget() {
         if (m_settings.dryRun) return;
-        for (FolderProblem& problem : m_target->Prepare(m_folders, m_sourceRoot)) {
+        for (FolderProblem& problem : m_target->Prepare(m_folders)) {
             if (m_settings.shard && !IsInShard(problem.path, *m_settings.shard)) continue;
-            m_tasks.push_back({{std::move(problem.path), TreeEntry::Kind::kUnreadable, 0,
-                                std::move(problem.message)},
-                               true});
+            TreeEntry entry{std::move(problem.path), TreeEntry::Kind::kUnreadable, 0,
+                            std::move(problem.message)};
+            if (problem.kind == FolderProblem::Kind::kLink) {
+                entry.kind = TreeEntry::Kind::kSkipped;
+                entry.isLinkNotFollowed = true;
+            }
+            m_tasks.push_back({std::move(entry), true});
         }
     }
 
@@ -193,10 +234,15 @@ private:
                               [](const FileTask& task) { return task.entry.size >= kLargeFile; });
         m_progress.allFiles = m_tasks.size();
         for (const FileTask& task : m_tasks) m_progress.allBytes += task.entry.size;
-        const MigrationContext context = {
-            m_sourceRoot,         *m_target,         m_earlier,
-            *m_journal,           m_progress,        m_settings.copyOthers,
-            m_settings.batchMode, m_settings.dryRun, m_settings.force};
+        const MigrationContext context = {*m_source,
+                                          *m_target,
+                                          m_earlier,
+                                          *m_journal,
+                                          m_progress,
+                                          m_settings.copyOthers,
+                                          m_settings.batchMode,
+                                          m_settings.dryRun,
+                                          m_settings.force};
         const ProgressDisplay display(m_progress, m_settings.isQuiet);
         const auto count = static_cast<unsigned>(
             std::min<std::size_t>(m_settings.jobs, std::max<std::size_t>(m_tasks.size(), 1)));
@@ -224,7 +270,7 @@ private:
         Report report;
         report.files = m_journal->TakeEntries();
         SortByPath(report.files);
-        report.run = {m_singleFile.empty() ? m_sourceRoot : JoinPath(m_sourceRoot, m_singleFile),
+        report.run = {m_singleFile.empty() ? m_sourcePath : JoinPath(m_sourcePath, m_singleFile),
                       m_target->Root(),
                       m_settings.batchMode,
                       m_settings.dryRun,
@@ -242,7 +288,7 @@ private:
     // The journal stays when the report is not all that it could be: it holds what was done.
     [[nodiscard]] bool WriteReports(const Report& report) {
         std::string problem;
-        if (!WriteReportFiles(report, *m_target, m_junitPath, m_settings.jobs, problem)) {
+        if (!WriteReportFiles(report, *m_target, m_junit, m_settings.jobs, problem)) {
             static_cast<void>(Refuse(problem));
             return false;
         }
@@ -263,11 +309,15 @@ private:
     Interruption m_interruption;
     std::int64_t m_started;
     std::chrono::steady_clock::time_point m_start;
-    std::string m_sourceRoot;  // resolved; the folder of a single file
+    std::string m_sourcePath;  // resolved; the folder of a single file
+    std::shared_ptr<const Folder> m_source;
     std::string m_singleFile;  // its name; empty for a folder
-    std::uint64_t m_singleFileSize = 0;
+    FileStatus m_singleFileStatus;
+    SourceFolders m_sourceFolders;  // until the target has them
+    std::string m_targetPath;       // resolved
+    NamedFolder m_namedTarget;
     std::unique_ptr<TargetFolder> m_target;
-    std::string m_junitPath;
+    std::optional<JunitFile> m_junit;
     std::vector<FileTask> m_tasks;
     std::vector<std::string> m_folders;
     EarlierFacts m_earlier;

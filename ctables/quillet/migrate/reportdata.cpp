@@ -39,6 +39,7 @@ void AddFile(const FileFacts& facts, Totals& totals) {
     ++totals.files;
     ++CounterOf(facts.outcome, totals);
     if (facts.isKept) ++totals.filesKept;
+    if (facts.isLinkNotFollowed) ++totals.linksNotFollowed;
     totals.bytes += facts.bytes;
     totals.commands += facts.copied + facts.converted + facts.failed + facts.unreadable;
     totals.commandsCopied += facts.copied;
@@ -78,7 +79,9 @@ void SortByPath(std::vector<FileEntry>& files) {
 
 int ExitStatusOf(const Totals& totals) {
     if (totals.filesFailed > 0) return 2;
-    return totals.filesPartly > 0 || totals.filesStopped > 0 ? 1 : 0;
+    const bool needsSomeone =
+        totals.filesPartly > 0 || totals.filesStopped > 0 || totals.linksNotFollowed > 0;
+    return needsSomeone ? 1 : 0;
 }
 
 }  // namespace quillet::migrate

@@ -31,7 +31,8 @@ enum class FileOutcome {
 struct FileFacts {
     std::string path;  ///< Relative, bytes, "/" between folders.
     FileOutcome outcome = FileOutcome::kFailed;
-    bool isKept = false;  ///< The result of an earlier run was left alone.
+    bool isKept = false;             ///< The result of an earlier run was left alone.
+    bool isLinkNotFollowed = false;  ///< It was skipped because of a link in SOURCE or TARGET.
     std::uint64_t bytes = 0;
     std::int64_t modified = 0;  ///< Seconds since 1970.
     std::string encoding;       ///< Empty for what was not converted.
@@ -82,6 +83,7 @@ struct Totals {
     std::int64_t filesCopied = 0;
     std::int64_t filesSkipped = 0;
     std::int64_t filesFailed = 0;
+    std::int64_t linksNotFollowed = 0;  ///< Counted under its outcome as well.
     std::uint64_t bytes = 0;
     std::int64_t commands = 0;
     std::int64_t commandsCopied = 0;
@@ -113,8 +115,8 @@ struct Report {
 /// Puts the files into the order of the bytes of their paths.
 void SortByPath(std::vector<FileEntry>& files);
 
-/// 0 when all went well, 1 when commands could not be converted or a file was stopped, 2 when a
-/// file failed.
+/// 0 when all went well, 1 when commands could not be converted, a file was stopped or a link was
+/// not followed, 2 when a file failed.
 [[nodiscard]] int ExitStatusOf(const Totals& totals);
 
 }  // namespace quillet::migrate

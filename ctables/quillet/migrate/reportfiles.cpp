@@ -18,18 +18,23 @@ namespace {
 // One form of the report on its way to its name.
 class ReportFile {
 public:
-    ReportFile(std::string path, std::string temporaryName)
-        : m_path(std::move(path)), m_temporaryName(std::move(temporaryName)) {}
+    // `path` is what people are told.
+    ReportFile(std::shared_ptr<const Folder> folder, std::string name, std::string path,
+               std::string temporaryName)
+        : m_folder(std::move(folder)),
+          m_name(std::move(name)),
+          m_path(std::move(path)),
+          m_temporaryName(std::move(temporaryName)) {}
 
     [[nodiscard]] bool Write(const std::function<bool(TextOutput&)>& write, std::string& error) {
         std::error_code openError;
-        m_file = NewFile::Create(FolderOf(m_path), m_temporaryName, openError);
+        m_file = NewFile::Create(m_folder, m_temporaryName, openError);
         if (m_file == nullptr) return Fail(openError, error);
         return write(*m_file) || Fail(m_file->Error(), error);
     }
 
     [[nodiscard]] bool Commit(std::string& error) {
-        return m_file->Commit(m_path, DefaultPermissions()) || Fail(m_file->Error(), error);
+        return m_file->Commit(m_name, DefaultPermissions()) || Fail(m_file->Error(), error);
     }
 
 private:
@@ -39,17 +44,60 @@ private:
         return false;
     }
 
+    std::shared_ptr<const Folder> m_folder;
+    std::string m_name;
     std::string m_path;
     std::string m_temporaryName;
     std::unique_ptr<NewFile> m_file;
 };
 
+ReportFile FileOfTarget(const TargetFolder& target, const std::string& extension) {
+    return {target.RootFolder(), target.ReportName("." + extension),
+            target.ReportPath("." + extension), target.TemporaryName(extension)};
+}
+
+// The folders were looked at when the run began, but they may have been moved since.
+bool MayBeWritten(const TargetFolder& target, const std::optional<JunitFile>& junit,
+                  std::string& error) {
+    FolderProblem problem;
+    if (target.OpenFolder({}, problem) == nullptr) {
+        error =
+            "The report " + target.ReportPath(".json") + " cannot be written: " + problem.message;
+        return false;
+    }
+    // A single file may have the report beside it.
+    if (!junit || !target.Source().withAllBelow) return true;
+    std::error_code code;
+    const bool isInSource = BelongsToSource(*junit->folder, target.Source(), code);
+    if (!isInSource && !code) return true;
+    error = "The report " + junit->path +
+            " cannot be written: " + (isInSource ? "it would lie in SOURCE" : code.message());
+    return false;
+}
+
 }  // namespace
 
+bool OpenJunitFile(const std::string& path, JunitFile& file, std::string& problem) {
+    std::error_code error;
+    file.path = ResolvePath(path, error);
+    file.name = NamePartOf(file.path);
+    if (!error) file.folder = Folder::Open(FolderOf(file.path), error);
+    FileStatus status;
+    std::error_code statusError;
+    if (error) {
+        problem = "--junit " + path + ": " + error.message();
+    } else if (file.name.empty() || (file.folder->ReadStatus(file.name, status, statusError) &&
+                                     status.kind != FileKind::kFile)) {
+        problem = "--junit " + path + " is not a regular file";
+    }
+    return problem.empty();
+}
+
 bool WriteReportFiles(const Report& report, const TargetFolder& target,
-                      const std::string& junitPath, unsigned threads, std::string& error) {
-    ReportFile json(target.ReportPath(".json"), target.TemporaryName("json"));
-    ReportFile page(target.ReportPath(".html"), target.TemporaryName("html"));
+                      const std::optional<JunitFile>& junit, unsigned threads, std::string& error) {
+    if (!MayBeWritten(target, junit, error)) return false;
+    ReportFile json = FileOfTarget(target, "json");
+    ReportFile page = FileOfTarget(target, "html");
     const auto writeJson = [&] {
         return json.Write([&report](TextOutput& output) { return WriteJsonReport(report, output); },
                           error);
@@ -67,15 +115,16 @@ bool WriteReportFiles(const Report& report, const TargetFolder& target,
     const bool isJsonWritten = writeJson();
     const bool isPageWritten = pageResult.get();
     if (isJsonWritten && !isPageWritten) error = pageError;
-    if (!isJsonWritten || !isPageWritten || !json.Commit(error) || !page.Commit(error)) {
+    if (!isJsonWritten || !isPageWritten || !MayBeWritten(target, junit, error) ||
+        !json.Commit(error) || !page.Commit(error)) {
         return false;
     }
-    if (junitPath.empty()) return true;
-    ReportFile junit(junitPath, target.TemporaryName("junit"));
+    if (!junit) return true;
+    ReportFile junitReport(junit->folder, junit->name, junit->path, target.TemporaryName("junit"));
     const auto writeJunit = [&report](TextOutput& output) {
         return WriteJunitReport(report, output);
     };
-    return junit.Write(writeJunit, error) && junit.Commit(error);
+    return junitReport.Write(writeJunit, error) && junitReport.Commit(error);
 }
 
 }  // namespace quillet::migrate

@@ -23,44 +23,6 @@ constexpr mode_t kPermissionBits = 0777;
 
 std::error_code ErrorOf(int number) { return {number, std::generic_category()}; }
 
-FileKind KindOf(mode_t mode) {
-    if (S_ISREG(mode)) return FileKind::kFile;
-    if (S_ISDIR(mode)) return FileKind::kFolder;
-    return S_ISLNK(mode) ? FileKind::kLink : FileKind::kOther;
-}
-
-FileStatus StatusOf(const struct stat& status) {
-    FileStatus result;
-    result.kind = KindOf(status.st_mode);
-    result.device = status.st_dev;
-    result.inode = status.st_ino;
-    result.size = static_cast<std::uint64_t>(status.st_size);
-    result.modified = status.st_mtim.tv_sec;
-    result.modifiedNanoseconds = status.st_mtim.tv_nsec;
-    result.permissions = status.st_mode & kPermissionBits;
-    return result;
-}
-
-FileDescriptor OpenFile(const std::string& path, int flags, std::error_code& error,
-                        mode_t mode = 0) {
-    int descriptor = -1;
-    do {
-        descriptor = open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, mode);
-    } while (descriptor < 0 && errno == EINTR);
-    if (descriptor < 0) error = ErrorOf(errno);
-    return FileDescriptor(descriptor);
-}
-
-bool ReadStatusOf(const FileDescriptor& file, FileStatus& status, std::error_code& error) {
-    struct stat data {};
-    if (fstat(file.Get(), &data) != 0) {
-        error = ErrorOf(errno);
-        return false;
-    }
-    status = StatusOf(data);
-    return true;
-}
-
 bool WriteAll(int descriptor, std::string_view bytes, std::error_code& error) {
     while (!bytes.empty()) {
         const std::ptrdiff_t count = WriteDescriptor(descriptor, bytes.data(), bytes.size());
@@ -83,27 +45,10 @@ bool IsOlder(const FileStatus& left, const FileStatus& right) {
     return TimeOf(left) < TimeOf(right);
 }
 
-bool ReadStatus(const std::string& path, Links links, FileStatus& status, std::error_code& error) {
-    struct stat data {};
-    const int result =
-        links == Links::kFollow ? stat(path.c_str(), &data) : lstat(path.c_str(), &data);
-    if (result != 0) {
-        error = ErrorOf(errno);
-        return false;
-    }
-    status = StatusOf(data);
-    return true;
-}
-
-bool ListFolder(const std::string& path, std::vector<std::string>& names, std::error_code& error) {
-    names.clear();
-    std::filesystem::directory_iterator entry(path, error);
-    while (!error && entry != std::filesystem::directory_iterator()) {
-        names.push_back(entry->path().filename().native());
-        entry.increment(error);
-    }
-    std::sort(names.begin(), names.end());
-    return !error;
+std::string DescribeError(const std::error_code& error) {
+    return error == std::errc::too_many_symbolic_link_levels
+               ? "there is a link in its path, which is not followed"
+               : error.message();
 }
 
 std::string ResolvePath(const std::string& path, std::error_code& error) {
@@ -133,9 +78,22 @@ std::string FolderOf(std::string_view path) {
     return std::string(path.substr(0, std::max<std::size_t>(slash, 1)));
 }
 
-std::unique_ptr<SourceFile> SourceFile::Open(const std::string& path, std::error_code& error) {
-    // A pipe that took the file's place would otherwise be waited for.
-    FileDescriptor file = OpenFile(path, O_RDONLY | O_NONBLOCK, error);
+std::string_view FolderPartOf(std::string_view relative) {
+    const std::size_t slash = relative.rfind('/');
+    return slash == std::string_view::npos ? std::string_view() : relative.substr(0, slash);
+}
+
+std::string NamePartOf(std::string_view path) {
+    return std::string(path.substr(path.rfind('/') + 1));
+}
+
+std::unique_ptr<SourceFile> SourceFile::Open(const Folder& root, std::string_view relative,
+                                             std::error_code& error) {
+    std::string obstacle;
+    const std::shared_ptr<const Folder> folder =
+        root.OpenBelow(FolderPartOf(relative), obstacle, error);
+    if (folder == nullptr) return nullptr;
+    FileDescriptor file = folder->OpenFile(NamePartOf(relative), FileAccess::kRead, error);
     FileStatus status;
     if (!file.IsOpen() || !ReadStatusOf(file, status, error)) return nullptr;
     if (status.kind != FileKind::kFile) {
@@ -165,27 +123,30 @@ bool SourceFile::HasChanged() const {
            TimeOf(status) != TimeOf(m_status);
 }
 
-NewFile::NewFile(FileDescriptor file, std::string temporaryPath)
-    : m_file(std::move(file)), m_temporaryPath(std::move(temporaryPath)) {
+NewFile::NewFile(FileDescriptor file, std::shared_ptr<const Folder> folder,
+                 std::string temporaryName)
+    : m_file(std::move(file)),
+      m_folder(std::move(folder)),
+      m_temporaryName(std::move(temporaryName)) {
     m_buffer.reserve(kBufferSize);
 }
 
-std::unique_ptr<NewFile> NewFile::Create(const std::string& folder,
+std::unique_ptr<NewFile> NewFile::Create(std::shared_ptr<const Folder> folder,
                                          const std::string& temporaryName, std::error_code& error) {
-    constexpr mode_t kOwnerOnly = 0600;
-    constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW;
-    std::string path = JoinPath(folder, temporaryName);
-    FileDescriptor file = OpenFile(path, kFlags, error, kOwnerOnly);
-    if (!file.IsOpen() && error == std::errc::file_exists && unlink(path.c_str()) == 0) {
+    FileDescriptor file = folder->OpenFile(temporaryName, FileAccess::kCreate, error);
+    std::error_code removeError;
+    if (!file.IsOpen() && error == std::errc::file_exists &&
+        folder->Remove(temporaryName, removeError)) {
         error.clear();
-        file = OpenFile(path, kFlags, error, kOwnerOnly);
+        file = folder->OpenFile(temporaryName, FileAccess::kCreate, error);
     }
     if (!file.IsOpen()) return nullptr;
-    return std::unique_ptr<NewFile>(new NewFile(std::move(file), std::move(path)));
+    return std::unique_ptr<NewFile>(new NewFile(std::move(file), std::move(folder), temporaryName));
 }
 
 NewFile::~NewFile() {
-    if (!m_temporaryPath.empty()) static_cast<void>(unlink(m_temporaryPath.c_str()));
+    std::error_code ignored;
+    if (!m_temporaryName.empty()) static_cast<void>(m_folder->Remove(m_temporaryName, ignored));
 }
 
 bool NewFile::Fail(int error) {
@@ -207,12 +168,14 @@ bool NewFile::Write(std::string_view bytes) {
     return !m_error;
 }
 
-bool NewFile::Commit(const std::string& path, unsigned permissions) {
+bool NewFile::Commit(const std::string& name, unsigned permissions) {
     if (!Flush()) return false;
     if (fchmod(m_file.Get(), permissions & kPermissionBits) != 0) return Fail(errno);
+    // A name must not be on the disk before the content is, or a power failure leaves it empty.
+    if (!SyncContent(m_file, m_error)) return false;
     if (!m_file.Close()) return Fail(errno);
-    if (rename(m_temporaryPath.c_str(), path.c_str()) != 0) return Fail(errno);
-    m_temporaryPath.clear();
+    if (!m_folder->Rename(m_temporaryName, name, m_error)) return false;
+    m_temporaryName.clear();
     return true;
 }
 
@@ -223,8 +186,7 @@ unsigned DefaultPermissions() {
     return kReadableAndWritable & ~mask;
 }
 
-std::unique_ptr<StoredFile> StoredFile::Open(const std::string& path, std::error_code& error) {
-    FileDescriptor file = OpenFile(path, O_RDONLY | O_NONBLOCK, error);
+std::unique_ptr<StoredFile> StoredFile::Hold(FileDescriptor file, std::error_code& error) {
     FileStatus status;
     if (!file.IsOpen() || !ReadStatusOf(file, status, error)) return nullptr;
     if (status.kind != FileKind::kFile) {
@@ -232,6 +194,20 @@ std::unique_ptr<StoredFile> StoredFile::Open(const std::string& path, std::error
         return nullptr;
     }
     return std::unique_ptr<StoredFile>(new StoredFile(std::move(file)));
+}
+
+std::unique_ptr<StoredFile> StoredFile::Open(const std::string& path, std::error_code& error) {
+    int descriptor = -1;
+    do {
+        descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    } while (descriptor < 0 && errno == EINTR);
+    if (descriptor < 0) error = ErrorOf(errno);
+    return Hold(FileDescriptor(descriptor), error);
+}
+
+std::unique_ptr<StoredFile> StoredFile::Open(const Folder& folder, const std::string& name,
+                                             std::error_code& error) {
+    return Hold(folder.OpenFile(name, FileAccess::kRead, error), error);
 }
 
 std::ptrdiff_t StoredFile::ReadAt(std::uint64_t offset, char* buffer, std::size_t size) const {
@@ -253,26 +229,38 @@ std::uint64_t StoredFile::Size() const {
     return ReadStatusOf(m_file, status, error) ? status.size : 0;
 }
 
-std::unique_ptr<AppendedFile> AppendedFile::Open(const std::string& path, std::error_code& error) {
-    constexpr int kFlags = O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_NONBLOCK;
-    for (;;) {
-        FileDescriptor file = OpenFile(path, kFlags, error, static_cast<mode_t>(0666));
-        if (!file.IsOpen()) return nullptr;
-        if (flock(file.Get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-            error = std::make_error_code(std::errc::resource_unavailable_try_again);
+std::unique_ptr<AppendedFile> AppendedFile::Open(std::shared_ptr<const Folder> folder,
+                                                 const std::string& name, std::error_code& error) {
+    // A run that just ended may have removed the file between the opening and the locking, which
+    // is no reason to try for ever.
+    constexpr int kMostTries = 100;
+    for (int tries = 0; tries < kMostTries; ++tries) {
+        FileDescriptor file = folder->OpenFile(name, FileAccess::kAppend, error);
+        FileStatus opened;
+        if (!file.IsOpen() || !ReadStatusOf(file, opened, error)) return nullptr;
+        if (opened.kind != FileKind::kFile) {
+            error = ErrorOf(EINVAL);
             return nullptr;
         }
-        // Where there are no locks two runs at a time are the user's to avoid. But a run that
-        // just ended may have removed the file between the opening and the locking.
-        FileStatus opened;
+        // Where there are no locks two runs at a time are the user's to avoid.
+        if (flock(file.Get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) break;
         FileStatus named;
         std::error_code nameError;
-        if (!ReadStatusOf(file, opened, error)) return nullptr;
-        if (!ReadStatus(path, Links::kShow, named, nameError) || named.inode != opened.inode) {
-            continue;
+        const bool hasStatus = folder->ReadStatus(name, named, nameError);
+        if (!hasStatus && nameError != std::errc::no_such_file_or_directory) {
+            error = nameError;
+            return nullptr;
         }
-        return std::unique_ptr<AppendedFile>(new AppendedFile(std::move(file), path));
+        if (!hasStatus || named.identity != opened.identity) continue;
+        if (named.names > 1) {
+            error = std::make_error_code(std::errc::too_many_links);
+            return nullptr;
+        }
+        return std::unique_ptr<AppendedFile>(
+            new AppendedFile(std::move(file), std::move(folder), name));
     }
+    error = std::make_error_code(std::errc::resource_unavailable_try_again);
+    return nullptr;
 }
 
 bool AppendedFile::Append(std::string_view bytes, std::error_code& error) {
@@ -283,7 +271,10 @@ bool AppendedFile::Truncate(std::uint64_t size) {
     return ftruncate(m_file.Get(), static_cast<off_t>(size)) == 0;
 }
 
-void AppendedFile::Remove() { static_cast<void>(unlink(m_path.c_str())); }
+void AppendedFile::Remove() {
+    std::error_code ignored;
+    static_cast<void>(m_folder->Remove(m_name, ignored));
+}
 
 bool IsErrorTerminal() { return isatty(STDERR_FILENO) == 1; }
 

@@ -1,4 +1,4 @@
-// Files and folders as a migration needs them: with their times, links, rights and errors.
+// Files as a migration needs them: with their times, rights and errors.
 #ifndef QUILLET_MIGRATE_SYSTEMFILES_H
 #define QUILLET_MIGRATE_SYSTEMFILES_H
 
@@ -8,37 +8,19 @@
 #include <string>
 #include <string_view>
 #include <system_error>
-#include <vector>
+#include <utility>
 
+#include "platform/folder.h"
 #include "platform/textfile.h"
 #include "quillet.h"
 
 namespace quillet::migrate {
 
-enum class FileKind { kFile, kFolder, kLink, kOther };
-
-struct FileStatus {
-    FileKind kind = FileKind::kOther;
-    std::uint64_t device = 0;
-    std::uint64_t inode = 0;
-    std::uint64_t size = 0;
-    std::int64_t modified = 0;     ///< Seconds since 1970,
-    long modifiedNanoseconds = 0;  ///< and what is beyond them.
-    unsigned permissions = 0;      ///< Those of owner, group and others.
-};
-
 /// True when `left` was changed before `right`.
 [[nodiscard]] bool IsOlder(const FileStatus& left, const FileStatus& right);
 
-enum class Links { kFollow, kShow };
-
-/// False with `error` set when nothing is known about `path`.
-[[nodiscard]] bool ReadStatus(const std::string& path, Links links, FileStatus& status,
-                              std::error_code& error);
-
-/// The names in a folder, sorted by their bytes.
-[[nodiscard]] bool ListFolder(const std::string& path, std::vector<std::string>& names,
-                              std::error_code& error);
+/// `error` in words; a link that was not followed is called just that.
+[[nodiscard]] std::string DescribeError(const std::error_code& error);
 
 /// `path` without links and dots, as far as it exists; empty with `error` set when it cannot be
 /// told.
@@ -51,12 +33,18 @@ enum class Links { kFollow, kShow };
 [[nodiscard]] std::string JoinPath(std::string_view folder, std::string_view name);
 /// What stands before the last "/"; "." when there is none.
 [[nodiscard]] std::string FolderOf(std::string_view path);
+/// The same of a path below a root, where the root itself is empty.
+[[nodiscard]] std::string_view FolderPartOf(std::string_view relative);
+/// What stands after the last "/".
+[[nodiscard]] std::string NamePartOf(std::string_view path);
 
 /// An open file of the archive. What is no regular file is not opened, nor waited for.
 class SourceFile final : public TextInput {
 public:
-    /// Null with `error` set when that fails.
-    [[nodiscard]] static std::unique_ptr<SourceFile> Open(const std::string& path,
+    /// Opens the file at `relative` below `root`, over no link. Null with `error` set when that
+    /// fails.
+    [[nodiscard]] static std::unique_ptr<SourceFile> Open(const Folder& root,
+                                                          std::string_view relative,
                                                           std::error_code& error);
 
     std::size_t Read(char* buffer, std::size_t size) override;
@@ -82,9 +70,9 @@ private:
 /// A file that appears under its name when it is whole, and not at all when it is not.
 class NewFile final : public TextOutput {
 public:
-    /// Opens `folder/temporaryName`; what has that name is removed. Null with `error` set when
-    /// that fails.
-    [[nodiscard]] static std::unique_ptr<NewFile> Create(const std::string& folder,
+    /// Opens `temporaryName` in `folder`; a file or link that has that name is removed. Null with
+    /// `error` set when that fails.
+    [[nodiscard]] static std::unique_ptr<NewFile> Create(std::shared_ptr<const Folder> folder,
                                                          const std::string& temporaryName,
                                                          std::error_code& error);
     ~NewFile() override;
@@ -93,19 +81,21 @@ public:
 
     bool Write(std::string_view bytes) override;
 
-    /// Gives it its rights and its name, in place of what had that name. Once.
-    [[nodiscard]] bool Commit(const std::string& path, unsigned permissions);
+    /// Brings it to its medium and gives it its rights and its name in the folder, in place of
+    /// what had that name. Once.
+    [[nodiscard]] bool Commit(const std::string& name, unsigned permissions);
 
     /// What went wrong in `Write` or `Commit`.
     [[nodiscard]] const std::error_code& Error() const { return m_error; }
 
 private:
-    NewFile(FileDescriptor file, std::string temporaryPath);
+    NewFile(FileDescriptor file, std::shared_ptr<const Folder> folder, std::string temporaryName);
     [[nodiscard]] bool Flush();
     [[nodiscard]] bool Fail(int error);
 
     FileDescriptor m_file;
-    std::string m_temporaryPath;  // empty when there is nothing to remove
+    std::shared_ptr<const Folder> m_folder;
+    std::string m_temporaryName;  // empty when there is nothing to remove
     std::string m_buffer;
     std::error_code m_error;
 };
@@ -116,7 +106,13 @@ private:
 /// A file that is read at any place. Keeps its content when the name goes to another file.
 class StoredFile {
 public:
+    /// Opens a file that the user has named, over links if need be. Null with `error` set when
+    /// that fails.
     [[nodiscard]] static std::unique_ptr<StoredFile> Open(const std::string& path,
+                                                          std::error_code& error);
+    /// Opens a file of a folder, not over a link.
+    [[nodiscard]] static std::unique_ptr<StoredFile> Open(const Folder& folder,
+                                                          const std::string& name,
                                                           std::error_code& error);
 
     /// Reads up to `size` bytes from `offset`, less only at the file's end. -1 on errors.
@@ -125,6 +121,8 @@ public:
 
 private:
     explicit StoredFile(FileDescriptor file) : m_file(std::move(file)) {}
+    [[nodiscard]] static std::unique_ptr<StoredFile> Hold(FileDescriptor file,
+                                                          std::error_code& error);
 
     FileDescriptor m_file;
 };
@@ -132,9 +130,12 @@ private:
 /// A file that only grows, and that no other process has open this way at the same time.
 class AppendedFile {
 public:
-    /// Opens or makes the file. Null with `error` set when that fails;
-    /// `std::errc::resource_unavailable_try_again` when another process has it.
-    [[nodiscard]] static std::unique_ptr<AppendedFile> Open(const std::string& path,
+    /// Opens or makes the file `name` in `folder`. Null with `error` set when that fails:
+    /// `std::errc::resource_unavailable_try_again` when another process has it, and
+    /// `std::errc::too_many_links` when it has other names as well, under which someone may know
+    /// it as something else.
+    [[nodiscard]] static std::unique_ptr<AppendedFile> Open(std::shared_ptr<const Folder> folder,
+                                                            const std::string& name,
                                                             std::error_code& error);
 
     /// Appends `bytes`. After an error the file may end in a part of them.
@@ -145,11 +146,12 @@ public:
     void Remove();
 
 private:
-    AppendedFile(FileDescriptor file, std::string path)
-        : m_file(std::move(file)), m_path(std::move(path)) {}
+    AppendedFile(FileDescriptor file, std::shared_ptr<const Folder> folder, std::string name)
+        : m_file(std::move(file)), m_folder(std::move(folder)), m_name(std::move(name)) {}
 
     FileDescriptor m_file;
-    std::string m_path;
+    std::shared_ptr<const Folder> m_folder;
+    std::string m_name;
 };
 
 /// Whether standard error is a terminal, and how many columns it has (80 when it does not tell).
