@@ -9,6 +9,7 @@ With the second program, which else is looked for beside the first, results are 
 """
 
 import contextlib
+import ctypes
 import json
 import os
 import pathlib
@@ -81,6 +82,15 @@ def unkept(report):
         {name: value for name, value in file.items() if name != "kept"} for file in report["files"]
     ]
     return report
+
+
+def exchange(left, right):
+    """Swaps what two names stand for, in one step."""
+    working_folder, swap = -100, 2
+    library = ctypes.CDLL(None, use_errno=True)
+    if library.renameat2(working_folder, os.fsencode(left), working_folder, os.fsencode(right),
+                         swap) != 0:
+        raise OSError(ctypes.get_errno(), "names cannot be exchanged")
 
 
 # Shells start jobs in the background with this signal ignored, which the program would inherit.
@@ -903,6 +913,374 @@ class FaultTest(MigrateTest):
             self.assertEqual(run.returncode, 2)
             self.assertIn(b"--junit", run.stderr)
             self.assertFalse(self.target.exists())
+
+
+class LinkTest(MigrateTest):
+    """Nothing outside of the target is written, and nothing outside of the source is read,
+    whatever links and mounts say."""
+
+    def setUp(self):
+        super().setUp()
+        self.outside = self.folder / "outside"
+        self.outside.mkdir()
+        for name in ("one.syn", "two.syn", ".quillet-tmp-all-1-0", ".quillet-tmp-all-77-json"):
+            (self.outside / name).write_bytes(b"LIST secret.\n")
+        self.create("sub/one.syn", TABLES)
+        self.create("sub/two.syn", ORDINARY)
+        self.create("three.syn", ORDINARY)
+
+    def create_first_file(self, path="a first.syn"):
+        """A file that is in work long before the others, for it is large."""
+        self.create(path, TABLES * 100000)
+
+    def remember(self):
+        """What must be the same in the end."""
+        self.before = contents_of(self.source), contents_of(self.outside)
+
+    def expect_unharmed(self):
+        source, outside = self.before
+        self.assertEqual(contents_of(self.outside), outside)
+        # Compared one by one: a difference may be large.
+        now = contents_of(self.source)
+        self.assertEqual(sorted(now), sorted(source))
+        for name, content in now.items():
+            self.assertTrue(content == source[name], name)
+
+    def expect_no_secrets(self):
+        for name, content in self.results().items():
+            self.assertNotIn(b"secret", content or b"", name)
+
+    def bind(self, source, target):
+        """Mounts a folder a second time, until the test is over."""
+        if os.geteuid() != 0:
+            self.skipTest("folders can only be mounted by root")
+        mount = subprocess.run(["mount", "--bind", source, target], check=False,
+                               capture_output=True)
+        if mount.returncode != 0:
+            self.skipTest("nothing can be mounted here: " + mount.stderr.decode())
+        self.addCleanup(subprocess.run, ["umount", target], check=True)
+
+    def run_with_pause(self, act, *options, temporary_in=".", status):
+        """Migrates and calls `act` while the first file is in work, everything else standing
+        still. Returns what the run said."""
+        place = self.target / temporary_in
+
+        def is_begun():
+            """The first file is in work and far from its end."""
+            sizes = [file.stat().st_size for file in place.glob(".quillet-tmp*")]
+            return len(sizes) == 1 and sizes[0] < MEBIBYTE
+
+        # A machine that is busy may let the run go on too far, or to its end; then once more.
+        for _ in range(20):
+            process = self.start_program("--jobs", "1", *options, self.source, self.target)
+            wait_until(lambda: process.poll() is not None or list(place.glob(".quillet-tmp*")),
+                       "the first file was in work")
+            process.send_signal(signal.SIGSTOP)
+            if process.poll() is None:
+                os.waitid(os.P_PID, process.pid, os.WSTOPPED | os.WEXITED | os.WNOWAIT)
+                if is_begun() and not (place / "a first.syn").exists():
+                    break
+            self.end_process(process)
+            shutil.rmtree(self.target)
+        else:
+            self.fail("the first file was never seen in work")
+        self.assertFalse((self.target / "three.syn").exists())
+        act()
+        process.send_signal(signal.SIGCONT)
+        _, error = process.communicate(timeout=TIME_LIMIT)
+        self.assertEqual(process.returncode, status, error)
+        return error
+
+    def test_a_folder_of_the_target_that_is_a_link(self):
+        self.target.mkdir()
+        (self.target / "sub").symlink_to(self.outside)
+        self.create("sub/deep/four.syn", ORDINARY)
+        self.remember()
+        for options in ([], ["--force"], ["--copy-others"]):
+            self.migrate(*options, status=1)
+            self.expect_unharmed()
+            self.assertEqual(self.not_followed(),
+                             {"sub", "sub/one.syn", "sub/two.syn", "sub/deep/four.syn"})
+            for path in self.not_followed():
+                self.assertEqual(self.facts(path)["outcome"], "skipped")
+                self.assertEqual(self.facts(path)["message"],
+                                 "the folder sub of TARGET is a link, which is not followed")
+            self.assertEqual((self.target / "three.syn").read_bytes(), ORDINARY)
+        self.migrate("--dry-run", status=1)
+        self.assertEqual(self.not_followed(), {"sub/one.syn", "sub/two.syn", "sub/deep/four.syn"})
+
+    def test_the_exit_status_of_joined_reports_counts_links(self):
+        (self.source / "link").symlink_to(self.outside)
+        for index in (1, 2):
+            run = self.run_program("--shard", f"{index}/2", self.source, self.target)
+            self.assertIn(run.returncode, (0, 1), run.stderr)
+        reports = [self.target / f"quillet-report-{index}-of-2.json" for index in (1, 2)]
+        run = self.run_program("--merge-reports", *reports, self.folder / "joined")
+        self.assertEqual(run.returncode, 1, run.stderr)
+        self.assertEqual(self.not_followed(self.folder / "joined"), {"link"})
+        self.assertEqual(self.report(self.folder / "joined")["totals"]["linksNotFollowed"], 1)
+
+    def test_results_that_are_links(self):
+        self.target.mkdir()
+        (self.target / "sub").mkdir()
+        (self.target / "sub" / "one.syn").symlink_to(self.outside / "one.syn")
+        (self.target / "three.syn").symlink_to("nowhere")
+        self.remember()
+        self.migrate("--force", status=1)
+        self.expect_unharmed()
+        self.assertEqual(self.not_followed(), {"sub/one.syn", "three.syn"})
+        self.assertEqual(os.readlink(self.target / "three.syn"), "nowhere")
+
+    def test_reports_and_journals_that_are_links(self):
+        self.target.mkdir()
+        for name in ("quillet-report.json", "quillet-report.html"):
+            (self.target / name).symlink_to(self.outside / "one.syn")
+        self.remember()
+        self.migrate()
+        self.expect_unharmed()
+        self.assertFalse((self.target / "quillet-report.json").is_symlink())
+        journal = self.target / "quillet-report.journal"
+        journal.symlink_to(self.outside / "one.syn")
+        run = self.migrate(status=2)
+        self.assertIn(b"quillet-report.journal: there is a link in its path", run.stderr)
+        self.expect_unharmed()
+        journal.unlink()
+        os.link(self.outside / "one.syn", journal)
+        run = self.migrate(status=2)
+        self.assertIn(b"quillet-report.journal: Too many links", run.stderr)
+        self.expect_unharmed()
+
+    def test_roots_may_be_reached_over_links(self):
+        (self.folder / "source link").symlink_to(self.source)
+        self.target.mkdir()
+        (self.folder / "target link").symlink_to(self.target)
+        run = self.run_program(self.folder / "source link", self.folder / "target link" / "new")
+        self.assertEqual(run.returncode, 0, run.stderr)
+        self.assertEqual((self.target / "new" / "three.syn").read_bytes(), ORDINARY)
+
+    def test_a_folder_of_the_target_that_becomes_a_link(self):
+        self.create_first_file()
+        self.remember()
+        for destination in (self.outside, self.source / "sub"):
+            with self.subTest(destination):
+                shutil.rmtree(self.target, ignore_errors=True)
+
+                def act(destination=destination):
+                    (self.target / "sub").rename(self.target / "moved")
+                    (self.target / "sub").symlink_to(destination)
+
+                self.run_with_pause(act, status=1)
+                self.expect_unharmed()
+                self.assertEqual(self.not_followed(), {"sub/one.syn", "sub/two.syn"})
+                self.assertEqual(list((self.target / "moved").iterdir()), [])
+
+    def test_a_folder_that_becomes_a_link_while_a_result_is_in_it(self):
+        self.create_first_file("sub/a first.syn")
+        self.remember()
+
+        def act():
+            (self.target / "sub").rename(self.target / "moved")
+            (self.target / "sub").symlink_to(self.outside)
+
+        error = self.run_with_pause(act, temporary_in="sub", status=2)
+        self.assertIn(b"sub/a first.syn: the folder sub of TARGET is a link", error)
+        self.expect_unharmed()
+        self.assertEqual(list((self.target / "moved").iterdir()), [])
+        self.assertEqual(self.not_followed(), {"sub/one.syn", "sub/two.syn"})
+
+    def test_a_folder_that_is_replaced_while_a_result_is_in_it(self):
+        self.create_first_file("sub/a first.syn")
+
+        def act():
+            (self.target / "sub").rename(self.target / "moved")
+            (self.target / "sub").mkdir()
+
+        error = self.run_with_pause(act, temporary_in="sub", status=2)
+        self.assertIn(b"sub/a first.syn: the folder of its result was replaced", error)
+        self.assertEqual(list((self.target / "moved").iterdir()), [])
+        self.assertEqual(sorted(self.results()),
+                         [b"moved", b"sub", b"sub/one.syn", b"sub/two.syn", b"three.syn"])
+
+    def test_the_target_is_moved_into_the_source(self):
+        self.create_first_file()
+        (self.source / "new").mkdir()
+        self.remember()
+        error = self.run_with_pause(lambda: self.target.rename(self.source / "new" / "target"),
+                                    status=2)
+        self.assertIn(b"three.syn: TARGET lies in SOURCE\n", error)
+        (self.source / "new" / "target").rename(self.target)
+        self.expect_unharmed()
+        self.assertEqual({name for name, content in self.results().items() if content}, set())
+
+    def test_the_source_replaces_a_folder_of_the_target(self):
+        self.create_first_file()
+        # A new one, which the walk has not met, and one that it has.
+        for known in (False, True):
+            with self.subTest(known):
+                shutil.rmtree(self.target, ignore_errors=True)
+                self.remember()
+
+                def act(known=known):
+                    name = "sub" if known else "new"
+                    (self.source / "new").mkdir(exist_ok=True)
+                    (self.target / "sub").rename(self.folder / "away")
+                    (self.target / "sub").symlink_to(self.source / name)
+
+                self.run_with_pause(act, status=1)
+                self.assertEqual(list((self.source / "new").iterdir()), [])
+                (self.source / "new").rmdir()
+                (self.folder / "away").rmdir()
+                self.expect_unharmed()
+
+    def test_a_file_of_the_source_that_becomes_a_link(self):
+        self.create_first_file()
+        self.create("sub2/one.syn", ORDINARY)
+        self.create("four.syn", ORDINARY)
+
+        def act():
+            (self.source / "three.syn").unlink()
+            (self.source / "three.syn").symlink_to(self.outside / "one.syn")
+            (self.source / "four.syn").unlink()
+            (self.source / "four.syn").symlink_to("sub/two.syn")
+            shutil.rmtree(self.source / "sub")
+            (self.source / "sub").symlink_to(self.outside)
+            shutil.rmtree(self.source / "sub2")
+            os.mkfifo(self.source / "sub2")
+
+        error = self.run_with_pause(act, status=2)
+        for name in ("three.syn", "four.syn", "sub/one.syn", "sub/two.syn"):
+            self.assertEqual(self.facts(name)["outcome"], "failed")
+            self.assertIn(f"{name}: it cannot be opened: there is a link in its path, which is "
+                          "not followed\n".encode(), error)
+        self.assertIn(b"sub2/one.syn: it cannot be opened: Not a directory\n", error)
+        self.expect_no_secrets()
+
+    def test_a_link_to_a_file_goes_where_it_went_in_the_walk(self):
+        self.create_first_file()
+        (self.source / "link.syn").symlink_to("three.syn")
+
+        def act():
+            (self.source / "link.syn").unlink()
+            (self.source / "link.syn").symlink_to(self.outside / "one.syn")
+
+        self.run_with_pause(act, status=0)
+        self.assertEqual(self.results()[b"link.syn"], ORDINARY)
+
+    def test_parts_of_the_source_that_are_mounted_into_the_target(self):
+        self.create("sub/deep/four.syn", ORDINARY)
+        self.create("other/five.syn", ORDINARY)
+        self.create("other/deep/five.syn", ORDINARY)
+        (self.target / "sub").mkdir(parents=True)
+        (self.target / "other" / "deep").mkdir(parents=True)
+        self.bind(self.source / "sub", self.target / "sub")
+        self.bind(self.source, self.target / "other" / "deep")
+        self.remember()
+        for options in ([], ["--force"]):
+            run = self.migrate(*options, status=2)
+            self.expect_unharmed()
+            self.assertIn(b"sub: the folder sub of TARGET is a folder of SOURCE\n", run.stderr)
+            failed = {file["path"] for file in self.report()["files"]
+                      if file["outcome"] == "failed"}
+            self.assertEqual(failed, {"sub", "sub/one.syn", "sub/two.syn", "sub/deep/four.syn",
+                                      "other/deep", "other/deep/five.syn"})
+            self.assertEqual((self.target / "other" / "five.syn").read_bytes(), ORDINARY)
+            self.assertEqual((self.target / "three.syn").read_bytes(), ORDINARY)
+        self.migrate("--dry-run", status=2)
+        self.assertEqual(self.facts("sub/one.syn")["outcome"], "failed")
+
+    def test_a_part_of_the_source_is_mounted_during_the_run(self):
+        self.create_first_file()
+        self.remember()
+        error = self.run_with_pause(lambda: self.bind(self.source / "sub", self.target / "sub"),
+                                    status=2)
+        self.assertIn(b"sub/one.syn: the folder sub of TARGET is a folder of SOURCE\n", error)
+        self.expect_unharmed()
+
+    def test_a_target_or_junit_file_in_the_source_by_another_name(self):
+        mounted = self.folder / "mounted"
+        mounted.mkdir()
+        self.bind(self.source / "sub", mounted)
+        (self.folder / "link").symlink_to(self.source / "sub")
+        self.remember()
+        for target in (mounted, mounted / "new" / "er", self.folder / "link" / "new"):
+            run = self.migrate(status=2, target=target)
+            self.assertIn(b"TARGET lies in SOURCE\n", run.stderr)
+            self.expect_unharmed()
+        for junit in (mounted / "j.xml", mounted / "one.syn", self.folder / "link" / "j.xml"):
+            run = self.migrate("--junit", junit, status=2)
+            self.assertIn(b"lies in SOURCE\n", run.stderr)
+            self.expect_unharmed()
+            self.assertFalse(self.target.exists())
+        run = self.run_program("--junit", mounted / "one.syn", self.source / "sub" / "one.syn",
+                               self.target)
+        self.assertEqual(run.returncode, 2)
+        self.assertIn(b"lies in SOURCE\n", run.stderr)
+        self.expect_unharmed()
+
+    def test_a_junit_file_stays_in_its_folder(self):
+        self.create_first_file()
+        junit = self.folder / "junit"
+        junit.mkdir()
+        self.remember()
+
+        def act():
+            junit.rename(self.folder / "moved")
+            junit.symlink_to(self.outside)
+
+        self.run_with_pause(act, "--junit", junit / "j.xml", status=0)
+        self.expect_unharmed()
+        xml.etree.ElementTree.parse(self.folder / "moved" / "j.xml")
+
+    def run_while_names_are_swapped(self, left, right, rounds=6):
+        """Migrates several times, while two names are swapped all the time from the end of the
+        walk on, so that it is known what the source is."""
+        self.target.mkdir()
+        self.create_archive(40, 5)
+        self.remember()
+        self.migrate(status=1)
+        try:
+            exchange(left, right)
+            exchange(left, right)
+        except (OSError, AttributeError) as error:
+            self.skipTest(str(error))
+        for _ in range(rounds):
+            process = self.start_program("--force", "--jobs", "2", self.source, self.target)
+            journal = self.target / "quillet-report.journal"
+            swaps = 0
+            while process.poll() is None:
+                if swaps > 0 or journal.exists():
+                    exchange(left, right)
+                    swaps += 1
+            if swaps % 2 == 1:
+                exchange(left, right)
+            _, error = process.communicate(timeout=TIME_LIMIT)
+            self.assertIn(process.returncode, (1, 2), error)
+            yield
+
+    def test_a_race_with_links_in_the_target(self):
+        spare = self.folder / "spare"
+        for destination in (self.outside, self.source / "sub"):
+            with self.subTest(destination):
+                shutil.rmtree(self.target, ignore_errors=True)
+                spare.unlink(missing_ok=True)
+                spare.symlink_to(destination)
+                for _ in self.run_while_names_are_swapped(self.target / "sub", spare):
+                    self.expect_unharmed()
+                    self.assertEqual(self.report()["format"], "quillet-report")
+
+    def test_a_race_with_folders_of_the_source_in_the_target(self):
+        for name in ("sub", "a"):
+            with self.subTest(name):
+                shutil.rmtree(self.target, ignore_errors=True)
+                for _ in self.run_while_names_are_swapped(self.target / "sub", self.source / name):
+                    self.expect_unharmed()
+
+    def test_a_race_with_links_in_the_source(self):
+        spare = self.folder / "spare"
+        spare.symlink_to(self.outside)
+        for _ in self.run_while_names_are_swapped(self.source / "sub", spare):
+            self.expect_unharmed()
+            self.expect_no_secrets()
 
 
 class LoadTest(MigrateTest):
