@@ -1196,6 +1196,21 @@ class LinkTest(MigrateTest):
         self.assertIn(b"sub/one.syn: the folder sub of TARGET is a folder of SOURCE\n", error)
         self.expect_unharmed()
 
+    def test_files_of_the_source_that_are_mounted_into_the_target(self):
+        self.target.mkdir()
+        for name in ("three.syn", "quillet-report.json", "quillet-report.journal"):
+            (self.target / name).touch()
+        self.remember()
+        for name, problem in (
+                ("three.syn", b"three.syn: the result cannot be written: Device or resource busy"),
+                ("quillet-report.json", b"cannot be written: Device or resource busy"),
+                ("quillet-report.journal", b"quillet-report.journal: Device or resource busy")):
+            with self.subTest(name):
+                self.bind(self.source / "three.syn", self.target / name)
+                run = self.migrate("--force", status=2)
+                self.assertIn(problem, run.stderr)
+                self.expect_unharmed()
+
     def test_a_target_or_junit_file_in_the_source_by_another_name(self):
         mounted = self.folder / "mounted"
         mounted.mkdir()

@@ -171,12 +171,23 @@ private:
         }
     }
 
-    void LookInto(const WaitingFolder& waiting) {
+    // Most folders lie in the one that was looked into last.
+    [[nodiscard]] std::shared_ptr<const Folder> Open(const std::string& relative,
+                                                     std::error_code& error) {
+        const std::string_view path = relative;
         std::string obstacle;
+        const bool isBelow = m_last != nullptr && path.size() > m_lastPath.size() &&
+                             path.starts_with(m_lastPath) && path[m_lastPath.size()] == '/';
+        m_last = isBelow ? m_last->OpenBelow(path.substr(m_lastPath.size() + 1), obstacle, error)
+                         : m_root.OpenBelow(path, obstacle, error);
+        m_lastPath = relative;
+        return m_last;
+    }
+
+    void LookInto(const WaitingFolder& waiting) {
         std::error_code error;
         std::vector<std::string> names;
-        const std::shared_ptr<const Folder> folder =
-            m_root.OpenBelow(waiting.path, obstacle, error);
+        const std::shared_ptr<const Folder> folder = Open(waiting.path, error);
         // Another one may have taken its place.
         if (folder != nullptr && folder->Identity() != waiting.identity &&
             !m_tree.identities.insert(folder->Identity()).second) {
@@ -247,6 +258,8 @@ private:
     LinkResolver m_links;
     FileTree m_tree;
     std::vector<WaitingFolder> m_waiting;
+    std::shared_ptr<const Folder> m_last;
+    std::string m_lastPath;
 };
 
 }  // namespace

@@ -79,6 +79,35 @@ bool IsName(std::string_view name, std::error_code& error) {
     return isName;
 }
 
+// Opens the folder `name` of another one.
+FileDescriptor EnterFolder(int folder, const std::string& name, std::error_code& error) {
+    if (!IsName(name, error)) return FileDescriptor();
+    FileDescriptor entered = OpenAt(folder, name.c_str(), kFolderFlags | O_NOFOLLOW, error);
+    struct stat status {};
+    // Some systems say of a link just that it is no folder.
+    if (!entered.IsOpen() && error == std::errc::not_a_directory &&
+        fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+        S_ISLNK(status.st_mode)) {
+        error = ErrorOf(ELOOP);
+    }
+    return entered;
+}
+
+// True when a file is mounted over a name of `folder`, so that it lies elsewhere. False also where
+// the system does not tell.
+bool IsMounted([[maybe_unused]] int folder, [[maybe_unused]] int file) {
+#ifdef STATX_MNT_ID
+    struct statx folderStatus {};
+    struct statx fileStatus {};
+    return statx(folder, "", AT_EMPTY_PATH, STATX_MNT_ID, &folderStatus) == 0 &&
+           statx(file, "", AT_EMPTY_PATH, STATX_MNT_ID, &fileStatus) == 0 &&
+           (folderStatus.stx_mask & fileStatus.stx_mask & STATX_MNT_ID) != 0 &&
+           folderStatus.stx_mnt_id != fileStatus.stx_mnt_id;
+#else
+    return false;
+#endif
+}
+
 struct FolderCloser {
     void operator()(DIR* pFolder) const { static_cast<void>(closedir(pFolder)); }
 };
@@ -113,17 +142,7 @@ std::shared_ptr<const Folder> Folder::Open(const std::string& path, std::error_c
 
 std::shared_ptr<const Folder> Folder::OpenFolder(const std::string& name,
                                                  std::error_code& error) const {
-    if (!IsName(name, error)) return nullptr;
-    FileDescriptor folder = OpenAt(m_folder.Get(), name.c_str(), kFolderFlags | O_NOFOLLOW, error);
-    if (folder.IsOpen()) return Hold(std::move(folder), error);
-    // A link, which is no folder, is called just that by some systems.
-    FileStatus status;
-    std::error_code ignored;
-    if (error == std::errc::not_a_directory && ReadStatus(name, status, ignored) &&
-        status.kind == FileKind::kLink) {
-        error = ErrorOf(ELOOP);
-    }
-    return nullptr;
+    return Hold(EnterFolder(m_folder.Get(), name, error), error);
 }
 
 std::shared_ptr<const Folder> Folder::OpenParent(std::error_code& error) const {
@@ -132,15 +151,22 @@ std::shared_ptr<const Folder> Folder::OpenParent(std::error_code& error) const {
 
 std::shared_ptr<const Folder> Folder::OpenBelow(std::string_view relative, std::string& obstacle,
                                                 std::error_code& error) const {
-    std::shared_ptr<const Folder> folder = shared_from_this();
-    std::size_t begin = 0;
-    while (folder != nullptr && begin < relative.size()) {
+    if (relative.empty()) return shared_from_this();
+    FileDescriptor held;
+    int from = m_folder.Get();
+    for (std::size_t begin = 0; begin < relative.size();) {
         const std::size_t end = std::min(relative.find('/', begin), relative.size());
-        folder = folder->OpenFolder(std::string(relative.substr(begin, end - begin)), error);
-        if (folder == nullptr) obstacle = relative.substr(0, end);
+        FileDescriptor next =
+            EnterFolder(from, std::string(relative.substr(begin, end - begin)), error);
+        if (!next.IsOpen()) {
+            obstacle = relative.substr(0, end);
+            return nullptr;
+        }
+        held = std::move(next);
+        from = held.Get();
         begin = end + 1;
     }
-    return folder;
+    return Hold(std::move(held), error);
 }
 
 FileDescriptor Folder::OpenFile(const std::string& name, FileAccess access,
@@ -152,10 +178,14 @@ FileDescriptor Folder::OpenFile(const std::string& name, FileAccess access,
         case FileAccess::kCreate:
             return OpenAt(m_folder.Get(), name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW,
                           error, kOwnerOnly);
-        case FileAccess::kAppend:
-            return OpenAt(m_folder.Get(), name.c_str(),
-                          O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_NONBLOCK, error,
-                          kReadableAndWritable);
+        case FileAccess::kAppend: {
+            FileDescriptor file = OpenAt(m_folder.Get(), name.c_str(),
+                                         O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_NONBLOCK,
+                                         error, kReadableAndWritable);
+            if (!file.IsOpen() || !IsMounted(m_folder.Get(), file.Get())) return file;
+            error = ErrorOf(EBUSY);  // as when it were to be replaced
+            return FileDescriptor();
+        }
         case FileAccess::kRead:
             break;
     }

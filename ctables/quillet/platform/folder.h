@@ -52,7 +52,9 @@ struct FileStatus {
 enum class FileAccess {
     kRead,    ///< A pipe is not waited for.
     kCreate,  ///< A file that there was not, for its owner alone, to be written.
-    kAppend,  ///< Made where there is none; every write goes to its end.
+    /// Made where there is none; every write goes to its end. A file that is mounted there and
+    /// lies elsewhere is refused with `std::errc::device_or_resource_busy`.
+    kAppend,
 };
 
 /// A folder that is held open. Constant and safe for threads.
