@@ -37,48 +37,48 @@ public:
     [[nodiscard]] bool Resolve(std::shared_ptr<const Folder> folder, const std::string& relative,
                                const std::string& name, Destination& destination,
                                std::error_code& error) {
-        constexpr int kMostLinks = 40;  // as the system itself counts
         m_folder = std::move(folder);
         m_place = relative;
         m_names = {name};
-        int links = 0;
+        m_links = 0;
         while (!m_names.empty()) {
             const std::string next = std::move(m_names.front());
             m_names.pop_front();
-            if (next.empty() || next == ".") continue;
-            if (next == "..") {
-                if (!Ascend(error)) return false;
-                continue;
-            }
-            FileStatus status;
-            if (!m_folder->ReadStatus(next, status, error)) return false;
-            if (status.kind == FileKind::kLink) {
-                if (++links > kMostLinks) {
-                    error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
-                    return false;
-                }
-                if (!TakeLink(next, error)) return false;
-            } else if (status.kind == FileKind::kFolder) {
-                if (!Descend(next, error)) return false;
-            } else if (!m_names.empty()) {
-                error = std::make_error_code(std::errc::not_a_directory);
-                return false;
-            } else {
-                if (m_place) m_place = PathBelow(*m_place, next);
-                destination = {status, m_place};
-                return true;
-            }
+            if (!Step(next, error)) return false;
         }
-        destination.status.kind = FileKind::kFolder;
-        destination.place = m_place;
+        destination = {m_status, m_place};
         return true;
     }
 
 private:
+    [[nodiscard]] bool Step(const std::string& name, std::error_code& error) {
+        if (name.empty() || name == ".") return true;
+        if (name == "..") return Ascend(error);
+        if (!m_folder->ReadStatus(name, m_status, error)) return false;
+        if (m_status.kind == FileKind::kLink) return TakeLink(name, error);
+        if (m_status.kind == FileKind::kFolder) return Descend(name, error);
+        return TakeFile(name, error);
+    }
+
+    [[nodiscard]] bool TakeFile(const std::string& name, std::error_code& error) {
+        if (!m_names.empty()) {
+            error = std::make_error_code(std::errc::not_a_directory);
+            return false;
+        }
+        if (m_place) m_place = PathBelow(*m_place, name);
+        return true;
+    }
+
     // What the link says is what comes next.
     [[nodiscard]] bool TakeLink(const std::string& name, std::error_code& error) {
+        constexpr int kMostLinks = 40;  // as the system itself counts
+        if (++m_links > kMostLinks) {
+            error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
+            return false;
+        }
         std::string text;
         if (!m_folder->ReadLink(name, text, error)) return false;
+        m_status.kind = FileKind::kFolder;  // where one is until a name is looked up
         if (text.starts_with('/')) {
             m_folder = Folder::Open("/", error);
             m_place.reset();
@@ -113,6 +113,7 @@ private:
     // The root is known by what it is, not by the way that led to it.
     [[nodiscard]] bool Arrive() {
         if (m_folder == nullptr) return false;
+        m_status.kind = FileKind::kFolder;
         if (m_folder->Identity() == m_root.Identity()) m_place = "";
         return true;
     }
@@ -120,7 +121,9 @@ private:
     const Folder& m_root;
     std::shared_ptr<const Folder> m_folder;
     std::optional<std::string> m_place;  // of the folder, as in `Destination`
+    FileStatus m_status;                 // of what was reached last
     std::deque<std::string> m_names;     // to be looked up next
+    int m_links = 0;                     // that were taken
 };
 
 class TreeWalk {

@@ -6,7 +6,6 @@
 #ifndef QUILLET_PLATFORM_FOLDER_H
 #define QUILLET_PLATFORM_FOLDER_H
 
-#include <compare>
 #include <cstdint>
 #include <memory>
 #include <set>
@@ -28,7 +27,10 @@ struct FileIdentity {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
 
-    friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
+    friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+    friend bool operator<(const FileIdentity& left, const FileIdentity& right) {
+        return left.device != right.device ? left.device < right.device : left.inode < right.inode;
+    }
 };
 
 struct FileStatus {
