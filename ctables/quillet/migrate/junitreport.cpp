@@ -1,9 +1,7 @@
 #include "migrate/junitreport.h"
 
-#include <array>
-#include <cstdio>
-
 #include "migrate/jsonreport.h"
+#include "platform/numbertext.h"
 
 namespace quillet::migrate {
 
@@ -11,6 +9,7 @@ namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 constexpr unsigned char kFirstPrintable = 0x20;
+constexpr int kTimeDecimals = 3;
 
 struct Counts {
     std::int64_t tests = 0;
@@ -46,12 +45,6 @@ std::string Attributes(const Counts& counts) {
            Attribute("failures", std::to_string(counts.failures)) +
            Attribute("errors", std::to_string(counts.errors)) +
            Attribute("skipped", std::to_string(counts.skipped));
-}
-
-std::string FormatSeconds(double seconds) {
-    std::array<char, 64> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%.3f", seconds);
-    return {text.data(), static_cast<std::size_t>(length)};
 }
 
 std::string PathText(const FileFacts& facts) { return ToUtf8(facts.path, TextEncoding::kUtf8); }
@@ -161,7 +154,7 @@ std::string EscapeXml(std::string_view text) {
 bool WriteJunitReport(const Report& report, TextOutput& output) {
     if (!output.Write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites" +
                       Attribute("name", "quillet-migrate") + Attributes(CountsOf(report.files)) +
-                      Attribute("time", FormatSeconds(report.run.seconds)) + ">\n")) {
+                      Attribute("time", FixedText(report.run.seconds, kTimeDecimals)) + ">\n")) {
         return false;
     }
     for (const FileEntry& file : report.files) {

@@ -1,11 +1,12 @@
 #include "migrate/progress.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <system_error>
 
 #include "migrate/systemfiles.h"
+#include "platform/numbertext.h"
 #include "platform/system.h"
 
 namespace quillet::migrate {
@@ -22,17 +23,15 @@ constexpr double kPercent = 100;
 constexpr std::string_view kLineStart = "\r";
 constexpr std::string_view kClearRest = "\x1b[K";
 
-std::string FormatRate(double megabytesPerSecond) {
-    std::array<char, 64> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%.1f MB/s", megabytesPerSecond);
-    return {text.data(), static_cast<std::size_t>(length)};
-}
-
 }  // namespace
 
 std::string FormatDuration(double seconds) {
     constexpr std::int64_t kSixty = 60;
-    const auto whole = static_cast<std::int64_t>(std::ceil(seconds));
+    // A run that hardly moves would take longer than whole numbers can tell. What is no number at
+    // all counts as no time.
+    constexpr double kLongest = 1e12;
+    const auto whole =
+        static_cast<std::int64_t>(std::ceil(std::fmin(std::fmax(seconds, 0), kLongest)));
     if (whole < kSixty) return std::to_string(whole) + " s";
     const std::int64_t minutes = whole / kSixty;
     if (minutes < kSixty) {
@@ -50,7 +49,7 @@ std::string FormatProgress(const ProgressCounters& counters, double seconds) {
                        std::to_string(static_cast<int>(share * kPercent)) + "%), " +
                        std::to_string(counters.commands.load()) + " commands, " +
                        std::to_string(counters.failures.load()) + " failures";
-    if (seconds > 0) text += ", " + FormatRate(bytes / kMegabyte / seconds);
+    if (seconds > 0) text += ", " + FixedText(bytes / kMegabyte / seconds, 1) + " MB/s";
     if (share > 0) text += ", " + FormatDuration(seconds * (1 - share) / share) + " left";
     return text;
 }

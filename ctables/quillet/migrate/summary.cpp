@@ -1,20 +1,14 @@
 #include "migrate/summary.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
+
+#include "platform/numbertext.h"
 
 namespace quillet::migrate {
 
 namespace {
 
 constexpr int kMostFailuresShown = 20;
-
-std::string FormatSeconds(double seconds) {
-    std::array<char, 64> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%.1f s", seconds);
-    return {text.data(), static_cast<std::size_t>(length)};
-}
 
 std::string Count(std::int64_t count, std::string_view what) {
     return std::to_string(count) + " " + std::string(what);
@@ -61,10 +55,11 @@ std::string FormatFailures(const Report& report) {
 std::string FormatSummary(const Report& report) {
     const Totals totals = TotalsOf(report.files);
     std::string text = report.run.isInterrupted ? "Stopped after " : "";
-    text += CountOne(totals.files, "file") + " in " + FormatSeconds(report.run.seconds) + ": " +
-            Count(totals.filesConverted, "converted") + Also(totals.filesPartly, "partly") +
-            Also(totals.filesStopped, "stopped at an error") + Also(totals.filesCopied, "copied") +
-            Also(totals.filesSkipped, "skipped") + Also(totals.filesFailed, "failed") +
+    text += CountOne(totals.files, "file") + " in " + FixedText(report.run.seconds, 1) +
+            " s: " + Count(totals.filesConverted, "converted") +
+            Also(totals.filesPartly, "partly") + Also(totals.filesStopped, "stopped at an error") +
+            Also(totals.filesCopied, "copied") + Also(totals.filesSkipped, "skipped") +
+            Also(totals.filesFailed, "failed") +
             Also(totals.filesKept, "of them kept from an earlier run") + "\n";
     text += CountOne(totals.commands, "command") + ": " + Count(totals.commandsCopied, "copied") +
             ", " + Count(totals.commandsConverted, "converted") +
