@@ -674,6 +674,116 @@ class ShardTest(MigrateTest):
         xml.etree.ElementTree.parse(self.folder / "junit.xml")
 
 
+class HostileReportTest(MigrateTest):
+    """Reports that nobody wrote in good faith."""
+
+    SUMS = {"files": 1, "filesConverted": 1}
+    COMMAND = {"type": "TABLES", "outcome": "failed", "firstLine": 1, "lastLine": 1, "source": "x",
+               "error": "tables-syntax", "errorLine": 1, "errorColumn": 1, "message": "m",
+               "warnings": []}
+    FILE = {"path": "a", "outcome": "partly", "bytes": 1, "modified": 0, "encoding": "utf-8",
+            "lines": 1, "copied": 0, "converted": 0, "failed": 1, "unreadable": 0, "warnings": 0,
+            "message": "", "commands": [COMMAND]}
+    REPORT = {"format": "quillet-report", "formatVersion": 1, "quilletVersion": "0.1.0",
+              "source": "/old", "target": "/new", "batchMode": False, "dryRun": False,
+              "interrupted": False, "shard": None, "started": "2026-11-21T03:00:00Z",
+              "seconds": 1.5, "totals": SUMS, "files": [FILE]}
+
+    # The member that is named, and the text of the report with something else in it.
+    CASES = (
+        ("seconds", '"seconds": 1.5', '"seconds": 1e300'),
+        ("seconds", '"seconds": 1.5', '"seconds": 1e999'),
+        ("seconds", '"seconds": 1.5', '"seconds": NaN'),
+        ("seconds", '"seconds": 1.5', '"seconds": Infinity'),
+        ("seconds", '"seconds": 1.5', '"seconds": -1'),
+        ("seconds", '"seconds": 1.5', '"seconds": 300000000000'),
+        ("started", '"2026-11-21T', '"99999-11-21T'),
+        ("shard.index", '"shard": null', '"shard": {"index": 0, "count": 1}'),
+        ("shard.count", '"shard": null', '"shard": {"index": 1, "count": 4294967296}'),
+        ("shard", '"shard": null', '"shard": {"index": 2, "count": 1}'),
+        ("totals.files", '"files": 1,', '"files": -1,'),
+        ("files[0].copied", '"copied": 0', '"copied": -1'),
+        ("files[0].copied", '"copied": 0', '"copied": 0.5'),
+        ("files[0].copied", '"copied": 0', '"copied": "0"'),
+        ("files[0].lines", '"lines": 1', '"lines": 9223372036854775808'),
+        ("files[0].bytes", '"bytes": 1', '"bytes": 1e300'),
+        ("files[0].path", '"path": "a"', '"path": "' + 300000 * "a" + '"'),
+        ("files[0].commands[0].firstLine", '"firstLine": 1', '"firstLine": 1e300'),
+        ("files[0].commands[0].errorColumn", '"errorColumn": 1', '"errorColumn": 2147483648'),
+        ("files[0].commands[0].source", '"source": "x"', '"source": 1'),
+        ("files[1]", '"files": [{', '"files": [{"path": "a", "outcome": "partly"}, {'),
+        ("files[1]", '"files": [{', '"files": [{"path": "b", "outcome": "partly"}, {'),
+        ("files[1]", '"files": [{',
+         '"files": [{"path": "0", "outcome": "partly", "failed": 9007199254740991}, {'),
+        ("nested", '"files": [{', '"new": ' + 1000000 * "[" + ', "files": [{'),
+    )
+
+    def merge(self, *reports):
+        return self.run_program("--merge-reports", "--junit", "junit.xml", *reports, "merged")
+
+    def test_each_is_refused_by_name(self):
+        good = self.folder / "good.json"
+        good.write_text(json.dumps({**self.REPORT, "files": []}))
+        bad = self.folder / "bad.json"
+        whole = json.dumps(self.REPORT)
+        for member, old, new in self.CASES:
+            with self.subTest((member, new[:60])):
+                self.assertIn(old, whole)
+                bad.write_text(whole.replace(old, new, 1))
+                run = self.merge(good, bad)
+                error = run.stderr.decode("ascii")
+                self.assertEqual(run.returncode, 2, error)
+                self.assertTrue(error.startswith(f"quillet-migrate: {bad}: this is no report"),
+                                error[:200])
+                self.assertIn(member, error)
+                self.assertLess(len(error), 1000)
+                self.assertEqual(sorted(path.name for path in self.folder.iterdir()),
+                                 ["bad.json", "good.json", "source"])
+
+    def test_sums_of_several_reports(self):
+        names = []
+        for number in range(2):
+            file = {**self.FILE, "path": f"{number}", "warnings": 2 ** 52}
+            names.append(self.folder / f"{number}.json")
+            names[-1].write_text(json.dumps({**self.REPORT, "files": [file]}))
+        run = self.merge(*names)
+        self.assertEqual(run.returncode, 2)
+        self.assertEqual(run.stderr.decode(), f"quillet-migrate: {names[1]}: the file 1 makes the sum "
+                                              'of all "warnings" too large\n')
+        self.assertFalse((self.folder / "merged").exists())
+        self.assertFalse((self.folder / "junit.xml").exists())
+
+    def test_what_is_at_the_edges_is_taken(self):
+        (self.folder / "edge.json").write_text(json.dumps({
+            **self.REPORT, "started": "9999-12-31T23:59:58Z", "seconds": 1,
+            "files": [{**self.FILE, "warnings": 2 ** 53 - 1, "bytes": 2 ** 63 - 1,
+                       "modified": -2 ** 63}]}))
+        run = self.merge("edge.json")
+        self.assertEqual(run.returncode, 1, run.stderr)
+        merged = self.report(self.folder / "merged")
+        self.assertEqual((merged["started"], merged["seconds"]), ("9999-12-31T23:59:58Z", 1))
+        self.assertEqual(merged["totals"]["warnings"], 2 ** 53 - 1)
+        self.assertEqual(merged["files"][0]["bytes"], 2 ** 63 - 1)
+        xml.etree.ElementTree.parse(self.folder / "junit.xml")
+        again = self.run_program("--merge-reports", "merged/quillet-report.json", "again")
+        self.assertEqual(again.returncode, 1, again.stderr)
+        self.assertEqual(timeless(self.report(self.folder / "again")), timeless(merged))
+
+    def test_an_earlier_report_is_not_trusted(self):
+        self.create("a.syn", TABLES)
+        self.migrate()
+        first = self.report()
+        path = self.target / "quillet-report.json"
+        for old, new in (('"warnings":0', '"warnings":1e300'), ('"converted":1', '"converted":-1'),
+                         ('"firstLine":1', '"firstLine":1e300')):
+            with self.subTest(new):
+                text = path.read_text()
+                self.assertIn(old, text)
+                path.write_text(text.replace(old, new))
+                self.migrate()
+                self.assertEqual(unkept(self.report()), unkept(first))
+
+
 class FaultTest(MigrateTest):
     def test_exit_statuses(self):
         cases = {0: ORDINARY + TABLES, 1: FAILING}
@@ -1300,7 +1410,8 @@ class LinkTest(MigrateTest):
 
 class LoadTest(MigrateTest):
     def test_memory_does_not_grow_with_a_file(self):
-        if b"__asan_init" in pathlib.Path(PROGRAM).read_bytes():
+        program = pathlib.Path(PROGRAM).read_bytes()
+        if b"__asan_init" in program or b"__tsan_init" in program:
             self.skipTest("the sanitizer keeps memory that was given back")
         # One large file of commands that are all in the report.
         self.create("big.syn", TABLES * 400000)

@@ -3,13 +3,16 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "migrate/filemigration.h"
 #include "migrate/filetree.h"
+#include "migrate/jsonreport.h"
 #include "migrate/mergereports.h"
 #include "migrate/progress.h"
 #include "migrate/summary.h"
@@ -317,6 +320,16 @@ TEST(MigrateFilesTest, ShowsProgress) {
     EXPECT_EQ(FormatDuration(59.1), "1 min 0 s");
     EXPECT_EQ(FormatDuration(200), "3 min 20 s");
     EXPECT_EQ(FormatDuration(7500), "2 h 5 min");
+    for (const double endless : {1e12, 1e300, std::numeric_limits<double>::infinity()}) {
+        EXPECT_EQ(FormatDuration(endless), "277777777 h 46 min");
+    }
+    for (const double none : {-1e300, std::numeric_limits<double>::quiet_NaN()}) {
+        EXPECT_EQ(FormatDuration(none), "0 s");
+    }
+    counters.allBytes = std::numeric_limits<std::uint64_t>::max();
+    counters.bytes = 1;
+    EXPECT_EQ(FormatProgress(counters, 1e6),
+              "12/40 files (0%), 600 commands, 7 failures, 0.0 MB/s, 277777777 h 46 min left");
 }
 
 Report RunOf(std::vector<std::string> paths, std::int64_t started, double seconds) {
@@ -354,6 +367,43 @@ TEST(MigrateFilesTest, JoinsReports) {
     EXPECT_EQ(joined.files[1].facts.path, "b");
     EXPECT_FALSE(JoinReports({first, first}, {"1.json", "2.json"}, joined, error));
     EXPECT_EQ(error, "1.json and 2.json both tell about the file a");
+}
+
+TEST(MigrateFilesTest, JoinsNoReportsWhoseSumsAreOutOfRange) {
+    Report first = RunOf({"a"}, 0, 0);
+    Report second = RunOf({"b", "c"}, 0, 0);
+    first.files[0].facts.failed = 9007199254740990;
+    second.files[1].facts.failed = 1;
+    Report joined;
+    std::string error;
+    EXPECT_TRUE(JoinReports({first, second}, {"1.json", "2.json"}, joined, error));
+    EXPECT_EQ(TotalsOf(joined.files).commands, 9007199254740991);
+    second.files[0].facts.copied = 1;
+    joined = {};
+    EXPECT_FALSE(JoinReports({first, second}, {"1.json", "2.json"}, joined, error));
+    EXPECT_EQ(error, "2.json: the file c makes the sum of all \"commands\" too large");
+    second.files[0].facts = second.files[1].facts;
+    second.files[0].facts.path = "b";
+    joined = {};
+    EXPECT_FALSE(JoinReports({first, second}, {"1.json", "2.json"}, joined, error));
+    EXPECT_EQ(error, "2.json: the file c makes the sum of all \"failed\" too large");
+}
+
+TEST(MigrateFilesTest, JoinsReportsFromBothEndsOfTheCalendar) {
+    const Report first = RunOf({}, kFirstTime, 0);
+    const Report second = RunOf({}, kLastTime - 1, 1);
+    Report joined;
+    std::string error;
+    ASSERT_TRUE(JoinReports({second, first}, {"1", "2"}, joined, error));
+    EXPECT_EQ(joined.run.started, kFirstTime);
+    EXPECT_EQ(joined.run.seconds, static_cast<double>(kLastTime - kFirstTime));
+    EXPECT_EQ(FormatSummary(joined),
+              "0 files in 315569519999.0 s: 0 converted\n"
+              "0 commands: 0 copied, 0 converted; 0 warnings\n");
+    Report longName = RunOf({}, 0, 0);
+    longName.run.source = std::string(1024 * 1024, 'x');
+    EXPECT_FALSE(JoinReports({first, longName}, {"1", "2"}, joined, error));
+    EXPECT_EQ(error, "the names of all sources or targets are longer than 1048576 bytes together");
 }
 
 TEST(MigrateFilesTest, SumsUp) {

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
-#include <ctime>
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "migrate/reportmembers.h"
 #include "platform/codepage.h"
+#include "platform/numbertext.h"
 
 namespace quillet::migrate {
 
@@ -18,7 +20,6 @@ using OrderedJson = nlohmann::ordered_json;
 constexpr std::string_view kFormat = "quillet-report";
 constexpr std::int64_t kFormatVersion = 1;
 constexpr std::string_view kHexDigits = "0123456789ABCDEF";
-constexpr const char* kTimeFormat = "%Y-%m-%dT%H:%M:%SZ";
 
 std::string Dump(const OrderedJson& value) {
     // Bytes that are no UTF-8 would throw otherwise.
@@ -195,158 +196,318 @@ constexpr std::array<FileNumber, 7> kFileNumbers = {{
     {"warnings", &FileFacts::warnings},
 }};
 
-// Takes the parser's events, so that nothing is kept but what is wanted.
+// Far more than a report of ours has. What does not know such a limit itself, as the browser that
+// shows the page, is not to be tried.
+constexpr std::size_t kMostDepth = 64;
+
+// They are kept sorted, and there are only so many reasons.
+constexpr std::size_t kMostErrorsOfFile = 256;
+
+bool IsOutcomeInReport(std::string_view name) {
+    return name == NameOf(CommandOutcome::kConverted) || name == NameOf(CommandOutcome::kFailed) ||
+           name == NameOf(CommandOutcome::kUnreadable);
+}
+
+// Takes the parser's events, so that nothing is kept but what is wanted. The first thing that does
+// not belong into a report ends it, with `Problem` set.
 class ReportReader final : public nlohmann::json_sax<nlohmann::json> {
 public:
-    // `fileDepth` is the number of open objects and arrays inside a file's object.
-    ReportReader(StoredText& text, int fileDepth, Report& report)
-        : m_text(text), m_fileDepth(fileDepth), m_report(report) {}
+    // `root` is what the text is, `kReport` or `kFile`.
+    ReportReader(StoredText& text, ReportPart root, Report& report)
+        : m_text(text), m_root(root), m_report(report) {}
 
-    bool null() override { return true; }
+    bool null() override {
+        const Member member = NextValue();
+        return member.kind == MemberKind::kAnything || member.kind == MemberKind::kObjectOrNull ||
+               RefuseKind(member.kind);
+    }
     bool boolean(bool value) override {
-        if (m_depth == m_fileDepth && m_key == "kept") m_entry.facts.isKept = value;
-        if (m_depth == m_fileDepth && m_key == "linkNotFollowed") {
-            m_entry.facts.isLinkNotFollowed = value;
-        }
-        if (!IsAboutRun()) return true;
-        if (m_key == "batchMode") m_report.run.batchMode = value;
-        if (m_key == "dryRun") m_report.run.dryRun = value;
-        if (m_key == "interrupted") m_report.run.isInterrupted = value;
+        const Member member = NextValue();
+        if (member.kind == MemberKind::kAnything) return true;
+        if (member.kind != MemberKind::kTruth) return RefuseKind(member.kind);
+        if (member.name == "kept") m_entry.facts.isKept = value;
+        if (member.name == "linkNotFollowed") m_entry.facts.isLinkNotFollowed = value;
+        if (member.name == "batchMode") m_report.run.batchMode = value;
+        if (member.name == "dryRun") m_report.run.dryRun = value;
+        if (member.name == "interrupted") m_report.run.isInterrupted = value;
         return true;
     }
     bool number_integer(number_integer_t value) override { return TakeNumber(value); }
-    bool number_unsigned(number_unsigned_t value) override {
-        if (m_depth == m_fileDepth && m_key == "bytes") m_entry.facts.bytes = value;
-        return TakeNumber(static_cast<std::int64_t>(value));
-    }
+    bool number_unsigned(number_unsigned_t value) override { return TakeNumber(value); }
     bool number_float(number_float_t value, const string_t& /*text*/) override {
-        if (IsAboutRun() && m_key == "seconds") m_report.run.seconds = value;
+        const Member member = NextValue();
+        if (!MayHold(member.kind, value)) return RefuseKind(member.kind);
+        if (member.kind == MemberKind::kSeconds) m_report.run.seconds = value;
         return true;
     }
     bool string(string_t& value) override {
-        if (m_depth == m_fileDepth) return TakeFileText(value);
-        if (IsAboutRun()) TakeRunText(value);
-        if (m_isInCommands && m_depth == m_fileDepth + 2 && m_key == "error") {
-            AddError(value, m_entry.facts.errors);
+        const Member member = NextValue();
+        switch (member.kind) {
+            case MemberKind::kAnything:
+            case MemberKind::kText:
+                return true;
+            case MemberKind::kName:
+                return value.size() <= kMostNameBytes ? TakeName(member.name, value)
+                                                      : RefuseLength(kMostNameBytes);
+            case MemberKind::kDate:
+                return TakeDate(value);
+            default:
+                return RefuseKind(member.kind);
         }
-        return true;
     }
     bool binary(binary_t& /*value*/) override { return false; }
 
     bool start_object(std::size_t /*size*/) override {
-        ++m_depth;
-        m_isInShard = m_depth == 2 && m_key == "shard";
-        if (m_isInShard) m_shard = Shard{0, 0};
-        if (IsFileObject()) {
+        const Member member = NextValue();
+        if (member.kind != MemberKind::kAnything && member.kind != MemberKind::kObject &&
+            member.kind != MemberKind::kObjectOrNull) {
+            return RefuseKind(member.kind);
+        }
+        if (!Enter(member.inner, /*isArray=*/false)) return false;
+        if (member.inner == ReportPart::kShard) m_shard = Shard{0, 0};
+        if (member.inner == ReportPart::kFile) {
             m_entry = {};
-            m_hasPath = m_hasOutcome = false;
+            m_hasPath = m_hasRawPath = m_hasOutcome = false;
         }
         return true;
     }
     bool key(string_t& value) override {
-        m_key = value;
+        m_text.Mark();
+        Level& level = m_levels.back();
+        std::size_t index = 0;
+        level.hasMember = true;
+        level.pMember = FindMember(level.part, value, index);
+        if (level.pMember == nullptr) return true;
+        const std::uint32_t bit = std::uint32_t{1} << index;
+        if ((level.seenMembers & bit) != 0) return Refuse("stands there twice");
+        level.seenMembers |= bit;
         return true;
     }
     bool end_object() override {
-        const bool isFile = IsFileObject();
-        m_isInShard = false;
-        --m_depth;
-        if (!isFile) return true;
-        if (!m_hasPath || !m_hasOutcome) return false;
-        m_report.files.push_back(std::move(m_entry));
-        return true;
+        const ReportPart part = Leave();
+        if (part == ReportPart::kShard) return FinishShard();
+        if (part == ReportPart::kFile) return FinishFile();
+        return part != ReportPart::kReport || FinishReport();
     }
     bool start_array(std::size_t /*size*/) override {
-        ++m_depth;
-        if (m_fileDepth > 1 && m_depth == 2) m_isInFiles = m_key == "files";
-        if (m_depth == m_fileDepth + 1 && m_key == "commands") {
-            m_isInCommands = true;
+        const Member member = NextValue();
+        if (member.kind != MemberKind::kAnything && member.kind != MemberKind::kArray) {
+            return RefuseKind(member.kind);
+        }
+        if (member.inner == ReportPart::kCommands) {
             m_entry.commands.offset = m_text.Position() - 1;
         }
-        return true;
+        return Enter(member.inner, /*isArray=*/true);
     }
     bool end_array() override {
-        if (m_isInCommands && m_depth == m_fileDepth + 1) {
-            m_isInCommands = false;
-            m_entry.commands.pFile = &m_text.File();
-            m_entry.commands.length = m_text.Position() - m_entry.commands.offset;
-        }
-        if (m_depth == 2) m_isInFiles = false;
-        --m_depth;
+        if (Leave() != ReportPart::kCommands) return true;
+        m_entry.commands.pFile = &m_text.File();
+        m_entry.commands.length = m_text.Position() - m_entry.commands.offset;
         return true;
     }
     bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
-                     const nlohmann::json::exception& /*exception*/) override {
+                     const nlohmann::json::exception& exception) override {
+        constexpr int kNumberOutOfRange = 406;
+        if (m_text.IsTooLong()) return RefuseLength(m_text.LongestStep());
+        if (exception.id == kNumberOutOfRange) return Refuse("is a number out of range");
         return false;
     }
 
-    // True when what was read calls itself a report of a version that is known.
-    [[nodiscard]] bool SawFormat() const { return m_hasFormat && m_hasFormatVersion; }
-    [[nodiscard]] std::optional<Shard> SeenShard() const {
-        const bool isValid = m_shard && m_shard->index >= 1 && m_shard->index <= m_shard->count;
-        return isValid ? m_shard : std::nullopt;
+    // Why reading ended: a whole sentence after "this is no report". Nothing when the text is no
+    // JSON, or cannot be read.
+    [[nodiscard]] const std::string& Problem() const { return m_problem; }
+
+    // The member that was read last, such as "files[3].bytes"; empty where there is none.
+    [[nodiscard]] std::string Place() const {
+        std::string place;
+        for (const Level& level : m_levels) {
+            if (level.isArray && level.count > 0) {
+                place.append("[").append(std::to_string(level.count - 1)).append("]");
+            } else if (!level.isArray && level.hasMember) {
+                if (!place.empty()) place += '.';
+                // A name that anybody may have chosen is not worth showing.
+                place += level.pMember != nullptr ? level.pMember->name : "(another member)";
+            }
+        }
+        return place;
     }
 
 private:
-    [[nodiscard]] bool IsAboutRun() const { return m_fileDepth > 1 && m_depth == 1; }
-    [[nodiscard]] bool IsFileObject() const {
-        return m_depth == m_fileDepth && (m_fileDepth == 1 || m_isInFiles);
+    // An object or array that is open.
+    struct Level {
+        ReportPart part = ReportPart::kUnknown;
+        bool isArray = false;
+        bool hasMember = false;
+        const Member* pMember = nullptr;  // whose value is being read; null for one not known
+        std::uint32_t seenMembers = 0;
+        std::uint64_t count = 0;  // of an array's elements so far, the one being read included
+    };
+
+    bool Refuse(std::string_view what) {
+        m_problem = Place();
+        if (m_problem.empty()) m_problem = "it";
+        m_problem.append(" ").append(what);
+        return false;
+    }
+    bool RefuseKind(MemberKind kind) { return Refuse("is not " + Describe(kind)); }
+    bool RefuseLength(std::uint64_t most) {
+        return Refuse("is longer than " + std::to_string(most) + " bytes");
     }
 
-    bool TakeNumber(std::int64_t value) {
-        if (m_depth == m_fileDepth) TakeFileNumber(value);
-        if (IsAboutRun() && m_key == "formatVersion") m_hasFormatVersion = value == kFormatVersion;
-        if (IsAboutRun() && m_key == "seconds") m_report.run.seconds = static_cast<double>(value);
-        if (m_isInShard) TakeShardNumber(value);
+    // What is known about the value that begins.
+    Member NextValue() {
+        m_text.Mark();
+        if (m_levels.empty()) return {{}, MemberKind::kObject, m_root};
+        Level& level = m_levels.back();
+        if (level.isArray) {
+            ++level.count;
+            return ElementOf(level.part);
+        }
+        return level.pMember != nullptr ? *level.pMember : Member{};
+    }
+
+    bool Enter(ReportPart part, bool isArray) {
+        if (m_levels.size() == kMostDepth) {
+            return Refuse("is nested deeper than " + std::to_string(kMostDepth) + " levels");
+        }
+        m_levels.push_back({part, isArray});
         return true;
     }
-    void TakeFileNumber(std::int64_t value) {
+    ReportPart Leave() {
+        m_text.Mark();
+        const ReportPart part = m_levels.back().part;
+        m_levels.pop_back();
+        return part;
+    }
+    [[nodiscard]] ReportPart Part() const { return m_levels.back().part; }
+
+    template <class Number>
+    bool TakeNumber(Number value) {
+        const Member member = NextValue();
+        if (!MayHold(member.kind, value)) return RefuseKind(member.kind);
+        if (member.kind == MemberKind::kSeconds) m_report.run.seconds = static_cast<double>(value);
+        if (member.kind == MemberKind::kSlice) {
+            const auto number = static_cast<std::uint32_t>(value);
+            (member.name == "index" ? m_shard->index : m_shard->count) = number;
+        }
+        if (member.kind == MemberKind::kBytes) {
+            m_entry.facts.bytes = static_cast<std::uint64_t>(value);
+        }
+        if (Part() == ReportPart::kFile) {
+            TakeFileNumber(member.name, static_cast<std::int64_t>(value));
+        }
+        return member.name != "formatVersion" ||
+               TakeFormatVersion(static_cast<std::int64_t>(value) == kFormatVersion);
+    }
+    bool TakeFormatVersion(bool isKnown) {
+        m_hasFormatVersion = isKnown;
+        return isKnown || Refuse("is none that is known");
+    }
+    void TakeFileNumber(std::string_view name, std::int64_t value) {
         for (const FileNumber& number : kFileNumbers) {
-            if (number.name == m_key) m_entry.facts.*number.pMember = value;
+            if (number.name == name) m_entry.facts.*number.pMember = value;
         }
     }
-    void TakeShardNumber(std::int64_t value) {
-        if (value < 0 || value > UINT32_MAX) return;
-        if (m_key == "index") m_shard->index = static_cast<std::uint32_t>(value);
-        if (m_key == "count") m_shard->count = static_cast<std::uint32_t>(value);
+    bool TakeName(std::string_view name, const string_t& value) {
+        switch (Part()) {
+            case ReportPart::kReport:
+                return TakeRunName(name, value);
+            case ReportPart::kFile:
+                return TakeFileName(name, value);
+            case ReportPart::kCommand:
+                return TakeCommandName(name, value);
+            default:
+                return true;
+        }
     }
-    bool TakeFileText(string_t& value) {
+    bool TakeFileName(std::string_view name, const string_t& value) {
         FileFacts& facts = m_entry.facts;
-        if (m_key == "path" && facts.path.empty()) facts.path = value;
-        if (m_key == "path") m_hasPath = true;
-        if (m_key == "encoding") facts.encoding = value;
-        if (m_key == "message") facts.message = value;
-        if (m_key == "rawPath") {
-            const std::optional<std::string> path = PercentDecode(value);
-            if (!path) return false;
-            facts.path = *path;
+        if (name == "path") {
+            m_hasPath = true;
+            return m_hasRawPath || TakePath(value);
         }
-        if (m_key == "outcome") {
+        if (name == "rawPath") {
+            m_hasRawPath = true;
+            const std::optional<std::string> path = PercentDecode(value);
+            return path ? TakePath(*path) : Refuse("is not what it should be");
+        }
+        if (name == "encoding") facts.encoding = value;
+        if (name == "message") facts.message = value;
+        if (name == "outcome") {
             const std::optional<FileOutcome> outcome = FileOutcomeOf(value);
-            if (!outcome) return false;
+            if (!outcome) return Refuse("is no outcome of a file");
             facts.outcome = *outcome;
             m_hasOutcome = true;
         }
         return true;
     }
-    void TakeRunText(const string_t& value) {
-        if (m_key == "format") m_hasFormat = value == kFormat;
-        if (m_key == "source") m_report.run.source = value;
-        if (m_key == "target") m_report.run.target = value;
-        if (m_key == "started") m_report.run.started = ParseTime(value);
+    bool TakePath(const std::string& path) {
+        m_entry.facts.path = path;
+        return path.size() <= kMostPathBytes || RefuseLength(kMostPathBytes);
+    }
+    bool TakeCommandName(std::string_view name, const string_t& value) {
+        if (name == "outcome" && !IsOutcomeInReport(value)) {
+            return Refuse("is no outcome of a command");
+        }
+        if (name != "error") return true;
+        AddError(value, m_entry.facts.errors);
+        return m_entry.facts.errors.size() <= kMostErrorsOfFile ||
+               Refuse("is one reason more than a file can have");
+    }
+    bool TakeRunName(std::string_view name, const string_t& value) {
+        if (name == "source") m_report.run.source = value;
+        if (name == "target") m_report.run.target = value;
+        if (name != "format") return true;
+        m_hasFormat = value == kFormat;
+        return m_hasFormat || Refuse("is not that of a report");
+    }
+    bool TakeDate(const string_t& value) {
+        const std::optional<std::int64_t> time = ParseTime(value);
+        if (!time) return RefuseKind(MemberKind::kDate);
+        m_report.run.started = *time;
+        return true;
+    }
+
+    bool FinishShard() {
+        if (m_shard->index == 0 || m_shard->count == 0) return Refuse("lacks its index or count");
+        if (m_shard->index > m_shard->count) return Refuse("has an index beyond its count");
+        m_report.run.shard = m_shard;
+        return true;
+    }
+    bool FinishFile() {
+        if (!m_hasPath || !m_hasOutcome) return Refuse("lacks its path or outcome");
+        if (!m_report.files.empty()) {
+            const std::string& before = m_report.files.back().facts.path;
+            if (m_entry.facts.path == before)
+                return Refuse("is the same file as the one before it");
+            if (m_entry.facts.path < before) return Refuse("is not in the order of the paths");
+        }
+        if (const std::optional<std::string_view> member = m_sums.Add(m_entry.facts)) {
+            return Refuse("makes the sum of all \"" + std::string(*member) + "\" too large");
+        }
+        m_report.files.push_back(std::move(m_entry));
+        return true;
+    }
+    bool FinishReport() {
+        const RunFacts& run = m_report.run;
+        if (!m_hasFormat || !m_hasFormatVersion) {
+            m_problem = "it lacks its format or formatVersion";
+        } else if (run.seconds > static_cast<double>(kLastTime - run.started)) {
+            m_problem = "by started and seconds the run ended after the year 9999";
+        }
+        return m_problem.empty();
     }
 
     StoredText& m_text;
-    int m_fileDepth;
+    ReportPart m_root;
     Report& m_report;
-    int m_depth = 0;
-    std::string m_key;  // the last one, and so that of a value at the depth it was met at
+    std::string m_problem;
+    std::vector<Level> m_levels;
     FileEntry m_entry;
+    FileSums m_sums;
     std::optional<Shard> m_shard;
-    bool m_isInShard = false;
-    bool m_isInFiles = false;
-    bool m_isInCommands = false;
     bool m_hasPath = false;
+    bool m_hasRawPath = false;
     bool m_hasOutcome = false;
     bool m_hasFormat = false;
     bool m_hasFormatVersion = false;
@@ -358,17 +519,35 @@ bool Parse(StoredText& text, ReportReader& reader, bool isWhole) {
            !text.Failed();
 }
 
-CommandFacts CommandFactsOf(const nlohmann::json& json) {
+// The file may have been written to since it was first read, so its numbers are looked at again.
+bool TakeNumber(const nlohmann::json& command, const char* pName, MemberKind kind,
+                std::int64_t& number) {
+    const auto found = command.find(pName);
+    if (found == command.end()) return true;
+    if (found->is_number_unsigned()) {
+        const auto value = found->get<std::uint64_t>();
+        number = static_cast<std::int64_t>(value);
+        return MayHold(kind, value);
+    }
+    if (!found->is_number_integer()) return false;
+    number = found->get<std::int64_t>();
+    return MayHold(kind, number);
+}
+
+// Nothing where numbers are wrong; throws where texts are.
+std::optional<CommandFacts> CommandFactsOf(const nlohmann::json& json) {
     CommandFacts facts;
+    if (!TakeNumber(json, "firstLine", MemberKind::kCount, facts.firstLine) ||
+        !TakeNumber(json, "lastLine", MemberKind::kCount, facts.lastLine) ||
+        !TakeNumber(json, "errorLine", MemberKind::kCount, facts.errorLine) ||
+        !TakeNumber(json, "errorColumn", MemberKind::kColumn, facts.errorColumn)) {
+        return std::nullopt;
+    }
     facts.type = json.value("type", "");
     facts.outcome = json.value("outcome", "");
-    facts.firstLine = json.value("firstLine", std::int64_t{0});
-    facts.lastLine = json.value("lastLine", std::int64_t{0});
     facts.source = json.value("source", "");
     facts.generated = json.value("generated", "");
     facts.error = json.value("error", "");
-    facts.errorLine = json.value("errorLine", std::int64_t{0});
-    facts.errorColumn = json.value("errorColumn", std::int64_t{0});
     facts.message = json.value("message", "");
     facts.warnings = json.value("warnings", std::vector<std::string>{});
     return facts;
@@ -387,24 +566,24 @@ bool StaysInPercentEncoding(char byte) {
 
 }  // namespace
 
-bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error) {
-    constexpr int kFileDepth = 3;  // the report, its files, a file
-    StoredText text(file, 0, file.Size());
-    ReportReader reader(text, kFileDepth, report);
-    const bool isRead = Parse(text, reader, true);
-    if (isRead && reader.SawFormat()) {
-        report.run.shard = reader.SeenShard();
-        return true;
+bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error,
+                    std::uint64_t longestText) {
+    StoredText text(file, 0, file.Size(), longestText);
+    ReportReader reader(text, ReportPart::kReport, report);
+    if (Parse(text, reader, true)) return true;
+    if (!reader.Problem().empty()) {
+        error = "this is no report, or it is damaged: " + reader.Problem();
+        return false;
     }
-    error =
-        isRead ? "this is no report of a version that is known"
-               : "this is no report, or it is damaged near byte " + std::to_string(text.Position());
+    error = "this is no report, or it is damaged near byte " + std::to_string(text.Position());
+    const std::string place = reader.Place();
+    if (!place.empty()) error.append(" (").append(place).append(")");
     return false;
 }
 
 std::optional<FileEntry> ReadFileLine(StoredText& text) {
     Report report;
-    ReportReader reader(text, 1, report);
+    ReportReader reader(text, ReportPart::kFile, report);
     if (text.IsAtEnd() || !Parse(text, reader, false)) return std::nullopt;
     if (report.files.size() != 1 || text.IsAtEnd() || text.Current() != '\n') return std::nullopt;
     text.Advance();
@@ -415,16 +594,19 @@ bool ForEachCommand(const CommandsPlace& place,
                     const std::function<void(const CommandFacts&)>& take) {
     if (place.pFile == nullptr) return true;
     StoredText text(*place.pFile, place.offset, place.offset + place.length);
+    bool isValid = true;
     try {
-        const auto takeAndDrop = [&take](int depth, nlohmann::json::parse_event_t event,
-                                         nlohmann::json& value) {
+        const auto takeAndDrop = [&](int depth, nlohmann::json::parse_event_t event,
+                                     nlohmann::json& value) {
             if (depth != 1 || event != nlohmann::json::parse_event_t::object_end) return true;
-            take(CommandFactsOf(value));
+            const std::optional<CommandFacts> facts = CommandFactsOf(value);
+            isValid = isValid && facts;
+            if (isValid) take(*facts);
             return false;
         };
         const nlohmann::json rest =
             nlohmann::json::parse(StoredTextIterator(&text), StoredTextIterator(), takeAndDrop);
-        return rest.is_array() && !text.Failed();
+        return isValid && rest.is_array() && !text.Failed();
     } catch (const nlohmann::json::exception&) {
         return false;
     }
@@ -466,17 +648,48 @@ std::optional<std::string> PercentDecode(std::string_view text) {
 }
 
 std::string FormatTime(std::int64_t secondsSince1970) {
-    const std::time_t time = secondsSince1970;
-    std::tm parts{};
-    std::array<char, 32> text{};
-    if (gmtime_r(&time, &parts) == nullptr) return {};
-    return {text.data(), std::strftime(text.data(), text.size(), kTimeFormat, &parts)};
+    const std::chrono::sys_seconds time{
+        std::chrono::seconds(std::clamp(secondsSince1970, kFirstTime, kLastTime))};
+    const auto day = std::chrono::floor<std::chrono::days>(time);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss clock(time - day);
+    const auto digits = [](auto number, int width) {
+        return PaddedText(static_cast<std::uint64_t>(number), width);
+    };
+    return digits(static_cast<int>(date.year()), 4) + "-" +
+           digits(static_cast<unsigned>(date.month()), 2) + "-" +
+           digits(static_cast<unsigned>(date.day()), 2) + "T" + digits(clock.hours().count(), 2) +
+           ":" + digits(clock.minutes().count(), 2) + ":" + digits(clock.seconds().count(), 2) +
+           "Z";
 }
 
-std::int64_t ParseTime(const std::string& text) {
-    std::tm parts{};
-    const char* pEnd = strptime(text.c_str(), kTimeFormat, &parts);
-    return pEnd != nullptr && *pEnd == '\0' ? timegm(&parts) : 0;
+std::optional<std::int64_t> ParseTime(std::string_view text) {
+    constexpr std::string_view kPattern = "0000-00-00T00:00:00Z";
+    if (text.size() != kPattern.size()) return std::nullopt;
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        const bool isDigit = text[index] >= '0' && text[index] <= '9';
+        if (kPattern[index] == '0' ? !isDigit : text[index] != kPattern[index]) return std::nullopt;
+    }
+    const auto number = [text](std::size_t position, std::size_t length) {
+        constexpr unsigned kBase = 10;
+        unsigned value = 0;
+        for (const char digit : text.substr(position, length)) {
+            value = value * kBase + static_cast<unsigned>(digit - '0');
+        }
+        return value;
+    };
+    const std::chrono::year_month_day date{std::chrono::year(static_cast<int>(number(0, 4))),
+                                           std::chrono::month(number(5, 2)),
+                                           std::chrono::day(number(8, 2))};
+    const std::chrono::hours hours(number(11, 2));
+    const std::chrono::minutes minutes(number(14, 2));
+    const std::chrono::seconds seconds(number(17, 2));
+    if (!date.ok() || hours >= std::chrono::days(1) || minutes >= std::chrono::hours(1) ||
+        seconds >= std::chrono::minutes(1)) {
+        return std::nullopt;
+    }
+    const std::chrono::sys_seconds time = std::chrono::sys_days(date) + hours + minutes + seconds;
+    return time.time_since_epoch().count();
 }
 
 }  // namespace quillet::migrate

@@ -36,17 +36,22 @@ inline constexpr std::string_view kCommandsMember = ",\"commands\":";
 /// read.
 [[nodiscard]] bool WriteJsonReport(const Report& report, TextOutput& output);
 
+/// A text, or a gap between two, that is longer than this is refused before it fills the memory.
+inline constexpr std::uint64_t kLongestText = 256UL * 1024 * 1024;
+
 /// Reads a report, whatever its layout, but for its commands: the files' entries tell where in
-/// `file` these stand. False with `error` set when it is no such report. Keeps no more than the
-/// result and a single string of the text.
-[[nodiscard]] bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error);
+/// `file` these stand. False with `error` set when it is no such report: every member that is
+/// known is looked at, those of commands too, and the first that holds what it cannot hold is
+/// named. Keeps no more than the result and a single string of the text.
+[[nodiscard]] bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error,
+                                  std::uint64_t longestText = kLongestText);
 
 /// Reads the JSON object of a file that `text` stands at, and the line feed behind it. Nothing
 /// when there is no such thing; `text` is then of no use any more.
 [[nodiscard]] std::optional<FileEntry> ReadFileLine(StoredText& text);
 
 /// Calls `take` for each of a file's commands, in order; one at a time is kept. False when they
-/// cannot be read.
+/// cannot be read, or hold what they cannot have held when the report was read.
 [[nodiscard]] bool ForEachCommand(const CommandsPlace& place,
                                   const std::function<void(const CommandFacts&)>& take);
 
@@ -55,9 +60,14 @@ inline constexpr std::string_view kCommandsMember = ",\"commands\":";
 [[nodiscard]] std::string PercentEncode(std::string_view bytes);
 [[nodiscard]] std::optional<std::string> PercentDecode(std::string_view text);
 
-/// A time as "2026-11-21T03:00:00Z". And back; 0 for any other text.
+// The times that can be written: those of the years 0 to 9999.
+inline constexpr std::int64_t kFirstTime = -62167219200;
+inline constexpr std::int64_t kLastTime = 253402300799;
+
+/// A time, in seconds since 1970, as "2026-11-21T03:00:00Z"; one that cannot be written becomes
+/// the nearest that can. And back; nothing for any other text.
 [[nodiscard]] std::string FormatTime(std::int64_t secondsSince1970);
-[[nodiscard]] std::int64_t ParseTime(const std::string& text);
+[[nodiscard]] std::optional<std::int64_t> ParseTime(std::string_view text);
 
 }  // namespace quillet::migrate
 

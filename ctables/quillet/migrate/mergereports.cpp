@@ -11,6 +11,7 @@
 
 #include "migrate/jsonreport.h"
 #include "migrate/reportfiles.h"
+#include "migrate/reportmembers.h"
 #include "migrate/summary.h"
 #include "migrate/systemfiles.h"
 #include "migrate/targetfolder.h"
@@ -109,6 +110,12 @@ std::unique_ptr<TargetFolder> PrepareFolder(const std::string& name) {
 bool JoinReports(std::vector<Report> reports, const std::vector<std::string>& names, Report& joined,
                  std::string& error) {
     joined.run = JoinRuns(reports);
+    if (joined.run.source.size() > kMostNameBytes || joined.run.target.size() > kMostNameBytes) {
+        error = "the names of all sources or targets are longer than " +
+                std::to_string(kMostNameBytes) + " bytes together";
+        return false;
+    }
+    FileSums sums;
     std::unordered_map<std::string, std::size_t> owners;
     for (std::size_t index = 0; index < reports.size(); ++index) {
         for (FileEntry& file : reports[index].files) {
@@ -116,6 +123,11 @@ bool JoinReports(std::vector<Report> reports, const std::vector<std::string>& na
             if (!isNew) {
                 error = names[owner->second] + " and " + names[index] +
                         " both tell about the file " + file.facts.path;
+                return false;
+            }
+            if (const std::optional<std::string_view> member = sums.Add(file.facts)) {
+                error = names[index] + ": the file " + file.facts.path +
+                        " makes the sum of all \"" + std::string(*member) + "\" too large";
                 return false;
             }
             joined.files.push_back(std::move(file));

@@ -11,7 +11,8 @@
 namespace quillet::migrate {
 
 /// One report of all files. It begins with the first run and lasts to the end of the last one.
-/// False with `error` set when two tell about the same file. `names` name the reports in errors.
+/// False with `error` set when two tell about the same file, or a sum over all files goes out of
+/// range. `names` name the reports in errors.
 [[nodiscard]] bool JoinReports(std::vector<Report> reports, const std::vector<std::string>& names,
                                Report& joined, std::string& error);
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <limits>
 #include <string>
 
 #include "migrate/systemfiles.h"
@@ -15,11 +16,13 @@ namespace quillet::migrate {
 inline constexpr std::size_t kStoredBlockSize = 64UL * 1024;
 
 /// Reads bytes [begin, end) of a file, a block at a time. A file that fails or is shorter ends
-/// early, which `Failed` tells.
+/// early, which `Failed` tells, and so does one whose reader, which keeps what it reads, comes
+/// more than `longestStep` bytes beyond its last `Mark`.
 class StoredText {
 public:
-    StoredText(const StoredFile& file, std::uint64_t begin, std::uint64_t end)
-        : m_file(file), m_next(begin), m_end(end) {
+    StoredText(const StoredFile& file, std::uint64_t begin, std::uint64_t end,
+               std::uint64_t longestStep = std::numeric_limits<std::uint64_t>::max())
+        : m_file(file), m_longestStep(longestStep), m_next(begin), m_end(end), m_mark(begin) {
         Fill();
     }
 
@@ -35,9 +38,18 @@ public:
     [[nodiscard]] std::uint64_t Position() const { return m_next - (m_block.size() - m_index); }
     [[nodiscard]] bool Failed() const { return m_failed; }
 
+    /// The reader has dealt with everything before the current character.
+    void Mark() { m_mark = Position(); }
+    [[nodiscard]] bool IsTooLong() const { return m_isTooLong; }
+    [[nodiscard]] std::uint64_t LongestStep() const { return m_longestStep; }
+
 private:
     void Fill() {
         m_index = 0;
+        if (m_next < m_end && m_next - m_mark > m_longestStep) {
+            m_isTooLong = m_failed = true;
+            m_end = m_next;
+        }
         m_block.resize(static_cast<std::size_t>(
             std::min<std::uint64_t>(kStoredBlockSize, m_end - std::min(m_next, m_end))));
         if (m_block.empty()) return;
@@ -49,11 +61,14 @@ private:
     }
 
     const StoredFile& m_file;
+    std::uint64_t m_longestStep;
     std::string m_block;
     std::size_t m_index = 0;
     std::uint64_t m_next;  // where the next block begins
     std::uint64_t m_end;
+    std::uint64_t m_mark;
     bool m_failed = false;
+    bool m_isTooLong = false;
 };
 
 /// Goes through a `StoredText`, which it borrows; all copies move together.
