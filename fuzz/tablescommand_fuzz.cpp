@@ -14,6 +14,7 @@
 #include "parser/tbtrtablescommand.h"
 #include "platform/assertion.h"
 #include "platform/codepage.h"
+#include "reachableassertions.h"
 #include "tokenizer/parseerror.h"
 #include "tokenizer/tavqtokensequence.h"
 
@@ -152,8 +153,7 @@ void Require(bool condition) {
 
 // No text that a user can write may fail an assertion of the parser.
 void OnAssertion(const quillet::AssertionFailure& failure) {
-    const bool isTokenizers = failure.text == "IsInvalidUnquoted( currChar.Code() )";
-    Require(isTokenizers);
+    Require(quillet::fuzz::IsReachableByTokenizing(failure.text));
 }
 
 void CheckParents(const quillet::TbTrParseNode& root) {
