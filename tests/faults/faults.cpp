@@ -56,7 +56,8 @@ enum class Kind : std::size_t {
     kOpen,
     kClose,
     kRename,
-    kStatus,
+    kStatus,  // of a name
+    kDescriptorStatus,
     kTruncate,
     kSync,
     kMakeFolder,
@@ -76,9 +77,9 @@ constexpr auto kKindCount = static_cast<std::size_t>(Kind::kCount);
 
 // In the order of `Kind`.
 constexpr std::array<const char*, kKindCount> kKindNames = {
-    "write", "error-write", "read",    "open",   "close",     "rename", "stat",
-    "trunc", "sync",        "mkdir",   "unlink", "folder",    "seek",   "duplicate",
-    "lock",  "attributes",  "resolve", "thread", "allocation"};
+    "write",     "error-write", "read",       "open",    "close",  "rename",    "stat",
+    "fstat",     "trunc",       "sync",       "mkdir",   "unlink", "folder",    "seek",
+    "duplicate", "lock",        "attributes", "resolve", "thread", "allocation"};
 
 // The file. All numbers are in the byte order of the machine.
 struct Record {
@@ -205,12 +206,14 @@ mode_t ModeOf(int flags, va_list arguments) {
 }
 
 int Status(int folder, const char* pName, struct stat* pStatus, int flags) {
-    return static_cast<int>(
-        Guarded(Kind::kStatus, folder, SYS_newfstatat, folder, pName, pStatus, flags));
+    // A program that asks by name again and again must end although it is told no time after time.
+    const Kind kind = *pName == '\0' ? Kind::kDescriptorStatus : Kind::kStatus;
+    return static_cast<int>(Guarded(kind, folder, SYS_newfstatat, folder, pName, pStatus, flags));
 }
 
 int StatusOfDescriptor(int descriptor, struct stat* pStatus) {
-    return static_cast<int>(Guarded(Kind::kStatus, descriptor, SYS_fstat, descriptor, pStatus));
+    return static_cast<int>(
+        Guarded(Kind::kDescriptorStatus, descriptor, SYS_fstat, descriptor, pStatus));
 }
 
 off_t Seek(int descriptor, off_t offset, int origin) {
@@ -547,8 +550,8 @@ int fstatat64(int folder, const char* name, struct stat64* status, int flags) no
     return Status(folder, name, reinterpret_cast<struct stat*>(status), flags);
 }
 int statx(int folder, const char* name, int flags, unsigned mask, struct statx* status) noexcept {
-    return static_cast<int>(
-        Guarded(Kind::kStatus, folder, SYS_statx, folder, name, flags, mask, status));
+    const Kind kind = *name == '\0' ? Kind::kDescriptorStatus : Kind::kStatus;
+    return static_cast<int>(Guarded(kind, folder, SYS_statx, folder, name, flags, mask, status));
 }
 
 int ftruncate(int fd, off_t size) noexcept {

@@ -26,7 +26,8 @@ ERRORS = {
     "open": [("EMFILE", "once"), ("EMFILE", "from"), ("EINTR", "once")],
     "close": [("EIO", "once"), ("EIO", "from")],
     "rename": [("EIO", "once"), ("ENOSPC", "from")],
-    "stat": [("EIO", "once"), ("EIO", "from")],
+    "stat": [("EIO", "once"), ("EIO", "from")],  # of a name
+    "fstat": [("EIO", "once"), ("EIO", "from")],  # of a descriptor
     "trunc": [("EIO", "once"), ("EIO", "from")],
     "sync": [("EIO", "once"), ("EIO", "from")],
     "mkdir": [("ENOSPC", "once"), ("ENOSPC", "from")],
@@ -140,7 +141,7 @@ def run(command, folder, library=None, fault=None, standard_input=b"", is_pipe=F
                      read_record(record) if library is not None else None)
     # Undisturbed, every program looks at some file and has memory.
     if library is not None and fault is None:
-        for kind in ("stat", "read", "write", "allocation"):
+        for kind in ("fstat", "read", "write", "allocation"):
             if result.record.calls[kind] == 0:
                 raise NotInjected(f"the library has counted no calls of the kind {kind}")
     return result

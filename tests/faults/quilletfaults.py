@@ -34,7 +34,7 @@ CONVERTED = (
     "  /TABLE (first + sex + all) > income BY (region + all)\n"
     "  /STATISTICS MEAN(income (F8.2) 'Mean of it') CPCT(sex 'Share': region)\n"
     "  /TITLE 'A title' 'of two lines' /CORNER 'corner'.\n",
-    "TABLES /MRGROUP brands 'Brands known' b1 TO b9 /BREAK year + (quarter > month)\n"
+    "TABLES /MRGROUP brands 'Brands known' b1 TO b9 /BREAK BY year > quarter\n"
     "  /TABLE brands BY sex /TABLE sex > region.\n",
     "TABLES /BOXCHARS a /CONTINUED 'b' /INDEX BY /FORMAT CWIDTH(10,5) BLANK /TABLE a.\n",
     "IGRAPH /X1=VAR(dose) TYPE=CATEGORICAL /Y=VAR(resp) TYPE=SCALE\n"
@@ -82,7 +82,7 @@ SCENARIOS = (
 
 # Kinds of calls of which there are some in every input or in one of them. Where there are none any
 # longer, nothing would be tested.
-EXPECTED_KINDS = {"write", "error-write", "read", "open", "close", "stat", "trunc", "seek",
+EXPECTED_KINDS = {"write", "error-write", "read", "open", "close", "fstat", "trunc", "seek",
                   "duplicate", "allocation"}
 
 

@@ -45,6 +45,8 @@ AT_A_TIME = 2
 # Allocations and later ones: when there is no more memory at all, it matters little at which of
 # thousands of places that is noticed first.
 LASTING_ALLOCATIONS = 3
+# Runs that hang take all of their time.
+MOST_HUNG = 2
 
 
 class Counter:
@@ -61,9 +63,9 @@ class Counter:
 
 
 def run_case(test, fault, folder):
-    """Whether the fault was reached, and what was wrong."""
+    """The run, and what was wrong."""
     run = test.run(folder, fault)
-    return run.record.delivered > 0, test.check(run, fault, folder)
+    return run, test.check(run, fault, folder)
 
 
 class Faults:
@@ -99,17 +101,21 @@ class Faults:
             finally:
                 self.folders.put(folder)
 
-        delivered = 0
+        delivered = hung = 0
         numbers = self.numbers(test, kind, mode)
         waiting = []
         goes_on = True
         while goes_on or waiting:
             while goes_on and len(waiting) < 2 * AT_A_TIME:
                 waiting.append(executor.submit(task, next(numbers)))
-            fault, was_reached, problems = waiting.pop(0).result()
-            delivered += was_reached
-            goes_on = goes_on and was_reached
+            fault, run, problems = waiting.pop(0).result()
+            delivered += run.record.delivered > 0
+            hung += run.status is None
+            goes_on = goes_on and run.record.delivered > 0 and hung < MOST_HUNG
             self.counter.note(f"{test.program_name}:{test.name}:{fault}", problems)
+        if hung >= MOST_HUNG:
+            self.counter.note(f"{test.program_name}:{test.name}:{kind}:{error}:{mode}",
+                              ["the rest is left out, as too many runs hang"])
         key = (test.program_name, kind)
         self.delivered[key] = self.delivered.get(key, 0) + delivered
         return delivered
@@ -151,8 +157,8 @@ def check_self(test, folders):
     """That what is looked for can be seen at all."""
     folder = folders.get()
     try:
-        was_reached, problems = run_case(test, None, folder)
-        if was_reached:
+        run, problems = run_case(test, None, folder)
+        if run.record.delivered > 0:
             problems.append("there was a fault without one being asked for")
         run = test.run(folder, injection.Fault("write", "ENOSPC", "from", 1))
         if run.record.delivered == 0 or not test.tells_of_failed_write(run):
