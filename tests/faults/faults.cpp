@@ -299,11 +299,15 @@ FILE* OpenTemporaryStream() {
         static_cast<int>(Guarded(Kind::kOpen, -1, SYS_memfd_create, "tmpfile", 0U)), "w+");
 }
 
+// Not counted as freed: a run that ends before it closes standard output leaks nothing.
+const void* g_pStandardOutput = nullptr;
+
 // Buffered as they are otherwise, but never on the heap: a buffer that was asked for because of a
 // fault would look like a leak.
 void ReplaceStandardStreams() {
     static std::array<char, 4096> buffer;
     stdout = OpenStream(STDOUT_FILENO, "w");
+    g_pStandardOutput = stdout;
     stderr = OpenStream(STDERR_FILENO, "w");
     if (stdout == nullptr || stderr == nullptr ||
         std::setvbuf(stdout, buffer.data(), _IOFBF, buffer.size()) != 0 ||
@@ -703,7 +707,7 @@ int posix_memalign(void** result, size_t alignment, size_t size) noexcept {
 }
 void free(void* block) noexcept {
     if (block == nullptr) return;
-    --g_pRecord->allocations;
+    if (block != g_pStandardOutput) --g_pRecord->allocations;
     __libc_free(block);
 }
 
