@@ -790,10 +790,6 @@ class MemoryTest(LargeInputTest):
         self.expect_copied()
 
 
-# Memory that ends still ends the program by a signal.
-NOT_YET = unittest.expectedFailure
-
-
 class OutOfMemoryTest(LargeInputTest):
     """A command that never ends, in less address space than it needs.
 
@@ -817,31 +813,24 @@ class OutOfMemoryTest(LargeInputTest):
         self.create("in", self.BEFORE)
         self.expect(self.run_limited("in", "out"), 0, RESULT_LINE)
 
-    @NOT_YET
     def test_a_command_of_many_lines(self):
         self.expect_told(beginning=b"LIST\n", part=b" x\n")
 
-    @NOT_YET
     def test_a_command_of_one_line(self):
         self.expect_told(beginning=b"LIST", part=b" x")
 
-    @NOT_YET
     def test_a_command_of_many_lines_in_batch_mode(self):
         self.expect_told("-b", beginning=b"LIST\n", part=b" x\n")
 
-    @NOT_YET
     def test_a_comment(self):
         self.expect_told(beginning=b"* A comment\n", part=b" of many lines\n")
 
-    @NOT_YET
     def test_a_tables_command(self):
         self.expect_told(beginning=b"TABLES\n", part=b" /TABLE=x\n")
 
-    @NOT_YET
     def test_an_igraph_command(self):
         self.expect_told(beginning=b"IGRAPH\n", part=b" /X1=VAR(a)\n")
 
-    @NOT_YET
     def test_a_pipe(self):
         self.create_large(self.BEFORE + b"LIST\n", b" x\n", b"")
         with subprocess.Popen(["cat", "in"], cwd=self.folder, stdout=subprocess.PIPE) as feeder:
@@ -851,7 +840,6 @@ class OutOfMemoryTest(LargeInputTest):
                          b"LIST x.\n" + FAILED_FRAME + b"***** " + self.MESSAGE)
 
     # Its text has room enough, its tokens have not.
-    @NOT_YET
     def test_a_conversion_alone(self):
         self.create("in", b"TABLES /TABLE=x" + b"+x" * 1500000 + b".\n" + FAILING)
         self.expect(self.run_limited("in", "out"), 0, b"Tables conversion failed!\n" + RESULT_LINE)
