@@ -1,0 +1,231 @@
+// A journal is a text of lines. One that begins with "quillet1 " is a record: the checksum of the
+// rest follows, a blank, and that rest, a JSON object. One that begins with "[" holds the commands
+// of a file, to which a record refers by place and hash. Any other means nothing, so that later
+// versions can add to it.
+//
+// A line is written at once and its end written last, so a crash leaves half a line at the end
+// alone; but disks fail, and people open files in editors. Nothing but the checksum is believed.
+#include "migrate/journalrecord.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "migrate/jsonreport.h"
+
+namespace quillet::migrate {
+
+namespace {
+
+using OrderedJson = nlohmann::ordered_json;
+
+constexpr std::string_view kRecordStart = "quillet1 ";
+constexpr std::size_t kChecksumSize = 16;
+
+struct FactNumber {
+    const char* pName;
+    std::int64_t FileFacts::*pMember;
+};
+
+constexpr std::array<FactNumber, 6> kNumbers = {{
+    {"lines", &FileFacts::lines},
+    {"copied", &FileFacts::copied},
+    {"converted", &FileFacts::converted},
+    {"failed", &FileFacts::failed},
+    {"unreadable", &FileFacts::unreadable},
+    {"warnings", &FileFacts::warnings},
+}};
+
+// No such number in a real file comes near it, and a sum of all that memory can hold stays in
+// range.
+constexpr std::uint64_t kLargestNumber = std::uint64_t{1} << 40U;
+
+constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 62U;
+
+constexpr std::pair<StoredCommands::Place, const char*> kPlaces[] = {
+    {StoredCommands::Place::kJournal, "journal"},
+    {StoredCommands::Place::kReport, "report"},
+};
+
+// Takes members out of an object; the first that is missing or of another kind spoils it all.
+class MemberReader {
+public:
+    explicit MemberReader(const nlohmann::json& object)
+        : m_object(object), m_isGood(object.is_object()) {}
+
+    [[nodiscard]] bool IsGood() const { return m_isGood; }
+    void Spoil() { m_isGood = false; }
+
+    [[nodiscard]] const nlohmann::json* Find(const char* pName) const {
+        if (!m_isGood) return nullptr;
+        const auto member = m_object.find(pName);
+        return member == m_object.end() ? nullptr : &*member;
+    }
+    [[nodiscard]] std::string Text(const char* pName) {
+        const nlohmann::json* pMember = Find(pName);
+        if (pMember != nullptr && pMember->is_string()) return pMember->get<std::string>();
+        m_isGood = false;
+        return {};
+    }
+    [[nodiscard]] std::uint64_t Number(const char* pName, std::uint64_t largest) {
+        const nlohmann::json* pMember = Find(pName);
+        if (pMember != nullptr && pMember->is_number_unsigned()) {
+            const auto value = pMember->get<std::uint64_t>();
+            if (value <= largest) return value;
+        }
+        m_isGood = false;
+        return 0;
+    }
+    [[nodiscard]] ContentHash Hash(const char* pName) {
+        const std::optional<ContentHash> hash = ContentHashOf(Text(pName));
+        if (!hash) m_isGood = false;
+        return hash.value_or(ContentHash{});
+    }
+
+private:
+    const nlohmann::json& m_object;
+    bool m_isGood;
+};
+
+// Relative and without steps upward: whatever else a record says, it is about something in TARGET.
+bool IsPathOfResult(std::string_view path) {
+    for (std::size_t begin = 0; begin <= path.size();) {
+        const std::size_t end = std::min(path.find('/', begin), path.size());
+        const std::string_view name = path.substr(begin, end - begin);
+        if (name.empty() || name == "." || name == "..") return false;
+        begin = end + 1;
+    }
+    return path.find('\0') == std::string_view::npos;
+}
+
+bool HasResult(FileOutcome outcome) {
+    return outcome != FileOutcome::kSkipped && outcome != FileOutcome::kFailed;
+}
+
+void ReadFacts(MemberReader& reader, FileFacts& facts) {
+    const std::optional<std::string> path = PercentDecode(reader.Text("path"));
+    const std::optional<FileOutcome> outcome = FileOutcomeOf(reader.Text("outcome"));
+    if (!path || !IsPathOfResult(*path) || !outcome || !HasResult(*outcome)) return reader.Spoil();
+    facts.path = *path;
+    facts.outcome = *outcome;
+    facts.bytes = reader.Number("bytes", kLargestFile);
+    facts.encoding = reader.Text("encoding");
+    facts.message = reader.Text("message");
+    for (const FactNumber& number : kNumbers) {
+        facts.*number.pMember =
+            static_cast<std::int64_t>(reader.Number(number.pName, kLargestNumber));
+    }
+    const nlohmann::json* pErrors = reader.Find("errors");
+    if (pErrors == nullptr || !pErrors->is_array()) return reader.Spoil();
+    for (const nlohmann::json& error : *pErrors) {
+        if (!error.is_string()) return reader.Spoil();
+        facts.errors.push_back(error.get<std::string>());
+    }
+}
+
+void ReadIdentity(MemberReader& reader, ResultIdentity& identity) {
+    identity.source = reader.Hash("source");
+    identity.result = reader.Hash("result");
+    identity.version = reader.Text("version");
+    identity.options = reader.Text("options");
+    if (const nlohmann::json* pAccepted = reader.Find("accepted")) {
+        if (!pAccepted->is_boolean()) return reader.Spoil();
+        identity.isAccepted = pAccepted->get<bool>();
+    }
+}
+
+void ReadCommands(MemberReader& reader, StoredCommands& commands) {
+    const nlohmann::json* pCommands = reader.Find("commands");
+    if (pCommands == nullptr) return;
+    constexpr std::uint64_t kLargestOffset = std::numeric_limits<std::int64_t>::max() / 2;
+    MemberReader members(*pCommands);
+    const std::string place = members.Text("in");
+    for (const auto& [value, pName] : kPlaces) {
+        if (place == pName) commands.place = value;
+    }
+    commands.offset = members.Number("offset", kLargestOffset);
+    commands.length = members.Number("length", kLargestOffset);
+    commands.hash = members.Hash("hash");
+    if (!members.IsGood() || commands.place == StoredCommands::Place::kNowhere) reader.Spoil();
+}
+
+OrderedJson CommandsJson(const StoredCommands& commands) {
+    OrderedJson json;
+    for (const auto& [value, pName] : kPlaces) {
+        if (commands.place == value) json["in"] = pName;
+    }
+    json["offset"] = commands.offset;
+    json["length"] = commands.length;
+    json["hash"] = TextOf(commands.hash);
+    return json;
+}
+
+}  // namespace
+
+bool HasCommands(const FileFacts& facts) {
+    return facts.converted + facts.failed + facts.unreadable > 0;
+}
+
+std::string FormatRecord(const JournalRecord& record) {
+    const FileFacts& facts = record.facts;
+    const ResultIdentity& identity = record.identity;
+    OrderedJson json = {{"path", PercentEncode(facts.path)},
+                        {"source", TextOf(identity.source)},
+                        {"result", TextOf(identity.result)},
+                        {"version", identity.version},
+                        {"options", identity.options}};
+    if (identity.isAccepted) json["accepted"] = true;
+    json["outcome"] = NameOf(facts.outcome);
+    json["bytes"] = facts.bytes;
+    json["encoding"] = facts.encoding;
+    for (const FactNumber& number : kNumbers) json[number.pName] = facts.*number.pMember;
+    json["message"] = facts.message;
+    json["errors"] = facts.errors;
+    if (record.commands.place != StoredCommands::Place::kNowhere) {
+        json["commands"] = CommandsJson(record.commands);
+    }
+    // Bytes that are no UTF-8 would throw otherwise.
+    const std::string text = json.dump(-1, ' ', false, OrderedJson::error_handler_t::replace);
+    std::string line(kRecordStart);
+    return line.append(ChecksumOf(text)).append(" ").append(text).append("\n");
+}
+
+std::optional<JournalRecord> ParseRecord(std::string_view line) {
+    if (line.size() >= kLongestRecord || !line.starts_with(kRecordStart)) return std::nullopt;
+    line.remove_prefix(kRecordStart.size());
+    if (line.size() <= kChecksumSize || line[kChecksumSize] != ' ') return std::nullopt;
+    const std::string_view text = line.substr(kChecksumSize + 1);
+    if (line.substr(0, kChecksumSize) != ChecksumOf(text)) return std::nullopt;
+    const nlohmann::json json = nlohmann::json::parse(text, nullptr, /*allow_exceptions=*/false);
+    MemberReader reader(json);
+    JournalRecord record;
+    ReadFacts(reader, record.facts);
+    ReadIdentity(reader, record.identity);
+    ReadCommands(reader, record.commands);
+    if (!reader.IsGood()) return std::nullopt;
+    return record;
+}
+
+void JournalReader::Add(std::string_view piece) {
+    while (!piece.empty()) {
+        const std::size_t lineFeed = piece.find('\n');
+        const std::string_view part = piece.substr(0, lineFeed);
+        // What is too long need not be kept; one byte more tells that it is.
+        if (m_line.size() < kLongestRecord && (!m_line.empty() || lineFeed == piece.npos)) {
+            m_line.append(part.substr(0, kLongestRecord - m_line.size()));
+        }
+        m_position += part.size();
+        if (lineFeed == piece.npos) return;
+        ++m_position;
+        m_endOfLines = m_position;
+        if (std::optional<JournalRecord> record = ParseRecord(m_line.empty() ? part : m_line)) {
+            m_take(std::move(*record));
+        }
+        m_line.clear();
+        piece.remove_prefix(lineFeed + 1);
+    }
+}
+
+}  // namespace quillet::migrate
