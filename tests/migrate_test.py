@@ -79,7 +79,10 @@ def unkept(report):
     report = timeless(report)
     report["totals"] = {**report["totals"], "filesKept": 0}
     report["files"] = [
-        {name: value for name, value in file.items() if name != "kept"} for file in report["files"]
+        {name: value for name, value in file.items()
+         if name != "kept" and (name, value) != ("result", "kept")}
+        | ({"result": "new"} if file.get("result") == "kept" else {})
+        for file in report["files"]
     ]
     return report
 
@@ -107,6 +110,7 @@ class MigrateTest(unittest.TestCase):
         self.target = self.folder / "target"
         self.source.mkdir()
         self.user = None
+        self.report_name = "quillet-report.json"
 
     def remove_folder(self):
         subprocess.run(["chmod", "-R", "u+rwx", str(self.folder)], check=False,
@@ -160,13 +164,29 @@ class MigrateTest(unittest.TestCase):
         process.communicate()
 
     def migrate(self, *options, status=0, target=None):
-        """Migrates source to target and returns the run."""
+        """Migrates source to target and returns the run. Its report is the one that is read."""
+        self.report_name = f"quillet-report{'-dry-run' * ('--dry-run' in options)}.json"
         run = self.run_program(*options, self.source, target or self.target)
         self.assertEqual((run.returncode, run.stdout), (status, b""), run.stderr)
         return run
 
-    def report(self, target=None, name="quillet-report.json"):
-        with open((target or self.target) / name, encoding="utf-8") as file:
+    def change(self, name, text, seconds=0):
+        """Gives a file of the source another content, and a date so much later."""
+        date = os.stat(self.source / name).st_mtime + seconds
+        self.create(name, text)
+        os.utime(self.source / name, (date, date))
+
+    def records(self, target=None):
+        """What the journal says, by path, the latest last."""
+        records = {}
+        for line in ((target or self.target) / "quillet-report.journal").read_bytes().split(b"\n"):
+            if line.startswith(b"quillet1 "):
+                record = json.loads(line[26:])
+                records.setdefault(record["path"], []).append(record)
+        return records
+
+    def report(self, target=None, name=None):
+        with open((target or self.target) / (name or self.report_name), encoding="utf-8") as file:
             return json.load(file)
 
     def facts(self, path, target=None):
@@ -184,7 +204,6 @@ class MigrateTest(unittest.TestCase):
     def expect_no_left_overs(self, target=None):
         names = [name for name in contents_of(target or self.target) if b"quillet-tmp" in name]
         self.assertEqual(names, [])
-        self.assertEqual(list((target or self.target).glob("*.journal")), [])
 
     def as_ordinary_user(self):
         """From here on the program has no rights that files do not give it."""
@@ -290,7 +309,7 @@ class TreeTest(MigrateTest):
         self.migrate()
         self.assertEqual(self.results()[b"a"], b"LIST\n x\nLIST y.\n")
         self.assertEqual(self.report()["batchMode"], False)
-        self.migrate("--batch", "--force")
+        self.migrate("--batch")
         self.assertEqual(self.results()[b"a"], b"LIST\n x.\nLIST y.\n")
         self.assertEqual(self.report()["batchMode"], True)
 
@@ -298,54 +317,341 @@ class TreeTest(MigrateTest):
         self.create_archive(10)
         run = self.migrate("--dry-run", status=1)
         self.assertIn(b"12 files", run.stderr)
-        self.assertEqual(self.results(), {})
-        dry = self.report()
+        self.assertIn(b"quillet-report-dry-run.html", run.stderr)
+        self.assertEqual(sorted(os.listdir(self.target)),
+                         ["quillet-report-dry-run.html", "quillet-report-dry-run.json"])
+        dry = self.report(name="quillet-report-dry-run.json")
         self.assertTrue(dry["dryRun"])
         self.migrate(status=1)
         self.assertEqual({**timeless(self.report()), "dryRun": True}, timeless(dry))
 
-    def test_results_that_are_newer_are_kept(self):
+    def test_a_dry_run_changes_nothing_that_stands(self):
+        self.create_archive(10)
+        self.migrate(status=1)
+        self.create("new.syn", ORDINARY)
+        self.change("stopped.syn", ORDINARY)
+        (self.target / "a").mkdir(exist_ok=True)
+        before = {name: (self.target / name).read_bytes() for name in os.listdir(self.target)
+                  if (self.target / name).is_file()}
+        self.migrate("--dry-run", "--accept-edited", status=1)
+        after = {name: (self.target / name).read_bytes() for name in os.listdir(self.target)
+                 if (self.target / name).is_file() and "dry-run" not in name}
+        self.assertEqual(after, before)
+        dry = {file["path"]: file.get("result")
+               for file in self.report(name="quillet-report-dry-run.json")["files"]}
+        self.assertEqual((dry["new.syn"], dry["stopped.syn"]), ("new", "new"))
+        self.assertEqual(set(dry.values()), {None, "new", "kept"})
+
+
+class KeptTest(MigrateTest):
+    """Results that stand already, and what the journal says about them."""
+
+    def expect(self, path, result, status=0, *options, changed=False):
+        self.migrate(*options, status=status)
+        facts = self.facts(path)
+        self.assertEqual((facts.get("result"), facts.get("sourceChanged", False)),
+                         (result, changed))
+        self.assertEqual(facts.get("kept", False), result in ("kept", "edited"))
+        return facts
+
+    def result(self, name="a"):
+        return (self.target / name).read_bytes()
+
+    def test_results_are_kept(self):
         self.create_archive(10)
         self.migrate(status=1)
         first = self.report()
-        path = self.target / "stopped.syn"
-        path.write_bytes(b"edited by hand")
+        dates = {path: path.stat().st_mtime_ns for path in self.target.glob("*/*/*.syn")}
+        for _ in range(2):
+            run = self.migrate(status=1)
+            self.assertIn(b"11 of them kept", run.stderr)
+            self.assertEqual(unkept(self.report()), unkept(first))
+            self.assertEqual(self.report()["totals"]["filesKept"], 11)
+        self.assertEqual(dates, {path: path.stat().st_mtime_ns for path in dates})
+
+    def test_what_is_recorded(self):
+        self.create("a", TABLES + FAILING)
+        self.migrate(status=1)
+        [record] = self.records()["a"]
+        self.assertEqual(
+            (record["outcome"], record["options"], record["converted"], record["failed"]),
+            ("partly", "layout=interactive;encoding=windows-1252", 1, 1))
+        self.assertRegex(record["version"], r"^\d+\.\d+\.\d+$")
+        # Its commands stand in the report alone.
+        place = record["commands"]
+        report = (self.target / "quillet-report.json").read_bytes()
+        commands = report[place["offset"]:place["offset"] + place["length"]]
+        self.assertEqual(json.loads(commands), self.facts("a")["commands"])
+
+    def test_the_journal_does_not_grow(self):
+        self.create_archive(20)
+        self.migrate(status=1)
+        journal = self.target / "quillet-report.journal"
+        size = journal.stat().st_size
+        self.assertLess(size, 21 * 1000)
+        for _ in range(3):
+            self.migrate(status=1)
+            self.migrate("--force", status=1)
+            self.assertLess(abs(journal.stat().st_size - size), 100)
+
+    def test_other_options_convert_again(self):
+        # Two commands in one layout, one that fails in the other.
+        self.create("a", b"TABLES /TABLE=sex BY region\nLIST x.\n")
+        self.create("b", BINARY)
+        self.migrate("--copy-others", status=1)
+        self.assertEqual(self.facts("a")["failed"], 1)
+        self.expect("a", "new", 0, "--batch", "--copy-others")
+        self.assertEqual(self.facts("a")["failed"], 0)
+        self.assertEqual(self.facts("b")["result"], "kept")
+        self.expect("a", "kept", 0, "--batch")
+        self.expect("a", "new", 1)
+
+    def test_a_file_that_is_now_copied(self):
+        self.create("a", b"LIST")
+        self.create("b", b"LIST")
+        self.migrate()
+        self.expect("a", "new", 0, "--include", "b", "--copy-others")
+        self.assertEqual((self.result("a"), self.result("b")), (b"LIST", b"LIST.\n"))
+        self.expect("a", "kept", 0, "--include", "b", "--copy-others")
+
+    def test_another_code_page_converts_again(self):
+        self.create("a", b"LIST '\xf6'.\n")
+        self.migrate()
+        names = subprocess.run(["locale", "-a"], check=False, capture_output=True).stdout.split()
+        other = next((name.decode() for name in names if b"8859" in name.lower()), None)
+        if other is None:
+            self.skipTest("there is no locale with another code page")
+        run = self.run_program(self.source, self.target, env={"LC_ALL": other})
+        self.assertEqual(run.returncode, 0, run.stderr)
+        self.assertEqual(self.facts("a")["result"], "new")
+        self.assertIn("8859", self.records()["a"][0]["options"])
+
+    def test_dates_mean_nothing(self):
+        self.create("a", b"LIST old.\n")
+        self.migrate()
+        for seconds in (-1000, 0, 1000):
+            with self.subTest(seconds):
+                text = b"LIST new%d.\n" % (seconds + 2000)
+                self.change("a", text, seconds)
+                self.expect("a", "new")
+                self.assertEqual(self.result(), text)
+        os.utime(self.source / "a", (5000, 5000))
+        os.utime(self.target / "a", (1000, 1000))
+        self.assertEqual(self.expect("a", "kept")["modified"], 5000)
+
+    def test_edited_results_stay(self):
+        self.create("a", TABLES + FAILING)
+        self.migrate(status=1)
+        made = self.result()
+        for text in (b"", made[:100], made + b"\n", b"edited by hand"):
+            with self.subTest(text):
+                (self.target / "a").write_bytes(text)
+                for _ in range(2):
+                    run = self.migrate(status=1)
+                    self.assertIn(b"Left alone: 1 edited result\n", run.stderr)
+                    facts = self.facts("a")
+                    self.assertEqual((facts["result"], facts["failed"], facts["converted"]),
+                                     ("edited", 1, 1))
+                    self.assertEqual(facts["message"], "the result was edited")
+                    self.assertEqual(len(facts["commands"]), 2)
+                    self.assertEqual(self.result(), text)
+                self.expect("a", "edited", 1, "--batch")
+                self.assertEqual(self.result(), text)
+        # Whoever undoes it has what was made.
+        (self.target / "a").write_bytes(made)
+        self.expect("a", "kept", 1)
+        (self.target / "a").write_bytes(b"edited again")
+        self.expect("a", "new", 1, "--force")
+        self.assertEqual(self.result(), made)
+
+    def test_edited_copies_stay(self):
+        self.create("a", BINARY)
+        self.migrate("--copy-others")
+        (self.target / "a").write_bytes(b"")
+        self.expect("a", "edited", 0, "--copy-others")
+        self.change("a", BINARY + b"x")
+        self.expect("a", "edited", 1, "--copy-others", changed=True)
+        self.assertEqual(self.result(), b"")
+
+    def test_an_edited_result_whose_source_changes(self):
+        self.create("a", ORDINARY)
+        self.migrate()
+        (self.target / "a").write_bytes(b"edited")
+        self.expect("a", "edited", 0)
+        self.change("a", TABLES, -10)
+        for _ in range(2):
+            facts = self.expect("a", "edited", 1, changed=True)
+            self.assertIn("its source has changed since", facts["message"])
+            self.assertEqual(facts["converted"], 1)
+            self.assertEqual(self.result(), b"edited")
         run = self.migrate(status=1)
-        self.assertIn(b"11 of them kept", run.stderr)
-        self.assertEqual(path.read_bytes(), b"edited by hand")
-        self.assertTrue(self.facts("stopped.syn")["kept"])
+        self.assertIn(b"1 edited result, 1 of them with a source that has changed since\n",
+                      run.stderr)
+        self.assertEqual(self.report()["totals"]["filesOutdated"], 1)
+        # By chance it may hold what is to be made now.
+        other = self.folder / "other"
+        self.migrate(target=other)
+        shutil.copy(other / "a", self.target / "a")
+        self.expect("a", "kept")
+
+    def test_missing_results_are_made_again(self):
+        self.create_archive(10)
+        self.migrate(status=1)
+        before = self.results()
+        (self.target / "stopped.syn").unlink()
+        shutil.rmtree(self.target / "a")
+        self.migrate(status=1)
+        self.assertEqual(self.results(), before)
+        self.assertEqual(self.facts("stopped.syn")["result"], "new")
+        self.assertGreater(self.report()["totals"]["filesKept"], 0)
+
+    def test_edited_results_can_be_accepted(self):
+        self.create("a", TABLES)
+        self.create("b", TABLES)
+        self.migrate()
+        (self.target / "a").write_bytes(b"better")
+        self.expect("a", "edited")
+        self.expect("a", "kept", 0, "--accept-edited")
+        self.expect("a", "kept")
+        self.assertEqual(self.result(), b"better")
+        self.assertEqual(self.facts("b")["result"], "kept")
+        # It was accepted for this source and these options.
+        self.expect("a", "edited", 0, "--batch")
+        self.change("a", ORDINARY)
+        self.expect("a", "edited", 1, changed=True)
+        self.expect("a", "edited", 1, changed=True)
+        self.assertEqual(self.result(), b"better")
+        self.expect("a", "kept", 0, "--accept-edited")
+        (self.target / "a").write_bytes(b"still better")
+        self.expect("a", "edited")
+        self.expect("a", "new", 0, "--force")
+        self.assertEqual(self.result(), ORDINARY)
+        self.expect("a", "kept")
+
+    def test_results_without_a_record(self):
+        self.create("a", TABLES)
+        self.create("b", TABLES)
+        self.create("c", BINARY)
+        self.migrate("--copy-others")
+        first = self.report()
+        made = self.results()
+        (self.target / "b").write_bytes(b"made elsewhere")
+        (self.target / "quillet-report.journal").unlink()
+        self.migrate("--copy-others")
+        self.assertEqual([file["result"] for file in self.report()["files"]],
+                         ["kept", "edited", "kept"])
+        self.assertEqual(self.result("b"), b"made elsewhere")
+        self.assertEqual(sorted(self.records()), ["a", "c"])
+        (self.target / "b").write_bytes(made[b"b"])
+        self.migrate("--copy-others")
         self.assertEqual(unkept(self.report()), unkept(first))
-        self.assertEqual(self.report()["totals"]["filesKept"], 11)
-        # Where nothing is known of them, their facts are found out anew.
-        for name in ("quillet-report.json", "quillet-report.html"):
-            (self.target / name).unlink()
+        self.assertEqual(sorted(self.records()), ["a", "b", "c"])
+
+    def test_results_of_another_version(self):
+        self.create("a", TABLES)
+        self.migrate()
+        journal = self.target / "quillet-report.journal"
+        text = journal.read_bytes()
+        # As every reader of a damaged journal does, this one converts again to compare.
+        journal.write_bytes(text.replace(b'"version":"', b'"version":"9'))
+        self.expect("a", "kept")
+        self.assertEqual(journal.read_bytes().count(b'"version":"9'), 0)
+
+    def test_orphans(self):
+        self.create("a/b", TABLES)
+        self.create("a/c", FAILING)
+        self.create("d", ORDINARY)
+        self.migrate(status=1)
+        shutil.rmtree(self.source / "a")
+        for _ in range(2):
+            run = self.migrate(status=0)
+            self.assertIn(b"Left alone: 2 results without a source\n", run.stderr)
+            files = {file["path"]: file for file in self.report()["files"]}
+            for name in ("a/b", "a/c"):
+                self.assertEqual((files[name]["outcome"], files[name]["result"]),
+                                 ("skipped", "orphaned"))
+                self.assertEqual(files[name]["commands"], [])
+            self.assertEqual(self.report()["totals"]["filesOrphaned"], 2)
+        self.assertTrue((self.target / "a" / "b").exists())
+        # What is left out by a pattern or cannot be seen is not gone.
+        self.create("a/b", TABLES)
+        self.migrate("--include", "d", status=0)
+        self.assertEqual(self.report()["totals"]["filesOrphaned"], 1)
+        (self.target / "a" / "c").unlink()
+        self.migrate(status=0)
+        self.assertEqual(self.report()["totals"]["filesOrphaned"], 0)
+        self.assertEqual(self.facts("a/b")["result"], "kept")
+        self.assertEqual(sorted(self.records()), ["a/b", "d"])
+
+    def test_what_cannot_be_seen_is_not_orphaned(self):
+        self.create("a/b", ORDINARY)
+        self.create("c", ORDINARY)
+        self.as_ordinary_user()
+        self.migrate()
+        os.chmod(self.source / "a", 0)
+        self.migrate(status=2)
+        self.assertEqual(self.report()["totals"]["filesOrphaned"], 0)
+        os.chmod(self.source / "a", 0o755)
+        self.migrate()
+        self.assertEqual(self.report()["totals"]["filesKept"], 2)
+        # Nor is anything gone because only one file was named.
+        run = self.run_program(self.source / "c", self.target)
+        self.assertEqual(run.returncode, 0)
+        self.assertEqual(self.report()["totals"]["filesOrphaned"], 0)
+
+    def test_a_result_that_cannot_be_read_is_not_replaced(self):
+        self.create("a", ORDINARY)
+        self.as_ordinary_user()
+        self.migrate()
+        self.change("a", TABLES)
+        os.chmod(self.target / "a", 0)
+        run = self.migrate(status=2)
+        self.assertIn(b"a: its result cannot be read: Permission denied\n", run.stderr)
+        os.chmod(self.target / "a", 0o644)
+        self.assertEqual(self.result(), ORDINARY)
+
+    def test_facts_survive_a_run_over_a_part(self):
+        self.create_archive(12)
+        self.migrate(status=1)
+        first = self.report()
+        self.run_program("--include", "a/*", self.source, self.target)
+        self.assertLess(self.report()["totals"]["files"], 13)
         self.migrate(status=1)
         self.assertEqual(unkept(self.report()), unkept(first))
-        self.assertEqual(path.read_bytes(), b"edited by hand")
-        self.migrate("--force", status=1)
-        self.assertNotEqual(path.read_bytes(), b"edited by hand")
-        self.assertEqual(timeless(self.report()), timeless(first))
 
-    def test_results_that_are_older_are_replaced(self):
-        path = self.create("a", b"LIST old.\n")
-        self.migrate()
-        now = time.time()
-        with open(path, "wb") as file:
-            file.write(b"LIST new.\n")
-        os.utime(self.target / "a", (now - 100, now - 100))
-        os.utime(path, (now - 50, now - 50))
-        self.migrate()
-        self.assertEqual(self.results(), {b"a": b"LIST new.\n"})
-        self.assertNotIn("kept", self.facts("a"))
-
-    def test_a_damaged_earlier_report_does_no_harm(self):
+    def test_an_edited_report_is_not_believed(self):
         self.create_archive(5)
         self.migrate(status=1)
         first = self.report()
-        for text in ("", "nonsense", '{"format":"quillet-report","files":[{"path":"x"}]}'):
-            (self.target / "quillet-report.json").write_text(text)
+        path = self.target / "quillet-report.json"
+        text = path.read_bytes()
+        for lie in (b"", b"nonsense", text.replace(b"TABLES /TABLE=sex", b"TABLES /TABLE=xes"),
+                    text.replace(b'"failed":', b'"failed":1'), b" " + text):
+            with self.subTest(lie[:50]):
+                self.assertNotEqual(lie, text)
+                path.write_bytes(lie)
+                self.migrate(status=1)
+                self.assertEqual(unkept(self.report()), unkept(first))
+        path.unlink()
+        self.migrate(status=1)
+        self.assertEqual(unkept(self.report()), unkept(first))
+
+    def test_a_damaged_journal_does_no_harm(self):
+        self.create_archive(5)
+        self.migrate(status=1)
+        first = self.report()
+        before = self.results()
+        journal = self.target / "quillet-report.journal"
+        text = journal.read_bytes()
+        generator = random.Random(1)
+        for _ in range(20):
+            damaged = bytearray(text)
+            for _ in range(5):
+                damaged[generator.randrange(len(damaged))] = generator.randrange(256)
+            journal.write_bytes(damaged[:generator.randrange(len(damaged) + 1)])
             self.migrate(status=1)
             self.assertEqual(unkept(self.report()), unkept(first))
+        self.assertEqual(self.results(), before)
 
 
 class ReportTest(MigrateTest):
@@ -363,6 +669,7 @@ class ReportTest(MigrateTest):
             (False, False, False, None))
         self.assertEqual(report["totals"], {
             "files": 3, "filesConverted": 1, "filesPartly": 1, "filesStopped": 1, "filesKept": 0,
+            "filesEdited": 0, "filesOutdated": 0, "filesOrphaned": 0,
             "filesCopied": 0, "filesSkipped": 0, "filesFailed": 0, "linksNotFollowed": 0,
             "bytes": sum(path.stat().st_size for path in self.source.iterdir()),
             "commands": 8, "commandsCopied": 5, "commandsConverted": 1, "commandsFailed": 1,
@@ -500,12 +807,12 @@ class InterruptionTest(MigrateTest):
     def start_and_wait(self, *options, results=5, **keywords):
         """Starts a run and returns when it has written some files."""
         process = self.start_program("--jobs", "1", *options, self.source, self.target, **keywords)
-        journal = self.target / "quillet-report.journal"
 
         def has_begun():
             if process.poll() is not None:
                 raise AssertionError("the run was over too soon")
-            return journal.exists() and journal.read_bytes().count(b"\n") >= results
+            names = (name for _, _, files in os.walk(self.target) for name in files)
+            return sum(name.endswith(".syn") for name in names) >= results
 
         wait_until(has_begun, "the run had begun")
         return process
@@ -546,8 +853,10 @@ class InterruptionTest(MigrateTest):
                 _, error = process.communicate(timeout=TIME_LIMIT)
                 self.assertEqual(process.returncode, 130)
                 self.assertIn(b"Stopped after ", error)
+                self.assertIn(b"quillet-report-interrupted.html", error)
                 self.expect_no_left_overs()
-                report = self.report()
+                self.assertFalse((self.target / "quillet-report.json").exists())
+                report = self.report(name="quillet-report-interrupted.json")
                 self.assertTrue(report["interrupted"])
                 written = {name for name, content in self.results().items() if content is not None}
                 self.assertEqual(
@@ -557,6 +866,43 @@ class InterruptionTest(MigrateTest):
                 self.migrate(status=1)
                 self.assertEqual(self.results(), self.results(undisturbed))
                 self.assertEqual(unkept(self.report()), unkept(self.report(undisturbed)))
+                self.assertEqual(list(self.target.glob("*interrupted*")), [])
+
+    def test_an_interrupted_run_leaves_the_whole_report(self):
+        self.create_archive(150, 200)
+        junit = self.folder / "junit.xml"
+        self.migrate("--junit", junit, status=1)
+        names = ("quillet-report.json", "quillet-report.html")
+        before = [(self.target / name).read_bytes() for name in names] + [junit.read_bytes()]
+        for path in self.target.glob("*/*/*.syn"):
+            path.unlink()
+        process = self.start_and_wait("--junit", junit)
+        process.send_signal(signal.SIGINT)
+        process.communicate(timeout=TIME_LIMIT)
+        self.assertEqual(process.returncode, 130)
+        after = [(self.target / name).read_bytes() for name in names] + [junit.read_bytes()]
+        self.assertTrue(after == before)
+        self.assertTrue(self.report(name="quillet-report-interrupted.json")["interrupted"])
+
+    def test_killed_at_any_moment(self):
+        # Other options replace what stands, so that there are old results and new ones.
+        self.create_archive(60, 30)
+        undisturbed = self.folder / "undisturbed"
+        self.migrate("--batch", status=1, target=undisturbed)
+        self.migrate(status=1)
+        generator = random.Random(7)
+        for number in range(25):
+            process = self.start_program("--batch", "--quiet", self.source, self.target)
+            time.sleep(generator.uniform(0, 0.3))
+            process.kill()
+            process.wait()
+            if number % 5 == 4:
+                self.migrate(*(["--batch"] if number % 10 == 9 else []), status=1)
+                self.assertEqual(self.report()["totals"]["filesEdited"], 0)
+        self.migrate("--batch", status=1)
+        self.assertEqual(self.results(), self.results(undisturbed))
+        self.assertEqual(unkept(self.report()), unkept(self.report(undisturbed)))
+        self.expect_no_left_overs()
 
     def test_a_second_signal_ends_at_once(self):
         self.create("big.syn", TABLES * 400000)
@@ -864,6 +1210,9 @@ class FaultTest(MigrateTest):
         self.migrate(status=1, target=undisturbed)
         run = self.migrate(status=2)
         self.assertIn(b"No space left on device", run.stderr)
+        # Every result that stands has its record.
+        self.assertLessEqual({os.fsdecode(name) for name, content in self.results().items()
+                              if content is not None}, set(self.records()))
         self.assertRegex(run.stderr, rb"The report .* cannot be written: No space left on device")
         expected = self.results(undisturbed)
         written = self.results()
@@ -1150,6 +1499,7 @@ class LinkTest(MigrateTest):
         self.expect_unharmed()
         self.assertFalse((self.target / "quillet-report.json").is_symlink())
         journal = self.target / "quillet-report.journal"
+        journal.unlink()
         journal.symlink_to(self.outside / "one.syn")
         run = self.migrate(status=2)
         self.assertIn(b"quillet-report.journal: there is a link in its path", run.stderr)
@@ -1369,8 +1719,10 @@ class LinkTest(MigrateTest):
         except (OSError, AttributeError) as error:
             self.skipTest(str(error))
         for _ in range(rounds):
-            process = self.start_program("--force", "--jobs", "2", self.source, self.target)
+            # That there is a journal shows that the walk is over.
             journal = self.target / "quillet-report.journal"
+            journal.unlink()
+            process = self.start_program("--force", "--jobs", "2", self.source, self.target)
             swaps = 0
             while process.poll() is None:
                 if swaps > 0 or journal.exists():

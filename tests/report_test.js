@@ -159,6 +159,9 @@ function Totals(files) {
     return {
         files: files.length, filesConverted: of("converted"), filesPartly: of("partly"),
         filesStopped: of("stopped"), filesKept: files.filter((file) => file.kept).length,
+        filesEdited: files.filter((file) => file.result === "edited").length,
+        filesOutdated: files.filter((file) => file.sourceChanged).length,
+        filesOrphaned: files.filter((file) => file.result === "orphaned").length,
         filesCopied: of("copied"), filesSkipped: of("skipped"), filesFailed: of("failed"),
         bytes: sum("bytes"), ...commands, warnings: sum("warnings"),
         commands: Object.values(commands).reduce((total, count) => total + count, 0),

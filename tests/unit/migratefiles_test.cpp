@@ -26,26 +26,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-FileStatus StatusAt(std::int64_t seconds, long nanoseconds) {
-    FileStatus status;
-    status.kind = FileKind::kFile;
-    status.modified = seconds;
-    status.modifiedNanoseconds = nanoseconds;
-    return status;
-}
-
-TEST(MigrateFilesTest, AResultStandsUnlessItsSourceIsNewer) {
-    const FileStatus source = StatusAt(100, 5);
-    EXPECT_TRUE(IsResultCurrent(source, StatusAt(100, 5)));
-    EXPECT_TRUE(IsResultCurrent(source, StatusAt(100, 6)));
-    EXPECT_TRUE(IsResultCurrent(source, StatusAt(101, 0)));
-    EXPECT_FALSE(IsResultCurrent(source, StatusAt(100, 4)));
-    EXPECT_FALSE(IsResultCurrent(source, StatusAt(99, 9)));
-    FileStatus folder = StatusAt(200, 0);
-    folder.kind = FileKind::kFolder;
-    EXPECT_FALSE(IsResultCurrent(source, folder));
-}
-
 std::vector<std::string> PathsOf(const FileTree& tree) {
     std::vector<std::string> paths;
     for (const TreeEntry& entry : tree.entries) paths.push_back(entry.path);
@@ -409,7 +389,7 @@ TEST(MigrateFilesTest, JoinsReportsFromBothEndsOfTheCalendar) {
 TEST(MigrateFilesTest, SumsUp) {
     Report report = RunOf({"a", "b"}, 0, 1.23);
     report.files[0].facts.copied = 3;
-    report.files[0].facts.isKept = true;
+    report.files[0].facts.result = ResultState::kKept;
     report.files[1].facts.outcome = FileOutcome::kPartly;
     report.files[1].facts.failed = 2;
     report.files[1].facts.warnings = 1;
@@ -430,6 +410,26 @@ TEST(MigrateFilesTest, SumsUp) {
     EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 0);
     report.files[0].facts.isLinkNotFollowed = true;
     EXPECT_EQ(TotalsOf(report.files).linksNotFollowed, 1);
+    EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 1);
+}
+
+TEST(MigrateFilesTest, TellsAboutResultsThatAreLeftAlone) {
+    Report report = RunOf({"a", "b", "c"}, 0, 0);
+    report.files[0].facts.result = ResultState::kEdited;
+    EXPECT_THAT(FormatSummary(report),
+                testing::HasSubstr("3 converted, 1 of them kept from an earlier run\n"
+                                   "Left alone: 1 edited result\n"));
+    EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 0);
+    report.files[2].facts.outcome = FileOutcome::kSkipped;
+    report.files[2].facts.result = ResultState::kOrphaned;
+    EXPECT_THAT(FormatSummary(report),
+                testing::HasSubstr("Left alone: 1 edited result, 1 result without a source\n"));
+    EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 0);
+    report.files[1].facts.result = ResultState::kEdited;
+    report.files[1].facts.hasSourceChanged = true;
+    EXPECT_THAT(FormatSummary(report),
+                testing::HasSubstr("Left alone: 2 edited results, 1 of them with a source that has "
+                                   "changed since, 1 result without a source\n"));
     EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 1);
 }
 

@@ -49,7 +49,8 @@ FileFacts SomeFacts(std::string path) {
     FileFacts facts;
     facts.path = std::move(path);
     facts.outcome = FileOutcome::kPartly;
-    facts.isKept = true;
+    facts.result = ResultState::kEdited;
+    facts.hasSourceChanged = true;
     facts.bytes = 5000000000;
     facts.modified = 1700000000;
     facts.encoding = "windows-1252";
@@ -67,7 +68,8 @@ FileFacts SomeFacts(std::string path) {
 void ExpectSameFacts(const FileFacts& left, const FileFacts& right) {
     EXPECT_EQ(left.path, right.path);
     EXPECT_EQ(left.outcome, right.outcome);
-    EXPECT_EQ(left.isKept, right.isKept);
+    EXPECT_EQ(left.result, right.result);
+    EXPECT_EQ(left.hasSourceChanged, right.hasSourceChanged);
     EXPECT_EQ(left.isLinkNotFollowed, right.isLinkNotFollowed);
     EXPECT_EQ(left.bytes, right.bytes);
     EXPECT_EQ(left.modified, right.modified);

@@ -38,7 +38,8 @@ TEST(MigrateOptionsTest, LittleIsNeeded) {
     ASSERT_TRUE(line.settings) << line.text;
     const Settings& settings = *line.settings;
     EXPECT_FALSE(settings.copyOthers || settings.batchMode || settings.dryRun || settings.force ||
-                 settings.isQuiet);
+                 settings.acceptEdited || settings.isQuiet);
+    EXPECT_TRUE(ParseCommandLine({"--accept-edited", "a", "b"}).settings->acceptEdited);
     EXPECT_GE(settings.jobs, 1U);
     EXPECT_FALSE(settings.shard);
     EXPECT_EQ(settings.junitPath, "");
@@ -71,8 +72,8 @@ TEST(MigrateOptionsTest, TellsAboutItself) {
     EXPECT_FALSE(help.isError);
     for (const char* text :
          {"SOURCE TARGET", "--include", "--exclude", "--copy-others", "--batch", "--jobs",
-          "--dry-run", "--force", "--quiet", "--version", "--help", "--junit", "--shard",
-          "--merge-reports FILE... TARGET", "Exit status"}) {
+          "--dry-run", "--force", "--accept-edited", "--quiet", "--version", "--help", "--junit",
+          "--shard", "--merge-reports FILE... TARGET", "Exit status"}) {
         EXPECT_THAT(help.text, HasSubstr(text));
     }
     const CommandLine version = ParseCommandLine({"--version"});
@@ -112,6 +113,8 @@ TEST(MigrateOptionsTest, RefusesWrongUsage) {
         {{"--exclude", "", "a", "b"}, "--exclude: the pattern is empty"},
         {{"a", "b", "--junit"}, "--junit"},
         {{"--junit", "", "a", "b"}, "--junit: the name is empty"},
+        {{"--force", "--accept-edited", "a", "b"}, "--accept-edited does not go with --force"},
+        {{"--merge-reports", "--accept-edited", "a", "b"}, "--accept-edited does not go with"},
         {{"--merge-reports"}, "needs FILE... and TARGET"},
         {{"--merge-reports", "a"}, "needs FILE... and TARGET"},
         {{"--merge-reports", "--batch", "a", "b"}, "--batch does not go with"},

@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::size_t kBlockSize = 128UL * 1024;
 
-// Counts lines and bytes when the text is read for the second time, which is the time when it is
-// converted.
+// Counts lines and bytes, and hashes them, when the text is read for the second time, which is the
+// time when it is converted.
 class CountingInput final : public TextInput {
 public:
     CountingInput(SourceFile& source, std::atomic<std::uint64_t>& progress)
@@ -25,6 +25,7 @@ public:
         const std::size_t count = m_source.Read(buffer, size);
         if (!m_isSecondTime || count == 0) return count;
         m_bytes += count;
+        m_hasher.Add({buffer, count});
         m_progress.fetch_add(count, std::memory_order_relaxed);
         m_lines += std::count(buffer, buffer + count, '\n');
         m_endsInLine = buffer[count - 1] != '\n';
@@ -44,6 +45,7 @@ public:
     }
     [[nodiscard]] std::int64_t Lines() const { return m_lines + (m_endsInLine ? 1 : 0); }
     [[nodiscard]] std::uint64_t Bytes() const { return m_bytes; }
+    [[nodiscard]] ContentHash Hash() const { return m_hasher.Value(); }
 
 private:
     SourceFile& m_source;
@@ -52,12 +54,23 @@ private:
     bool m_endsInLine = false;
     std::int64_t m_lines = 0;
     std::uint64_t m_bytes = 0;
+    ContentHasher m_hasher;
 };
 
-// For conversions of which only the facts are wanted.
-class NoOutput final : public TextOutput {
+// Hashes what goes into a file, or what would go into one.
+class HashingOutput final : public TextOutput {
 public:
-    bool Write(std::string_view /*bytes*/) override { return true; }
+    explicit HashingOutput(NewFile* pFile) : m_pFile(pFile) {}
+
+    bool Write(std::string_view bytes) override {
+        m_hasher.Add(bytes);
+        return m_pFile == nullptr || m_pFile->Write(bytes);
+    }
+    [[nodiscard]] ContentHash Hash() const { return m_hasher.Value(); }
+
+private:
+    NewFile* m_pFile;
+    ContentHasher m_hasher;
 };
 
 std::string_view NameOf(TextEncoding encoding) {
@@ -127,22 +140,30 @@ private:
     int m_diagnostics = 0;
 };
 
-}  // namespace
-
-bool IsResultCurrent(const FileStatus& source, const FileStatus& result) {
-    return result.kind == FileKind::kFile && !IsOlder(result, source);
+Outcome CopyText(TextInput& input, TextOutput& output) {
+    std::vector<char> block(kBlockSize);
+    if (!input.Rewind()) return Outcome::kReadError;
+    while (const std::size_t count = input.Read(block.data(), block.size())) {
+        if (!output.Write({block.data(), count})) return Outcome::kWriteError;
+    }
+    return input.Failed() ? Outcome::kReadError : Outcome::kDone;
 }
+
+}  // namespace
 
 FileMigration::FileMigration(const MigrationContext& context, unsigned worker)
     : m_context(context), m_temporaryPurpose(std::to_string(worker)) {}
 
 void FileMigration::Run(const FileTask& task) {
+    m_context.publisher.PrepareFor(task.entry.size);
     m_facts = {};
     m_facts.path = task.entry.path;
     m_resultFolder.reset();
     m_resultFolderError.clear();
+    m_identity = {};
     m_commands.Clear();
-    m_earlierEntry.reset();
+    m_newResult.reset();
+    m_recorded.reset();
     m_bytesCounted = 0;
     try {
         Migrate(task);
@@ -171,22 +192,24 @@ void FileMigration::Migrate(const FileTask& task) {
 
 void FileMigration::MigrateOpened(const FileTask& task, SourceFile& source) {
     if (!FindResultFolder()) return;
-    m_facts.isKept = StandsAlready(source);
-    if (m_facts.isKept && TakeEarlierFacts(source)) return;
     const Content content = LookAtContent(source);
     if (source.Failed()) return Fail("it cannot be read", source.Error());
     if (task.isConverted && content == Content::kUtf16) {
         return Fail("it is UTF-16, which cannot be converted: save it as UTF-8");
     }
-    if (task.isConverted && content == Content::kText) {
-        Convert(source);
-    } else if (m_context.copiesOthers) {
-        Copy(source);
-    } else {
-        m_facts.isKept = false;
+    const bool isConverted = task.isConverted && content == Content::kText;
+    if (!isConverted && !m_context.copiesOthers) {
         m_facts.outcome = FileOutcome::kSkipped;
         m_facts.message = "no text: there is a zero byte in its first 64 KiB";
+        return;
     }
+    m_action = isConverted ? Action::kConvert : Action::kCopy;
+    m_identity.version = QUILLET_VERSION;
+    m_identity.options =
+        m_action == Action::kConvert ? TextOf(m_context.options) : kCopyOptionsText;
+    const Standing standing = m_context.replacesAll ? Standing::kNothing : HashStandingResult();
+    if (standing == Standing::kNothing) Make(source);
+    if (standing == Standing::kFile) Judge(source);
 }
 
 // False when it is no place for a result. Where there is none nothing can be written, either,
@@ -208,103 +231,163 @@ bool FileMigration::FindResultFolder() {
     return !isLink;
 }
 
-bool FileMigration::StandsAlready(const SourceFile& source) const {
-    FileStatus result;
+// What is neither a file nor missing is left to be found out when the result gets its name.
+FileMigration::Standing FileMigration::HashStandingResult() {
+    const std::string name = NamePartOf(m_facts.path);
+    FileStatus status;
     std::error_code error;
-    return !m_context.replacesNewer && m_resultFolder != nullptr &&
-           m_resultFolder->ReadStatus(NamePartOf(m_facts.path), result, error) &&
-           IsResultCurrent(source.Status(), result);
+    if (m_resultFolder == nullptr || !m_resultFolder->ReadStatus(name, status, error) ||
+        status.kind != FileKind::kFile) {
+        return Standing::kNothing;
+    }
+    const std::unique_ptr<SourceFile> result = SourceFile::Open(*m_resultFolder, name, error);
+    if (result != nullptr) {
+        m_identity.result = HashRest(*result);
+        if (!result->Failed()) return Standing::kFile;
+        error = result->Error();
+    }
+    // Nobody can say what would be lost if another took its place.
+    Fail("its result cannot be read", error);
+    return Standing::kUnreadable;
 }
 
-bool FileMigration::TakeEarlierFacts(const SourceFile& source) {
-    const FileEntry* pEntry =
-        m_context.earlier.Find(m_facts.path, source.Status().size, source.Status().modified);
-    if (pEntry == nullptr) return false;
-    m_earlierEntry = *pEntry;
-    m_earlierEntry->facts.isKept = true;
+void FileMigration::Judge(SourceFile& source) {
+    m_identity.source = HashRest(source);
+    if (!source.Rewind() || !IsSourceWhole(source)) return;
+    const std::vector<JournalRecord>& records = m_context.earlier.RecordsOf(m_facts.path);
+    bool isOwn = false;
+    for (const JournalRecord& record : records) {
+        m_identity.isAccepted = record.identity.isAccepted;
+        if (record.identity == m_identity) {
+            m_facts.result = ResultState::kKept;
+            if (TakeRecorded(record)) return;
+            // What is known of its commands was lost.
+            ContentHash ignored;
+            if (MakeInto(nullptr, source, ignored)) m_facts.result = ResultState::kKept;
+            return;
+        }
+        const bool holdsTheSame = record.identity.result == m_identity.result;
+        isOwn = isOwn || (holdsTheSame && !record.identity.isAccepted);
+    }
+    m_identity.isAccepted = false;
+    if (isOwn) {
+        Make(source);
+    } else {
+        JudgeUnknown(source);
+    }
+}
+
+// Nobody has recorded what the result holds: someone has edited it, another program made it, or
+// the record was lost.
+void FileMigration::JudgeUnknown(SourceFile& source) {
+    const ContentHash standing = m_identity.result;
+    const ContentHash current = m_identity.source;
+    const std::vector<JournalRecord>& records = m_context.earlier.RecordsOf(m_facts.path);
+    ContentHash made;
+    if (!MakeInto(nullptr, source, made)) return;
+    m_identity.isAccepted = made != standing && m_context.acceptsEdited;
+    if (made == standing || m_identity.isAccepted) {
+        m_facts.result = ResultState::kKept;
+        return;
+    }
+    m_facts.result = ResultState::kEdited;
+    m_facts.hasSourceChanged = std::any_of(
+        records.begin(), records.end(),
+        [&current](const JournalRecord& record) { return record.identity.source != current; });
+    m_facts.message = m_facts.hasSourceChanged
+                          ? "the result was edited, and its source has changed since"
+                          : "the result was edited";
+}
+
+bool FileMigration::TakeRecorded(const JournalRecord& record) {
+    const std::optional<CommandsPlace> commands = m_context.earlier.CommandsOf(record);
+    if (!commands) return false;
+    FileFacts facts = record.facts;
+    facts.result = m_facts.result;
+    facts.bytes = m_facts.bytes;
+    facts.modified = m_facts.modified;
+    m_recorded = FinishedFile{{std::move(facts), *commands}, m_identity, record.commands.hash};
     return true;
 }
 
-std::unique_ptr<NewFile> FileMigration::CreateResult() {
+void FileMigration::Make(SourceFile& source) {
+    if (m_context.isDryRun) {
+        if (MakeInto(nullptr, source, m_identity.result)) m_facts.result = ResultState::kNew;
+        return;
+    }
+    const std::string purpose = m_temporaryPurpose + "-" + std::to_string(m_temporaryNumber++);
     std::error_code error = m_resultFolderError;
     std::unique_ptr<NewFile> result;
     if (m_resultFolder != nullptr) {
-        result = NewFile::Create(m_resultFolder, m_context.target.TemporaryName(m_temporaryPurpose),
-                                 error);
+        result = NewFile::Create(m_resultFolder, m_context.target.TemporaryName(purpose), error);
     }
-    if (result == nullptr) Fail("the result cannot be written", error);
-    return result;
+    if (result == nullptr) return Fail("the result cannot be written", error);
+    if (!MakeInto(result.get(), source, m_identity.result)) return;
+    if (!result->Complete(source.Status().permissions)) {
+        return Fail("the result cannot be written", result->Error());
+    }
+    m_facts.result = ResultState::kNew;
+    m_newResult = std::move(result);
 }
 
-void FileMigration::CommitResult(const SourceFile& source, NewFile& result) {
-    // Someone may have moved the folder meanwhile; then the result would be elsewhere, and this
-    // may be in the source.
-    FolderProblem problem;
-    const std::shared_ptr<const Folder> folder =
-        m_context.target.OpenFolder(FolderPartOf(m_facts.path), problem);
-    if (folder == nullptr) return Fail(problem.message);
-    if (folder->Identity() != m_resultFolder->Identity()) {
-        return Fail("the folder of its result was replaced while it was converted");
-    }
-    if (!result.Commit(NamePartOf(m_facts.path), source.Status().permissions)) {
-        Fail("the result cannot be written", result.Error());
-    }
-}
-
-void FileMigration::Convert(SourceFile& source) {
-    std::unique_ptr<NewFile> result;
-    if (!WritesNothing()) {
-        result = CreateResult();
-        if (result == nullptr) return;
-    }
-    NoOutput nothing;
-    TextOutput& output = result != nullptr ? static_cast<TextOutput&>(*result) : nothing;
+// Without a file only the facts are found out, and what the result would hold.
+bool FileMigration::MakeInto(NewFile* pResult, SourceFile& source, ContentHash& made) {
+    HashingOutput output(pResult);
     CountingInput input(source, m_context.progress.bytes);
-    FactsCollector collector(m_facts, m_commands, m_context.progress);
-    Options options;
-    options.batchMode = m_context.batchMode;
-    options.legacyCodePage = LegacyCodePage::kSystem;
-    const Outcome outcome = ConvertStream(input, output, collector, options);
+    const Outcome outcome =
+        m_action == Action::kConvert ? Convert(input, output) : CopyText(input, output);
     input.ReadRest();
-    m_facts.lines = input.Lines();
-    m_bytesCounted = input.Bytes();
-    NoteOutcome(outcome, source, result.get());
-    if (result != nullptr && m_facts.outcome != FileOutcome::kFailed) {
-        CommitResult(source, *result);
-    }
-}
-
-void FileMigration::NoteOutcome(Outcome outcome, SourceFile& source, const NewFile* pResult) {
-    if (source.Failed()) return Fail("it cannot be read", source.Error());
+    m_bytesCounted += input.Bytes();
+    if (m_action == Action::kConvert) m_facts.lines = input.Lines();
     if (outcome == Outcome::kWriteError) {
-        return Fail("the result cannot be written",
-                    pResult != nullptr ? pResult->Error() : std::error_code());
+        Fail("the result cannot be written",
+             pResult != nullptr ? pResult->Error() : std::error_code());
+        return false;
+    }
+    if (outcome == Outcome::kOutOfMemory) {
+        Fail("there is not enough memory for it");
+        return false;
     }
     // The look at its beginning has found no other reason why a text is not read to its end.
-    if (outcome == Outcome::kReadError || source.HasChanged()) {
-        return Fail("it was changed while it was read");
+    if (outcome == Outcome::kReadError && !source.Failed()) {
+        Fail("it was changed while it was read");
+        return false;
     }
-    if (outcome == Outcome::kTokenizingError) {
+    if (!IsSourceWhole(source)) return false;
+    NoteOutcome(outcome);
+    m_identity.source = input.Hash();
+    made = output.Hash();
+    return true;
+}
+
+Outcome FileMigration::Convert(TextInput& input, TextOutput& output) {
+    FactsCollector collector(m_facts, m_commands, m_context.progress);
+    Options options;
+    options.batchMode = m_context.options.batchMode;
+    options.legacyCodePage = LegacyCodePage::kSystem;
+    return ConvertStream(input, output, collector, options);
+}
+
+void FileMigration::NoteOutcome(Outcome outcome) {
+    if (m_action == Action::kCopy) {
+        m_facts.outcome = FileOutcome::kCopied;
+    } else if (outcome == Outcome::kTokenizingError) {
         m_facts.outcome = FileOutcome::kStopped;
     } else {
         m_facts.outcome = m_facts.failed > 0 ? FileOutcome::kPartly : FileOutcome::kConverted;
     }
 }
 
-void FileMigration::Copy(SourceFile& source) {
-    m_facts.outcome = FileOutcome::kCopied;
-    if (WritesNothing()) return;
-    const std::unique_ptr<NewFile> result = CreateResult();
-    if (result == nullptr) return;
-    std::vector<char> block(kBlockSize);
-    while (const std::size_t count = source.Read(block.data(), block.size())) {
-        if (!result->Write({block.data(), count})) {
-            return Fail("the result cannot be written", result->Error());
-        }
+bool FileMigration::IsSourceWhole(SourceFile& source) {
+    if (source.Failed()) {
+        Fail("it cannot be read", source.Error());
+        return false;
     }
-    if (source.Failed()) return Fail("it cannot be read", source.Error());
-    if (source.HasChanged()) return Fail("it was changed while it was read");
-    CommitResult(source, *result);
+    if (source.HasChanged()) {
+        Fail("it was changed while it was read");
+        return false;
+    }
+    return true;
 }
 
 void FileMigration::SkipLink(std::string_view message) {
@@ -314,25 +397,47 @@ void FileMigration::SkipLink(std::string_view message) {
 }
 
 void FileMigration::Fail(std::string_view what, const std::error_code& error) {
-    m_facts.outcome = FileOutcome::kFailed;
-    m_facts.isKept = false;
-    m_facts.message = what;
-    if (error) m_facts.message += ": " + DescribeError(error);
+    MarkAsFailed(m_facts, what, error);
 }
 
 void FileMigration::Finish(const FileTask& task) {
     ProgressCounters& progress = m_context.progress;
-    if (m_facts.outcome == FileOutcome::kFailed && !m_earlierEntry) {
-        progress.failures.fetch_add(1, std::memory_order_relaxed);
-    }
-    if (m_earlierEntry) {
-        m_context.journal.AddKept(std::move(*m_earlierEntry));
+    if (m_recorded) {
+        m_context.journal.Note(std::move(*m_recorded));
     } else {
-        m_context.journal.Add(std::move(m_facts), m_commands);
+        FinishResult();
     }
     progress.bytes.fetch_add(task.entry.size - std::min(m_bytesCounted, task.entry.size),
                              std::memory_order_relaxed);
     progress.files.fetch_add(1, std::memory_order_relaxed);
+}
+
+void FileMigration::FinishResult() {
+    JournalRecord record;
+    record.commands = m_context.journal.Store(m_commands);
+    FinishedFile finished;
+    if (m_facts.result == ResultState::kNew || m_facts.result == ResultState::kKept) {
+        record.facts = m_facts;
+        record.identity = m_identity;
+        std::error_code error;
+        if (m_context.journal.Record(record, error)) {
+            finished.identity = m_identity;
+        } else if (m_newResult != nullptr) {
+            m_newResult.reset();
+            Fail("the result cannot be recorded", error);
+        }
+    }
+    if (m_facts.outcome == FileOutcome::kFailed) {
+        m_newResult.reset();
+        m_context.progress.failures.fetch_add(1, std::memory_order_relaxed);
+    }
+    finished.entry = {std::move(m_facts), m_context.journal.PlaceOf(record.commands)};
+    finished.commandsHash = record.commands.hash;
+    if (m_newResult != nullptr) {
+        m_context.publisher.Add(std::move(m_newResult), std::move(finished));
+    } else {
+        m_context.journal.Note(std::move(finished));
+    }
 }
 
 }  // namespace quillet::migrate

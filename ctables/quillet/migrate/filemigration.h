@@ -2,6 +2,7 @@
 #ifndef QUILLET_MIGRATE_FILEMIGRATION_H
 #define QUILLET_MIGRATE_FILEMIGRATION_H
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,8 @@
 #include "migrate/journal.h"
 #include "migrate/progress.h"
 #include "migrate/reportdata.h"
+#include "migrate/resultoptions.h"
+#include "migrate/resultpublisher.h"
 #include "migrate/systemfiles.h"
 #include "migrate/targetfolder.h"
 
@@ -28,18 +31,16 @@ struct FileTask {
 struct MigrationContext {
     const Folder& sourceRoot;
     const TargetFolder& target;
-    const EarlierFacts& earlier;
+    const EarlierResults& earlier;
     Journal& journal;
+    ResultPublisher& publisher;
     ProgressCounters& progress;
+    ResultOptions options;
     bool copiesOthers = false;
-    bool batchMode = false;
     bool isDryRun = false;
-    bool replacesNewer = false;
+    bool replacesAll = false;    ///< Whatever stands in TARGET.
+    bool acceptsEdited = false;  ///< From now on edited results are as they should be.
 };
-
-/// True when the result, which has `result` as its status, stands for this state of its source.
-/// One that is just as old does: the clock of a file system may be coarse.
-[[nodiscard]] bool IsResultCurrent(const FileStatus& source, const FileStatus& result);
 
 /// Works on one file at a time; each thread has one of its own.
 class FileMigration {
@@ -47,33 +48,46 @@ public:
     /// `worker` tells the threads apart.
     FileMigration(const MigrationContext& context, unsigned worker);
 
-    /// Does it, whatever happens, and notes the outcome in the journal.
+    /// Does it, whatever happens, and notes the outcome in the journal, for results that have yet
+    /// to be published when that is done.
     void Run(const FileTask& task);
 
 private:
+    enum class Action { kConvert, kCopy };
+    enum class Standing { kNothing, kFile, kUnreadable };
+
     void Migrate(const FileTask& task);
     void MigrateOpened(const FileTask& task, SourceFile& source);
     [[nodiscard]] bool FindResultFolder();
-    [[nodiscard]] bool StandsAlready(const SourceFile& source) const;
-    [[nodiscard]] bool TakeEarlierFacts(const SourceFile& source);
-    void Convert(SourceFile& source);
-    void NoteOutcome(Outcome outcome, SourceFile& source, const NewFile* pResult);
-    void Copy(SourceFile& source);
-    [[nodiscard]] bool WritesNothing() const { return m_context.isDryRun || m_facts.isKept; }
-    [[nodiscard]] std::unique_ptr<NewFile> CreateResult();
-    void CommitResult(const SourceFile& source, NewFile& result);
+    [[nodiscard]] Standing HashStandingResult();
+    void Judge(SourceFile& source);
+    void JudgeUnknown(SourceFile& source);
+    [[nodiscard]] bool TakeRecorded(const JournalRecord& record);
+
+    void Make(SourceFile& source);
+    [[nodiscard]] bool MakeInto(NewFile* pResult, SourceFile& source, ContentHash& made);
+    [[nodiscard]] Outcome Convert(TextInput& input, TextOutput& output);
+    void NoteOutcome(Outcome outcome);
+    [[nodiscard]] bool IsSourceWhole(SourceFile& source);
+
     void SkipLink(std::string_view message);
     void Fail(std::string_view what, const std::error_code& error = {});
     void Finish(const FileTask& task);
+    void FinishResult();
 
     const MigrationContext& m_context;
     std::string m_temporaryPurpose;
+    std::uint64_t m_temporaryNumber = 0;  // for several wait for their names at a time
     // The file in work.
     FileFacts m_facts;
     std::shared_ptr<const Folder> m_resultFolder;  // null when there is none:
     std::error_code m_resultFolderError;           // this is why
+    Action m_action = Action::kConvert;
+    ResultIdentity
+        m_identity;  // of the result that was made or, before that, of the one that stands
     CommandSpool m_commands;
-    std::optional<FileEntry> m_earlierEntry;
+    std::unique_ptr<NewFile> m_newResult;    // complete, but without its name
+    std::optional<FinishedFile> m_recorded;  // what was taken from a record
     std::uint64_t m_bytesCounted = 0;
 };
 

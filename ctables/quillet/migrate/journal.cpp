@@ -1,112 +1,324 @@
+// Three things can be told apart only with the journal: a result that a run has made, one that
+// someone has edited since, and one that never came from here. So a record is on the disk before
+// the result that it tells about gets its name, and the records that the result before had stay
+// until a whole run has found everything in order. At whatever moment a run ends, then, a result
+// that nobody has touched has one of the recorded hashes.
 #include "migrate/journal.h"
 
-#include <optional>
+#include <algorithm>
 #include <utility>
 
-#include "migrate/jsonreport.h"
 #include "migrate/storedtext.h"
 
 namespace quillet::migrate {
 
 namespace {
 
-// Beyond this a line is written in pieces.
-constexpr std::uint64_t kMostAtOnce = 1024UL * 1024;
+// Beyond this commands are written in pieces.
+constexpr std::size_t kMostAtOnce = 1024UL * 1024;
 
-constexpr std::string_view kLineEnd = "]}\n";
-
-bool HasResult(FileOutcome outcome) {
-    return outcome != FileOutcome::kSkipped && outcome != FileOutcome::kFailed;
+std::shared_ptr<const StoredFile> OpenStored(const Folder& folder, const std::string& name) {
+    std::error_code ignored;
+    return StoredFile::Open(folder, name, ignored);
 }
 
 }  // namespace
 
-void EarlierFacts::AddReport(const Folder& folder, const std::string& name) {
-    std::error_code error;
-    m_report = StoredFile::Open(folder, name, error);
-    Report report;
-    std::string message;
-    if (m_report == nullptr || !ReadJsonReport(*m_report, report, message)) return;
-    for (FileEntry& entry : report.files) Add(std::move(entry));
+std::optional<std::uint64_t> EarlierResults::Read(std::shared_ptr<const StoredFile> journal,
+                                                  std::shared_ptr<const StoredFile> report) {
+    m_journal = std::move(journal);
+    m_report = std::move(report);
+    JournalReader reader([this](JournalRecord record) { Add(std::move(record)); });
+    const bool isRead =
+        CopyStoredText(*m_journal, 0, m_journal->Size(), [&reader](const std::string& piece) {
+            reader.Add(piece);
+            return true;
+        });
+    return isRead ? std::optional(reader.EndOfLines()) : std::nullopt;
 }
 
-void EarlierFacts::Add(FileEntry entry) {
-    std::string path = entry.facts.path;
-    m_entries.insert_or_assign(std::move(path), std::move(entry));
+void EarlierResults::Add(JournalRecord record) {
+    std::vector<JournalRecord>& records = m_records[record.facts.path];
+    // A result has a few records where runs were ended by force. More is not of this program.
+    constexpr std::size_t kMostRecords = 64;
+    if (records.size() == kMostRecords) records.erase(records.begin());
+    // The same result again replaces what was said about it.
+    std::erase_if(records, [&record](const JournalRecord& earlier) {
+        return earlier.identity.result == record.identity.result &&
+               earlier.identity.isAccepted == record.identity.isAccepted;
+    });
+    records.push_back(std::move(record));
 }
 
-const FileEntry* EarlierFacts::Find(const std::string& path, std::uint64_t bytes,
-                                    std::int64_t modified) const {
-    const auto found = m_entries.find(path);
-    if (found == m_entries.end()) return nullptr;
-    const FileFacts& facts = found->second.facts;
-    const bool isSameState = facts.bytes == bytes && facts.modified == modified;
-    return isSameState && HasResult(facts.outcome) ? &found->second : nullptr;
+const std::vector<JournalRecord>& EarlierResults::RecordsOf(const std::string& path) const {
+    static const std::vector<JournalRecord> kNone;
+    const auto found = m_records.find(path);
+    return found == m_records.end() ? kNone : found->second;
 }
 
-std::unique_ptr<Journal> Journal::Open(const std::shared_ptr<const Folder>& folder,
-                                       const std::string& name, EarlierFacts& earlier,
-                                       std::error_code& error) {
+std::vector<std::string> EarlierResults::Paths() const {
+    std::vector<std::string> paths;
+    paths.reserve(m_records.size());
+    for (const auto& [path, records] : m_records) paths.push_back(path);
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+std::optional<CommandsPlace> EarlierResults::CommandsOf(const JournalRecord& record) const {
+    const StoredCommands& commands = record.commands;
+    if (commands.place == StoredCommands::Place::kNowhere) {
+        return HasCommands(record.facts) ? std::nullopt : std::optional(CommandsPlace{});
+    }
+    const bool isInReport = commands.place == StoredCommands::Place::kReport;
+    const StoredFile* pFile = isInReport ? m_report.get() : m_journal.get();
+    if (pFile == nullptr) return std::nullopt;
+    ContentHasher hasher;
+    const bool isRead = CopyStoredText(*pFile, commands.offset, commands.length,
+                                       [&hasher](const std::string& piece) {
+                                           hasher.Add(piece);
+                                           return true;
+                                       });
+    if (!isRead || hasher.Value() != commands.hash) return std::nullopt;
+    return CommandsPlace{pFile, commands.offset, commands.length};
+}
+
+std::unique_ptr<Journal> Journal::OpenFile(std::shared_ptr<const Folder> folder,
+                                           const std::string& name, std::error_code& error) {
     std::unique_ptr<AppendedFile> file = AppendedFile::Open(folder, name, error);
     if (file == nullptr) return nullptr;
-    std::unique_ptr<StoredFile> content = StoredFile::Open(*folder, name, error);
+    std::shared_ptr<const StoredFile> content = StoredFile::Open(*folder, name, error);
     if (content == nullptr) return nullptr;
-    std::unique_ptr<Journal> journal(new Journal(std::move(file), std::move(content)));
-    if (!journal->TakeOver(earlier)) {
+    return std::unique_ptr<Journal>(new Journal(std::move(file), std::move(content)));
+}
+
+std::unique_ptr<Journal> Journal::Open(std::shared_ptr<const Folder> folder,
+                                       const std::string& name, const std::string& reportName,
+                                       EarlierResults& earlier, std::error_code& error) {
+    std::unique_ptr<Journal> journal = OpenFile(folder, name, error);
+    if (journal == nullptr) return nullptr;
+    journal->m_size = journal->m_content->Size();
+    const std::optional<std::uint64_t> size =
+        earlier.Read(journal->m_content, OpenStored(*folder, reportName));
+    if (!size) {
         error = std::make_error_code(std::errc::io_error);
         return nullptr;
     }
+    if (*size != journal->m_size) journal->CutTo(*size);
     return journal;
 }
 
-bool Journal::TakeOver(EarlierFacts& earlier) {
-    StoredText text(*m_content, 0, m_content->Size());
-    while (std::optional<FileEntry> entry = ReadFileLine(text)) {
-        m_size = text.Position();
-        earlier.Add(std::move(*entry));
+std::unique_ptr<Journal> Journal::OpenForReading(std::shared_ptr<const Folder> folder,
+                                                 const std::string& name,
+                                                 const std::string& reportName,
+                                                 const std::string& scratchName,
+                                                 EarlierResults& earlier, std::error_code& error) {
+    const std::shared_ptr<const StoredFile> known = StoredFile::Open(*folder, name, error);
+    if (known == nullptr && error != std::errc::no_such_file_or_directory) return nullptr;
+    error.clear();
+    if (known != nullptr && !known->IsFree()) {
+        error = std::make_error_code(std::errc::resource_unavailable_try_again);
+        return nullptr;
     }
-    return m_size == m_content->Size() || m_file->Truncate(m_size);
+    if (known != nullptr && !earlier.Read(known, OpenStored(*folder, reportName))) {
+        error = std::make_error_code(std::errc::io_error);
+        return nullptr;
+    }
+    std::unique_ptr<Journal> journal = OpenFile(std::move(folder), scratchName, error);
+    if (journal == nullptr) return nullptr;
+    journal->m_file->Remove();
+    journal->m_isScratch = true;
+    return journal;
 }
 
-bool Journal::AppendLine(std::string_view beginning, CommandSpool& commands,
-                         std::error_code& error) {
-    std::string line(beginning);
+void Journal::NoteError(const std::error_code& error) {
+    if (!m_error) m_error = error;
+}
+
+void Journal::CutTo(std::uint64_t size) {
+    m_hasLooseEnd = !m_file->Truncate(size);
+    m_size = size;
+}
+
+// The next line must not become the rest of one that was written in part.
+bool Journal::FindEnd(std::error_code& error) {
+    if (!m_hasLooseEnd) return true;
+    if (!m_file->Append("\n", error)) return false;
+    const std::uint64_t size = m_content->Size();
+    if (size <= m_size) {
+        error = std::make_error_code(std::errc::io_error);
+        return false;
+    }
+    m_size = size;
+    m_hasLooseEnd = false;
+    return true;
+}
+
+bool Journal::AppendLine(std::string_view line, std::error_code& error) {
+    if (!m_file->Append(line, error)) return false;
+    m_size += line.size();
+    return true;
+}
+
+bool Journal::AppendCommands(CommandSpool& commands, ContentHash& hash, std::error_code& error) {
+    ContentHasher hasher;
+    std::string text = "[";
     const bool isWritten = commands.CopyTo([&](std::string_view piece) {
-        line += piece;
-        if (line.size() < kMostAtOnce) return true;
-        return m_file->Append(std::exchange(line, {}), error);
+        text += piece;
+        if (text.size() < kMostAtOnce) return true;
+        hasher.Add(text);
+        return AppendLine(std::exchange(text, {}), error);
     });
-    if (!isWritten && !error) error = std::make_error_code(std::errc::io_error);
-    return isWritten && m_file->Append(line.append(kLineEnd), error);
-}
-
-void Journal::Add(FileFacts facts, CommandSpool& commands) {
-    std::string beginning = OpenFileJson(facts);
-    beginning.append(kCommandsMember).append("[");
-    const std::uint64_t arraySize = commands.Size() + 2;
-    // The array's first bracket ends the beginning.
-    const std::uint64_t offsetInLine = beginning.size() - 1;
-
-    const std::lock_guard lock(m_mutex);
-    FileEntry entry;
-    entry.facts = std::move(facts);
-    std::error_code error;
-    if (!m_isBroken && AppendLine(beginning, commands, error)) {
-        if (!commands.IsEmpty()) {
-            entry.commands = {m_content.get(), m_size + offsetInLine, arraySize};
-        }
-        m_size += offsetInLine + arraySize + kLineEnd.size() - 1;
-    } else {
-        if (!m_error) m_error = error;
-        // Half a line would make the next one unreadable, too.
-        m_isBroken = m_isBroken || !m_file->Truncate(m_size);
+    if (!isWritten) {
+        if (!error) error = std::make_error_code(std::errc::io_error);
+        return false;
     }
-    m_entries.push_back(std::move(entry));
+    text += ']';
+    hasher.Add(text);
+    hash = hasher.Value();
+    return AppendLine(text.append("\n"), error);
 }
 
-void Journal::AddKept(FileEntry entry) {
+StoredCommands Journal::Store(CommandSpool& commands) {
+    StoredCommands stored;
+    if (commands.IsEmpty()) return stored;
     const std::lock_guard lock(m_mutex);
-    m_entries.push_back(std::move(entry));
+    std::error_code error;
+    if (!FindEnd(error)) {
+        NoteError(error);
+        return {};
+    }
+    const std::uint64_t size = m_size;
+    if (!AppendCommands(commands, stored.hash, error)) {
+        NoteError(error);
+        CutTo(size);
+        return {};
+    }
+    stored.place = StoredCommands::Place::kJournal;
+    stored.offset = size;
+    stored.length = commands.Size() + 2;  // the brackets
+    return stored;
+}
+
+CommandsPlace Journal::PlaceOf(const StoredCommands& commands) const {
+    if (commands.place == StoredCommands::Place::kNowhere) return {};
+    return {m_content.get(), commands.offset, commands.length};
+}
+
+bool Journal::Record(const JournalRecord& record, std::error_code& error) {
+    const std::string line = FormatRecord(record);
+    const std::lock_guard lock(m_mutex);
+    if (m_isScratch) return true;
+    if (!FindEnd(error)) {
+        NoteError(error);
+        return false;
+    }
+    const std::uint64_t size = m_size;
+    if (AppendLine(line, error)) return true;
+    NoteError(error);
+    CutTo(size);
+    return false;
+}
+
+bool Journal::Sync(std::error_code& error) {
+    // Not under the lock: others can write meanwhile.
+    if (m_file->Sync(error)) return true;
+    const std::lock_guard lock(m_mutex);
+    NoteError(error);
+    return false;
+}
+
+void Journal::Note(FinishedFile file) {
+    const std::lock_guard lock(m_mutex);
+    m_files.push_back(std::move(file));
+}
+
+namespace {
+
+class CompactWriter {
+public:
+    CompactWriter(const CompactJournal& journal, TextOutput& output,
+                  std::set<std::string>& changedFolders)
+        : m_journal(journal), m_output(output), m_changedFolders(changedFolders) {
+        for (std::size_t index = 0; index < journal.files.size(); ++index) {
+            m_indices.emplace(journal.entries[index].facts.path, index);
+        }
+    }
+
+    [[nodiscard]] bool Write() {
+        for (const std::string& path : m_journal.earlier.Paths()) {
+            if (!m_journal.gone.contains(path) && !WriteEarlier(path)) return false;
+        }
+        // Later lines count for more.
+        for (std::size_t index = 0; index < m_journal.files.size(); ++index) {
+            if (!WriteOwn(index)) return false;
+        }
+        return true;
+    }
+
+private:
+    [[nodiscard]] const FinishedFile* FindFinished(const std::string& path) const {
+        const auto found = m_indices.find(path);
+        return found == m_indices.end() ? nullptr : &m_journal.files[found->second];
+    }
+
+    [[nodiscard]] bool WriteLine(std::string_view line) {
+        m_size += line.size();
+        return m_output.Write(line);
+    }
+
+    [[nodiscard]] bool WriteEarlier(const std::string& path) {
+        const FinishedFile* pFinished = FindFinished(path);
+        const std::vector<JournalRecord>& records = m_journal.earlier.RecordsOf(path);
+        for (const JournalRecord& record : records) {
+            if (pFinished != nullptr && pFinished->identity == record.identity) continue;
+            if (pFinished != nullptr && pFinished->identity) {
+                m_changedFolders.emplace(FolderPartOf(path));
+                continue;
+            }
+            JournalRecord copy = record;
+            copy.commands = {};
+            // Of an older state nobody will ask.
+            const bool isLatest = &record == &records.back();
+            if (isLatest && !CopyCommandsOf(record, copy.commands)) return false;
+            if (!WriteLine(FormatRecord(copy))) return false;
+        }
+        return true;
+    }
+
+    [[nodiscard]] bool CopyCommandsOf(const JournalRecord& record, StoredCommands& commands) {
+        const std::optional<CommandsPlace> place = m_journal.earlier.CommandsOf(record);
+        if (!place || place->pFile == nullptr) return true;
+        commands = {StoredCommands::Place::kJournal, m_size, place->length, record.commands.hash};
+        const bool isCopied =
+            CopyStoredText(*place->pFile, place->offset, place->length,
+                           [this](const std::string& piece) { return WriteLine(piece); });
+        return isCopied && WriteLine("\n");
+    }
+
+    [[nodiscard]] bool WriteOwn(std::size_t index) {
+        const FinishedFile& file = m_journal.files[index];
+        if (!file.identity) return true;
+        const FileEntry& entry = m_journal.entries[index];
+        JournalRecord record{entry.facts, *file.identity, {}};
+        if (entry.commands.pFile != nullptr) {
+            record.commands = {StoredCommands::Place::kReport, m_journal.commandOffsets[index],
+                               entry.commands.length, file.commandsHash};
+        }
+        return WriteLine(FormatRecord(record));
+    }
+
+    const CompactJournal& m_journal;
+    TextOutput& m_output;
+    std::set<std::string>& m_changedFolders;
+    std::unordered_map<std::string_view, std::size_t> m_indices;
+    std::uint64_t m_size = 0;
+};
+
+}  // namespace
+
+bool WriteCompactJournal(const CompactJournal& journal, TextOutput& output,
+                         std::set<std::string>& changedFolders) {
+    return CompactWriter(journal, output, changedFolders).Write();
 }
 
 }  // namespace quillet::migrate

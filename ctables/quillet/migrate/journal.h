@@ -1,85 +1,148 @@
-// What is known about the files, kept on disk as a run goes on.
+// What is known about the results in TARGET, kept there from run to run.
 #ifndef QUILLET_MIGRATE_JOURNAL_H
 #define QUILLET_MIGRATE_JOURNAL_H
 
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "migrate/commandspool.h"
+#include "migrate/journalrecord.h"
 #include "migrate/reportdata.h"
 #include "migrate/systemfiles.h"
 
 namespace quillet::migrate {
 
-/// What earlier runs found out, for files whose results are left alone.
-class EarlierFacts {
+/// What earlier runs have recorded. Constant, and so safe for threads, once it is filled.
+class EarlierResults {
 public:
-    /// Takes over what the report `name` in `folder` says; nothing when there is none or it is
-    /// damaged.
-    void AddReport(const Folder& folder, const std::string& name);
-    /// Takes over one file's facts, in place of what was known about it. The file that holds its
-    /// commands must outlive this object.
-    void Add(FileEntry entry);
+    EarlierResults() = default;
 
-    /// What is known about this state of a file whose result stands; null for nothing.
-    [[nodiscard]] const FileEntry* Find(const std::string& path, std::uint64_t bytes,
-                                        std::int64_t modified) const;
+    /// Reads the journal and keeps the two files open, which hold commands; `report` may be null.
+    /// The number of bytes up to the end of the last line that is whole. Nothing when the journal
+    /// cannot be read.
+    [[nodiscard]] std::optional<std::uint64_t> Read(std::shared_ptr<const StoredFile> journal,
+                                                    std::shared_ptr<const StoredFile> report);
+    /// Takes over one record, the latest of its file.
+    void Add(JournalRecord record);
+
+    /// What was recorded about a result, the latest last; empty for nothing.
+    [[nodiscard]] const std::vector<JournalRecord>& RecordsOf(const std::string& path) const;
+    /// All files that something is known about, sorted.
+    [[nodiscard]] std::vector<std::string> Paths() const;
+
+    /// Finds a record's commands and looks whether they are still what they were; nothing when
+    /// they are not. Cost: reads all of them.
+    [[nodiscard]] std::optional<CommandsPlace> CommandsOf(const JournalRecord& record) const;
 
 private:
-    std::unique_ptr<StoredFile> m_report;
-    std::unordered_map<std::string, FileEntry> m_entries;
+    std::shared_ptr<const StoredFile> m_journal;
+    std::shared_ptr<const StoredFile> m_report;
+    std::unordered_map<std::string, std::vector<JournalRecord>> m_records;
 };
 
-/// A file of one line per finished file, so that a run that was ended by force need not begin
-/// anew, and so that memory holds no more about a file than where its line stands.
+/// A file that a run has dealt with.
+struct FinishedFile {
+    FileEntry entry;
+    /// Of the result that is known to stand now, so that earlier records are of no use any more;
+    /// nothing when they have to stay.
+    std::optional<ResultIdentity> identity;
+    ContentHash commandsHash;  ///< Of the entry's commands.
+};
+
+/// The journal of a run, which it has for itself. From any thread, but for what says otherwise.
+///
+/// A result is recorded before it gets its name, and only then: what stands in TARGET was either
+/// recorded or not made here. Whatever ends a run, the next one can tell.
 class Journal {
 public:
-    /// Opens the journal `name` in `folder` or begins a new one. What an earlier run left in it
-    /// goes to `earlier`; a line that it did not finish is cut off. Null with `error` set when that
-    /// fails, as it does
+    /// Opens the journal `name` in `folder` or begins a new one. What it holds goes to `earlier`;
+    /// a line that was not finished is cut off. `reportName` is that of the JSON report that
+    /// belongs to it. Null with `error` set when that fails, as it does
     /// (`std::errc::resource_unavailable_try_again`) while another run uses it.
-    [[nodiscard]] static std::unique_ptr<Journal> Open(const std::shared_ptr<const Folder>& folder,
+    [[nodiscard]] static std::unique_ptr<Journal> Open(std::shared_ptr<const Folder> folder,
                                                        const std::string& name,
-                                                       EarlierFacts& earlier,
+                                                       const std::string& reportName,
+                                                       EarlierResults& earlier,
                                                        std::error_code& error);
+    /// For runs that are not to leave a trace: reads what the journal holds, but writes to a file
+    /// `scratchName`, which has gone from the folder when this returns.
+    [[nodiscard]] static std::unique_ptr<Journal> OpenForReading(
+        std::shared_ptr<const Folder> folder, const std::string& name,
+        const std::string& reportName, const std::string& scratchName, EarlierResults& earlier,
+        std::error_code& error);
 
-    /// Writes a file's line. From any thread.
-    void Add(FileFacts facts, CommandSpool& commands);
-    /// Notes a file whose line already stands somewhere. From any thread.
-    void AddKept(FileEntry entry);
+    /// Stores a file's commands until the journal is replaced. Where that fails, `Error` tells,
+    /// and the result says that they stand nowhere.
+    [[nodiscard]] StoredCommands Store(CommandSpool& commands);
+    /// Where what `Store` has stored can be read as long as the journal lives.
+    [[nodiscard]] CommandsPlace PlaceOf(const StoredCommands& commands) const;
+    /// Writes a record. False with `error` set when the next run would not find it.
+    [[nodiscard]] bool Record(const JournalRecord& record, std::error_code& error);
+    /// Waits until all records are on the disk.
+    [[nodiscard]] bool Sync(std::error_code& error);
 
-    /// The first error that kept a line from being written; its file is among the entries
-    /// nevertheless, without its commands.
+    /// Notes a file that was dealt with.
+    void Note(FinishedFile file);
+    /// How many were noted.
+    [[nodiscard]] std::size_t FileCount() const { return m_files.size(); }
+    /// All files of this run. Once, when no thread adds any more.
+    [[nodiscard]] std::vector<FinishedFile> TakeFiles() { return std::move(m_files); }
+
+    /// The first error that kept something from being written.
     [[nodiscard]] const std::error_code& Error() const { return m_error; }
 
-    /// All files of this run. Once, when no thread adds any more.
-    [[nodiscard]] std::vector<FileEntry> TakeEntries() { return std::move(m_entries); }
-
-    /// Removes the file. The entries' commands can still be read.
-    void Remove() { m_file->Remove(); }
-
 private:
-    Journal(std::unique_ptr<AppendedFile> file, std::unique_ptr<StoredFile> content)
+    Journal(std::unique_ptr<AppendedFile> file, std::shared_ptr<const StoredFile> content)
         : m_file(std::move(file)), m_content(std::move(content)) {}
 
-    [[nodiscard]] bool TakeOver(EarlierFacts& earlier);
-    [[nodiscard]] bool AppendLine(std::string_view beginning, CommandSpool& commands,
-                                  std::error_code& error);
+    [[nodiscard]] static std::unique_ptr<Journal> OpenFile(std::shared_ptr<const Folder> folder,
+                                                           const std::string& name,
+                                                           std::error_code& error);
+    [[nodiscard]] bool AppendLine(std::string_view line, std::error_code& error);
+    [[nodiscard]] bool AppendCommands(CommandSpool& commands, ContentHash& hash,
+                                      std::error_code& error);
+    void NoteError(const std::error_code& error);
+    [[nodiscard]] bool FindEnd(std::error_code& error);
+    void CutTo(std::uint64_t size);
 
     std::unique_ptr<AppendedFile> m_file;
-    std::unique_ptr<StoredFile> m_content;
+    std::shared_ptr<const StoredFile> m_content;
     std::mutex m_mutex;  // for everything below
     std::uint64_t m_size = 0;
-    std::vector<FileEntry> m_entries;
+    std::vector<FinishedFile> m_files;
     std::error_code m_error;
-    bool m_isBroken = false;  // its end is not where it should be
+    bool m_isScratch = false;
+    bool m_hasLooseEnd = false;  // what was written in part could not be cut off
 };
+
+/// What a whole run leaves of the journal.
+struct CompactJournal {
+    /// In the order of the report.
+    const std::vector<FileEntry>& entries;
+    /// The same files, without their entries.
+    const std::vector<FinishedFile>& files;
+    /// Where the array of commands of each of them begins in the JSON report.
+    const std::vector<std::uint64_t>& commandOffsets;
+    const EarlierResults& earlier;
+    /// Results that do not stand any more, nor do their sources.
+    const std::unordered_set<std::string>& gone;
+};
+
+/// Writes a journal that holds what is still of use: one record for each result that was looked
+/// at, which refers to the report, and what was known about the others. False when `output`
+/// fails. `changedFolders` gets the folders ("" for TARGET) of results that the earlier records
+/// told something else about: what they hold has to be on the disk before the journal is.
+[[nodiscard]] bool WriteCompactJournal(const CompactJournal& journal, TextOutput& output,
+                                       std::set<std::string>& changedFolders);
 
 }  // namespace quillet::migrate
 

@@ -72,6 +72,9 @@ OrderedJson TotalsJson(const Totals& totals) {
             {"filesPartly", totals.filesPartly},
             {"filesStopped", totals.filesStopped},
             {"filesKept", totals.filesKept},
+            {"filesEdited", totals.filesEdited},
+            {"filesOutdated", totals.filesOutdated},
+            {"filesOrphaned", totals.filesOrphaned},
             {"filesCopied", totals.filesCopied},
             {"filesSkipped", totals.filesSkipped},
             {"filesFailed", totals.filesFailed},
@@ -123,7 +126,9 @@ std::string OpenFileJson(const FileFacts& facts) {
     OrderedJson json = {{"path", ToUtf8(facts.path, TextEncoding::kUtf8)}};
     if (!IsUtf8(facts.path)) json["rawPath"] = PercentEncode(facts.path);
     json["outcome"] = NameOf(facts.outcome);
-    if (facts.isKept) json["kept"] = true;
+    if (IsLeftAlone(facts.result)) json["kept"] = true;
+    if (facts.result != ResultState::kNone) json["result"] = NameOf(facts.result);
+    if (facts.hasSourceChanged) json["sourceChanged"] = true;
     if (facts.isLinkNotFollowed) json["linkNotFollowed"] = true;
     json["bytes"] = facts.bytes;
     json["modified"] = facts.modified;
@@ -165,16 +170,38 @@ bool CopyCommands(const CommandsPlace& place, TextOutput& output) {
     });
 }
 
-bool WriteJsonReport(const Report& report, TextOutput& output) {
+namespace {
+
+class CountingOutput final : public TextOutput {
+public:
+    explicit CountingOutput(TextOutput& output) : m_output(output) {}
+
+    bool Write(std::string_view bytes) override {
+        m_size += bytes.size();
+        return m_output.Write(bytes);
+    }
+    [[nodiscard]] std::uint64_t Size() const { return m_size; }
+
+private:
+    TextOutput& m_output;
+    std::uint64_t m_size = 0;
+};
+
+}  // namespace
+
+bool WriteJsonReport(const Report& report, TextOutput& textOutput,
+                     std::vector<std::uint64_t>* pOffsets) {
+    CountingOutput output(textOutput);
     if (!output.Write(OpenReportJson(report))) return false;
     bool isFirst = true;
     for (const FileEntry& file : report.files) {
         const std::string_view separator = std::exchange(isFirst, false) ? "" : ",\n";
         if (!output.Write(separator) || !output.Write(OpenFileJson(file.facts)) ||
-            !output.Write(kCommandsMember) || !CopyCommands(file.commands, output) ||
-            !output.Write("}")) {
+            !output.Write(kCommandsMember)) {
             return false;
         }
+        if (pOffsets != nullptr) pOffsets->push_back(output.Size());
+        if (!CopyCommands(file.commands, output) || !output.Write("}")) return false;
     }
     return output.Write("\n]}\n");
 }
@@ -225,8 +252,7 @@ public:
         const Member member = NextValue();
         if (member.kind == MemberKind::kAnything) return true;
         if (member.kind != MemberKind::kTruth) return RefuseKind(member.kind);
-        if (member.name == "kept") m_entry.facts.isKept = value;
-        if (member.name == "linkNotFollowed") m_entry.facts.isLinkNotFollowed = value;
+        if (Part() == ReportPart::kFile) TakeFileFlag(member.name, value);
         if (member.name == "batchMode") m_report.run.batchMode = value;
         if (member.name == "dryRun") m_report.run.dryRun = value;
         if (member.name == "interrupted") m_report.run.isInterrupted = value;
@@ -420,6 +446,15 @@ private:
                 return true;
         }
     }
+    void TakeFileFlag(std::string_view name, bool value) {
+        FileFacts& facts = m_entry.facts;
+        if (name == "sourceChanged") facts.hasSourceChanged = value;
+        if (name == "linkNotFollowed") facts.isLinkNotFollowed = value;
+        // Reports of old versions have no member that tells more.
+        if (name == "kept" && value && facts.result == ResultState::kNone) {
+            facts.result = ResultState::kKept;
+        }
+    }
     bool TakeFileName(std::string_view name, const string_t& value) {
         FileFacts& facts = m_entry.facts;
         if (name == "path") {
@@ -433,6 +468,11 @@ private:
         }
         if (name == "encoding") facts.encoding = value;
         if (name == "message") facts.message = value;
+        if (name == "result") {
+            const std::optional<ResultState> state = ResultStateOf(value);
+            if (!state) return Refuse("is no state of a result");
+            facts.result = *state;
+        }
         if (name == "outcome") {
             const std::optional<FileOutcome> outcome = FileOutcomeOf(value);
             if (!outcome) return Refuse("is no outcome of a file");
@@ -579,15 +619,6 @@ bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error,
     const std::string place = reader.Place();
     if (!place.empty()) error.append(" (").append(place).append(")");
     return false;
-}
-
-std::optional<FileEntry> ReadFileLine(StoredText& text) {
-    Report report;
-    ReportReader reader(text, ReportPart::kFile, report);
-    if (text.IsAtEnd() || !Parse(text, reader, false)) return std::nullopt;
-    if (report.files.size() != 1 || text.IsAtEnd() || text.Current() != '\n') return std::nullopt;
-    text.Advance();
-    return std::move(report.files.front());
 }
 
 bool ForEachCommand(const CommandsPlace& place,

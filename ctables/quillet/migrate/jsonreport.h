@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "migrate/reportdata.h"
 #include "migrate/storedtext.h"
@@ -33,8 +34,10 @@ inline constexpr std::string_view kCommandsMember = ",\"commands\":";
 [[nodiscard]] bool CopyCommands(const CommandsPlace& place, TextOutput& output);
 
 /// Writes the whole report, one file a line. False when `output` fails or commands cannot be
-/// read.
-[[nodiscard]] bool WriteJsonReport(const Report& report, TextOutput& output);
+/// read. `pOffsets`, unless it is null, gets a number for each file: where its array of commands
+/// begins, in bytes.
+[[nodiscard]] bool WriteJsonReport(const Report& report, TextOutput& output,
+                                   std::vector<std::uint64_t>* pOffsets = nullptr);
 
 /// A text, or a gap between two, that is longer than this is refused before it fills the memory.
 inline constexpr std::uint64_t kLongestText = 256UL * 1024 * 1024;
@@ -45,10 +48,6 @@ inline constexpr std::uint64_t kLongestText = 256UL * 1024 * 1024;
 /// named. Keeps no more than the result and a single string of the text.
 [[nodiscard]] bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error,
                                   std::uint64_t longestText = kLongestText);
-
-/// Reads the JSON object of a file that `text` stands at, and the line feed behind it. Nothing
-/// when there is no such thing; `text` is then of no use any more.
-[[nodiscard]] std::optional<FileEntry> ReadFileLine(StoredText& text);
 
 /// Calls `take` for each of a file's commands, in order; one at a time is kept. False when they
 /// cannot be read, or hold what they cannot have held when the report was read.

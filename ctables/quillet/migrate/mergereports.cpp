@@ -174,7 +174,8 @@ int MergeReports(const Settings& settings) {
     }
     const std::unique_ptr<TargetFolder> target = PrepareFolder(settings.target);
     if (target == nullptr) return kTrouble;
-    if (!WriteReportFiles(report, *target, junit, kThreads, problem)) {
+    std::vector<std::uint64_t> ignored;
+    if (!WriteReportFiles(report, *target, {junit, kThreads}, ignored, problem)) {
         Say(problem);
         return kTrouble;
     }

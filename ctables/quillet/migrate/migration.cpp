@@ -7,9 +7,11 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 #include <stop_token>
 #include <system_error>
 #include <thread>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -21,6 +23,8 @@
 #include "migrate/progress.h"
 #include "migrate/reportdata.h"
 #include "migrate/reportfiles.h"
+#include "migrate/resultoptions.h"
+#include "migrate/resultpublisher.h"
 #include "migrate/summary.h"
 #include "migrate/systemfiles.h"
 #include "migrate/targetfolder.h"
@@ -57,8 +61,10 @@ public:
         if (!OpenSource(problem) || !FindTarget(problem) || !OpenJunit(problem)) {
             return Refuse(problem);
         }
-        FindTasks();
+        FileTree tree =
+            m_singleFile.empty() ? WalkTree(*m_source, m_stop.get_token()) : TreeOfSingleFile();
         if (m_stop.stop_requested()) return kInterruptedStatus;
+        FindTasks(std::move(tree));
         // Only now all folders of the source are known.
         if (!CheckAgainstSource(problem) || !MakeTarget(problem) || !OpenJournal(problem)) {
             return Refuse(problem);
@@ -177,11 +183,10 @@ private:
         return false;
     }
 
-    void FindTasks() {
-        FileTree tree =
-            m_singleFile.empty() ? WalkTree(*m_source, m_stop.get_token()) : TreeOfSingleFile();
+    void FindTasks(FileTree tree) {
         const NameFilter filter(m_settings.include, m_settings.exclude);
         for (TreeEntry& entry : tree.entries) {
+            NoteSource(entry);
             if (m_settings.shard && !IsInShard(entry.path, *m_settings.shard)) continue;
             // A folder that cannot be read may hold anything.
             const bool isWanted =
@@ -197,6 +202,23 @@ private:
         m_sourceFolders.identities.merge(tree.identities);
     }
 
+    void NoteSource(const TreeEntry& entry) {
+        m_sources.insert(entry.path);
+        if (entry.kind != TreeEntry::Kind::kFile) m_unknownParts.insert(entry.path);
+    }
+
+    // What lies below something that was not entered may still be there.
+    [[nodiscard]] bool IsSourceGone(const std::string& path) const {
+        if (!m_singleFile.empty() || m_sources.contains(path) || m_unknownParts.contains(".")) {
+            return false;
+        }
+        for (std::size_t slash = path.find('/'); slash != std::string::npos;
+             slash = path.find('/', slash + 1)) {
+            if (m_unknownParts.contains(path.substr(0, slash))) return false;
+        }
+        return true;
+    }
+
     [[nodiscard]] FileTree TreeOfSingleFile() const {
         FileTree tree;
         tree.entries.push_back({m_singleFile, TreeEntry::Kind::kFile, m_singleFileStatus.size, {}});
@@ -204,10 +226,14 @@ private:
     }
 
     [[nodiscard]] bool OpenJournal(std::string& problem) {
-        m_earlier.AddReport(*m_target->RootFolder(), m_target->ReportName(".json"));
+        const std::shared_ptr<const Folder>& folder = m_target->RootFolder();
+        const std::string name = m_target->ReportName(kJournalExtension);
+        const std::string reportName = m_target->ReportName(".json");
         std::error_code error;
-        m_journal = Journal::Open(m_target->RootFolder(), m_target->ReportName(kJournalExtension),
-                                  m_earlier, error);
+        m_journal = m_settings.dryRun ? Journal::OpenForReading(folder, name, reportName,
+                                                                m_target->TemporaryName("journal"),
+                                                                m_earlier, error)
+                                      : Journal::Open(folder, name, reportName, m_earlier, error);
         if (m_journal != nullptr) return true;
         problem = error == std::errc::resource_unavailable_try_again
                       ? "Another run is writing to TARGET " + m_settings.target
@@ -234,15 +260,18 @@ private:
                               [](const FileTask& task) { return task.entry.size >= kLargeFile; });
         m_progress.allFiles = m_tasks.size();
         for (const FileTask& task : m_tasks) m_progress.allBytes += task.entry.size;
+        ResultPublisher publisher(*m_journal, *m_target, m_progress);
         const MigrationContext context = {*m_source,
                                           *m_target,
                                           m_earlier,
                                           *m_journal,
+                                          publisher,
                                           m_progress,
+                                          {m_settings.batchMode, LegacyEncodingName()},
                                           m_settings.copyOthers,
-                                          m_settings.batchMode,
                                           m_settings.dryRun,
-                                          m_settings.force};
+                                          m_settings.force,
+                                          m_settings.acceptEdited};
         const ProgressDisplay display(m_progress, m_settings.isQuiet);
         const auto count = static_cast<unsigned>(
             std::min<std::size_t>(m_settings.jobs, std::max<std::size_t>(m_tasks.size(), 1)));
@@ -255,52 +284,134 @@ private:
                 migration.Run(m_tasks[task]);
             }
         };
-        std::vector<std::jthread> workers;
-        try {
-            // This thread is one of them.
-            for (unsigned worker = 1; worker < count; ++worker) workers.emplace_back(work, worker);
-        } catch (const std::system_error&) {
-            // The system allows for no more; those that there are will do.
+        {
+            std::vector<std::jthread> workers;
+            try {
+                // This thread is one of them.
+                for (unsigned worker = 1; worker < count; ++worker) {
+                    workers.emplace_back(work, worker);
+                }
+            } catch (const std::system_error&) {
+                // The system allows for no more; those that there are will do.
+            }
+            work(0);
         }
-        work(0);
+        publisher.Flush();
+        m_changedFolders = publisher.Folders();
+    }
+
+    void NoteOrphans() {
+        for (const std::string& path : m_earlier.Paths()) {
+            if (!IsSourceGone(path)) continue;
+            if (!ResultStands(path)) continue;
+            FinishedFile file;
+            file.entry.facts.path = path;
+            file.entry.facts.outcome = FileOutcome::kSkipped;
+            file.entry.facts.result = ResultState::kOrphaned;
+            file.entry.facts.message = "its result stands, but the source is gone";
+            m_journal->Note(std::move(file));
+        }
+    }
+
+    // Notes a result that is not there any more.
+    [[nodiscard]] bool ResultStands(const std::string& path) {
+        FolderProblem problem;
+        FileStatus status;
+        std::error_code error;
+        const std::shared_ptr<const Folder> folder =
+            m_target->OpenFolder(FolderPartOf(path), problem);
+        if (folder == nullptr) {
+            error = problem.error;
+        } else if (folder->ReadStatus(NamePartOf(path), status, error)) {
+            return true;
+        }
+        if (error == std::errc::no_such_file_or_directory) m_gone.insert(path);
+        return false;
     }
 
     int Finish() {
         const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_start;
+        // Nothing adds to the journal any more, but not everything may have been done.
+        const bool isInterrupted = m_journal->FileCount() < m_tasks.size();
+        if (!isInterrupted) NoteOrphans();
+        std::vector<FinishedFile> files = m_journal->TakeFiles();
+        std::sort(files.begin(), files.end(),
+                  [](const FinishedFile& left, const FinishedFile& right) {
+                      return left.entry.facts.path < right.entry.facts.path;
+                  });
         Report report;
-        report.files = m_journal->TakeEntries();
-        SortByPath(report.files);
+        for (FinishedFile& file : files) report.files.push_back(std::move(file.entry));
         report.run = {m_singleFile.empty() ? m_sourcePath : JoinPath(m_sourcePath, m_singleFile),
                       m_target->Root(),
                       m_settings.batchMode,
                       m_settings.dryRun,
-                      report.files.size() < m_tasks.size(),
+                      isInterrupted,
                       m_settings.shard,
                       m_started,
                       elapsed.count()};
         int status = ExitStatusOf(TotalsOf(report.files));
         WriteToStream(stderr, FormatFailures(report));
         if (!m_settings.isQuiet) WriteToStream(stderr, FormatSummary(report));
-        if (!WriteReports(report)) status = kTrouble;
-        return report.run.isInterrupted ? kInterruptedStatus : status;
+        if (!WriteReports(report, files)) status = kTrouble;
+        return isInterrupted ? kInterruptedStatus : status;
     }
 
-    // The journal stays when the report is not all that it could be: it holds what was done.
-    [[nodiscard]] bool WriteReports(const Report& report) {
+    [[nodiscard]] bool WriteReports(const Report& report, const std::vector<FinishedFile>& files) {
+        // What a build server has of an earlier run stays until there is a whole one.
+        const std::optional<JunitFile> none;
+        const ReportWriting writing{report.run.isInterrupted ? none : m_junit, m_settings.jobs};
+        std::vector<std::uint64_t> commandOffsets;
         std::string problem;
-        if (!WriteReportFiles(report, *m_target, m_junit, m_settings.jobs, problem)) {
+        if (!WriteReportFiles(report, *m_target, writing, commandOffsets, problem)) {
             static_cast<void>(Refuse(problem));
             return false;
         }
-        m_journal->Remove();
+        const bool isComplete = !report.run.isInterrupted && !m_settings.dryRun;
+        if (isComplete) RemoveInterruptedReport(*m_target);
+        bool isWhole = !isComplete || ReplaceJournal(report, files, commandOffsets);
         if (m_journal->Error()) {
             static_cast<void>(
-                Refuse("The report lacks commands that could not be noted while they were dealt "
-                       "with: " +
-                       m_journal->Error().message()));
-            return false;
+                Refuse("Not everything could be recorded: " + m_journal->Error().message() +
+                       ". The report may lack commands; what was not recorded is "
+                       "looked at again by the next run."));
+            isWhole = false;
         }
-        if (!m_settings.isQuiet) Say("Report: " + Printable(m_target->ReportPath(".html")));
+        if (isWhole && !m_settings.isQuiet) {
+            Say("Report: " +
+                Printable(m_target->ReportPath(ReportSuffixOf(report.run).append(".html"))));
+        }
+        return isWhole;
+    }
+
+    // The journal as it has grown holds all that the new one does, so nothing is lost when this
+    // fails.
+    [[nodiscard]] bool ReplaceJournal(const Report& report, const std::vector<FinishedFile>& files,
+                                      const std::vector<std::uint64_t>& commandOffsets) {
+        std::error_code error;
+        const std::unique_ptr<NewFile> file =
+            NewFile::Create(m_target->RootFolder(), m_target->TemporaryName("journal"), error);
+        if (file != nullptr) {
+            const CompactJournal journal = {report.files, files, commandOffsets, m_earlier, m_gone};
+            if (WriteCompactJournal(journal, *file, m_changedFolders) && SyncFolders(error) &&
+                file->Commit(m_target->ReportName(kJournalExtension), DefaultPermissions())) {
+                return true;
+            }
+            if (!error) error = file->Error();
+        }
+        if (!error) error = std::make_error_code(std::errc::io_error);
+        static_cast<void>(Refuse("The journal " + m_target->ReportPath(kJournalExtension) +
+                                 " cannot be written: " + DescribeError(error)));
+        return false;
+    }
+
+    // What the new journal does not know any more must not come back after a crash.
+    [[nodiscard]] bool SyncFolders(std::error_code& error) const {
+        for (const std::string& name : m_changedFolders) {
+            FolderProblem problem;
+            const std::shared_ptr<const Folder> folder = m_target->OpenFolder(name, problem);
+            // What was moved away meanwhile holds no results any more.
+            if (folder != nullptr && !folder->Sync(error)) return false;
+        }
         return true;
     }
 
@@ -320,9 +431,13 @@ private:
     std::optional<JunitFile> m_junit;
     std::vector<FileTask> m_tasks;
     std::vector<std::string> m_folders;
-    EarlierFacts m_earlier;
+    std::unordered_set<std::string> m_sources;       // everything that the walk has met
+    std::unordered_set<std::string> m_unknownParts;  // what of it was not entered
+    EarlierResults m_earlier;
     std::unique_ptr<Journal> m_journal;
     ProgressCounters m_progress;
+    std::set<std::string> m_changedFolders;  // below TARGET, those in which results were renamed
+    std::unordered_set<std::string> m_gone;  // results that are recorded, but are no more
 };
 
 }  // namespace

@@ -22,17 +22,22 @@ constexpr const char* kUsage =
     "       quillet-migrate [OPTIONS] --merge-reports FILE... TARGET\n";
 
 constexpr const char* kFooter =
-    "TARGET is a folder, made when it is missing; it gets the results and the report,\n"
-    "quillet-report.html and quillet-report.json. With --shard, -I-of-N is added to these names.\n"
-    "A result that is newer than its source is left alone, so that a run that was ended goes on\n"
-    "where it stopped. SOURCE is never written to.\n"
+    "TARGET is a folder, made when it is missing; it gets the results, the report,\n"
+    "quillet-report.html and quillet-report.json, and a journal. With --shard, -I-of-N is added "
+    "to\n"
+    "these names. A result that stands is left alone when the journal says that it was made of "
+    "the\n"
+    "same source, by the same options and version; so a run that was ended goes on where it\n"
+    "stopped. A result that was edited is left alone in any case. SOURCE is never written to.\n"
     "\n"
     "A PATTERN is matched against the file's name or, when it has a \"/\", against its path below\n"
     "SOURCE: * stands for any characters, ? for one, [a-z] for one of a set. Letter case does not\n"
     "count.\n"
     "\n"
-    "Exit status: 0 when all went well, 1 when commands could not be converted or a file is no\n"
-    "syntax, 2 for wrong usage and for files that could not be read or written, 130 when stopped.";
+    "Exit status: 0 when all went well; 1 when something of the source needs a person: a command\n"
+    "could not be converted or read, an edited result has a source that has changed since, or a\n"
+    "link was not followed; 2 when something could not be read or written, and for wrong usage;\n"
+    "130 when stopped.";
 
 /// What the parser finds and what has to be looked at before it can be used.
 struct Parsed {
@@ -104,7 +109,9 @@ private:
                        "Copy the files that are not converted");
         m_app.add_flag("--batch", settings.batchMode, "Read the files in batch mode");
         m_app.add_flag("--dry-run", settings.dryRun, "Write the report alone");
-        m_app.add_flag("--force", settings.force, "Replace results that are newer, too");
+        m_app.add_flag("--force", settings.force, "Replace all results, edited ones too");
+        m_app.add_flag("--accept-edited", settings.acceptEdited,
+                       "Take edited results as they are from now on");
         m_app.add_flag("--quiet", settings.isQuiet, "Show nothing but errors");
         m_app.add_flag("--merge-reports", m_parsed.mergesReports,
                        "Join JSON reports, those of slices for example, into one in TARGET");
@@ -157,7 +164,7 @@ private:
     CommandLine CheckMerging() {
         if (m_parsed.paths.size() < 2) return Refuse("--merge-reports needs FILE... and TARGET");
         for (const char* pName : {"--include", "--exclude", "--copy-others", "--batch", "--jobs",
-                                  "--dry-run", "--force", "--shard"}) {
+                                  "--dry-run", "--force", "--accept-edited", "--shard"}) {
             if (m_app.count(pName) > 0) {
                 return Refuse(std::string(pName) + " does not go with --merge-reports");
             }
@@ -174,6 +181,9 @@ private:
         if (m_parsed.paths.size() > 2) {
             return Refuse("One SOURCE and one TARGET are expected; \"" + m_parsed.paths[2] +
                           "\" is too much");
+        }
+        if (m_parsed.settings.force && m_parsed.settings.acceptEdited) {
+            return Refuse("--accept-edited does not go with --force");
         }
         m_parsed.settings.source = std::move(m_parsed.paths[0]);
         m_parsed.settings.target = std::move(m_parsed.paths[1]);

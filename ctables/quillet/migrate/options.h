@@ -20,6 +20,7 @@ struct Settings {
     bool batchMode = false;
     bool dryRun = false;
     bool force = false;
+    bool acceptEdited = false;
     bool isQuiet = false;
     unsigned jobs = 1;
     std::optional<Shard> shard;

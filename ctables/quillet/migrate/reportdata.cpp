@@ -4,6 +4,8 @@
 #include <array>
 #include <utility>
 
+#include "migrate/systemfiles.h"
+
 namespace quillet::migrate {
 
 namespace {
@@ -15,6 +17,13 @@ constexpr std::array<std::pair<FileOutcome, std::string_view>, 6> kOutcomeNames 
     {FileOutcome::kCopied, "copied"},
     {FileOutcome::kSkipped, "skipped"},
     {FileOutcome::kFailed, "failed"},
+}};
+
+constexpr std::array<std::pair<ResultState, std::string_view>, 4> kStateNames = {{
+    {ResultState::kNew, "new"},
+    {ResultState::kKept, "kept"},
+    {ResultState::kEdited, "edited"},
+    {ResultState::kOrphaned, "orphaned"},
 }};
 
 std::int64_t& CounterOf(FileOutcome outcome, Totals& totals) {
@@ -38,7 +47,10 @@ std::int64_t& CounterOf(FileOutcome outcome, Totals& totals) {
 void AddFile(const FileFacts& facts, Totals& totals) {
     ++totals.files;
     ++CounterOf(facts.outcome, totals);
-    if (facts.isKept) ++totals.filesKept;
+    if (IsLeftAlone(facts.result)) ++totals.filesKept;
+    if (facts.result == ResultState::kEdited) ++totals.filesEdited;
+    if (facts.hasSourceChanged) ++totals.filesOutdated;
+    if (facts.result == ResultState::kOrphaned) ++totals.filesOrphaned;
     if (facts.isLinkNotFollowed) ++totals.linksNotFollowed;
     totals.bytes += facts.bytes;
     totals.commands += facts.copied + facts.converted + facts.failed + facts.unreadable;
@@ -65,6 +77,32 @@ std::optional<FileOutcome> FileOutcomeOf(std::string_view name) {
     return std::nullopt;
 }
 
+std::string_view NameOf(ResultState state) {
+    for (const auto& [value, name] : kStateNames) {
+        if (value == state) return name;
+    }
+    return {};
+}
+
+std::optional<ResultState> ResultStateOf(std::string_view name) {
+    for (const auto& [value, itsName] : kStateNames) {
+        if (itsName == name) return value;
+    }
+    return std::nullopt;
+}
+
+bool IsLeftAlone(ResultState state) {
+    return state == ResultState::kKept || state == ResultState::kEdited;
+}
+
+void MarkAsFailed(FileFacts& facts, std::string_view what, const std::error_code& error) {
+    facts.outcome = FileOutcome::kFailed;
+    facts.result = ResultState::kNone;
+    facts.hasSourceChanged = false;
+    facts.message = what;
+    if (error) facts.message += ": " + DescribeError(error);
+}
+
 Totals TotalsOf(const std::vector<FileEntry>& files) {
     Totals totals;
     for (const FileEntry& file : files) AddFile(file.facts, totals);
@@ -79,9 +117,9 @@ void SortByPath(std::vector<FileEntry>& files) {
 
 int ExitStatusOf(const Totals& totals) {
     if (totals.filesFailed > 0) return 2;
-    const bool needsSomeone =
-        totals.filesPartly > 0 || totals.filesStopped > 0 || totals.linksNotFollowed > 0;
-    return needsSomeone ? 1 : 0;
+    const bool needsPerson = totals.filesPartly > 0 || totals.filesStopped > 0 ||
+                             totals.filesOutdated > 0 || totals.linksNotFollowed > 0;
+    return needsPerson ? 1 : 0;
 }
 
 }  // namespace quillet::migrate

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "migrate/shard.h"
@@ -27,11 +28,30 @@ enum class FileOutcome {
 [[nodiscard]] std::string_view NameOf(FileOutcome outcome);
 [[nodiscard]] std::optional<FileOutcome> FileOutcomeOf(std::string_view name);
 
+/// What became of the result of a file.
+enum class ResultState {
+    kNone,  ///< There is none: the file was skipped, or failed.
+    kNew,   ///< Made by this run; a dry run would make it.
+    kKept,  ///< It stood already, and was what this run would have made, or accepted as it is.
+    /// It stood already and no run has made what it holds now, so that it was left alone.
+    kEdited,
+    kOrphaned,  ///< It stands, but its source is gone.
+};
+
+/// The name that reports use; empty for `kNone`.
+[[nodiscard]] std::string_view NameOf(ResultState state);
+[[nodiscard]] std::optional<ResultState> ResultStateOf(std::string_view name);
+
+/// True when a result stood already and this run did not touch it.
+[[nodiscard]] bool IsLeftAlone(ResultState state);
+
 /// Everything about one file but its commands. Texts are UTF-8, the path excepted.
 struct FileFacts {
     std::string path;  ///< Relative, bytes, "/" between folders.
     FileOutcome outcome = FileOutcome::kFailed;
-    bool isKept = false;             ///< The result of an earlier run was left alone.
+    ResultState result = ResultState::kNone;
+    /// Since the result was made or accepted the source has changed, but the result was edited.
+    bool hasSourceChanged = false;
     bool isLinkNotFollowed = false;  ///< It was skipped because of a link in SOURCE or TARGET.
     std::uint64_t bytes = 0;
     std::int64_t modified = 0;  ///< Seconds since 1970.
@@ -43,9 +63,12 @@ struct FileFacts {
     std::int64_t failed = 0;
     std::int64_t unreadable = 0;
     std::int64_t warnings = 0;
-    std::string message;              ///< Why the file was skipped or failed.
+    std::string message;              ///< Why it was skipped or failed, or its result left alone.
     std::vector<std::string> errors;  ///< The reasons of its failed commands, sorted, once each.
 };
+
+/// Turns the facts into those of a file that failed, and tells why.
+void MarkAsFailed(FileFacts& facts, std::string_view what, const std::error_code& error);
 
 /// Where the commands of a file stand as the text of a JSON array.
 struct CommandsPlace {
@@ -79,7 +102,11 @@ struct Totals {
     std::int64_t filesConverted = 0;
     std::int64_t filesPartly = 0;
     std::int64_t filesStopped = 0;
-    std::int64_t filesKept = 0;  ///< Counted under its outcome as well.
+    // These are counted under their outcomes as well.
+    std::int64_t filesKept = 0;      ///< Their results were left alone, edited or not.
+    std::int64_t filesEdited = 0;    ///< Those of them that were edited.
+    std::int64_t filesOutdated = 0;  ///< Those of the edited whose sources have changed since.
+    std::int64_t filesOrphaned = 0;
     std::int64_t filesCopied = 0;
     std::int64_t filesSkipped = 0;
     std::int64_t filesFailed = 0;
@@ -115,8 +142,9 @@ struct Report {
 /// Puts the files into the order of the bytes of their paths.
 void SortByPath(std::vector<FileEntry>& files);
 
-/// 0 when all went well, 1 when commands could not be converted, a file was stopped or a link was
-/// not followed, 2 when a file failed.
+/// 0 when all went well; 1 when something of the source needs a person: commands could not be
+/// converted, a file was stopped, the source of an edited result has changed, or a link was not
+/// followed; 2 when a file failed.
 [[nodiscard]] int ExitStatusOf(const Totals& totals);
 
 }  // namespace quillet::migrate

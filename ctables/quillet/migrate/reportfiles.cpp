@@ -15,6 +15,9 @@ namespace quillet::migrate {
 
 namespace {
 
+constexpr std::string_view kDryRun = "-dry-run";
+constexpr std::string_view kInterrupted = "-interrupted";
+
 // One form of the report on its way to its name.
 class ReportFile {
 public:
@@ -51,9 +54,11 @@ private:
     std::unique_ptr<NewFile> m_file;
 };
 
-ReportFile FileOfTarget(const TargetFolder& target, const std::string& extension) {
-    return {target.RootFolder(), target.ReportName("." + extension),
-            target.ReportPath("." + extension), target.TemporaryName(extension)};
+ReportFile FileOfTarget(const TargetFolder& target, const std::string& suffix,
+                        const std::string& extension) {
+    const std::string ending = suffix + "." + extension;
+    return {target.RootFolder(), target.ReportName(ending), target.ReportPath(ending),
+            target.TemporaryName(extension)};
 }
 
 // The folders were looked at when the run began, but they may have been moved since.
@@ -93,14 +98,30 @@ bool OpenJunitFile(const std::string& path, JunitFile& file, std::string& proble
     return problem.empty();
 }
 
+std::string ReportSuffixOf(const RunFacts& run) {
+    return std::string(run.isInterrupted ? kInterrupted : run.dryRun ? kDryRun : "");
+}
+
+void RemoveInterruptedReport(const TargetFolder& target) {
+    for (const char* pExtension : {".json", ".html"}) {
+        const std::string name = target.ReportName(std::string(kInterrupted) + pExtension);
+        std::error_code ignored;
+        static_cast<void>(target.RootFolder()->Remove(name, ignored));
+    }
+}
+
 bool WriteReportFiles(const Report& report, const TargetFolder& target,
-                      const std::optional<JunitFile>& junit, unsigned threads, std::string& error) {
+                      const ReportWriting& writing, std::vector<std::uint64_t>& commandOffsets,
+                      std::string& error) {
+    const std::optional<JunitFile>& junit = writing.junit;
     if (!MayBeWritten(target, junit, error)) return false;
-    ReportFile json = FileOfTarget(target, "json");
-    ReportFile page = FileOfTarget(target, "html");
+    const std::string suffix = ReportSuffixOf(report.run);
+    ReportFile json = FileOfTarget(target, suffix, "json");
+    ReportFile page = FileOfTarget(target, suffix, "html");
     const auto writeJson = [&] {
-        return json.Write([&report](TextOutput& output) { return WriteJsonReport(report, output); },
-                          error);
+        return json.Write(
+            [&](TextOutput& output) { return WriteJsonReport(report, output, &commandOffsets); },
+            error);
     };
     std::string pageError;
     const auto writePage = [&] {
@@ -110,7 +131,7 @@ bool WriteReportFiles(const Report& report, const TargetFolder& target,
     };
     // With many processors at work these two would be what takes longest.
     const std::launch policy =
-        threads > 1 ? std::launch::async | std::launch::deferred : std::launch::deferred;
+        writing.threads > 1 ? std::launch::async | std::launch::deferred : std::launch::deferred;
     std::future<bool> pageResult = std::async(policy, writePage);
     const bool isJsonWritten = writeJson();
     const bool isPageWritten = pageResult.get();

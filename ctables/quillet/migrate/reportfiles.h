@@ -2,9 +2,11 @@
 #ifndef QUILLET_MIGRATE_REPORTFILES_H
 #define QUILLET_MIGRATE_REPORTFILES_H
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "migrate/reportdata.h"
 #include "migrate/targetfolder.h"
@@ -23,12 +25,27 @@ struct JunitFile {
 /// `problem` set, a whole sentence, when no file can be written there.
 [[nodiscard]] bool OpenJunitFile(const std::string& path, JunitFile& file, std::string& problem);
 
+/// What is added to the report's name for reports that tell less than the results that stand,
+/// those of dry runs and of runs that were stopped: they never take the place of a whole one.
+[[nodiscard]] std::string ReportSuffixOf(const RunFacts& run);
+
+/// What is beside the report to be told and written.
+struct ReportWriting {
+    const std::optional<JunitFile>& junit;
+    unsigned threads = 1;  ///< May be at work; more than two are of no use.
+};
+
 /// Writes the JSON file and the page into the folder and, if there is to be one, the JUnit file.
 /// None takes its name before those of the folder are whole. False with `error` set, a whole
-/// sentence, when that fails. `threads` may be at work, of which more than two are of no use.
+/// sentence, when that fails. `commandOffsets` gets, for each file, where its commands begin in
+/// the JSON file.
 [[nodiscard]] bool WriteReportFiles(const Report& report, const TargetFolder& target,
-                                    const std::optional<JunitFile>& junit, unsigned threads,
-                                    std::string& error);
+                                    const ReportWriting& writing,
+                                    std::vector<std::uint64_t>& commandOffsets, std::string& error);
+
+/// Removes the report of a run that was stopped, where there is one: what it tells is told by a
+/// whole one now.
+void RemoveInterruptedReport(const TargetFolder& target);
 
 }  // namespace quillet::migrate
 

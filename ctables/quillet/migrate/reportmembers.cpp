@@ -44,6 +44,8 @@ constexpr Member kTotalsMembers[] = {
     {"commandsCopied", MemberKind::kCount}, {"commandsConverted", MemberKind::kCount},
     {"commandsFailed", MemberKind::kCount}, {"commandsUnreadable", MemberKind::kCount},
     {"warnings", MemberKind::kCount},       {"linksNotFollowed", MemberKind::kCount},
+    {"filesEdited", MemberKind::kCount},    {"filesOutdated", MemberKind::kCount},
+    {"filesOrphaned", MemberKind::kCount},
 };
 
 constexpr Member kShardMembers[] = {
@@ -56,6 +58,8 @@ constexpr Member kFileMembers[] = {
     {"rawPath", MemberKind::kName},
     {"outcome", MemberKind::kName},
     {"kept", MemberKind::kTruth},
+    {"result", MemberKind::kName},
+    {"sourceChanged", MemberKind::kTruth},
     {"linkNotFollowed", MemberKind::kTruth},
     {"bytes", MemberKind::kBytes},
     {"modified", MemberKind::kTime},

@@ -23,6 +23,21 @@ std::string CountOne(std::int64_t count, std::string_view what) {
     return Count(count, what) + (count == 1 ? "" : "s");
 }
 
+// About results that someone may want to look at; nothing for none.
+std::string LeftAloneLine(const Totals& totals) {
+    if (totals.filesEdited + totals.filesOrphaned == 0) return {};
+    std::string text = "Left alone: ";
+    if (totals.filesEdited > 0) {
+        text += CountOne(totals.filesEdited, "edited result") +
+                Also(totals.filesOutdated, "of them with a source that has changed since");
+    }
+    if (totals.filesOrphaned > 0) {
+        text += (totals.filesEdited > 0 ? ", " : "") + CountOne(totals.filesOrphaned, "result") +
+                " without a source";
+    }
+    return text + "\n";
+}
+
 }  // namespace
 
 std::string Printable(std::string_view text) {
@@ -61,6 +76,7 @@ std::string FormatSummary(const Report& report) {
             Also(totals.filesCopied, "copied") + Also(totals.filesSkipped, "skipped") +
             Also(totals.filesFailed, "failed") +
             Also(totals.filesKept, "of them kept from an earlier run") + "\n";
+    text += LeftAloneLine(totals);
     text += CountOne(totals.commands, "command") + ": " + Count(totals.commandsCopied, "copied") +
             ", " + Count(totals.commandsConverted, "converted") +
             Also(totals.commandsFailed, "failed") + Also(totals.commandsUnreadable, "unreadable") +

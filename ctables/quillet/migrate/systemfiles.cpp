@@ -41,10 +41,6 @@ auto TimeOf(const FileStatus& status) {
 
 }  // namespace
 
-bool IsOlder(const FileStatus& left, const FileStatus& right) {
-    return TimeOf(left) < TimeOf(right);
-}
-
 std::string DescribeError(const std::error_code& error) {
     return error == std::errc::too_many_symbolic_link_levels
                ? "there is a link in its path, which is not followed"
@@ -168,12 +164,20 @@ bool NewFile::Write(std::string_view bytes) {
     return !m_error;
 }
 
-bool NewFile::Commit(const std::string& name, unsigned permissions) {
+bool NewFile::Complete(unsigned permissions) {
     if (!Flush()) return false;
     if (fchmod(m_file.Get(), permissions & kPermissionBits) != 0) return Fail(errno);
-    // A name must not be on the disk before the content is, or a power failure leaves it empty.
-    if (!SyncContent(m_file, m_error)) return false;
-    if (!m_file.Close()) return Fail(errno);
+    BeginSync(m_file);
+    return true;
+}
+
+// A name must not be on the disk before the content is, or a power failure leaves it empty.
+bool NewFile::Sync() {
+    if (m_error || !SyncContent(m_file, m_error)) return false;
+    return m_file.Close() || Fail(errno);
+}
+
+bool NewFile::Publish(const std::string& name) {
     if (!m_folder->Rename(m_temporaryName, name, m_error)) return false;
     m_temporaryName.clear();
     return true;
@@ -229,6 +233,12 @@ std::uint64_t StoredFile::Size() const {
     return ReadStatusOf(m_file, status, error) ? status.size : 0;
 }
 
+bool StoredFile::IsFree() const {
+    if (flock(m_file.Get(), LOCK_SH | LOCK_NB) != 0) return errno != EWOULDBLOCK;
+    static_cast<void>(flock(m_file.Get(), LOCK_UN));
+    return true;
+}
+
 std::unique_ptr<AppendedFile> AppendedFile::Open(std::shared_ptr<const Folder> folder,
                                                  const std::string& name, std::error_code& error) {
     // A run that just ended may have removed the file between the opening and the locking, which
@@ -266,6 +276,8 @@ std::unique_ptr<AppendedFile> AppendedFile::Open(std::shared_ptr<const Folder> f
 bool AppendedFile::Append(std::string_view bytes, std::error_code& error) {
     return WriteAll(m_file.Get(), bytes, error);
 }
+
+bool AppendedFile::Sync(std::error_code& error) { return SyncContent(m_file, error); }
 
 bool AppendedFile::Truncate(std::uint64_t size) {
     return ftruncate(m_file.Get(), static_cast<off_t>(size)) == 0;

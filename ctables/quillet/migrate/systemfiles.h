@@ -16,9 +16,6 @@
 
 namespace quillet::migrate {
 
-/// True when `left` was changed before `right`.
-[[nodiscard]] bool IsOlder(const FileStatus& left, const FileStatus& right);
-
 /// `error` in words; a link that was not followed is called just that.
 [[nodiscard]] std::string DescribeError(const std::error_code& error);
 
@@ -81,11 +78,20 @@ public:
 
     bool Write(std::string_view bytes) override;
 
-    /// Brings it to its medium and gives it its rights and its name in the folder, in place of
-    /// what had that name. Once.
-    [[nodiscard]] bool Commit(const std::string& name, unsigned permissions);
+    /// Writes the rest and gives it its rights.
+    [[nodiscard]] bool Complete(unsigned permissions);
+    /// Waits until it is on its medium. After `Complete`.
+    [[nodiscard]] bool Sync();
+    /// Gives it its name in the folder, in place of what had that name. After `Sync`.
+    [[nodiscard]] bool Publish(const std::string& name);
+    /// All three, once.
+    [[nodiscard]] bool Commit(const std::string& name, unsigned permissions) {
+        return Complete(permissions) && Sync() && Publish(name);
+    }
 
-    /// What went wrong in `Write` or `Commit`.
+    /// The folder that it is in.
+    [[nodiscard]] const std::shared_ptr<const Folder>& InFolder() const { return m_folder; }
+    /// What went wrong in any of these or in `Write`.
     [[nodiscard]] const std::error_code& Error() const { return m_error; }
 
 private:
@@ -118,6 +124,8 @@ public:
     /// Reads up to `size` bytes from `offset`, less only at the file's end. -1 on errors.
     [[nodiscard]] std::ptrdiff_t ReadAt(std::uint64_t offset, char* buffer, std::size_t size) const;
     [[nodiscard]] std::uint64_t Size() const;
+    /// False while another process has it as an `AppendedFile`.
+    [[nodiscard]] bool IsFree() const;
 
 private:
     explicit StoredFile(FileDescriptor file) : m_file(std::move(file)) {}
@@ -140,6 +148,8 @@ public:
 
     /// Appends `bytes`. After an error the file may end in a part of them.
     [[nodiscard]] bool Append(std::string_view bytes, std::error_code& error);
+    /// Waits until it is on its medium.
+    [[nodiscard]] bool Sync(std::error_code& error);
     /// Cuts it to `size` bytes.
     [[nodiscard]] bool Truncate(std::uint64_t size);
     /// Takes it out of its folder.

@@ -130,6 +130,22 @@ bool SyncContent(const FileDescriptor& file, std::error_code& error) {
     return isUnknown || Succeeded(result, error);
 }
 
+void BeginSync([[maybe_unused]] const FileDescriptor& file) {
+#ifdef SYNC_FILE_RANGE_WRITE
+    static_cast<void>(sync_file_range(file.Get(), 0, 0, SYNC_FILE_RANGE_WRITE));
+#endif
+}
+
+bool Folder::Sync(std::error_code& error) const {
+    // What is held may be searched alone, which is not enough here.
+    const FileDescriptor folder = OpenAt(m_folder.Get(), ".", O_RDONLY | O_DIRECTORY, error);
+    if (folder.IsOpen()) return SyncContent(folder, error);
+    // A folder that may not be read cannot be asked for, either.
+    const bool isForbidden = error == std::errc::permission_denied;
+    if (isForbidden) error.clear();
+    return isForbidden;
+}
+
 std::shared_ptr<const Folder> Folder::Hold(FileDescriptor folder, std::error_code& error) {
     FileStatus status;
     if (!folder.IsOpen() || !ReadStatusOf(folder, status, error)) return nullptr;

@@ -51,6 +51,10 @@ struct FileStatus {
 /// such thing.
 [[nodiscard]] bool SyncContent(const FileDescriptor& file, std::error_code& error);
 
+/// Has the system begin to bring what was written to the medium, where it can. To wait for one
+/// file after the other takes much less time when all are on their way.
+void BeginSync(const FileDescriptor& file);
+
 enum class FileAccess {
     kRead,    ///< A pipe is not waited for.
     kCreate,  ///< A file that there was not, for its owner alone, to be written.
@@ -103,6 +107,8 @@ public:
     /// Gives a file of this folder another name in it, in place of what had that name.
     [[nodiscard]] bool Rename(const std::string& from, const std::string& to,
                               std::error_code& error) const;
+    /// Waits until the names in it are on its medium. True also where that cannot be asked for.
+    [[nodiscard]] bool Sync(std::error_code& error) const;
     /// Removes a file or a link, no folder.
     [[nodiscard]] bool Remove(const std::string& name, std::error_code& error) const;
 
