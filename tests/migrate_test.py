@@ -342,6 +342,23 @@ class TreeTest(MigrateTest):
         self.assertEqual((dry["new.syn"], dry["stopped.syn"]), ("new", "new"))
         self.assertEqual(set(dry.values()), {None, "new", "kept"})
 
+    def test_patterns_that_match_nothing(self):
+        self.create("a.syn", ORDINARY)
+        self.create("b/c.txt", ORDINARY)
+        for patterns, named in (
+                (["*.sps"], b"--include *.sps"),
+                (["*.syn", "x/*", "*.old"], b"--include x/*, --include *.old"),
+                (["b"], b"--include b")):
+            with self.subTest(patterns):
+                options = [option for pattern in patterns for option in ("--include", pattern)]
+                run = self.migrate(*options, status=2)
+                self.assertEqual(run.stderr,
+                                 b"quillet-migrate: No file of SOURCE matches " + named + b"\n")
+                self.assertFalse(self.target.exists())
+        # What is excluded is there nevertheless.
+        self.migrate("--include", "*.syn", "--include", "*.txt", "--exclude", "b/*")
+        self.assertEqual(self.report()["totals"]["files"], 1)
+
 
 class KeptTest(MigrateTest):
     """Results that stand already, and what the journal says about them."""

@@ -99,5 +99,16 @@ TEST(MigratePatternTest, FiltersNames) {
     EXPECT_FALSE(filter.Accepts("new/X.syn"));
 }
 
+TEST(MigratePatternTest, TellsWhichPatternsMatch) {
+    const NameFilter filter({"*.syn", "*.sps", "a/*"}, {"old/*"});
+    std::vector<bool> areMatched;
+    filter.NoteIncluded("b.txt", areMatched);
+    EXPECT_EQ(areMatched, (std::vector<bool>{false, false, false}));
+    filter.NoteIncluded("old/B.SYN", areMatched);
+    EXPECT_EQ(areMatched, (std::vector<bool>{true, false, false}));
+    filter.NoteIncluded("a/b", areMatched);
+    EXPECT_EQ(areMatched, (std::vector<bool>{true, false, true}));
+}
+
 }  // namespace
 }  // namespace quillet::migrate

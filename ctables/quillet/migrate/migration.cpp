@@ -64,6 +64,7 @@ public:
         FileTree tree =
             m_singleFile.empty() ? WalkTree(*m_source, m_stop.get_token()) : TreeOfSingleFile();
         if (m_stop.stop_requested()) return kInterruptedStatus;
+        if (!CheckIncludes(tree, problem)) return Refuse(problem);
         FindTasks(std::move(tree));
         // Only now all folders of the source are known.
         if (!CheckAgainstSource(problem) || !MakeTarget(problem) || !OpenJournal(problem)) {
@@ -181,6 +182,23 @@ private:
         if (m_target->OpenFolder({}, folderProblem) != nullptr) return true;
         problem = folderProblem.message;
         return false;
+    }
+
+    // A pattern that matches nothing is a slip, and an archive that is left out is not noticed.
+    [[nodiscard]] bool CheckIncludes(const FileTree& tree, std::string& problem) const {
+        const NameFilter filter(m_settings.include, {});
+        std::vector<bool> areMatched(m_settings.include.size());
+        for (const TreeEntry& entry : tree.entries) {
+            // What cannot be read may hold anything, and will be told.
+            if (entry.kind == TreeEntry::Kind::kUnreadable) return true;
+            if (entry.kind == TreeEntry::Kind::kFile) filter.NoteIncluded(entry.path, areMatched);
+        }
+        for (std::size_t index = 0; index < areMatched.size(); ++index) {
+            if (areMatched[index]) continue;
+            problem += problem.empty() ? "No file of SOURCE matches " : ", ";
+            problem += "--include " + m_settings.include[index];
+        }
+        return problem.empty();
     }
 
     void FindTasks(FileTree tree) {

@@ -139,6 +139,13 @@ NameFilter::NameFilter(const std::vector<std::string>& include,
                        const std::vector<std::string>& exclude)
     : m_include(include.begin(), include.end()), m_exclude(exclude.begin(), exclude.end()) {}
 
+void NameFilter::NoteIncluded(std::string_view path, std::vector<bool>& areMatched) const {
+    areMatched.resize(m_include.size());
+    for (std::size_t index = 0; index < m_include.size(); ++index) {
+        if (!areMatched[index]) areMatched[index] = m_include[index].Matches(path);
+    }
+}
+
 bool NameFilter::Accepts(std::string_view path) const {
     return (m_include.empty() || MatchesAny(m_include, path)) && !MatchesAny(m_exclude, path);
 }

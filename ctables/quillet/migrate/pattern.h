@@ -56,6 +56,9 @@ public:
 
     [[nodiscard]] bool Accepts(std::string_view path) const;
 
+    /// Sets the value of each `include` pattern that matches `path`, be that excluded or not.
+    void NoteIncluded(std::string_view path, std::vector<bool>& areMatched) const;
+
 private:
     std::vector<NamePattern> m_include;
     std::vector<NamePattern> m_exclude;
