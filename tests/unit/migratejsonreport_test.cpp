@@ -542,17 +542,6 @@ TEST(MigrateJsonReportTest, CommandsThatHaveChangedAreRefused) {
     }
 }
 
-TEST(MigrateJsonReportTest, ALineOfAJournalIsLookedAtAsWell) {
-    const TemporaryFolder folder;
-    const std::string line = R"({"path":"a","outcome":"partly","copied":1,"commands":[]})";
-    for (const char* number : {"1", "-1", "1e300", "9007199254740992"}) {
-        const std::unique_ptr<StoredFile> file = folder.Store(
-            "journal", Replaced(line, "\"copied\":1", "\"copied\":" + std::string(number)) + "\n");
-        StoredText text(*file, 0, file->Size());
-        EXPECT_EQ(ReadFileLine(text).has_value(), std::string(number) == "1") << number;
-    }
-}
-
 TEST(MigrateJsonReportTest, DeepNestingIsNoDanger) {
     const TemporaryFolder folder;
     const std::string deep = "{\"x\":" + std::string(1000000, '[');
