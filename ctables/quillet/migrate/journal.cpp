@@ -82,7 +82,7 @@ std::optional<CommandsPlace> EarlierResults::CommandsOf(const JournalRecord& rec
     return CommandsPlace{pFile, commands.offset, commands.length};
 }
 
-std::unique_ptr<Journal> Journal::OpenFile(std::shared_ptr<const Folder> folder,
+std::unique_ptr<Journal> Journal::OpenFile(const std::shared_ptr<const Folder>& folder,
                                            const std::string& name, std::error_code& error) {
     std::unique_ptr<AppendedFile> file = AppendedFile::Open(folder, name, error);
     if (file == nullptr) return nullptr;
@@ -91,7 +91,7 @@ std::unique_ptr<Journal> Journal::OpenFile(std::shared_ptr<const Folder> folder,
     return std::unique_ptr<Journal>(new Journal(std::move(file), std::move(content)));
 }
 
-std::unique_ptr<Journal> Journal::Open(std::shared_ptr<const Folder> folder,
+std::unique_ptr<Journal> Journal::Open(const std::shared_ptr<const Folder>& folder,
                                        const std::string& name, const std::string& reportName,
                                        EarlierResults& earlier, std::error_code& error) {
     std::unique_ptr<Journal> journal = OpenFile(folder, name, error);
@@ -107,7 +107,7 @@ std::unique_ptr<Journal> Journal::Open(std::shared_ptr<const Folder> folder,
     return journal;
 }
 
-std::unique_ptr<Journal> Journal::OpenForReading(std::shared_ptr<const Folder> folder,
+std::unique_ptr<Journal> Journal::OpenForReading(const std::shared_ptr<const Folder>& folder,
                                                  const std::string& name,
                                                  const std::string& reportName,
                                                  const std::string& scratchName,
@@ -123,7 +123,7 @@ std::unique_ptr<Journal> Journal::OpenForReading(std::shared_ptr<const Folder> f
         error = std::make_error_code(std::errc::io_error);
         return nullptr;
     }
-    std::unique_ptr<Journal> journal = OpenFile(std::move(folder), scratchName, error);
+    std::unique_ptr<Journal> journal = OpenFile(folder, scratchName, error);
     if (journal == nullptr) return nullptr;
     journal->m_file->Remove();
     journal->m_isScratch = true;

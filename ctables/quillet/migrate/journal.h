@@ -68,7 +68,7 @@ public:
     /// a line that was not finished is cut off. `reportName` is that of the JSON report that
     /// belongs to it. Null with `error` set when that fails, as it does
     /// (`std::errc::resource_unavailable_try_again`) while another run uses it.
-    [[nodiscard]] static std::unique_ptr<Journal> Open(std::shared_ptr<const Folder> folder,
+    [[nodiscard]] static std::unique_ptr<Journal> Open(const std::shared_ptr<const Folder>& folder,
                                                        const std::string& name,
                                                        const std::string& reportName,
                                                        EarlierResults& earlier,
@@ -76,7 +76,7 @@ public:
     /// For runs that are not to leave a trace: reads what the journal holds, but writes to a file
     /// `scratchName`, which has gone from the folder when this returns.
     [[nodiscard]] static std::unique_ptr<Journal> OpenForReading(
-        std::shared_ptr<const Folder> folder, const std::string& name,
+        const std::shared_ptr<const Folder>& folder, const std::string& name,
         const std::string& reportName, const std::string& scratchName, EarlierResults& earlier,
         std::error_code& error);
 
@@ -104,9 +104,9 @@ private:
     Journal(std::unique_ptr<AppendedFile> file, std::shared_ptr<const StoredFile> content)
         : m_file(std::move(file)), m_content(std::move(content)) {}
 
-    [[nodiscard]] static std::unique_ptr<Journal> OpenFile(std::shared_ptr<const Folder> folder,
-                                                           const std::string& name,
-                                                           std::error_code& error);
+    [[nodiscard]] static std::unique_ptr<Journal> OpenFile(
+        const std::shared_ptr<const Folder>& folder, const std::string& name,
+        std::error_code& error);
     [[nodiscard]] bool AppendLine(std::string_view line, std::error_code& error);
     [[nodiscard]] bool AppendCommands(CommandSpool& commands, ContentHash& hash,
                                       std::error_code& error);

@@ -213,11 +213,12 @@ void JournalReader::Add(std::string_view piece) {
         const std::size_t lineFeed = piece.find('\n');
         const std::string_view part = piece.substr(0, lineFeed);
         // What is too long need not be kept; one byte more tells that it is.
-        if (m_line.size() < kLongestRecord && (!m_line.empty() || lineFeed == piece.npos)) {
+        if (m_line.size() < kLongestRecord &&
+            (!m_line.empty() || lineFeed == std::string_view::npos)) {
             m_line.append(part.substr(0, kLongestRecord - m_line.size()));
         }
         m_position += part.size();
-        if (lineFeed == piece.npos) return;
+        if (lineFeed == std::string_view::npos) return;
         ++m_position;
         m_endOfLines = m_position;
         if (std::optional<JournalRecord> record = ParseRecord(m_line.empty() ? part : m_line)) {

@@ -52,6 +52,7 @@ void ResultPublisher::Publish(std::vector<Pending> batch) {
     if (batch.empty()) return;
     std::error_code journalError;
     std::vector<bool> areSynced;
+    areSynced.reserve(batch.size());
     for (const Pending& pending : batch) areSynced.push_back(pending.result->Sync());
     const bool areRecorded = m_journal.Sync(journalError);
     for (std::size_t index = 0; index < batch.size(); ++index) {
