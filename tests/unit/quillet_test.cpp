@@ -559,6 +559,65 @@ TEST(QuilletTest, TwoConversionsRunSideBySide) {
     EXPECT_EQ(secondDifferences, 0);
 }
 
+// Whether two conversions that give the same also share nothing is what the thread sanitizer sees.
+TEST(QuilletTest, ManyThreadsConvertWhatOneConverts) {
+    struct Work {
+        std::string text;
+        Options options;
+        Conversion expected;
+    };
+    std::vector<Work> works;
+    for (const char* pText :
+         {"TABLES /OBSERVATION x /TABLE=a+b>c BY d /STATISTICS=MEAN(x 'm') COUNT(a (F5.1)).\n",
+          "TABLES /FTOTAL t 'all' /MRGROUP $m 'set' p q /TABLE=$m+t BY s /STATISTICS=CPCT($m).\n",
+          "TABLES /BREAK a /TABLE=x BY nofunc /STATISTICS=NOFUNC(x).\n",
+          "IGRAPH /X1=VAR(x) TYPE=CATEGORICAL /Y=VAR(y) /BAR(MEAN) LABEL VAL.\n",
+          "IGRAPH /VIEWNAME='v' /X1=VAR(x) /Y=VAR(y) /SCATTER COINCIDENT=JITTER(3).\n",
+          "IGRAPH /X1=VAR(x) /HISTOGRAM /BOX.\n", "LIST a 1e999 -1e-999.\n",
+          "TITLE '\xC3\xA4 \xEC\x84\xB1'.\nTABLES /TABLE=\xC3\xA4 /TITLE '\xEB\xB3\x84'.\n",
+          "TITLE '\xE4\xF6'.\nTABLES /TABLE=\xE4\xF6 /TITLE '\xFC'.\n",
+          "BEGIN DATA\n1 2\nEND DATA.\nDOCUMENT it's.\nLIST 'x.\n"}) {
+        for (const bool isBatch : {false, true}) {
+            for (const LegacyCodePage page :
+                 {LegacyCodePage::kWindows1252, LegacyCodePage::kSystem}) {
+                Options options;
+                options.batchMode = isBatch;
+                options.legacyCodePage = page;
+                works.push_back({pText, options, ConvertText(pText, options)});
+            }
+        }
+    }
+    constexpr std::size_t kThreads = 4;
+    constexpr std::size_t kRounds = 10;
+    std::vector<std::size_t> differences(kThreads);
+    {
+        std::vector<std::jthread> threads;
+        for (std::size_t thread = 0; thread < kThreads; ++thread) {
+            threads.emplace_back([&works, thread, &count = differences[thread]] {
+                for (std::size_t step = 0; step < kRounds * works.size(); ++step) {
+                    // Each thread is somewhere else.
+                    const Work& work = works[(step * (2 * thread + 1) + thread) % works.size()];
+                    const Conversion conversion = ConvertText(work.text, work.options);
+                    const bool isSame = conversion.output == work.expected.output &&
+                                        conversion.resultLines == work.expected.resultLines &&
+                                        conversion.diagnostics == work.expected.diagnostics &&
+                                        conversion.outcome == work.expected.outcome;
+                    if (!isSame) ++count;
+                }
+            });
+        }
+    }
+    EXPECT_EQ(differences, std::vector<std::size_t>(kThreads));
+    // The texts are what they are meant to be: most of them are converted, to many results.
+    const auto holds = [&works](std::string_view text) {
+        return std::count_if(works.begin(), works.end(), [text](const Work& work) {
+            return work.expected.output.find(text) != std::string::npos;
+        });
+    };
+    EXPECT_GE(holds("CTABLES\n"), 12);
+    EXPECT_GE(holds("GGRAPH\n"), 8);
+}
+
 // Commands, a frame and inline data, so that an error can come anywhere.
 std::string MixedText() {
     std::string text = "GET FILE='x'.\nIGRAPH\n /NONSENSE.\n\n* It's.\nBEGIN DATA\n";
@@ -875,10 +934,10 @@ constexpr int kTooMuchMemory = 10;
 }
 
 bool HasInstrumentedMemory() {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     return true;
 #elif defined(__has_feature)
-    return __has_feature(address_sanitizer);
+    return __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
 #else
     return false;
 #endif
