@@ -719,7 +719,7 @@ std::optional<std::int64_t> ParseTime(std::string_view text) {
         seconds >= std::chrono::minutes(1)) {
         return std::nullopt;
     }
-    const std::chrono::sys_seconds time = std::chrono::sys_days(date) + hours + minutes + seconds;
+    const std::chrono::sys_seconds time = std::chrono::sys_days{date} + hours + minutes + seconds;
     return time.time_since_epoch().count();
 }
 
