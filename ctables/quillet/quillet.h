@@ -132,7 +132,9 @@ enum class ErrorKind {
     kIgraphNotExpressible,
     kIgraphTooLarge,
     // Of any command.
-    kOutOfMemory,  ///< The command could not even be read; nothing after it was.
+    /// Memory ran out: for an unreadable command while it was read, for a failed one while it was
+    /// converted, which may go better another time.
+    kOutOfMemory,
     kUnknown,      ///< Nothing is known about the reason: a limit or a bug of the library.
 };
 

@@ -16,7 +16,7 @@ TEMPORARY = "quillet-tmp"
 
 # What differs from run to run in the report's other forms.
 VOLATILE = re.compile(
-    rb'"(?:started|target)":"[^"]*"|"(?:seconds|filesKept)":[^,}]*|,?"kept":true|'
+    rb'"(?:started|target)":"[^"]*"|"(?:seconds|filesKept)":[^,}]*|,?"kept":true|,?"result":"(?:new|kept)"|'
     rb' (?:time|timestamp)="[^"]*"')
 
 STATUS_OF_TROUBLE = 2
@@ -117,9 +117,16 @@ def comparable(report):
     for name in ("started", "seconds", "target"):
         report.pop(name, None)
     report["totals"] = {**report["totals"], "filesKept": 0}
-    report["files"] = [{name: value for name, value in file.items() if name != "kept"}
-                       for file in report["files"]]
+    report["files"] = [comparable_file(file) for file in report["files"]]
     return report
+
+
+def comparable_file(file):
+    """A result that is whole may be of this run or of the one before."""
+    file = {name: value for name, value in file.items() if name != "kept"}
+    if file.get("result") == "kept":
+        file["result"] = "new"
+    return file
 
 
 @dataclasses.dataclass(frozen=True)

@@ -11,7 +11,7 @@ ParseStatus ParseTables(TablesCommand& command) {
 #endif
     auto status = static_cast<ParseStatus>(tbtryyparse(command));
     // What is left of a command that was given up may parse.
-    if (command.IsGivenUp()) status = ParseStatus::kAborted;
+    if (command.GivenUpFor() != Shortage::kNone) status = ParseStatus::kAborted;
     // The whole command may have been reduced before the mistake behind it was found.
     if (status != ParseStatus::kSuccess) command.SetParseResult(nullptr);
     return status;

@@ -12,6 +12,7 @@ namespace quillet {
 /// The part of a `CommandReport` that the conversion of a command knows; it owns its texts.
 struct CommandResult {
     bool isConverted = false;
+    bool isOutOfMemory = false;  ///< It was the system's memory that a conversion failed for.
     std::string generated;   ///< Whole commands, each with its period.
     long generatedLine = 0;  ///< As in `CommandReport`.
     std::vector<std::string> warnings;

@@ -91,9 +91,9 @@ Replacement ReplaceWithinBudget(TAVQTokenSequence* pSequence) {
             if (replacement.errorKind == ErrorKind::kNone) EndWithPeriod(replacement.text);
             return replacement;
         } catch (const CommandTooLarge&) {
-            // The same as below.
+            // Told below.
         } catch (const std::bad_alloc&) {
-            // The same as below.
+            return {ErrorKind::kOutOfMemory, std::string(kIgraphTooLargeText)};
         }
     }
     return {ErrorKind::kIgraphTooLarge, std::string(kIgraphTooLargeText)};

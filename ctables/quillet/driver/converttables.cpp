@@ -92,7 +92,7 @@ ErrorKind ErrorKindOf(TablesErrorKind kind) {
 // The facts that `ReportTablesFailure` writes. Without a report there is only the failure.
 void DescribeFailure(const ReportEntry& entry, long lineOffset, CommandResult& result) {
     result.generated.clear();
-    result.errorKind = ErrorKindOf(entry.kind);
+    result.errorKind = result.isOutOfMemory ? ErrorKind::kOutOfMemory : ErrorKindOf(entry.kind);
     if (entry.kind == TablesErrorKind::kNone) return;
     result.errorLine = entry.line + lineOffset;
     result.errorColumn = entry.column + 1;
@@ -124,9 +124,11 @@ ReportEntry Convert(const CodePage& codePage, TAVQTokenSequence* pSequence, Comm
         result.isConverted = ConvertToCtables(command, codePage, result.generated);
         if (result.isConverted) EndWithPeriod(result.generated);
         result.warnings = command.Warnings();
+        result.isOutOfMemory = command.GivenUpFor() == Shortage::kMemory;
         return command.FirstReport();
     } catch (const std::bad_alloc&) {
         result = {};
+        result.isOutOfMemory = true;
         return TooLarge();
     }
 }

@@ -264,14 +264,16 @@ private:
         const std::string& text = m_commands.CommandText();
         std::string source = text;
         EndWithPeriod(source);
-        const std::unique_ptr<TAVQTokenSequence> sequence = MakeSequence(text);
+        bool isOutOfMemory = false;
+        const std::unique_ptr<TAVQTokenSequence> sequence = MakeSequence(text, isOutOfMemory);
         WriteCommand(beginComment, m_out, 0);
         WriteCommentedOut(text, m_out);
         WriteCommand(endComment, m_out, 0);
         if (sequence != nullptr) sequence->SetNextIndex(0);
-        TellOfResult(
-            type, source,
-            step(m_codePage, sequence.get(), m_out, m_commands.StartLine() - 1, m_listener));
+        CommandResult result =
+            step(m_codePage, sequence.get(), m_out, m_commands.StartLine() - 1, m_listener);
+        if (isOutOfMemory) result.errorKind = ErrorKind::kOutOfMemory;
+        TellOfResult(type, source, std::move(result));
     }
 
     void TellOfCopy() {
@@ -317,12 +319,14 @@ private:
     }
 
     // The command's tokens; null when they take too much memory.
-    [[nodiscard]] std::unique_ptr<TAVQTokenSequence> MakeSequence(const std::string& text) const {
+    [[nodiscard]] std::unique_ptr<TAVQTokenSequence> MakeSequence(const std::string& text,
+                                                                  bool& isOutOfMemory) const {
         try {
             return std::make_unique<TAVQTokenSequence>(m_codePage, text, m_batchMode, 0);
         } catch (const CommandTooLarge&) {
             return nullptr;
         } catch (const std::bad_alloc&) {
+            isOutOfMemory = true;
             return nullptr;
         }
     }

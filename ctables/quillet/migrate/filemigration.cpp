@@ -110,8 +110,12 @@ public:
         m_commands.Add(CommandJson(report, m_encoding));
         if (report.outcome == CommandOutcome::kConverted) return;
         m_progress.failures.fetch_add(1, std::memory_order_relaxed);
+        m_isOutOfMemory = m_isOutOfMemory || report.errorKind == ErrorKind::kOutOfMemory;
         AddError(quillet::NameOf(report.errorKind));
     }
+
+    // A result that lacks a command for want of memory must not be kept as if it were whole.
+    [[nodiscard]] bool IsOutOfMemory() const { return m_isOutOfMemory; }
 
 private:
     std::int64_t& CounterOf(CommandOutcome outcome) {
@@ -137,6 +141,7 @@ private:
     CommandSpool& m_commands;
     ProgressCounters& m_progress;
     TextEncoding m_encoding = TextEncoding::kUtf8;
+    bool m_isOutOfMemory = false;
     int m_diagnostics = 0;
 };
 
@@ -365,7 +370,8 @@ Outcome FileMigration::Convert(TextInput& input, TextOutput& output) {
     Options options;
     options.batchMode = m_context.options.batchMode;
     options.legacyCodePage = LegacyCodePage::kSystem;
-    return ConvertStream(input, output, collector, options);
+    const Outcome outcome = ConvertStream(input, output, collector, options);
+    return collector.IsOutOfMemory() ? Outcome::kOutOfMemory : outcome;
 }
 
 void FileMigration::NoteOutcome(Outcome outcome) {

@@ -82,7 +82,7 @@ TablesCommand::TablesCommand(const CodePage& codePage, TokenSequenceBase* pTokSe
     : m_codePage(codePage), m_pTokSeq(pTokSeq) {}
 
 TablesToken TablesCommand::NextToken() {
-    if (!QUILLET_ASSERT(m_pTokSeq, "m_pTokSeq") || m_isGivenUp) return {};
+    if (!QUILLET_ASSERT(m_pTokSeq, "m_pTokSeq") || m_shortage != Shortage::kNone) return {};
     if (m_position == 0) return FirstToken();
     Advance();
     if (AtSubcommandEnd()) return EndSubcommand();
@@ -113,7 +113,7 @@ std::unique_ptr<TbTrParseNode> TablesCommand::ReleaseParseResult() {
 void TablesCommand::AddReport(ReportEntry entry) { m_reports.push_back(std::move(entry)); }
 
 ReportEntry TablesCommand::FirstReport() const {
-    if (m_isGivenUp) {
+    if (m_shortage != Shortage::kNone) {
         return {TablesErrorKind::kTableTooLarge,
                 m_placeGivenUp.last_line,
                 m_placeGivenUp.last_column,
@@ -123,9 +123,9 @@ ReportEntry TablesCommand::FirstReport() const {
     return m_reports.empty() ? ReportEntry{} : m_reports.front();
 }
 
-void TablesCommand::GiveUp() noexcept {
-    if (m_isGivenUp) return;
-    m_isGivenUp = true;
+void TablesCommand::GiveUp(Shortage shortage) noexcept {
+    if (m_shortage != Shortage::kNone) return;
+    m_shortage = shortage;
     if (m_pTokSeq == nullptr || AtEnd()) return;
     m_placeGivenUp.last_line = m_pTokSeq->Line();
     m_placeGivenUp.last_column = m_pTokSeq->Column();

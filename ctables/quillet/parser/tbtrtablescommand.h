@@ -60,6 +60,13 @@ struct ReportEntry {
     std::string text;                   ///< A function or variable name; may be empty.
 };
 
+/// What a command had too little of.
+enum class Shortage {
+    kNone,
+    kBudget,  ///< It asks for more than any command may.
+    kMemory,  ///< The system had no more; another time it may have.
+};
+
 /// A token as the grammar sees it. At the end of the command the code is 0 and the token null.
 struct TablesToken {
     NodeType code = kNoNodeType;
@@ -104,8 +111,9 @@ public:
 
     /// Notes that the command is too large to be converted, at the token that is the current one.
     /// From now on there are no more tokens. Takes no memory.
-    void GiveUp() noexcept;
-    [[nodiscard]] bool IsGivenUp() const { return m_isGivenUp; }
+    void GiveUp(Shortage shortage) noexcept;
+    /// What the command was given up for; `kNone` when it was not.
+    [[nodiscard]] Shortage GivenUpFor() const { return m_shortage; }
 
     void AddWarning(std::string text);
     /// In the order raised.
@@ -171,7 +179,7 @@ private:
     bool m_isCopying = false;          // they are being delivered once more
 
     std::unique_ptr<TbTrParseNode> m_parseResult;
-    bool m_isGivenUp = false;
+    Shortage m_shortage = Shortage::kNone;
     TablesLocation m_placeGivenUp;
     std::vector<ReportEntry> m_reports;
     std::vector<std::string> m_warnings;

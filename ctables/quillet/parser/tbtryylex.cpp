@@ -60,9 +60,9 @@ int tbtryylex(OpaqueValue* pValue, TablesLocation* pLocation, TablesCommand& com
     try {
         return ReadToken(pValue, pLocation, command);
     } catch (const CommandTooLarge&) {
-        command.GiveUp();
+        command.GiveUp(Shortage::kBudget);
     } catch (const std::bad_alloc&) {
-        command.GiveUp();
+        command.GiveUp(Shortage::kMemory);
     }
     return 0;
 }
