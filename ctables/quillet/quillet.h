@@ -135,7 +135,7 @@ enum class ErrorKind {
     /// Memory ran out: for an unreadable command while it was read, for a failed one while it was
     /// converted, which may go better another time.
     kOutOfMemory,
-    kUnknown,      ///< Nothing is known about the reason: a limit or a bug of the library.
+    kUnknown,  ///< Nothing is known about the reason: a limit or a bug of the library.
 };
 
 /// A short name of lower-case words and hyphens, such as "tables-syntax", that stays the same

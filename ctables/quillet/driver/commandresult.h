@@ -13,8 +13,8 @@ namespace quillet {
 struct CommandResult {
     bool isConverted = false;
     bool isOutOfMemory = false;  ///< It was the system's memory that a conversion failed for.
-    std::string generated;   ///< Whole commands, each with its period.
-    long generatedLine = 0;  ///< As in `CommandReport`.
+    std::string generated;       ///< Whole commands, each with its period.
+    long generatedLine = 0;      ///< As in `CommandReport`.
     std::vector<std::string> warnings;
     ErrorKind errorKind = ErrorKind::kNone;
     long errorLine = 0;

@@ -126,6 +126,13 @@ private:
     int m_links = 0;                     // that were taken
 };
 
+// Any other error tells nothing about the link.
+bool LeadsNowhere(const std::error_code& error) {
+    return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory ||
+           error == std::errc::too_many_symbolic_link_levels ||
+           error == std::errc::permission_denied || error == std::errc::filename_too_long;
+}
+
 class TreeWalk {
 public:
     explicit TreeWalk(const Folder& root) : m_root(root), m_links(root) {}
@@ -238,6 +245,9 @@ private:
         std::error_code error;
         LinkResolver::Destination destination;
         if (!m_links.Resolve(folder, folderPath, name, destination, error)) {
+            if (!LeadsNowhere(error)) {
+                return Add(std::move(relative), TreeEntry::Kind::kUnreadable, error.message());
+            }
             return AddLink(std::move(relative), "a link that leads nowhere: " + error.message());
         }
         if (!destination.place) {
