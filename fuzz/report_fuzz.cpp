@@ -44,7 +44,8 @@ public:
 
 bool IsSame(const FileFacts& left, const FileFacts& right) {
     return left.path == right.path && left.outcome == right.outcome &&
-           left.isKept == right.isKept && left.bytes == right.bytes &&
+           left.result == right.result && left.hasSourceChanged == right.hasSourceChanged &&
+           left.isLinkNotFollowed == right.isLinkNotFollowed && left.bytes == right.bytes &&
            left.modified == right.modified && left.encoding == right.encoding &&
            left.lines == right.lines && left.copied == right.copied &&
            left.converted == right.converted && left.failed == right.failed &&
