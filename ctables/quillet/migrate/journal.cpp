@@ -29,11 +29,13 @@ std::optional<std::uint64_t> EarlierResults::Read(std::shared_ptr<const StoredFi
     m_journal = std::move(journal);
     m_report = std::move(report);
     JournalReader reader([this](JournalRecord record) { Add(std::move(record)); });
-    const bool isRead =
-        CopyStoredText(*m_journal, 0, m_journal->Size(), [&reader](const std::string& piece) {
-            reader.Add(piece);
-            return true;
-        });
+    // A journal that seems empty would be written anew without what it holds.
+    const std::optional<std::uint64_t> size = m_journal->KnownSize();
+    if (!size) return std::nullopt;
+    const bool isRead = CopyStoredText(*m_journal, 0, *size, [&reader](const std::string& piece) {
+        reader.Add(piece);
+        return true;
+    });
     return isRead ? std::optional(reader.EndOfLines()) : std::nullopt;
 }
 

@@ -227,10 +227,11 @@ std::ptrdiff_t StoredFile::ReadAt(std::uint64_t offset, char* buffer, std::size_
     return static_cast<std::ptrdiff_t>(total);
 }
 
-std::uint64_t StoredFile::Size() const {
+std::optional<std::uint64_t> StoredFile::KnownSize() const {
     FileStatus status;
     std::error_code error;
-    return ReadStatusOf(m_file, status, error) ? status.size : 0;
+    if (!ReadStatusOf(m_file, status, error)) return std::nullopt;
+    return status.size;
 }
 
 bool StoredFile::IsFree() const {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -123,7 +124,10 @@ public:
 
     /// Reads up to `size` bytes from `offset`, less only at the file's end. -1 on errors.
     [[nodiscard]] std::ptrdiff_t ReadAt(std::uint64_t offset, char* buffer, std::size_t size) const;
-    [[nodiscard]] std::uint64_t Size() const;
+    /// Its size in bytes now; nothing when the system does not tell.
+    [[nodiscard]] std::optional<std::uint64_t> KnownSize() const;
+    /// The same, and 0 when the system does not tell.
+    [[nodiscard]] std::uint64_t Size() const { return KnownSize().value_or(0); }
     /// False while another process has it as an `AppendedFile`.
     [[nodiscard]] bool IsFree() const;
 
