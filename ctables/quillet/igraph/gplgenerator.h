@@ -19,8 +19,8 @@ public:
     /// behind two blanks. Where GPL cannot express the graph, sets the error message of the
     /// specification and returns an empty text. For an incomplete specification the message is
     /// that of an empty chart, behind an assertion. Throws `CommandTooLarge` when names repeated
-    /// in element after element exceed the budget of the specification. Linear in the
-    /// specification and the text.
+    /// in element after element exceed the command's budget. Linear in the command
+    /// and the text.
     [[nodiscard]] std::string getGPL();
 
 private:
