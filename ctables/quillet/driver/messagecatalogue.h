@@ -46,9 +46,6 @@ inline constexpr std::string_view kIgraphNotValid =
 inline constexpr std::string_view kIgraphTooLargeText =
     "*IGRAPH conversion is not possible: the command is too large";
 
-// What comments begin with that are messages.
-inline constexpr std::string_view kStars = "***** ";
-
 // Why a text cannot be cut into tokens.
 inline constexpr std::string_view kTokenizingPosition =
     "Error while tokenizing input syntax file. Line %ld, column %d.";

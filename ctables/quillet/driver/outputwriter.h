@@ -28,7 +28,10 @@ void WriteLastLines(std::string_view lines, OutputFile& out);
 /// after a final line feed, which ends in a period.
 void WriteCommentedOut(std::string_view text, OutputFile& out);
 
-/// Writes a message as a comment line that begins with "***** ".
+/// What comments begin with that are messages.
+inline constexpr std::string_view kStars = "***** ";
+
+/// Writes a message as a comment line that begins with `kStars`.
 void WriteStarred(std::string_view message, OutputFile& out);
 
 /// Why a text cannot be cut into tokens; empty for an error without a kind. A kind that there is
