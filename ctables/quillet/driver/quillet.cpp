@@ -256,8 +256,9 @@ private:
         if (!m_lines.Failed()) WriteLastLines(m_commands.CommandText(), m_out);
     }
 
-    // Whatever may find no memory comes before the first line that is written, or does without it:
-    // a frame is there as a whole or not at all.
+    // The texts for the listener are made before the first line is written, so that a frame that is
+    // complete is never told to be what memory was not enough for. The messages of a failure are
+    // made while they are written; without memory for them the frame ends after the source.
     template <class Step>
     void Convert(CommandType type, std::string_view beginComment, std::string_view endComment,
                  Step step) {
