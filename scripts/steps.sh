@@ -1,7 +1,7 @@
 # Runs the steps of a test run one after the other and keeps count. To be sourced by bash.
 #
 # A step that prints how many of its tests passed and failed (as GoogleTest, unittest and the
-# golden runner do) counts with those numbers, any other as one.
+# golden runner do) counts with those numbers, any other as one. How long it took is told as well.
 
 passed=0
 failed=0
@@ -15,7 +15,7 @@ first_number() {
 
 # step NAME COMMAND...
 step() {
-    local name=$1 status=0 good bad total
+    local name=$1 status=0 good bad total start=$SECONDS
     shift
     echo "== $name"
     "$@" >"$steps_log" 2>&1 || status=$?
@@ -34,7 +34,7 @@ step() {
     if [ "$status" -ne 0 ] && [ "$bad" -eq 0 ]; then bad=1; fi
     if [ "$status" -eq 0 ] && [ "$good" -eq 0 ]; then good=1; fi
     if [ "$status" -ne 0 ]; then tail -n 100 "$steps_log"; fi
-    echo "   $good passed, $bad failed"
+    echo "   $good passed, $bad failed ($((SECONDS - start)) s)"
     passed=$((passed + good))
     failed=$((failed + bad))
 }

@@ -152,7 +152,8 @@ void ReadCommands(MemberReader& reader, StoredCommands& commands) {
 }
 
 OrderedJson CommandsJson(const StoredCommands& commands) {
-    OrderedJson json;
+    // Not a null that becomes an object: should memory run out just then, a broken one is destroyed.
+    OrderedJson json = OrderedJson::object();
     for (const auto& [value, pName] : kPlaces) {
         if (commands.place == value) json["in"] = pName;
     }
