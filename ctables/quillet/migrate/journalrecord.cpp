@@ -152,7 +152,7 @@ void ReadCommands(MemberReader& reader, StoredCommands& commands) {
 }
 
 OrderedJson CommandsJson(const StoredCommands& commands) {
-    // Not a null that becomes an object: should memory run out just then, a broken one is destroyed.
+    // Not a null that becomes an object: a broken one would be destroyed if memory ran out then.
     OrderedJson json = OrderedJson::object();
     for (const auto& [value, pName] : kPlaces) {
         if (commands.place == value) json["in"] = pName;
