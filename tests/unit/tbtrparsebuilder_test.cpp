@@ -125,10 +125,10 @@ TEST(TbTrParseBuilderTest, ReportsRecordWhereTheirRuleEnds) {
              Value word(Word(SP_NONVARNAME, "!x"));
              Value right(Word(SP_RPAREN));
              Value result;
-             EXPECT_FALSE(BuildParenthesisedWord(command, At(3, 14), result, left, word, right));
+             EXPECT_FALSE(BuildParenthesizedWord(command, At(3, 14), result, left, word, right));
              EXPECT_TRUE(result.IsEmpty());
          },
-         TablesErrorKind::kParenthesisedWord, kNoNodeType, "reportParenthesisedWord \n"},
+         TablesErrorKind::kParenthesizedWord, kNoNodeType, "reportParenthesizedWord \n"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -447,7 +447,7 @@ TEST(TbTrParseBuilderTest, WordsInParentheses) {
         Value right(Word(SP_RPAREN));
         Value result;
         const bool built =
-            BuildParenthesisedWord(parsed.command, At(1, 1), result, left, word, right);
+            BuildParenthesizedWord(parsed.command, At(1, 1), result, left, word, right);
         EXPECT_EQ(built, !result.IsEmpty());
         EXPECT_EQ(result.Text(), c.expected);
         EXPECT_EQ(parsed.command.FirstReport().kind == TablesErrorKind::kNone, built);
@@ -470,7 +470,7 @@ TEST(TbTrParseBuilderTest, ExpressionsInParentheses) {
         {"a variable that is spelt so", Variable("LABEL"), "LABELS", TablesErrorKind::kNone},
         {"a marker", Node(TB_LABELS), "LABELS", TablesErrorKind::kNone},
         {"an operation", Operand("+(ab)"), "PLUS(a b)", TablesErrorKind::kNone},
-        {"a word that is no variable", noVariable, "empty", TablesErrorKind::kParenthesisedWord},
+        {"a word that is no variable", noVariable, "empty", TablesErrorKind::kParenthesizedWord},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -479,7 +479,7 @@ TEST(TbTrParseBuilderTest, ExpressionsInParentheses) {
         Value right(Word(SP_RPAREN));
         Value result;
         EXPECT_EQ(
-            BuildParenthesisedExpression(parsed.command, At(1, 1), result, left, inner, right),
+            BuildParenthesizedExpression(parsed.command, At(1, 1), result, left, inner, right),
             c.kind == TablesErrorKind::kNone);
         EXPECT_EQ(result.Text(), c.expected);
         EXPECT_EQ(parsed.command.FirstReport().kind, c.kind);
@@ -765,7 +765,7 @@ TEST(TbTrParseBuilderTest, AWordInParenthesesMustBeOne) {
     Value word(Number(5));
     Value right(Word(SP_RPAREN));
     Value result;
-    EXPECT_FALSE(BuildParenthesisedWord(parsed.command, At(1, 1), result, left, word, right));
+    EXPECT_FALSE(BuildParenthesizedWord(parsed.command, At(1, 1), result, left, word, right));
     EXPECT_EQ(assertions.Texts(), Texts{"type == SP_VARNAME || type == SP_NONVARNAME"});
     EXPECT_EQ(parsed.command.FirstReport().kind, TablesErrorKind::kNone);
 }

@@ -864,8 +864,8 @@ bool BuildMarkerOrVariable(TablesCommand& command, const TablesLocation& locatio
     } else if (isSpelt(kLabelsWord)) {
         leaf = MakeKeywordNode(TB_LABELS, noToken);
     } else if (leaf->GetNodeType() != SP_VARNAME) {
-        AddTrace(command, "reportParenthesisedWord ", "");
-        AddReport(command, TablesErrorKind::kParenthesisedWord, location, kNoNodeType);
+        AddTrace(command, "reportParenthesizedWord ", "");
+        AddReport(command, TablesErrorKind::kParenthesizedWord, location, kNoNodeType);
         return false;
     }
     if (!leaf) throw std::bad_alloc();
@@ -957,7 +957,7 @@ OpaqueValue BuildTable(TablesCommand& command, const TablesLocation& location, O
                            tableExpressionLayers);
 }
 
-bool BuildParenthesisedWord(TablesCommand& command, const TablesLocation& location,
+bool BuildParenthesizedWord(TablesCommand& command, const TablesLocation& location,
                             OpaqueValue& result, OpaqueValue& leftParen, OpaqueValue& word,
                             OpaqueValue& rightParen) {
     const ConsumedValues consumed(leftParen, word, rightParen);
@@ -974,7 +974,7 @@ bool BuildParenthesisedWord(TablesCommand& command, const TablesLocation& locati
     return leaf && BuildMarkerOrVariable(command, location, result, std::move(leaf));
 }
 
-bool BuildParenthesisedExpression(TablesCommand& command, const TablesLocation& location,
+bool BuildParenthesizedExpression(TablesCommand& command, const TablesLocation& location,
                                   OpaqueValue& result, OpaqueValue& leftParen,
                                   OpaqueValue& tableExpression, OpaqueValue& rightParen) {
     const ConsumedValues consumed(leftParen, tableExpression, rightParen);

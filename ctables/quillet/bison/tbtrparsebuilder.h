@@ -232,13 +232,13 @@ OpaqueValue BuildTable(TablesCommand& command, const TablesLocation& location, O
 /// Sets `result` to the `TB_STATISTICS` or `TB_LABELS` node that a word in parentheses stands
 /// for (its first three letters decide). False, with a report and an empty result, for any other
 /// word.
-[[nodiscard]] bool BuildParenthesisedWord(TablesCommand& command, const TablesLocation& location,
+[[nodiscard]] bool BuildParenthesizedWord(TablesCommand& command, const TablesLocation& location,
                                           OpaqueValue& result, OpaqueValue& leftParen,
                                           OpaqueValue& word, OpaqueValue& rightParen);
 
 /// The same for an expression in parentheses: a single variable may be spelt like one of the two
 /// words, everything else comes out as it is.
-[[nodiscard]] bool BuildParenthesisedExpression(TablesCommand& command,
+[[nodiscard]] bool BuildParenthesizedExpression(TablesCommand& command,
                                                 const TablesLocation& location, OpaqueValue& result,
                                                 OpaqueValue& leftParen,
                                                 OpaqueValue& tableExpression,

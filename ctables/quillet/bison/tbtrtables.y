@@ -461,8 +461,8 @@ table:
 
 tableExpression:
     SP_VARNAME                                                   { BUILD($$ = BuildVariable($1)); }
-  | SP_LPAREN SP_NONVARNAME SP_RPAREN                            { BUILD_OR_ABORT(BuildParenthesisedWord(command, @$, $$, $1, $2, $3)); }
-  | SP_LPAREN tableExpression SP_RPAREN                          { BUILD_OR_ABORT(BuildParenthesisedExpression(command, @$, $$, $1, $2, $3)); }
+  | SP_LPAREN SP_NONVARNAME SP_RPAREN                            { BUILD_OR_ABORT(BuildParenthesizedWord(command, @$, $$, $1, $2, $3)); }
+  | SP_LPAREN tableExpression SP_RPAREN                          { BUILD_OR_ABORT(BuildParenthesizedExpression(command, @$, $$, $1, $2, $3)); }
   | tableExpression SP_PLUS tableExpression                      { BUILD($$ = BuildOperation($1, $2, $3)); }
   | SP_LPAREN tableExpression SP_PLUS tableExpression SP_RPAREN  { BUILD($$ = BuildOperation($1, $2, $3, $4, $5)); }
   | tableExpression SP_GREATERTHAN tableExpression               { BUILD($$ = BuildOperation($1, $2, $3)); }

@@ -25,7 +25,7 @@ std::string_view MessageOf(TablesErrorKind kind) {
             return kBadSubcommand;
         case TablesErrorKind::kObservationRange:
             return kObservationRangeText;
-        case TablesErrorKind::kParenthesisedWord:
+        case TablesErrorKind::kParenthesizedWord:
             return kBadParenthesizedWord;
         case TablesErrorKind::kGeneric:
             return kBadTablesSyntax;
@@ -65,7 +65,7 @@ ErrorKind ErrorKindOf(TablesErrorKind kind) {
             return ErrorKind::kSubcommandSyntax;
         case TablesErrorKind::kObservationRange:
             return ErrorKind::kObservationRange;
-        case TablesErrorKind::kParenthesisedWord:
+        case TablesErrorKind::kParenthesizedWord:
             return ErrorKind::kParenthesizedWord;
         case TablesErrorKind::kGeneric:
             return ErrorKind::kTablesSyntax;

@@ -39,7 +39,7 @@ enum class TablesErrorKind : int {
     kNone = 0,
     kSubcommandArgument = 1,
     kObservationRange = 2,
-    kParenthesisedWord = 3,
+    kParenthesizedWord = 3,
     kGeneric = 4,
     kUnknownSummaryFunction = 5,
     kUnknownSortFunction = 6,
