@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "platform/blocksize.h"
+
 namespace quillet {
 
 namespace {
-
-constexpr std::size_t kBlockSize = 128UL * 1024;
 
 // Lines of this many bytes are worth a call of their own; fewer are gathered first.
 constexpr std::size_t kLargeRun = 16UL * 1024;

@@ -15,6 +15,7 @@
 #include "driver/outputfile.h"
 #include "driver/outputwriter.h"
 #include "platform/assertion.h"
+#include "platform/blocksize.h"
 #include "platform/codepage.h"
 #include "platform/linereader.h"
 #include "tokenizer/parseerror.h"
@@ -24,9 +25,6 @@
 namespace quillet {
 
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::size_t kBlockSize = 128UL * 1024;
 
 // A command is recognised by this many bytes of its first word.
 constexpr std::size_t kWordBytesCompared = 3;

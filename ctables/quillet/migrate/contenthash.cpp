@@ -7,11 +7,12 @@
 #include <charconv>
 #include <vector>
 
+#include "platform/blocksize.h"
+
 namespace quillet::migrate {
 
 namespace {
 
-constexpr std::size_t kBlockSize = 128UL * 1024;
 constexpr std::size_t kHalfDigits = 16;
 constexpr int kBase = 16;
 

@@ -6,13 +6,12 @@
 #include <vector>
 
 #include "migrate/jsonreport.h"
+#include "platform/blocksize.h"
 #include "quillet.h"
 
 namespace quillet::migrate {
 
 namespace {
-
-constexpr std::size_t kBlockSize = 128UL * 1024;
 
 // Counts lines and bytes, and hashes them, when the text is read for the second time, which is the
 // time when it is converted.

@@ -12,13 +12,13 @@
 #include <tuple>
 #include <utility>
 
+#include "platform/blocksize.h"
 #include "platform/descriptor.h"
 
 namespace quillet::migrate {
 
 namespace {
 
-constexpr std::size_t kBufferSize = 128UL * 1024;
 constexpr mode_t kPermissionBits = 0777;
 
 std::error_code ErrorOf(int number) { return {number, std::generic_category()}; }
@@ -124,7 +124,7 @@ NewFile::NewFile(FileDescriptor file, std::shared_ptr<const Folder> folder,
     : m_file(std::move(file)),
       m_folder(std::move(folder)),
       m_temporaryName(std::move(temporaryName)) {
-    m_buffer.reserve(kBufferSize);
+    m_buffer.reserve(kBlockSize);
 }
 
 std::unique_ptr<NewFile> NewFile::Create(std::shared_ptr<const Folder> folder,
@@ -158,8 +158,8 @@ bool NewFile::Flush() {
 }
 
 bool NewFile::Write(std::string_view bytes) {
-    if (m_buffer.size() + bytes.size() > kBufferSize && !Flush()) return false;
-    if (bytes.size() > kBufferSize) return WriteAll(m_file.Get(), bytes, m_error);
+    if (m_buffer.size() + bytes.size() > kBlockSize && !Flush()) return false;
+    if (bytes.size() > kBlockSize) return WriteAll(m_file.Get(), bytes, m_error);
     m_buffer.append(bytes);
     return !m_error;
 }

@@ -2,14 +2,9 @@
 
 #include <algorithm>
 
+#include "platform/blocksize.h"
+
 namespace quillet {
-
-namespace {
-
-constexpr std::size_t kBlockSize = 128UL * 1024;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-}  // namespace
 
 LineReader::LineReader(TextInput& input) : m_input(input), m_buffer(kBlockSize) {}
 

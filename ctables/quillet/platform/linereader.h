@@ -11,6 +11,9 @@
 
 namespace quillet {
 
+/// What some programs begin a text in UTF-8 with.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 /// Cuts the bytes of a `TextInput` into lines. CR LF is read as LF; a lone CR stays a byte of
 /// its line. Keeps one block of the input, or one line when that is longer.
 class LineReader {
@@ -18,7 +21,7 @@ public:
     /// `input` is borrowed and read from where it stands.
     explicit LineReader(TextInput& input);
 
-    /// Steps over a UTF-8 byte-order mark. Only before the first line; true when there was one.
+    /// Steps over a `kByteOrderMark`. Only before the first line; true when there was one.
     [[nodiscard]] bool SkipByteOrderMark();
 
     /// Sets `line` to the next line without its line end; true when there was one. The view is
