@@ -11,7 +11,7 @@
 #include "platform/assertion.h"
 #include "platform/codepage.h"
 #include "tokenizer/parseerror.h"
-#include "tokenizer/tavqtokenvector.h"
+#include "tokenizer/tokensurvey.h"
 
 namespace quillet {
 namespace {

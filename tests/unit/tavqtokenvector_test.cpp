@@ -17,7 +17,9 @@
 
 #include "platform/assertion.h"
 #include "platform/codepage.h"
+#include "tokenizer/commandend.h"
 #include "tokenizer/parseerror.h"
+#include "tokenizer/tokensurvey.h"
 
 namespace quillet {
 namespace {

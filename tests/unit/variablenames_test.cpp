@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/codepage.h"
+#include "tokenizer/namerepair.h"
 #include "tokenizer/tavqtokensequence.h"
 
 namespace quillet {

@@ -10,6 +10,7 @@
 
 #include "driver/messagecatalogue.h"
 #include "platform/assertion.h"
+#include "tokenizer/words.h"
 
 namespace quillet {
 
@@ -24,7 +25,6 @@ constexpr std::size_t kVariableSlotOfArgument = 0;
 
 constexpr std::string_view kStatisticsWord = "STATISTICS";
 constexpr std::string_view kLabelsWord = "LABELS";
-constexpr std::size_t kSignificantBytes = 3;
 
 /// Destroys, when an action ends, whatever it left in its arguments.
 template <std::size_t kCount>

@@ -5,8 +5,9 @@
 #include "driver/datalines.h"
 #include "driver/outputfile.h"
 #include "platform/assertion.h"
+#include "tokenizer/commandend.h"
 #include "tokenizer/parseerror.h"
-#include "tokenizer/tavqtokenvector.h"
+#include "tokenizer/tokensurvey.h"
 
 namespace quillet {
 
@@ -16,9 +17,6 @@ constexpr std::string_view kModule = "commandstream";
 
 // Inline data is handed over in parts of about this many bytes.
 constexpr std::size_t kPartSize = 64UL * 1024;
-
-// Enough tokens to tell BEGIN DATA from other commands.
-constexpr int kTokensForKind = 2;
 
 // Calls `tokenize`, which counts lines within the one text it looks at, and makes the line of
 // an error that of the file. `line` is the file line of that text.

@@ -20,14 +20,13 @@
 #include "platform/linereader.h"
 #include "tokenizer/parseerror.h"
 #include "tokenizer/tavqtokensequence.h"
-#include "tokenizer/tavqtokenvector.h"
+#include "tokenizer/tokencheck.h"
+#include "tokenizer/tokensurvey.h"
+#include "tokenizer/words.h"
 
 namespace quillet {
 
 namespace {
-
-// A command is recognised by this many bytes of its first word.
-constexpr std::size_t kWordBytesCompared = 3;
 
 const CodePage& LegacyPage(LegacyCodePage legacyCodePage) {
     const CodePage* pSystem =
@@ -232,12 +231,8 @@ private:
     }
 
     [[nodiscard]] static Route RouteByWord(std::string_view firstValue) {
-        if (CompareTextPrefix(firstValue, "TABLES", kWordBytesCompared) == 0) {
-            return Route::kTables;
-        }
-        if (CompareTextPrefix(firstValue, "IGRAPH", kWordBytesCompared) == 0) {
-            return Route::kIgraph;
-        }
+        if (MeansKeyword(firstValue, "TABLES")) return Route::kTables;
+        if (MeansKeyword(firstValue, "IGRAPH")) return Route::kIgraph;
         return Route::kCopy;
     }
 

@@ -1,9 +1,10 @@
 #include "igraph/syntaxitems.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
+
+#include "tokenizer/words.h"
 
 namespace quillet::igraph {
 
@@ -61,18 +62,14 @@ bool IsSign(const RawToken& token) {
            (token.operatorCode == TokenCodes::kMinus || token.operatorCode == TokenCodes::kPlus);
 }
 
-bool IsReservedWord(std::string_view word) {
-    static constexpr std::array<std::string_view, 13> kReserved = {
-        "ALL", "AND", "BY", "EQ", "GE", "GT", "LE", "LT", "NE", "NOT", "OR", "TO", "WITH"};
-    return std::find(kReserved.begin(), kReserved.end(), word) != kReserved.end();
-}
-
 // The period hid a reserved word from the tokenizer, so it is looked up here once more.
 void CutTerminator(SyntaxItem& word) {
     if (!word.value.ends_with('.') || !word.source.ends_with('.')) return;
     word.value.remove_suffix(1);
     word.source.remove_suffix(1);
-    if (IsReservedWord(word.value)) word.kind = Kind::kReservedWord;
+    if (ReservedWordOperator(word.value) != TokenCodes::kNotOperator) {
+        word.kind = Kind::kReservedWord;
+    }
 }
 
 // The period that ends the command is an operator, or the last byte of the last word. A comment

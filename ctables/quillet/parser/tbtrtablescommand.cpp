@@ -5,15 +5,13 @@
 
 #include "platform/assertion.h"
 #include "tokenizer/variablenames.h"
+#include "tokenizer/words.h"
 
 namespace quillet {
 
 namespace {
 
 constexpr std::string_view kModule = "tbtrtablescommand";
-
-// Users abbreviate keywords to three letters, and whatever follows these has never mattered.
-constexpr std::size_t kSignificantBytes = 3;
 
 constexpr int kFirstIndexBehindCommandWord = 1;
 constexpr int kSubcommandPosition = 1;

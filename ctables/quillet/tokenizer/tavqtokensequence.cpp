@@ -3,6 +3,7 @@
 #include <ostream>
 
 #include "platform/assertion.h"
+#include "tokenizer/commandend.h"
 #include "tokenizer/tavqtokenvector.h"
 #include "tokenizer/variablenames.h"
 
@@ -12,19 +13,6 @@ namespace {
 
 constexpr std::string_view kModule = "tavqtokensequence";
 
-CommandKind KindOfState(SpecialCommandState state) {
-    switch (state) {
-        case SpecialCommandState::kComment:
-            return CommandKind::kComment;
-        case SpecialCommandState::kDocument:
-            return CommandKind::kDocument;
-        case SpecialCommandState::kBeginData:
-            return CommandKind::kInlineData;
-        default:
-            return CommandKind::kOrdinary;
-    }
-}
-
 // Lends `text` out, or null and 0 when there is none.
 std::size_t Lend(const std::string* pText, const char*& chars, std::size_t& length) {
     chars = pText != nullptr ? pText->c_str() : nullptr;
@@ -33,8 +21,6 @@ std::size_t Lend(const std::string* pText, const char*& chars, std::size_t& leng
 }
 
 }  // namespace
-
-CommandKind KindOf(const TokenSurvey& survey) { return KindOfState(survey.state); }
 
 struct TAVQTokenSequence::Implementation {
     unsigned m_curr = 0;       // the current token; the count at the end
@@ -134,9 +120,7 @@ std::unique_ptr<TAVQToken> TAVQTokenSequence::CloneCurrent() const {
     return pToken != nullptr ? pToken->Clone() : nullptr;
 }
 
-CommandKind TAVQTokenSequence::CommandKind() const {
-    return KindOfState(m_pImp->m_tokenVec.State());
-}
+CommandKind TAVQTokenSequence::CommandKind() const { return KindOf(m_pImp->m_tokenVec.State()); }
 
 int TAVQTokenSequence::CurrentNameClass() const {
     return VariableNameClass(m_pImp->m_codePage, *this);

@@ -8,22 +8,10 @@
 #include <string_view>
 
 #include "platform/codepage.h"
+#include "tokenizer/commandkind.h"
 #include "tokenizer/tokensequencebase.h"
 
 namespace quillet {
-
-struct TokenSurvey;
-
-/// What kind of command a text is.
-enum class CommandKind : int {
-    kOrdinary = 0,
-    kComment = 1,
-    kDocument = 2,
-    kInlineData = 3,  ///< BEGIN DATA and the lines up to END DATA.
-};
-
-/// The kind that a survey of a command's tokens found.
-[[nodiscard]] CommandKind KindOf(const TokenSurvey& survey);
 
 /// Tokenizes a command when it is constructed and owns the tokens.
 class TAVQTokenSequence final : public TokenSequenceBase {
@@ -52,13 +40,16 @@ public:
     [[nodiscard]] int CompareCurrent(std::string_view text, std::size_t count) const override;
     [[nodiscard]] std::unique_ptr<TAVQToken> CloneCurrent() const override;
 
-    /// The command's kind, as its first one or two tokens tell.
+    // What follows belongs to the given interface of a sequence. No conversion step uses it: each
+    // asks the function that is named here, for which no token needs to be kept.
+
+    /// The command's kind, as its first tokens tell: see `KindOf`.
     [[nodiscard]] quillet::CommandKind CommandKind() const;
 
     /// Classifies the current token as a variable name: see `VariableNameClass`.
     [[nodiscard]] int CurrentNameClass() const;
 
-    /// True for the line that closes inline data.
+    /// True for the line that closes inline data: see `IsEndDataLine`.
     [[nodiscard]] static bool IsEndData(const CodePage& codePage, std::string_view line);
 
     /// The byte offset of the period that ends a command, or -1: see `FindCommandEndIn`.
