@@ -20,9 +20,8 @@ constexpr SummaryKind C = SummaryKind::kCases;
 constexpr SummaryKind R = SummaryKind::kResponses;
 constexpr SummaryKind S = SummaryKind::kVariable;
 
-SummaryFunction LookUp(std::string_view name, bool abbreviated = true,
-                       bool multipleResponse = false) {
-    return LookUpSummaryFunction(name, abbreviated, multipleResponse, GlobalSettings(nullptr));
+SummaryFunction LookUp(std::string_view name) {
+    return LookUpSummaryFunction(name, /*multipleResponse=*/false, GlobalSettings(nullptr));
 }
 
 TEST(SummaryFunctionsTest, EveryNameHasItsFunction) {
@@ -60,13 +59,11 @@ TEST(SummaryFunctionsTest, EveryNameHasItsFunction) {
         {"APTILE", "PTILE", S, false},
     };
     for (const Case& c : cases) {
-        for (const bool abbreviated : {true, false}) {
-            SCOPED_TRACE(std::string(c.name) + (abbreviated ? " abbreviated" : ""));
-            const SummaryFunction function = LookUp(c.name, abbreviated);
-            EXPECT_EQ(function.name, c.newName);
-            EXPECT_EQ(function.kind, c.kind);
-            EXPECT_EQ(function.percent, c.percent);
-        }
+        SCOPED_TRACE(c.name);
+        const SummaryFunction function = LookUp(c.name);
+        EXPECT_EQ(function.name, c.newName);
+        EXPECT_EQ(function.kind, c.kind);
+        EXPECT_EQ(function.percent, c.percent);
     }
 }
 
@@ -98,13 +95,6 @@ TEST(SummaryFunctionsTest, ThreeBytesDecideAnAbbreviation) {
     }
 }
 
-TEST(SummaryFunctionsTest, WithoutAbbreviationTheWholeNameDecides) {
-    for (const char* name : {"MEA", "MEANS", "PTI", "COUNTER", "", "M"}) {
-        SCOPED_TRACE(name);
-        EXPECT_EQ(LookUp(name, /*abbreviated=*/false).name, "");
-    }
-}
-
 TEST(SummaryFunctionsTest, SettingsChooseTheBaseOfPercentages) {
     struct Case {
         const char* globals;
@@ -132,7 +122,7 @@ TEST(SummaryFunctionsTest, SettingsChooseTheBaseOfPercentages) {
         ASSERT_TRUE(parsed.Parsed());
         const GlobalSettings settings(parsed.Globals());
         const auto lookUp = [&settings](std::string_view name, bool multipleResponse) {
-            return LookUpSummaryFunction(name, true, multipleResponse, settings);
+            return LookUpSummaryFunction(name, multipleResponse, settings);
         };
         EXPECT_EQ(lookUp("CPCT", false).name, c.countPercent);
         EXPECT_EQ(lookUp("CPCT", true).name, c.countPercentOfSet);
@@ -153,7 +143,7 @@ TEST(SummaryFunctionsTest, AnImpossibleBaseAsserts) {
     GlobalSettings settings(nullptr);
     settings.base = TB_CASES;
     const AssertionCollector assertions;
-    EXPECT_EQ(LookUpSummaryFunction("CPCT", true, false, settings).name, "VALIDN");
+    EXPECT_EQ(LookUpSummaryFunction("CPCT", false, settings).name, "VALIDN");
     EXPECT_EQ(assertions.Texts(),
               std::vector<std::string>({"bAttr == TB_ANSWERING || bAttr == 0"}));
 }

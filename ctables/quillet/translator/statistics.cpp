@@ -175,8 +175,7 @@ bool TableStatistics::LookUpFunctions(const TranslationContext& context) {
         Statistic& statistic = m_statistics[i];
         const std::string_view name = statistic.pFunction->Text(/*raw=*/false);
         const auto lookUp = [&](bool multipleResponse) {
-            return LookUpSummaryFunction(name, /*abbreviated=*/true, multipleResponse,
-                                         context.Settings());
+            return LookUpSummaryFunction(name, multipleResponse, context.Settings());
         };
         statistic.forSets = lookUp(true);
         statistic.forOthers = lookUp(false);

@@ -131,9 +131,8 @@ private:
     [[nodiscard]] bool MakeFunctionKey(const Node& sortFunction, std::string& key) const {
         const TAVQToken* pToken = sortFunction.GetToken();
         if (!QUILLET_ASSERT(pToken, "pSortFuncTok")) return false;
-        const SummaryFunction function =
-            LookUpSummaryFunction(pToken->Text(/*raw=*/false), /*abbreviated=*/true,
-                                  /*multipleResponse=*/false, m_context.Settings());
+        const SummaryFunction function = LookUpSummaryFunction(
+            pToken->Text(/*raw=*/false), /*multipleResponse=*/false, m_context.Settings());
         if (function.name.empty()) {
             m_context.Report(TablesErrorKind::kUnknownSortFunction, *pToken);
             return false;

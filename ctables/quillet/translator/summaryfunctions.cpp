@@ -2,17 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 
 #include "platform/assertion.h"
+#include "tokenizer/words.h"
 
 namespace quillet {
 
 namespace {
 
 constexpr std::string_view kModule = "summaryfunctions";
-
-constexpr std::size_t kKeyLength = 3;
 
 using Resolver = SummaryFunction (*)(bool multipleResponse, const GlobalSettings& settings);
 
@@ -87,24 +85,13 @@ constexpr bool EveryEntryHasAName() {
 }
 static_assert(EveryEntryHasAName(), "an empty name would read as \"unknown function\"");
 
-// Blanks stand for what a short name lacks, so that "MO" is no abbreviation of "MODE".
-std::array<char, kKeyLength> AbbreviationKey(std::string_view name) {
-    std::array<char, kKeyLength> key = {' ', ' ', ' '};
-    std::copy_n(name.begin(), std::min(name.size(), kKeyLength), key.begin());
-    return key;
-}
-
 }  // namespace
 
-SummaryFunction LookUpSummaryFunction(std::string_view name, bool abbreviated,
-                                      bool multipleResponse, const GlobalSettings& settings) {
-    const std::array<char, kKeyLength> key = AbbreviationKey(name);
-    const std::string_view keyText(key.data(), key.size());
+SummaryFunction LookUpSummaryFunction(std::string_view name, bool multipleResponse,
+                                      const GlobalSettings& settings) {
     const auto* const pEntry = std::find_if(
-        funcInfoDictionary.begin(), funcInfoDictionary.end(), [&](const DictionaryEntry& entry) {
-            return abbreviated ? entry.tablesName.substr(0, kKeyLength) == keyText
-                               : entry.tablesName == name;
-        });
+        funcInfoDictionary.begin(), funcInfoDictionary.end(),
+        [name](const DictionaryEntry& entry) { return MeansKeyword(name, entry.tablesName); });
     if (pEntry == funcInfoDictionary.end()) return {};
     return pEntry->resolver ? pEntry->resolver(multipleResponse, settings) : pEntry->output;
 }

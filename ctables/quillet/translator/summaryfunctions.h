@@ -8,7 +8,7 @@
 
 namespace quillet {
 
-/// What a summary function summarises.
+/// What a summary function summarizes.
 enum class SummaryKind : char {
     kCases = 'C',
     kResponses = 'R',
@@ -22,14 +22,11 @@ struct SummaryFunction {
     bool percent = false;  ///< A percentage: `name` says of what.
 };
 
-/// The new function for `name`, a function of the old command in upper case.
-///
-/// With `abbreviated` the first three bytes decide, as the old command has it, and a shorter name
-/// is one that ends there; otherwise the whole name. For percentages of cases and responses the
-/// BASE and GBASE settings choose what 100 percent are: `multipleResponse` tells whether the
+/// The new function for `name`, a function of the old command in upper case, which may be
+/// abbreviated as every keyword may (see `MeansKeyword`). For percentages of cases and responses
+/// the BASE and GBASE settings choose what 100 percent are: `multipleResponse` tells whether the
 /// function is for a term with a multiple-response set.
-[[nodiscard]] SummaryFunction LookUpSummaryFunction(std::string_view name, bool abbreviated,
-                                                    bool multipleResponse,
+[[nodiscard]] SummaryFunction LookUpSummaryFunction(std::string_view name, bool multipleResponse,
                                                     const GlobalSettings& settings);
 
 }  // namespace quillet
