@@ -20,29 +20,17 @@
 
 namespace quillet::tablesparsing {
 
-/// The name of a node type without its prefix, such as "TABLE" for `TB_TABLE`.
-inline std::string NameOf(NodeType type) {
-    static constexpr std::string_view kGrammarNames[] = {
-        "SLITERAL",  "NUMBER",    "NONVARNAME",    "VARNAME",       "PLUS",        "GREATERTHAN",
-        "SLASH",     "COLON",     "LPAREN",        "RPAREN",        "BY",          "TO",
-        "BREAK",     "LABELS",    "OTHEROP",       "UNWEIGHTED",    "AUTOLABEL",   "BASE",
-        "GBASE",     "MISSING",   "MISSINGSUBCOM", "DEFAULT",       "ON",          "OFF",
-        "ANSWERING", "QUALIFIED", "ALL",           "CASES",         "RESPONSES",   "INCLUDE",
-        "EXCLUDE",   "BLANK",     "ZERO",          "FORMAT",        "FTOTAL",      "PTOTAL",
-        "MRGROUP",   "MDGROUP",   "SORT",          "ASCENDING",     "DESCENDING",  "CAPTION",
-        "TITLE",     "CORNER",    "STATISTICS",    "TABLE",         "OBSERVATION", "UNKNOWNSUBCOM",
-        "BOXCHARS",  "CONTINUED", "FONTCHARS",     "FOOTNOTE",      "INDEX",       "PFOOTNOTE",
-        "PTITLE",    "TFOOTNOTE", "WRITE",         "ANYSUBCOMTOKEN"};
-    static constexpr std::string_view kInnerNames[] = {
-        "VARLIST",      "VARRANGE",         "SORTFUNCTION", "SORTVAR", "LIST",
-        "STATFUNCTION", "FULLSTATFUNCTION", "STATFUNCARG",  "FMT"};
-    static_assert(std::size(kGrammarNames) == TB_ANYSUBCOMTOKEN - SP_SLITERAL + 1);
-    static_assert(std::size(kInnerNames) == TBI_FMT - TBI_VARLIST + 1);
-    if (SP_SLITERAL <= type && type <= TB_ANYSUBCOMTOKEN) {
-        return std::string(kGrammarNames[type - SP_SLITERAL]);
-    }
-    if (TBI_VARLIST <= type && type <= TBI_FMT) {
-        return std::string(kInnerNames[type - TBI_VARLIST]);
+/// The name of a node type without its prefix, such as "TABLE" for `TB_TABLE`; "LIST" for a
+/// `TBI_GENERICLIST`.
+inline std::string TypeName(NodeType type) {
+    static constexpr std::pair<NodeType, std::string_view> kNames[] = {
+        {TBI_GENERICLIST, "TBI_LIST"},
+#define QUILLET_TOKEN(code, number) {code, #code},
+#define QUILLET_NODE(code, number) {code, #code},
+#include "parser/tbtrcodes.def"
+    };
+    for (const auto& [code, name] : kNames) {
+        if (code == type) return std::string(name.substr(name.find('_') + 1));
     }
     return std::to_string(static_cast<unsigned>(type));
 }
@@ -70,7 +58,7 @@ inline std::string TreeText(const TbTrParseNode* pNode) {
     }
     if (type == SP_VARNAME) return children == "- -" ? token : token + "[" + children + "]";
     const bool isLeafText = type == SP_SLITERAL || type == SP_NUMBER;
-    std::string text = isLeafText ? token : NameOf(type);
+    std::string text = isLeafText ? token : TypeName(type);
     if (!isLeafText && pNode->GetToken()) text += ":" + token;
     if (pNode->GetChildCount() > 0 || type == TBI_GENERICLIST) text += "(" + children + ")";
     return text;

@@ -155,8 +155,7 @@ TEST(TbTrParseBuilderTest, WarningsNameWhatIsPassedOver) {
     Value obsolete(Word(TB_WRITE));
     Value unknown(Word(TB_UNKNOWNSUBCOM, "XYZ"));
     Value arguments;
-    EXPECT_TRUE(OpaqueValue_IsEmpty(
-        reportObsoleteSubcommand(parsed.command, "WRITE", obsolete, arguments)));
+    EXPECT_TRUE(OpaqueValue_IsEmpty(reportObsoleteSubcommand(parsed.command, obsolete, arguments)));
     EXPECT_TRUE(OpaqueValue_IsEmpty(reportUnknownSubcommand(parsed.command, unknown, arguments)));
     EXPECT_TRUE(obsolete.IsEmpty());
     EXPECT_TRUE(unknown.IsEmpty());

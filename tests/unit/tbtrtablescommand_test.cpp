@@ -16,8 +16,8 @@ namespace {
 
 using tablesparsing::AssertionRecorder;
 using tablesparsing::Command;
-using tablesparsing::NameOf;
 using tablesparsing::SourceOf;
+using tablesparsing::TypeName;
 using Texts = std::vector<std::string>;
 
 // The codes of the rest of a command, slashes as "/".
@@ -27,7 +27,7 @@ std::string CodesOf(TablesCommand& command) {
          next = command.NextToken()) {
         EXPECT_NE(next.token, nullptr);
         codes += codes.empty() ? "" : " ";
-        codes += next.code == SP_SLASH ? "/" : NameOf(next.code);
+        codes += next.code == SP_SLASH ? "/" : TypeName(next.code);
     }
     return codes;
 }

@@ -13,7 +13,7 @@ namespace {
 
 using tablesparsing::AssertionRecorder;
 using tablesparsing::Command;
-using tablesparsing::NameOf;
+using tablesparsing::TypeName;
 
 // What the token function delivers for a whole command: code, location, token text.
 std::string Deliver(const std::string& text) {
@@ -24,7 +24,7 @@ std::string Deliver(const std::string& text) {
         OpaqueValue value;
         const int code = tbtryylex(&value, &location, parsed.command);
         EXPECT_TRUE(OpaqueValue_IsValid(value));
-        delivered << (code == 0 ? "end" : NameOf(static_cast<NodeType>(code))) << ' '
+        delivered << (code == 0 ? "end" : TypeName(static_cast<NodeType>(code))) << ' '
                   << location.first_line << ':' << location.first_column << '-'
                   << location.last_line << ':' << location.last_column;
         if (code == 0) {

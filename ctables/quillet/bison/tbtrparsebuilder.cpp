@@ -220,9 +220,10 @@ OpaqueValue reportSubcommandArgumentError(TablesCommand& command, const TablesLo
     return {};
 }
 
-OpaqueValue reportObsoleteSubcommand(TablesCommand& command, std::string_view name,
-                                     OpaqueValue& keyword, OpaqueValue& arguments) {
+OpaqueValue reportObsoleteSubcommand(TablesCommand& command, OpaqueValue& keyword,
+                                     OpaqueValue& arguments) {
     const ConsumedValues consumed(keyword, arguments);
+    const std::string_view name = TablesCommand::NameOfCode(OpaqueValue_GetTbTokenType(keyword));
     AddTrace(command, "reportObsoleteSubcommand for ", name);
     command.AddWarning(FillMessage(kObsoleteSubcommand, name));
     return {};

@@ -31,9 +31,9 @@ OpaqueValue reportGenericError(TablesCommand& command, const TablesLocation& loc
 OpaqueValue reportSubcommandArgumentError(TablesCommand& command, const TablesLocation& location,
                                           OpaqueValue& keyword);
 
-/// Warns that the subcommand `name` is passed over.
-OpaqueValue reportObsoleteSubcommand(TablesCommand& command, std::string_view name,
-                                     OpaqueValue& keyword, OpaqueValue& arguments);
+/// Warns that the subcommand of `keyword` is passed over.
+OpaqueValue reportObsoleteSubcommand(TablesCommand& command, OpaqueValue& keyword,
+                                     OpaqueValue& arguments);
 
 /// Warns that the subcommand whose word is no keyword is passed over.
 OpaqueValue reportUnknownSubcommand(TablesCommand& command, OpaqueValue& subcommandString,

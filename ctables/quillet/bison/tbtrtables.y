@@ -106,7 +106,7 @@ static void tbtryyerror(const TablesLocation* pLocation, const TablesCommand& co
  * a copy of the look-ahead's and owns nothing; <> leaves it out. */
 %destructor { OpaqueValue_Clear($$); } <>
 
-/* The codes are shared with the node types (parser/tbtrparsenode.h) and never change. */
+/* The codes are those of the list (parser/tbtrcodes.def) and never change; see the end. */
 %token SP_SLITERAL       257  /* a quoted string */
 %token SP_NUMBER         258  /* a number, its sign included */
 %token SP_NONVARNAME     259  /* a word that cannot name a variable, such as !mean */
@@ -203,15 +203,15 @@ globalSubcommand:
   | missing
   | observation
   | format
-  | TB_BOXCHARS craplist       { REPORT($$ = reportObsoleteSubcommand(command, "BOXCHARS", $1, $2)); }
-  | TB_CONTINUED craplist      { REPORT($$ = reportObsoleteSubcommand(command, "CONTINUED", $1, $2)); }
-  | TB_TFOOTNOTE craplist      { REPORT($$ = reportObsoleteSubcommand(command, "TFOOTNOTE", $1, $2)); }
-  | TB_FONTCHARS craplist      { REPORT($$ = reportObsoleteSubcommand(command, "FONTCHARS", $1, $2)); }
-  | TB_FOOTNOTE craplist       { REPORT($$ = reportObsoleteSubcommand(command, "FOOTNOTE", $1, $2)); }
-  | TB_INDEX craplist          { REPORT($$ = reportObsoleteSubcommand(command, "INDEX", $1, $2)); }
-  | TB_PFOOTNOTE craplist      { REPORT($$ = reportObsoleteSubcommand(command, "PFOOTNOTE", $1, $2)); }
-  | TB_PTITLE craplist         { REPORT($$ = reportObsoleteSubcommand(command, "PTITLE", $1, $2)); }
-  | TB_WRITE craplist          { REPORT($$ = reportObsoleteSubcommand(command, "WRITE", $1, $2)); }
+  | TB_BOXCHARS craplist       { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_CONTINUED craplist      { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_TFOOTNOTE craplist      { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_FONTCHARS craplist      { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_FOOTNOTE craplist       { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_INDEX craplist          { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_PFOOTNOTE craplist      { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_PTITLE craplist         { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_WRITE craplist          { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
   | TB_UNKNOWNSUBCOM craplist  { REPORT($$ = reportUnknownSubcommand(command, $1, $2)); }
   ;
 
@@ -235,15 +235,15 @@ localSubcommand:
   | sort
   | statistics
   | title
-  | TB_BOXCHARS craplist       { REPORT($$ = reportObsoleteSubcommand(command, "BOXCHARS", $1, $2)); }
-  | TB_CONTINUED craplist      { REPORT($$ = reportObsoleteSubcommand(command, "CONTINUED", $1, $2)); }
-  | TB_TFOOTNOTE craplist      { REPORT($$ = reportObsoleteSubcommand(command, "TFOOTNOTE", $1, $2)); }
-  | TB_FONTCHARS craplist      { REPORT($$ = reportObsoleteSubcommand(command, "FONTCHARS", $1, $2)); }
-  | TB_FOOTNOTE craplist       { REPORT($$ = reportObsoleteSubcommand(command, "FOOTNOTE", $1, $2)); }
-  | TB_INDEX craplist          { REPORT($$ = reportObsoleteSubcommand(command, "INDEX", $1, $2)); }
-  | TB_PFOOTNOTE craplist      { REPORT($$ = reportObsoleteSubcommand(command, "PFOOTNOTE", $1, $2)); }
-  | TB_PTITLE craplist         { REPORT($$ = reportObsoleteSubcommand(command, "PTITLE", $1, $2)); }
-  | TB_WRITE craplist          { REPORT($$ = reportObsoleteSubcommand(command, "WRITE", $1, $2)); }
+  | TB_BOXCHARS craplist       { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_CONTINUED craplist      { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_TFOOTNOTE craplist      { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_FONTCHARS craplist      { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_FOOTNOTE craplist       { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_INDEX craplist          { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_PFOOTNOTE craplist      { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_PTITLE craplist         { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
+  | TB_WRITE craplist          { REPORT($$ = reportObsoleteSubcommand(command, $1, $2)); }
   | TB_UNKNOWNSUBCOM craplist  { REPORT($$ = reportUnknownSubcommand(command, $1, $2)); }
   ;
 
@@ -487,3 +487,12 @@ craplist:
   ;
 
 %%
+
+// Each terminal of the list is one here, with the same code, and there are no others: Bison adds the
+// end of the text, the error and what is no terminal.
+#define QUILLET_TOKEN(code, number) static_assert(static_cast<unsigned>(TOK_##code) == (code));
+#include "parser/tbtrcodes.def"
+static_assert(YYNTOKENS == 3
+#define QUILLET_TOKEN(code, number) +1
+#include "parser/tbtrcodes.def"
+);

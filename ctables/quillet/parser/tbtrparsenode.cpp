@@ -20,29 +20,16 @@ constexpr unsigned kMaxIndent = 20;
 
 constexpr std::size_t kVariableNameSlots = 2;
 
+// What stands in a tree as a keyword alone: the settings, and STATISTICS, which is a subcommand,
+// but marks a place in a table expression as well.
+constexpr NodeType kSettings[] = {
+    TB_STATISTICS,
+#define QUILLET_SETTING(word, code) code,
+#include "parser/tbtrcodes.def"
+};
+
 bool IsSettingKeyword(NodeType type) {
-    switch (type) {
-        case TB_DEFAULT:
-        case TB_ON:
-        case TB_OFF:
-        case TB_ANSWERING:
-        case TB_QUALIFIED:
-        case SP_ALL:
-        case TB_CASES:
-        case TB_RESPONSES:
-        case TB_EXCLUDE:
-        case TB_INCLUDE:
-        case TB_BLANK:
-        case TB_ZERO:
-        case TB_ASCENDING:
-        case TB_DESCENDING:
-        case TB_UNWEIGHTED:
-        case TB_STATISTICS:
-        case TB_LABELS:
-            return true;
-        default:
-            return false;
-    }
+    return std::find(std::begin(kSettings), std::end(kSettings), type) != std::end(kSettings);
 }
 
 std::unique_ptr<TbTrParseNode> CloneWithoutChildren(const TbTrParseNode& node) {

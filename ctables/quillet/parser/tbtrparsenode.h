@@ -12,87 +12,22 @@
 
 namespace quillet {
 
-/// What a node is. The codes up to 314 are at the same time the grammar's token codes, in the
-/// order of its terminals; from 501 on they are structure that the parser or the translator
-/// adds. 500 and 510 are unassigned.
+/// What a node is. The types up to 314 are at the same time the grammar's token codes, in the order
+/// of its terminals; from 501 on they are structure that the parser or the translator adds. The
+/// list tells what each of them is.
 enum NodeType : unsigned {
     kNoNodeType = 0,
-
-    SP_SLITERAL = 257,
-    SP_NUMBER = 258,
-    SP_NONVARNAME = 259,
-    SP_VARNAME = 260,
-    SP_PLUS = 261,
-    SP_GREATERTHAN = 262,
-    SP_SLASH = 263,
-    SP_COLON = 264,
-    SP_LPAREN = 265,
-    SP_RPAREN = 266,
-    SP_BY = 267,
-    SP_TO = 268,
-    TB_BREAK = 269,
-    TB_LABELS = 270,
-    SP_OTHEROP = 271,
-    TB_UNWEIGHTED = 272,
-    TB_AUTOLABEL = 273,
-    TB_BASE = 274,
-    TB_GBASE = 275,
-    TB_MISSING = 276,
-    TB_MISSINGSUBCOM = 277,
-    TB_DEFAULT = 278,
-    TB_ON = 279,
-    TB_OFF = 280,
-    TB_ANSWERING = 281,
-    TB_QUALIFIED = 282,
-    SP_ALL = 283,
-    TB_CASES = 284,
-    TB_RESPONSES = 285,
-    TB_INCLUDE = 286,
-    TB_EXCLUDE = 287,
-    TB_BLANK = 288,
-    TB_ZERO = 289,
-    TB_FORMAT = 290,
-    TB_FTOTAL = 291,
-    TB_PTOTAL = 292,
-    TB_MRGROUP = 293,
-    TB_MDGROUP = 294,
-    TB_SORT = 295,
-    TB_ASCENDING = 296,
-    TB_DESCENDING = 297,
-    TB_CAPTION = 298,
-    TB_TITLE = 299,
-    TB_CORNER = 300,
-    TB_STATISTICS = 301,
-    TB_TABLE = 302,
-    TB_OBSERVATION = 303,
-    TB_UNKNOWNSUBCOM = 304,
-    TB_BOXCHARS = 305,
-    TB_CONTINUED = 306,
-    TB_FONTCHARS = 307,
-    TB_FOOTNOTE = 308,
-    TB_INDEX = 309,
-    TB_PFOOTNOTE = 310,
-    TB_PTITLE = 311,
-    TB_TFOOTNOTE = 312,
-    TB_WRITE = 313,
-    TB_ANYSUBCOMTOKEN = 314,
-
-    TBI_VARLIST = 501,           ///< Variable specifications: `SP_VARNAME` or `TBI_VARRANGE`.
-    TBI_VARRANGE = 502,          ///< "a TO b": the two `SP_VARNAME` nodes.
-    TBI_SORTFUNCTION = 503,      ///< Token: the function; optional child: its `SP_VARNAME`.
-    TBI_SORTVAR = 504,           ///< One key of SORT.
-    TBI_GENERICLIST = 505,       ///< An ordered list of anything.
-    TBI_STATFUNCTION = 506,      ///< Token: the function; optional child: its `SP_NUMBER`.
-    TBI_FULLSTATFUNCTION = 507,  ///< Slots: weight, function, arguments, base variables.
-    TBI_STATFUNCARG = 508,       ///< Slots: variable, format, label.
-    TBI_FMT = 509,               ///< Token: the print format.
-    TBI_FTOTALVAR = 511,         ///< A total of FTOTAL; made by the translator.
-    TBI_PTOTALVAR = 512,         ///< A total of PTOTAL; made by the translator.
+#define QUILLET_TOKEN(code, number) code = number,
+#define QUILLET_NODE(code, number) code = number,
+#include "parser/tbtrcodes.def"
 };
 
 /// A node: a type, an optional token and an ordered list of children, any of which may be an
 /// empty slot. It owns its token and its children; the parent is only looked at. Trees of any
 /// depth are destroyed, cloned and dumped without recursion.
+///
+/// The operations are virtual, and in this order, because that is the given interface of a node; no
+/// other kind of node exists.
 class TbTrParseNode {
 public:
     /// "No such child", from `IndexOfChild`.

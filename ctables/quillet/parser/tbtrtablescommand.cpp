@@ -22,56 +22,36 @@ struct Keyword {
     NodeType code;
 };
 
-// The subcommands, then the settings. The first match counts, also for the name of a code.
+// The subcommands, then the settings.
 constexpr Keyword kKeywords[] = {
-    {"AUTOLABEL", TB_AUTOLABEL},
-    {"BASE", TB_BASE},
-    {"BOXCHARS", TB_BOXCHARS},
-    {"BREAK", TB_BREAK},
-    {"CAPTION", TB_CAPTION},
-    {"CONTINUED", TB_CONTINUED},
-    {"CORNER", TB_CORNER},
-    {"FONTCHARS", TB_FONTCHARS},
-    {"FOOTNOTE", TB_FOOTNOTE},
-    {"FORMAT", TB_FORMAT},
-    {"FTOTAL", TB_FTOTAL},
-    {"GBASE", TB_GBASE},
-    {"INDEX", TB_INDEX},
-    {"MDGROUP", TB_MDGROUP},
-    {"MISSING", TB_MISSING},
-    {"MRGROUP", TB_MRGROUP},
-    {"OBSERVATION", TB_OBSERVATION},
-    {"PFOOTNOTE", TB_PFOOTNOTE},
-    {"PTITLE", TB_PTITLE},
-    {"PTOTAL", TB_PTOTAL},
-    {"SORT", TB_SORT},
-    {"STATISTICS", TB_STATISTICS},
-    {"TABLE", TB_TABLE},
-    {"TFOOTNOTE", TB_TFOOTNOTE},
-    {"TITLE", TB_TITLE},
-    {"WRITE", TB_WRITE},
-    {"DEFAULT", TB_DEFAULT},
-    {"ON", TB_ON},
-    {"OFF", TB_OFF},
-    {"ANSWERING", TB_ANSWERING},
-    {"QUALIFIED", TB_QUALIFIED},
-    {"ALL", SP_ALL},
-    {"CASES", TB_CASES},
-    {"RESPONSES", TB_RESPONSES},
-    {"EXCLUDE", TB_EXCLUDE},
-    {"INCLUDE", TB_INCLUDE},
-    {"BLANK", TB_BLANK},
-    {"ZERO", TB_ZERO},
-    {"ASCENDING", TB_ASCENDING},
-    {"DESCENDING", TB_DESCENDING},
-    {"UNWEIGHTED", TB_UNWEIGHTED},
-    {"U", TB_UNWEIGHTED},
-    {"LABELS", TB_LABELS},
+#define QUILLET_SUBCOMMAND(word, code) {word, code},
+#define QUILLET_SETTING(word, code) {word, code},
+#include "parser/tbtrcodes.def"
+};
+
+constexpr bool NoTwoKeywordsMeanTheSame() {
+    for (const Keyword& keyword : kKeywords) {
+        for (const Keyword& other : kKeywords) {
+            if (&keyword != &other && keyword.text.substr(0, kSignificantBytes) ==
+                                          other.text.substr(0, kSignificantBytes)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+static_assert(NoTwoKeywordsMeanTheSame(), "a keyword would never be found");
+
+constexpr NodeType kObsoleteSubcommands[] = {
+#define QUILLET_OBSOLETE_SUBCOMMAND(word, code) code,
+#include "parser/tbtrcodes.def"
 };
 
 // Whatever stands in these subcommands is passed over.
 bool IsIgnoredSubcommand(NodeType subcommand) {
-    return TB_UNKNOWNSUBCOM <= subcommand && subcommand <= TB_WRITE;
+    return subcommand == TB_UNKNOWNSUBCOM ||
+           std::find(std::begin(kObsoleteSubcommands), std::end(kObsoleteSubcommands),
+                     subcommand) != std::end(kObsoleteSubcommands);
 }
 
 }  // namespace

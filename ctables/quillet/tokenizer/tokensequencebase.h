@@ -14,6 +14,10 @@ namespace quillet {
 
 /// A cursor over tokens. A new sequence stands on its first token, and the first `Next` makes
 /// that token current again, so a reader may read first or advance first.
+///
+/// `TAVQTokenSequence` is the only kind in the program. The operations are virtual, and in this
+/// order, because that is the given interface of a sequence; it lets a reader depend on no more
+/// than this, and be tested with tokens that no text gives.
 class TokenSequenceBase : public TokenCodes {
 public:
     virtual ~TokenSequenceBase() = default;
