@@ -8,6 +8,8 @@
 // of subcommands carry no token. Cost: each is linear in the children it moves, and no child is
 // moved more often than there are rules around it, or, in a chain of operators, more often than
 // the number of operands has binary digits.
+//
+// There is a source file for each section of the grammar; tbtrparsevalues.h has what they share.
 #ifndef QUILLET_BISON_TBTRPARSEBUILDER_H
 #define QUILLET_BISON_TBTRPARSEBUILDER_H
 
@@ -19,9 +21,9 @@
 
 namespace quillet {
 
-// ---- Reports and warnings ----------------------------------------------------------------------
+// ---- Reports and warnings (tbtrparsereports.cpp)
 //
-// A report ends the parse: the grammar gives up right behind it. It stands where `location` ends.
+// A report ends the parse: the grammar gives up right after it. It stands where `location` ends.
 // All of these return an empty value.
 
 /// The command is wrong in a place that no subcommand answers for.
@@ -49,7 +51,7 @@ OpaqueValue reportObsoleteFormat(TablesCommand& command, OpaqueValue& keyword,
 void TraceSyntaxError(const TablesCommand& command, const TablesLocation& location,
                       std::string_view message);
 
-// ---- Lists -------------------------------------------------------------------------------------
+// ---- Lists (tbtrparsebuilder.cpp)
 
 /// A `TBI_GENERICLIST` without children.
 OpaqueValue BuildEmptyList();
@@ -72,7 +74,7 @@ OpaqueValue AddLiteralToList(OpaqueValue& list, OpaqueValue& literal);
 OpaqueValue DiscardToken(OpaqueValue& token);
 OpaqueValue DiscardToken(OpaqueValue& discarded, OpaqueValue& token);
 
-// ---- Command and groups ------------------------------------------------------------------------
+// ---- Command and groups (tbtrparsebuilder.cpp)
 
 /// Makes the root, a `TBI_GENERICLIST` of the global list and the table groups, and stores it in
 /// `command`; an empty value.
@@ -82,7 +84,7 @@ OpaqueValue BuildCommand(TablesCommand& command, OpaqueValue& globalGroup,
 /// A `TBI_GENERICLIST` of the `TB_TABLE` node and its subcommands.
 OpaqueValue BuildTableGroup(OpaqueValue& table, OpaqueValue& localSubcommandList);
 
-// ---- Settings ----------------------------------------------------------------------------------
+// ---- Settings (tbtrparsesettings.cpp)
 
 /// A `TB_AUTOLABEL` node without children, or with the node of the setting.
 OpaqueValue BuildAutolabel(OpaqueValue& keyword);
@@ -122,8 +124,7 @@ OpaqueValue BuildEmptyCellSetting(OpaqueValue& settingKeyword);
 OpaqueValue BuildMissingSetting(OpaqueValue& settingKeyword, OpaqueValue& leftParen,
                                 OpaqueValue& literal, OpaqueValue& rightParen);
 
-// ---- Totals, sets and observation
-// ----------------------------------------------------------------
+// ---- Totals, sets and observation (tbtrparsevariables.cpp)
 
 /// A node of `type` (FTOTAL or PTOTAL) with the total variables as children.
 OpaqueValue BuildTotals(NodeType type, OpaqueValue& keyword, OpaqueValue& totalVarSpecList);
@@ -132,13 +133,13 @@ OpaqueValue BuildTotals(NodeType type, OpaqueValue& keyword, OpaqueValue& totalV
 OpaqueValue BuildVariable(OpaqueValue& varname);
 
 /// The same with the `SP_SLITERAL` node of the label in slot 0.
-OpaqueValue BuildLabelledVariable(OpaqueValue& varname, OpaqueValue& label);
+OpaqueValue BuildLabeledVariable(OpaqueValue& varname, OpaqueValue& label);
 
 /// A `TBI_VARRANGE` node of two `SP_VARNAME` nodes.
 OpaqueValue BuildVariableRange(OpaqueValue& fromVarname, OpaqueValue& to, OpaqueValue& toVarname);
 
 /// A `TB_MRGROUP` node: the set's name as from `BuildVariable` or, with a label,
-/// `BuildLabelledVariable`; the `TBI_VARLIST`.
+/// `BuildLabeledVariable`; the `TBI_VARLIST`.
 OpaqueValue BuildMrGroup(OpaqueValue& keyword, OpaqueValue& varname, OpaqueValue& variableSpecList);
 OpaqueValue BuildMrGroup(OpaqueValue& keyword, OpaqueValue& varname, OpaqueValue& label,
                          OpaqueValue& variableSpecList);
@@ -158,8 +159,7 @@ OpaqueValue BuildMdGroup(OpaqueValue& keyword, OpaqueValue& varname, OpaqueValue
                                     OpaqueValue& result, OpaqueValue& keyword,
                                     OpaqueValue& variableSpecList);
 
-// ---- SORT and STATISTICS
-// -------------------------------------------------------------------------
+// ---- SORT and STATISTICS (tbtrparsestatistics.cpp)
 
 /// The `TB_SORT` node of the keys, the direction's keyword node in slot 0 if there is one.
 OpaqueValue BuildSort(OpaqueValue& keyword, OpaqueValue& sortVariableList);
@@ -183,7 +183,7 @@ OpaqueValue BuildStatistics(OpaqueValue& keyword, OpaqueValue& statFuncList);
 OpaqueValue BuildUnweighted(OpaqueValue& unweighted, OpaqueValue& statFuncSpec);
 
 /// A `TBI_FULLSTATFUNCTION` node: an empty slot, the `TBI_STATFUNCTION`, and as far as written
-/// the `TBI_GENERICLIST` of arguments and the `TBI_VARLIST` of the names behind the colon.
+/// the `TBI_GENERICLIST` of arguments and the `TBI_VARLIST` of the names after the colon.
 OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc);
 OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc, OpaqueValue& leftParen,
                                   OpaqueValue& rightParen);
@@ -214,8 +214,7 @@ OpaqueValue BuildStatFormat(OpaqueValue& formatWord);
 OpaqueValue BuildStatArgument(OpaqueValue& varname);
 OpaqueValue BuildStatArgument(OpaqueValue& varname, OpaqueValue& statDisplaySpec);
 
-// ---- TABLE and table expressions
-// ------------------------------------------------------------------
+// ---- TABLE and table expressions (tbtrparsetables.cpp)
 
 /// A `TB_TABLE` node of the rows, columns and layers, as many as are written. Records where the
 /// subcommand stands.
@@ -236,7 +235,7 @@ OpaqueValue BuildTable(TablesCommand& command, const TablesLocation& location, O
                                           OpaqueValue& result, OpaqueValue& leftParen,
                                           OpaqueValue& word, OpaqueValue& rightParen);
 
-/// The same for an expression in parentheses: a single variable may be spelt like one of the two
+/// The same for an expression in parentheses: a single variable may be spelled like one of the two
 /// words, everything else comes out as it is.
 [[nodiscard]] bool BuildParenthesizedExpression(TablesCommand& command,
                                                 const TablesLocation& location, OpaqueValue& result,

@@ -336,7 +336,7 @@ totalVarSpecList:
 
 totalVarSpec:
     SP_VARNAME              { BUILD($$ = BuildVariable($1)); }
-  | SP_VARNAME SP_SLITERAL  { BUILD($$ = BuildLabelledVariable($1, $2)); }
+  | SP_VARNAME SP_SLITERAL  { BUILD($$ = BuildLabeledVariable($1, $2)); }
   ;
 
 mrgroup:
