@@ -131,6 +131,10 @@ TEST(PercentageBasesTest, NamesTheBases) {
     EXPECT_EQ(BaseWord(TBTR_COLPCT), "COLPCT.");
     EXPECT_EQ(BaseWord(TBTR_LAYERPCT), "LAYERPCT.");
     EXPECT_EQ(BaseWord(TBTR_TABPCT), "TABLEPCT.");
+
+    const AssertionCollector assertions;
+    EXPECT_EQ(BaseWord(static_cast<PercentageBase>(16)), "TABLEPCT.");
+    EXPECT_EQ(assertions.Texts(), std::vector<std::string>({"pctBases & TBTR_TABPCT"}));
 }
 
 // The bases of a percentage of the first variable of the dimension that carries the statistics.
@@ -181,6 +185,21 @@ TEST(PercentageBasesTest, TheTermAnswersForItsDimension) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.dimensions);
         EXPECT_EQ(BasesIn(c.dimensions, c.statsCompDim, &c.names), c.bases);
+    }
+}
+
+TEST(PercentageBasesTest, ThereAreThreeDimensions) {
+    ParsedCommand parsed("TABLES /TABLE a BY b");
+    const VariableTypes types(CodePage::Utf8(), parsed.Globals());
+    const Term term({parsed.Table().GetChild(0)}, types);
+    const VariableNames names = {"A"};
+    for (const std::size_t statsCompDim : {std::size_t{0}, std::size_t{4}}) {
+        const AssertionCollector assertions;
+        CommandBudget budget;
+        PercentageBases bases(parsed.Table(), statsCompDim, budget);
+        EXPECT_EQ(bases.BasesOf(&names, term), static_cast<unsigned>(TBTR_TABPCT));
+        EXPECT_EQ(assertions.Texts(),
+                  std::vector<std::string>({"0 < statsCompDim && statsCompDim <= 3"}));
     }
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "conversionhelper.h"
+#include "translator/totals.h"
 
 namespace quillet {
 namespace {
@@ -284,6 +285,40 @@ TEST(StatisticsTest, ALongGroupIsBrokenBetweenItsItems) {
             ConvertedTable("TABLES /OBSERVATION s /TABLE s /STATISTICS PTILE 5(s " + label + ")");
         EXPECT_EQ(table, tooLong ? "s[S][PTILE 5,\n  " + label + "]"
                                  : "s[S][\n  PTILE 5," + label + "\n  ]");
+    }
+}
+
+TEST(StatisticsTest, AssertsTheShapeOfATotal) {
+    struct Case {
+        void (*damage)(TbTrParseNode& variable);
+        const char* assertion;
+    };
+    const Case cases[] = {
+        {[](TbTrParseNode& variable) { variable.RemoveChild(kTotalSlot); },
+         "pVar->GetChildCount() > 1"},
+        {[](TbTrParseNode& variable) { variable.GetChild(kTotalSlot)->SetNodeType(SP_VARNAME); },
+         "totalType == TBI_FTOTALVAR || totalType == TBI_PTOTALVAR"},
+        {[](TbTrParseNode& variable) { variable.GetChild(kTotalSlot)->SetToken(nullptr); },
+         "pTotalTok"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.assertion);
+        const AssertionCollector assertions;
+        ParsedCommand parsed("TABLES /FTOTAL t /TABLE a + t /STATISTICS COUNT(t)");
+        const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
+        TotalRecords records;
+        ASSERT_TRUE(CollectTotals(parsed.Table(), 0, context, records));
+        TableStatistics statistics;
+        ASSERT_TRUE(statistics.Read(parsed.Group()));
+        ASSERT_TRUE(statistics.LookUpFunctions(context));
+        TbTrParseNode& variable = *parsed.Table().GetChild(0);
+        c.damage(variable);
+        CommandBudget budget;
+        PercentageBases bases(parsed.Table(), 1, budget);
+        OutputSequence out;
+        statistics.WriteList(Term({&variable}, context.Types()), bases, budget, out);
+        EXPECT_TRUE(out.IsEmpty());
+        EXPECT_EQ(assertions.Texts(), std::vector<std::string>({c.assertion}));
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "conversionhelper.h"
@@ -234,7 +235,7 @@ TEST(SubcommandsTest, BreaksTheSortOrderBetweenItems) {
     const TbTrParseNode& columns = *parsed.Table().GetChild(1);
     OutputSequence out;
     out.Add("old", false);
-    ASSERT_TRUE(WriteSort(parsed.Group(), columns, columns, context, out));
+    ASSERT_TRUE(WriteSort(parsed.Group(), columns, &columns, context, out));
     EXPECT_EQ(out.Format(3, 2),
               "/CATEGORIES VAR=\n  a\n  ORDER=\n  A\n  KEY=\n  COUNT(b)\n"
               "  /CATEGORIES VAR=\n  b\n  ORDER=\n  A\n  KEY=\n  COUNT");
@@ -266,6 +267,22 @@ TEST(SubcommandsTest, ReportsUnknownSortFunctions) {
     }
 }
 
+TEST(SubcommandsTest, WithoutAMagnetASortIsByCounts) {
+    ParsedCommand parsed("TABLES /TABLE a BY b /SORT a");
+    TbTrParseNode& columns = *parsed.Table().GetChild(1);
+    const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
+    const TbTrParseNode noName(SP_VARNAME);
+    const std::pair<const TbTrParseNode*, const char*> cases[] = {{nullptr, "pFirstMagnetVar"},
+                                                                  {&noName, "pFirstMagnetVarTok"}};
+    for (const auto& [pMagnet, assertion] : cases) {
+        const AssertionCollector assertions;
+        OutputSequence out;
+        EXPECT_TRUE(WriteSort(parsed.Group(), columns, pMagnet, context, out));
+        EXPECT_EQ(out.Format(80, 2), "/CATEGORIES VAR=a ORDER=D KEY=COUNT");
+        EXPECT_EQ(assertions.Texts(), std::vector<std::string>({assertion}));
+    }
+}
+
 TEST(SubcommandsTest, AssertsTheShapeOfASort) {
     struct DamageCase {
         void (*damage)(TbTrParseNode& sort);
@@ -293,7 +310,7 @@ TEST(SubcommandsTest, AssertsTheShapeOfASort) {
         const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
         const TbTrParseNode& rows = *parsed.Table().GetChild(0);
         OutputSequence out;
-        EXPECT_FALSE(WriteSort(parsed.Group(), rows, rows, context, out));
+        EXPECT_FALSE(WriteSort(parsed.Group(), rows, &rows, context, out));
         EXPECT_EQ(assertions.Texts(), std::vector<std::string>({c.assertion}));
     }
 }

@@ -27,10 +27,10 @@ TEST(TableExpressionTest, ChecksTheShapeOfATable) {
          [](TbTrParseNode& table) {
              while (table.GetChildCount() > 0) table.RemoveChild(0);
          },
-         {"0 < dimCount && dimCount <= 3"}},
+         {"0 < nDim && nDim <= 3"}},
         {"four dimensions",
          [](TbTrParseNode& table) { table.AddChild(nullptr); },
-         {"0 < dimCount && dimCount <= 3"}},
+         {"0 < nDim && nDim <= 3"}},
         {"a bad second dimension",
          [](TbTrParseNode& table) {
              table.GetChild(1)->SetNodeType(SP_PLUS);
@@ -101,6 +101,15 @@ TEST(TableExpressionTest, MarkersOfOneKindInTwoDimensionsAreAnAssertion) {
         EXPECT_EQ(conversion.assertions,
                   std::vector<std::string>({"statsDisplayDim <= 3 && labelsDim <= 3"}));
     }
+}
+
+TEST(TableExpressionTest, AMarkerThatCannotGoIsAnAssertion) {
+    const AssertionCollector assertions;
+    ParsedCommand parsed("TABLES /TABLE a + (LABELS)");
+    parsed.Table().GetChild(0)->RemoveChild(0);
+    EXPECT_EQ(RemoveMarkers(parsed.Table(), TB_LABELS), kTwoDimensions);
+    EXPECT_EQ(assertions.Texts(),
+              std::vector<std::string>({"pParent->GetChildCount() > 1", "removed"}));
 }
 
 TEST(TableExpressionTest, ATableWithNothingLeftFails) {
@@ -254,6 +263,20 @@ TEST(TableExpressionTest, ATotalThatIsLeftIsAnAssertion) {
     EXPECT_EQ(out.Format(80, 2), "t");
     EXPECT_EQ(assertions.Texts(),
               std::vector<std::string>({"varType == TB_MDGROUP || varType == TB_MRGROUP"}));
+}
+
+TEST(TableExpressionTest, StatisticsNeedOneToThreeDimensions) {
+    for (const std::size_t dimensions : {std::size_t{0}, std::size_t{4}}) {
+        const AssertionCollector assertions;
+        ParsedCommand parsed("TABLES /TABLE a BY b BY c");
+        TbTrParseNode& table = parsed.Table();
+        while (table.GetChildCount() > dimensions) table.RemoveChild(0);
+        while (table.GetChildCount() < dimensions) table.AddChild(nullptr);
+        EXPECT_EQ(FindStatsCompDim(table, TotalRecords(), TableStatistics(),
+                                   VariableTypes(CodePage::Utf8(), parsed.Globals())),
+                  0U);
+        EXPECT_EQ(assertions.Texts(), std::vector<std::string>({"0 < dimCount && dimCount <= 3"}));
+    }
 }
 
 TEST(TableExpressionTest, AMillionVariablesAreTheLimit) {

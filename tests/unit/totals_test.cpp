@@ -287,13 +287,23 @@ TEST(TotalsTest, AssertTheShapeOfTheTree) {
         const char* assertion;
     };
     const Case cases[] = {
+        {[](ParsedCommand& parsed) { parsed.Table().SetNodeType(TB_TITLE); },
+         "pTableSubcommand && pTableSubcommand->GetNodeType() == TB_TABLE"},
         {[](ParsedCommand& parsed) { parsed.Table().GetChild(0)->GetChild(1)->RemoveChild(1); },
+         "pLastNestOp->GetChildCount() > 1"},
+        {[](ParsedCommand& parsed) {
+             parsed.Table().GetChild(0)->GetChild(1)->ReplaceChild(1, nullptr);
+         },
          "pRightOp"},
         {[](ParsedCommand& parsed) {
              parsed.Table().GetChild(0)->GetChild(1)->ReplaceChild(
                  1, MakeNode(TB_STATISTICS, nullptr));
          },
          "assocVar.GetNodeType() == SP_VARNAME"},
+        {[](ParsedCommand& parsed) {
+             parsed.Table().GetChild(0)->GetChild(1)->GetChild(1)->SetToken(nullptr);
+         },
+         "assocVar.GetToken()"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.assertion);
@@ -332,6 +342,16 @@ TEST(TotalsTest, AssertTheShapeOfADeclaration) {
          "pLabel->GetNodeType() == SP_SLITERAL"},
         {[](TbTrParseNode& declaration) { declaration.GetChild(0)->SetToken(nullptr); },
          "pLabelTok"},
+        {[](TbTrParseNode& declaration) {
+             declaration.ReplaceChild(0, nullptr);
+             declaration.SetToken(nullptr);
+         },
+         "pTotVarNameTok"},
+        {[](TbTrParseNode& declaration) { declaration.SetNodeType(SP_NUMBER); },
+         "totalVarDecl.GetNodeType() == SP_VARNAME"},
+        {[](TbTrParseNode& declaration) { declaration.SetParent(nullptr); }, "pParent"},
+        {[](TbTrParseNode& declaration) { declaration.GetParent()->SetNodeType(TB_SORT); },
+         "totalType == TB_FTOTAL || totalType == TB_PTOTAL"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.assertion);

@@ -146,7 +146,7 @@ private:
 
     [[nodiscard]] bool WriteSortOrder() {
         OutputSequence lines;
-        if (!WriteSort(m_group, *m_table.GetChild(m_statsCompDim - 1), *m_pFirstMagnet, m_context,
+        if (!WriteSort(m_group, *m_table.GetChild(m_statsCompDim - 1), m_pFirstMagnet, m_context,
                        lines)) {
             return false;
         }

@@ -3,10 +3,17 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/assertion.h"
 #include "translator/treeediting.h"
 #include "translator/variabletypes.h"
 
 namespace quillet {
+
+namespace {
+
+constexpr std::string_view kModule = "percentagebases";
+
+}  // namespace
 
 DimensionBaseTest::DimensionBaseTest(const TbTrParseNode& dimension, CommandBudget& budget)
     : m_budget(budget) {
@@ -110,6 +117,7 @@ std::string_view BaseWord(PercentageBase base) {
         case TBTR_TABPCT:
             break;
     }
+    static_cast<void>(QUILLET_ASSERT((base & TBTR_TABPCT) != 0, "pctBases & TBTR_TABPCT"));
     return "TABLEPCT.";
 }
 
@@ -124,6 +132,10 @@ PercentageBases::PercentageBases(const TbTrParseNode& table, std::size_t statsCo
 
 unsigned PercentageBases::BasesOf(const VariableNames* pNames, const Term& term) {
     if (!pNames) return TBTR_TABPCT;
+    if (!QUILLET_ASSERT(m_statsCompIndex < m_otherDimensions.size(),
+                        "0 < statsCompDim && statsCompDim <= 3")) {
+        return TBTR_TABPCT;
+    }
     Answers holds = OtherDimensions(*pNames);
     // Every term may ask for every set of names. What one look-up costs, writing costs anyway.
     const std::size_t lookUps = std::min(pNames->size(), term.Names().size());

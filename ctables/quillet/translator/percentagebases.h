@@ -77,7 +77,8 @@ private:
 /// it for the dimensions. Where a dimension disagrees, both answers count.
 [[nodiscard]] unsigned BasesFor(HoldsBase rows, HoldsBase columns, HoldsBase layers);
 
-/// The word for a base, in front of the function's name.
+/// The word for a base, in front of the function's name. What is no base asserts and counts as the
+/// table.
 [[nodiscard]] std::string_view BaseWord(PercentageBase base);
 
 /// The bases for the percentages of one table.
@@ -90,7 +91,8 @@ public:
     /// The bases of a percentage that stands on `term` and has the base variables `*pNames`;
     /// null for a percentage without them, which is of the whole table. `*pNames` must live as
     /// long as this object: its answer for the other dimensions is kept. Throws
-    /// `CommandTooLarge` when too many names have to be looked up.
+    /// `CommandTooLarge` when too many names have to be looked up. A dimension that there is not
+    /// asserts, and the base is the whole table.
     [[nodiscard]] unsigned BasesOf(const VariableNames* pNames, const Term& term);
 
 private:

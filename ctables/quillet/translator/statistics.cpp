@@ -46,6 +46,22 @@ void WriteGroup(const Statistic& statistic, std::string_view base, std::string_v
     KeepTogetherIfShort(out, begin);
 }
 
+// The name of the total that hangs on `variable`; empty for none.
+std::string_view TotalNameOf(const Node& variable) {
+    if (!QUILLET_ASSERT(variable.GetChildCount() > kTotalSlot, "pVar->GetChildCount() > 1")) {
+        return {};
+    }
+    const Node* pTotal = variable.GetChild(kTotalSlot);
+    if (!pTotal) return {};
+    const NodeType totalType = pTotal->GetNodeType();
+    if (!QUILLET_ASSERT(totalType == TBI_FTOTALVAR || totalType == TBI_PTOTALVAR,
+                        "totalType == TBI_FTOTALVAR || totalType == TBI_PTOTALVAR") ||
+        !QUILLET_ASSERT(pTotal->GetToken(), "pTotalTok")) {
+        return {};
+    }
+    return NameOf(*pTotal);
+}
+
 }  // namespace
 
 // The statistics of one list, with commas between them.
@@ -203,9 +219,8 @@ bool TableStatistics::LookUpFunctions(const TranslationContext& context) {
 // only where a function names it; otherwise the new command gives it those of its variable.
 std::string_view TableStatistics::CountingTotalOf(const Term& term) const {
     for (const TermVariable& variable : term.Variables()) {
-        const Node* pTotal = variable.pNode->GetChild(kTotalSlot);
-        if (!pTotal) continue;
-        return IsArgument(NameOf(*pTotal)) ? NameOf(*pTotal) : std::string_view();
+        const std::string_view total = TotalNameOf(*variable.pNode);
+        if (!total.empty()) return IsArgument(total) ? total : std::string_view();
     }
     return {};
 }

@@ -84,9 +84,9 @@ std::string KeyOf(std::string_view function, std::string_view argument) {
 
 class SortWriter {
 public:
-    SortWriter(const Node& statsDimension, const Node& firstMagnet,
+    SortWriter(const Node& statsDimension, const Node* pFirstMagnet,
                const TranslationContext& context)
-        : m_firstMagnet(firstMagnet), m_context(context) {
+        : m_pFirstMagnet(pFirstMagnet), m_context(context) {
         for (const Node* pLeaf : LeavesOf(statsDimension)) m_statsNames.insert(NameOf(*pLeaf));
     }
 
@@ -119,12 +119,17 @@ private:
         key = kCountKey;
         const Node* pFunction = sortVariable.GetChild(0);
         if (pFunction && !MakeFunctionKey(*pFunction, key)) return false;
-        if (key == kCountKey && !m_statsNames.contains(NameOf(sortVariable))) {
-            const std::string magnet = m_context.Types().OutputName(m_firstMagnet);
-            m_context.ChargeRepeated(m_firstMagnet, magnet.size());
+        if (key == kCountKey && !m_statsNames.contains(NameOf(sortVariable)) && HasFirstMagnet()) {
+            const std::string magnet = m_context.Types().OutputName(*m_pFirstMagnet);
+            m_context.ChargeRepeated(*m_pFirstMagnet, magnet.size());
             key = KeyOf(kCountKey, magnet);
         }
         return true;
+    }
+
+    [[nodiscard]] bool HasFirstMagnet() const {
+        return QUILLET_ASSERT(m_pFirstMagnet, "pFirstMagnetVar") &&
+               QUILLET_ASSERT(m_pFirstMagnet->GetToken(), "pFirstMagnetVarTok");
     }
 
     // The new command cannot sort by a percentage; the count gives the same order.
@@ -144,7 +149,7 @@ private:
         return true;
     }
 
-    const Node& m_firstMagnet;
+    const Node* m_pFirstMagnet;
     const TranslationContext& m_context;
     VariableNames m_statsNames;
 };
@@ -189,11 +194,11 @@ void WriteTitles(const TbTrParseNode& group, const GlobalSettings& settings, Out
 }
 
 bool WriteSort(const TbTrParseNode& group, const TbTrParseNode& statsDimension,
-               const TbTrParseNode& firstMagnet, const TranslationContext& context,
+               const TbTrParseNode* pFirstMagnet, const TranslationContext& context,
                OutputSequence& out) {
     out.Clear();
     const Node* pSort = FirstTableSubcommand(group, TB_SORT);
-    return !pSort || SortWriter(statsDimension, firstMagnet, context).Write(*pSort, out);
+    return !pSort || SortWriter(statsDimension, pFirstMagnet, context).Write(*pSort, out);
 }
 
 }  // namespace quillet

@@ -24,11 +24,12 @@ void WriteTitles(const TbTrParseNode& group, const GlobalSettings& settings, Out
 /// Writes the sort order of the table of `group` into `out`, which is cleared first: a
 /// categories subcommand for each sorted variable, each on a line of its own.
 ///
-/// `statsDimension` is the dimension that carries the statistics, `firstMagnet` the first
+/// `statsDimension` is the dimension that carries the statistics, `pFirstMagnet` the first
 /// variable with statistics in it: a variable of another dimension is sorted by the counts of
-/// that one. Returns false after a report (kind 6) or an assertion.
+/// that one; null asserts where it is needed, and the sort is by counts. Returns false after a
+/// report (kind 6) or an assertion.
 [[nodiscard]] bool WriteSort(const TbTrParseNode& group, const TbTrParseNode& statsDimension,
-                             const TbTrParseNode& firstMagnet, const TranslationContext& context,
+                             const TbTrParseNode* pFirstMagnet, const TranslationContext& context,
                              OutputSequence& out);
 
 }  // namespace quillet

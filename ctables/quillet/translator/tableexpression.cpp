@@ -160,12 +160,9 @@ bool HasTableShape(const TbTrParseNode& table) {
                         "tableSubcommand.GetNodeType() == TB_TABLE")) {
         return false;
     }
-    const std::size_t dimCount = table.GetChildCount();
-    if (!QUILLET_ASSERT(0 < dimCount && dimCount <= kMaxDimensions,
-                        "0 < dimCount && dimCount <= 3")) {
-        return false;
-    }
-    for (std::size_t i = 0; i < dimCount; ++i) {
+    const std::size_t nDim = table.GetChildCount();
+    if (!QUILLET_ASSERT(0 < nDim && nDim <= kMaxDimensions, "0 < nDim && nDim <= 3")) return false;
+    for (std::size_t i = 0; i < nDim; ++i) {
         const Node* pDimension = table.GetChild(i);
         if (pDimension && !HasDimensionShape(*pDimension)) return false;
     }
@@ -182,7 +179,7 @@ std::size_t RemoveMarkers(TbTrParseNode& table, NodeType marker) {
             found = true;
             return LeafDecision::kRemove;
         };
-        if (!RemoveLeaves(table, i, decide)) return kTwoDimensions;
+        if (!QUILLET_ASSERT(RemoveLeaves(table, i, decide), "removed")) return kTwoDimensions;
         if (!found) continue;
         markerDim = markerDim == 0 ? i + 1 : kTwoDimensions;
         if (Node* pDimension = table.GetChild(i)) Flatten(*pDimension);
@@ -192,7 +189,12 @@ std::size_t RemoveMarkers(TbTrParseNode& table, NodeType marker) {
 
 std::size_t FindStatsCompDim(const TbTrParseNode& table, const TotalRecords& records,
                              const TableStatistics& statistics, const VariableTypes& types) {
-    for (std::size_t i = 0; i < table.GetChildCount(); ++i) {
+    const std::size_t dimCount = table.GetChildCount();
+    if (!QUILLET_ASSERT(0 < dimCount && dimCount <= kMaxDimensions,
+                        "0 < dimCount && dimCount <= 3")) {
+        return 0;
+    }
+    for (std::size_t i = 0; i < dimCount; ++i) {
         const Node* pDimension = table.GetChild(i);
         if (!pDimension) continue;
         for (const Node* pLeaf : LeavesOf(*pDimension)) {

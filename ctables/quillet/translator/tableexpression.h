@@ -30,13 +30,13 @@ inline constexpr std::uint64_t kMaxMultipliedLeaves = 1000000;
 
 /// Takes all markers of the type `marker` (`TB_STATISTICS` or `TB_LABELS`) out of the table. A
 /// dimension of markers alone becomes an empty slot. Returns the number of the dimension that
-/// they were in; 0 when there are none.
+/// they were in; 0 when there are none, `kTwoDimensions` after an assertion as well.
 [[nodiscard]] std::size_t RemoveMarkers(TbTrParseNode& table, NodeType marker);
 
 /// The number of the dimension in which the statistics are computed: the one with the first
 /// variable, in the order of the command, that is a scale variable, or an argument of a
 /// function, or has a total that is one. Without any the columns, without columns the first
-/// dimension that is there; 0 when no dimension is.
+/// dimension that is there; 0 when no dimension is, and after an assertion.
 [[nodiscard]] std::size_t FindStatsCompDim(const TbTrParseNode& table, const TotalRecords& records,
                                            const TableStatistics& statistics,
                                            const VariableTypes& types);

@@ -176,7 +176,11 @@ private:
         if (type != TB_OBSERVATION) return AssociateWithTerm(*nearest.pVariable, total);
         if (!nearest.pLastNesting) return Fail(TablesErrorKind::kTotalBesideScale, leaf);
         Node* pRightOperand = nearest.pLastNesting->GetChild(1);
-        if (!QUILLET_ASSERT(pRightOperand, "pRightOp")) return LeafDecision::kFail;
+        if (!QUILLET_ASSERT(nearest.pLastNesting->GetChildCount() > 1,
+                            "pLastNestOp->GetChildCount() > 1") ||
+            !QUILLET_ASSERT(pRightOperand, "pRightOp")) {
+            return LeafDecision::kFail;
+        }
         return AssociateWithTerm(*pRightOperand, total);
     }
 
@@ -184,7 +188,8 @@ private:
         if (!m_associations.Knows(term)) {
             for (const Node* pVariable : VariablesTotalled(term)) {
                 if (!QUILLET_ASSERT(pVariable->GetNodeType() == SP_VARNAME,
-                                    "assocVar.GetNodeType() == SP_VARNAME")) {
+                                    "assocVar.GetNodeType() == SP_VARNAME") ||
+                    !QUILLET_ASSERT(pVariable->GetToken(), "assocVar.GetToken()")) {
                     return LeafDecision::kFail;
                 }
                 if (!CanHaveTotal(*pVariable)) {
@@ -230,13 +235,26 @@ std::string LabelOf(const Node& total) {
     return pLabel->GetToken()->Text(/*raw=*/true);
 }
 
-// A label may only be a literal.
-bool HasTotalShape(const Node& total) {
+// The subcommand that a declaration stands in says what kind of total it is.
+bool IsDeclared(const Node& total) {
+    const Node* pParent = total.GetParent();
+    if (!QUILLET_ASSERT(total.GetNodeType() == SP_VARNAME,
+                        "totalVarDecl.GetNodeType() == SP_VARNAME") ||
+        !QUILLET_ASSERT(pParent, "pParent")) {
+        return false;
+    }
+    return QUILLET_ASSERT(IsTotal(pParent->GetNodeType()),
+                          "totalType == TB_FTOTAL || totalType == TB_PTOTAL");
+}
+
+// A total is called by its label, which may only be a literal, or by its name.
+bool IsLabeled(const Node& total) {
+    if (!QUILLET_ASSERT(total.GetChildCount() > 0, "pTotalDecl->GetChildCount()")) return false;
     const Node* pLabel = total.GetChild(0);
-    return QUILLET_ASSERT(total.GetChildCount() > 0, "pTotalDecl->GetChildCount()") &&
-           (!pLabel || (QUILLET_ASSERT(pLabel->GetNodeType() == SP_SLITERAL,
-                                       "pLabel->GetNodeType() == SP_SLITERAL") &&
-                        QUILLET_ASSERT(pLabel->GetToken(), "pLabelTok")));
+    if (!pLabel) return QUILLET_ASSERT(total.GetToken(), "pTotVarNameTok");
+    return QUILLET_ASSERT(pLabel->GetNodeType() == SP_SLITERAL,
+                          "pLabel->GetNodeType() == SP_SLITERAL") &&
+           QUILLET_ASSERT(pLabel->GetToken(), "pLabelTok");
 }
 
 void WriteTotalLine(const TotalLine& line, OutputSequence& out) {
@@ -253,6 +271,10 @@ void WriteTotalLine(const TotalLine& line, OutputSequence& out) {
 
 bool CollectTotals(TbTrParseNode& table, std::size_t dimension, const TranslationContext& context,
                    TotalRecords& records) {
+    if (!QUILLET_ASSERT(table.GetNodeType() == TB_TABLE,
+                        "pTableSubcommand && pTableSubcommand->GetNodeType() == TB_TABLE")) {
+        return false;
+    }
     Node* pDimension = table.GetChild(dimension);
     if (!pDimension) return true;
     TotalCollector collector(context);
@@ -270,7 +292,7 @@ bool WriteTotalCategories(const TotalRecords& records, const TranslationContext&
                           OutputSequence& out) {
     out.Clear();
     for (const TotalLine& line : GroupByTotal(records)) {
-        if (!HasTotalShape(*line.pTotal)) return false;
+        if (!IsDeclared(*line.pTotal) || !IsLabeled(*line.pTotal)) return false;
         context.ChargeRepeated(*line.pTotal, LabelOf(*line.pTotal).size());
         if (!out.IsEmpty()) out.NewLine();
         WriteTotalLine(line, out);

@@ -37,7 +37,7 @@ inline constexpr std::size_t kTotalSlot = 1;
 
 /// Writes a categories subcommand for each total, each on a line of its own, into `out`, which
 /// is cleared first. Variables with the same total share a line. A total that was written before,
-/// for another table, is charged to the budget; throws `CommandTooLarge`.
+/// for another table, is charged to the budget; throws `CommandTooLarge`. False after an assertion.
 [[nodiscard]] bool WriteTotalCategories(const TotalRecords& records,
                                         const TranslationContext& context, OutputSequence& out);
 
