@@ -67,7 +67,7 @@ TEST(SubcommandsTest, WritesTheFormat) {
 }
 
 TEST(SubcommandsTest, OfTheSettingsInAFormatTheLastCount) {
-    // The parser leaves one of each; the rule does not depend on that.
+    // The parser leaves one of each. A tree made by hand is read in order.
     ParsedCommand parsed("TABLES /FORMAT ZERO MISSING('x') /TABLE a");
     TbTrParseNode& format = *parsed.Globals()->GetChild(0);
     format.AddChild(MakeNode(TB_BLANK, nullptr));

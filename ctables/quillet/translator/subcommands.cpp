@@ -19,22 +19,22 @@ using Node = TbTrParseNode;
 
 constexpr std::string_view kCountKey = "COUNT";
 
-// The settings of a FORMAT subcommand; of each kind the last one counts.
+// The settings of a FORMAT subcommand. The parser has left one of each kind, the last.
 struct FormatSettings {
     NodeType emptyCells = kNoNodeType;  // TB_BLANK or TB_ZERO
     const TAVQToken* pMissing = nullptr;
 };
 
 [[nodiscard]] bool ReadFormat(const Node& format, FormatSettings& settings) {
-    for (std::size_t i = format.GetChildCount(); i > 0; --i) {
-        const Node* pSetting = format.GetChild(i - 1);
+    for (std::size_t i = 0; i < format.GetChildCount(); ++i) {
+        const Node* pSetting = format.GetChild(i);
         const NodeType nodeType = pSetting ? pSetting->GetNodeType() : kNoNodeType;
         if (nodeType == TB_BLANK || nodeType == TB_ZERO) {
-            if (settings.emptyCells == kNoNodeType) settings.emptyCells = nodeType;
+            settings.emptyCells = nodeType;
             continue;
         }
         if (!QUILLET_ASSERT(nodeType == SP_SLITERAL, "nodeType == SP_SLITERAL")) return false;
-        if (!settings.pMissing) settings.pMissing = pSetting->GetToken();
+        settings.pMissing = pSetting->GetToken();
     }
     return true;
 }
