@@ -65,7 +65,7 @@ constexpr CodeName kOperatorNames[] = {
 };
 
 template <std::size_t kCount>
-std::string_view NameOf(const CodeName (&names)[kCount], int code) {
+std::string_view FindName(const CodeName (&names)[kCount], int code) {
     const auto* pFound = std::find_if(std::begin(names), std::end(names),
                                       [code](const CodeName& entry) { return entry.code == code; });
     return pFound == std::end(names) ? names[0].name : pFound->name;
@@ -79,9 +79,9 @@ std::string Indentation(unsigned indent) {
 
 }  // namespace
 
-std::string_view TokenTypeName(int type) { return NameOf(kTypeNames, type); }
+std::string_view TokenTypeName(int type) { return FindName(kTypeNames, type); }
 
-std::string_view OperatorName(int operatorCode) { return NameOf(kOperatorNames, operatorCode); }
+std::string_view OperatorName(int operatorCode) { return FindName(kOperatorNames, operatorCode); }
 
 int CompareTextPrefix(std::string_view left, std::string_view right, std::size_t count) {
     if (count > 0) {

@@ -6,7 +6,7 @@ namespace quillet {
 
 namespace {
 
-NodeType ValueOf(const TbTrParseNode& subcommand) {
+NodeType SettingOf(const TbTrParseNode& subcommand) {
     const TbTrParseNode* pValue = subcommand.GetChild(0);
     return pValue ? pValue->GetNodeType() : kNoNodeType;
 }
@@ -20,16 +20,16 @@ GlobalSettings::GlobalSettings(const TbTrParseNode* pGlobals) {
         if (!pSubcommand) continue;
         switch (pSubcommand->GetNodeType()) {
             case TB_AUTOLABEL:
-                autolabel = ValueOf(*pSubcommand);
+                autolabel = SettingOf(*pSubcommand);
                 break;
             case TB_BASE:
-                base = ValueOf(*pSubcommand);
+                base = SettingOf(*pSubcommand);
                 break;
             case TB_GBASE:
-                gbase = ValueOf(*pSubcommand);
+                gbase = SettingOf(*pSubcommand);
                 break;
             case TB_MISSINGSUBCOM:
-                missing = ValueOf(*pSubcommand);
+                missing = SettingOf(*pSubcommand);
                 break;
             case TB_FORMAT:
                 pFormat = pSubcommand;

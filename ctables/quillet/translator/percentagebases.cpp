@@ -29,7 +29,7 @@ DimensionBaseTest::DimensionBaseTest(const TbTrParseNode& dimension, CommandBudg
         pending.pop_back();
         const NodeType type = current.pNode->GetNodeType();
         if (!IsOperator(type)) {
-            std::vector<Parent>& parents = m_placesOfName[NameOf(*current.pNode)].parents;
+            std::vector<Parent>& parents = m_placesOfName[UpperCaseName(*current.pNode)].parents;
             if (!parents.empty() && parents.back().node == current.parent) {
                 ++parents.back().childCount;
             } else {

@@ -59,7 +59,7 @@ std::string_view TotalNameOf(const Node& variable) {
         !QUILLET_ASSERT(pTotal->GetToken(), "pTotalTok")) {
         return {};
     }
-    return NameOf(*pTotal);
+    return UpperCaseName(*pTotal);
 }
 
 }  // namespace
@@ -142,7 +142,7 @@ bool TableStatistics::ReadBaseNames(const TbTrParseNode* pBaseVarList, Statistic
     }
     std::vector<std::string_view> names;
     for (std::size_t i = 0; i < pBaseVarList->GetChildCount(); ++i) {
-        names.push_back(NameOf(*pBaseVarList->GetChild(i)));
+        names.push_back(UpperCaseName(*pBaseVarList->GetChild(i)));
     }
     statistic.pBaseNames = &SharedNames(std::move(names));
     return true;
@@ -159,7 +159,7 @@ const VariableNames& TableStatistics::SharedNames(std::vector<std::string_view> 
 
 bool TableStatistics::ReadArgument(const TbTrParseNode& argument, Statistic statistic) {
     if (const Node* pVariable = argument.GetChild(kVariableSlot)) {
-        statistic.argument = NameOf(*pVariable);
+        statistic.argument = UpperCaseName(*pVariable);
     }
     if (const Node* pFormat = argument.GetChild(kFormatSlot)) {
         if (!QUILLET_ASSERT(pFormat->GetNodeType() == TBI_FMT,

@@ -87,7 +87,8 @@ public:
     SortWriter(const Node& statsDimension, const Node* pFirstMagnet,
                const TranslationContext& context)
         : m_pFirstMagnet(pFirstMagnet), m_context(context) {
-        for (const Node* pLeaf : LeavesOf(statsDimension)) m_statsNames.insert(NameOf(*pLeaf));
+        for (const Node* pLeaf : LeavesOf(statsDimension))
+            m_statsNames.insert(UpperCaseName(*pLeaf));
     }
 
     [[nodiscard]] bool Write(const Node& sort, OutputSequence& out) const {
@@ -119,7 +120,8 @@ private:
         key = kCountKey;
         const Node* pFunction = sortVariable.GetChild(0);
         if (pFunction && !MakeFunctionKey(*pFunction, key)) return false;
-        if (key == kCountKey && !m_statsNames.contains(NameOf(sortVariable)) && HasFirstMagnet()) {
+        if (key == kCountKey && !m_statsNames.contains(UpperCaseName(sortVariable)) &&
+            HasFirstMagnet()) {
             const std::string magnet = m_context.Types().OutputName(*m_pFirstMagnet);
             m_context.ChargeRepeated(*m_pFirstMagnet, magnet.size());
             key = KeyOf(kCountKey, magnet);

@@ -148,9 +148,9 @@ private:
 bool DecidesForItsDimension(const Node& variable, const TotalRecords& records,
                             const TableStatistics& statistics, const VariableTypes& types) {
     if (types.TypeOf(variable) == TB_OBSERVATION) return true;
-    if (statistics.IsArgument(NameOf(variable))) return true;
+    if (statistics.IsArgument(UpperCaseName(variable))) return true;
     const auto found = records.find(types.OutputKey(variable));
-    return found != records.end() && statistics.IsArgument(NameOf(*found->second));
+    return found != records.end() && statistics.IsArgument(UpperCaseName(*found->second));
 }
 
 }  // namespace

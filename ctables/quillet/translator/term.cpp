@@ -18,7 +18,7 @@ Term::Term(const std::vector<const TbTrParseNode*>& leaves, const VariableTypes&
     m_variables.reserve(leaves.size());
     int magnetRank = 0;
     for (const TbTrParseNode* pLeaf : leaves) {
-        const TermVariable variable{pLeaf, types.TypeOf(*pLeaf), NameOf(*pLeaf)};
+        const TermVariable variable{pLeaf, types.TypeOf(*pLeaf), UpperCaseName(*pLeaf)};
         const int rank = MagnetRank(variable.type);
         if (rank >= magnetRank) {
             magnetRank = rank;

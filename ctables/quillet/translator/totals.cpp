@@ -231,7 +231,7 @@ std::vector<TotalLine> GroupByTotal(const TotalRecords& records) {
 
 std::string LabelOf(const Node& total) {
     const Node* pLabel = total.GetChild(0);
-    if (!pLabel) return "\"" + std::string(NameOf(total)) + "\"";
+    if (!pLabel) return "\"" + std::string(UpperCaseName(total)) + "\"";
     return pLabel->GetToken()->Text(/*raw=*/true);
 }
 

@@ -12,7 +12,7 @@ constexpr std::size_t kMaxSetNameLength = 8;
 
 }  // namespace
 
-std::string_view NameOf(const TbTrParseNode& variable) {
+std::string_view UpperCaseName(const TbTrParseNode& variable) {
     return variable.GetToken()->Text(/*raw=*/false);
 }
 
@@ -49,7 +49,7 @@ VariableTypes::VariableTypes(const CodePage& codePage, const TbTrParseNode* pGlo
 
 void VariableTypes::Declare(VariableType type, const TbTrParseNode* pVariable) {
     if (!pVariable || pVariable->GetNodeType() != SP_VARNAME || !pVariable->GetToken()) return;
-    m_declarations.try_emplace(NameOf(*pVariable), Declaration{type, pVariable});
+    m_declarations.try_emplace(UpperCaseName(*pVariable), Declaration{type, pVariable});
 }
 
 void VariableTypes::DeclareAll(VariableType type, const TbTrParseNode* pList) {
@@ -58,7 +58,7 @@ void VariableTypes::DeclareAll(VariableType type, const TbTrParseNode* pList) {
 }
 
 const VariableTypes::Declaration* VariableTypes::Find(const TbTrParseNode& variable) const {
-    const auto found = m_declarations.find(NameOf(variable));
+    const auto found = m_declarations.find(UpperCaseName(variable));
     return found == m_declarations.end() ? nullptr : &found->second;
 }
 
@@ -73,8 +73,8 @@ std::string VariableTypes::OutputName(const TbTrParseNode& variable) const {
 }
 
 std::string VariableTypes::OutputKey(const TbTrParseNode& variable) const {
-    if (IsSet(TypeOf(variable))) return MakeSetName(m_codePage, NameOf(variable));
-    return std::string(NameOf(variable));
+    if (IsSet(TypeOf(variable))) return MakeSetName(m_codePage, UpperCaseName(variable));
+    return std::string(UpperCaseName(variable));
 }
 
 }  // namespace quillet

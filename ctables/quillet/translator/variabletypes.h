@@ -25,7 +25,7 @@ using VariableType = NodeType;
 
 /// The name of a variable in upper case, by which variables are compared. `variable` must have a
 /// token, and the view lives as long as that.
-[[nodiscard]] std::string_view NameOf(const TbTrParseNode& variable);
+[[nodiscard]] std::string_view UpperCaseName(const TbTrParseNode& variable);
 
 /// The name of a variable as it is spelled in the command.
 [[nodiscard]] std::string_view SpellingOf(const TbTrParseNode& variable);
