@@ -84,7 +84,7 @@ inline constexpr std::size_t kDirectionSlotOfSort = 0;
 [[nodiscard]] std::unique_ptr<TbTrParseNode> ReleaseOrMakeList(NodeType listType,
                                                                OpaqueValue& list);
 
-/// Moves the children of `from`, in order, to the end of `to`; empty slots stay behind.
+/// Moves the children of `from`, in order, to the end of `to`; empty slots stay where they are.
 void MoveChildren(TbTrParseNode& from, TbTrParseNode& to);
 
 /// A node of `type` with the children of the `TBI_GENERICLIST` or `TBI_VARLIST` in `list`.

@@ -12,7 +12,7 @@ ParseStatus ParseTables(TablesCommand& command) {
     auto status = static_cast<ParseStatus>(tbtryyparse(command));
     // What is left of a command that was given up may parse.
     if (command.GivenUpFor() != Shortage::kNone) status = ParseStatus::kAborted;
-    // The whole command may have been reduced before the mistake behind it was found.
+    // The whole command may have been reduced before the mistake that follows was found.
     if (status != ParseStatus::kSuccess) command.SetParseResult(nullptr);
     return status;
 }

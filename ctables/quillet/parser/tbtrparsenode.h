@@ -72,7 +72,7 @@ public:
     /// The number of slots, empty ones included.
     [[nodiscard]] virtual std::size_t GetChildCount() const;
 
-    /// Writes the tree for debugging, each node behind `indent` tabs (none above 20) and its
+    /// Writes the tree for debugging, each node after `indent` tabs (none above 20) and its
     /// children one deeper.
     virtual void Dump(std::ostream& stream, unsigned indent) const;
 

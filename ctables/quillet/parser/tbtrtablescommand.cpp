@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kModule = "tbtrtablescommand";
 
-constexpr int kFirstIndexBehindCommandWord = 1;
+constexpr int kFirstIndexAfterCommandWord = 1;
 constexpr int kSubcommandPosition = 1;
 constexpr int kFirstArgumentPosition = 2;
 
@@ -149,7 +149,7 @@ void TablesCommand::Advance() {
 }
 
 TablesToken TablesCommand::FirstToken() {
-    m_pTokSeq->SetNextIndex(kFirstIndexBehindCommandWord);
+    m_pTokSeq->SetNextIndex(kFirstIndexAfterCommandWord);
     Advance();
     if (AtBreakWord()) TakeOutBreak();
     if (AtSubcommandEnd()) return EndSubcommand();
@@ -163,13 +163,13 @@ TablesToken TablesCommand::FirstToken() {
 }
 
 // Stands on the slash, or at the end, that closes the current subcommand or the replayed BREAK
-// tokens behind it.
+// tokens after it.
 TablesToken TablesCommand::EndSubcommand() {
     if (m_returnPoint) {
         GoTo(*m_returnPoint);
         m_returnPoint.reset();
     } else {
-        TakeOutBreaksBehindSlash();
+        TakeOutBreaksAfterSlash();
         if (m_currentSubcommand == TB_TABLE && m_breakStart) {
             m_returnPoint = m_pTokSeq->CurrentIndex();
             m_isCopying = m_replayed == m_breakStart;
@@ -234,7 +234,7 @@ void TablesCommand::TakeOutBreak() {
     while (!AtSubcommandEnd()) m_pTokSeq->Next();
 }
 
-void TablesCommand::TakeOutBreaksBehindSlash() {
+void TablesCommand::TakeOutBreaksAfterSlash() {
     while (!AtEnd()) {
         const int slashIndex = m_pTokSeq->CurrentIndex();
         Advance();

@@ -153,8 +153,8 @@ private:
     [[nodiscard]] bool AtBreakWord() const;
     /// Goes from the word BREAK to the slash, or the end, that closes its subcommand.
     void TakeOutBreak();
-    /// Goes from a slash to the next one that no BREAK stands behind, or to the end.
-    void TakeOutBreaksBehindSlash();
+    /// Goes from a slash to the next one that no BREAK follows, or to the end.
+    void TakeOutBreaksAfterSlash();
 
     [[nodiscard]] NodeType KeywordCode() const;
     [[nodiscard]] NodeType ClassifyOperator() const;
@@ -162,7 +162,7 @@ private:
     [[nodiscard]] NodeType ClassifyPlainWord() const;
     /// The keyword that the current word is in the current subcommand; 0 when it is a name there.
     [[nodiscard]] NodeType SettingCode() const;
-    /// The sign that is the current token and the number right behind it as one token; null, and
+    /// The sign that is the current token and the number right after it as one token; null, and
     /// the sign stays current, when no number follows.
     [[nodiscard]] std::unique_ptr<TAVQToken> MergeSign();
     void CountToken(NodeType& code);
@@ -170,7 +170,7 @@ private:
 
     const CodePage& m_codePage;
     TokenSequenceBase* m_pTokSeq;
-    int m_position = 0;  // 0 before the first token, 1 for the word behind a slash
+    int m_position = 0;  // 0 before the first token, 1 for the word after a slash
     int m_parenthesisDepth = 0;
     NodeType m_currentSubcommand = kNoNodeType;
     std::optional<int> m_breakStart;   // index of the first token of the last BREAK seen

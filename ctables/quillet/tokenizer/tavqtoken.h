@@ -79,7 +79,7 @@ public:
     [[nodiscard]] virtual int Type() const = 0;
     [[nodiscard]] virtual std::unique_ptr<TAVQToken> Clone() const = 0;
 
-    /// Writes the diagnostic listing, each line behind `indent` tabs (behind none when `indent`
+    /// Writes the diagnostic listing, each line after `indent` tabs (after none when `indent`
     /// is above 20).
     virtual void Dump(std::ostream& stream, unsigned indent) const = 0;
 
@@ -117,7 +117,7 @@ private:
     int m_column;
 };
 
-/// The rule behind `CompareText`, for texts that are not in a token: see there.
+/// The rule of `CompareText`, for texts that are not in a token: see there.
 [[nodiscard]] int CompareTextPrefix(std::string_view left, std::string_view right,
                                     std::size_t count);
 

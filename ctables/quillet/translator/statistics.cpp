@@ -71,7 +71,7 @@ public:
 
     [[nodiscard]] bool IsEmpty() const { return m_out.Here().piece == m_begin.piece; }
 
-    // The sequence, behind a comma unless nothing is in the list yet.
+    // The sequence, after a comma unless nothing is in the list yet.
     [[nodiscard]] OutputSequence& Next() {
         if (!IsEmpty()) m_out.Add(",", false);
         return m_out;
@@ -227,7 +227,7 @@ std::string_view TableStatistics::CountingTotalOf(const Term& term) const {
 
 // A function with an argument variable goes where that variable is. Of the others, those that
 // count cases go everywhere, those that count responses where there is a set, and those that
-// summarise values where there is a scale variable.
+// summarize values where there is a scale variable.
 std::vector<TableStatistics::Placed> TableStatistics::PlaceOn(const Term& term,
                                                               std::string_view total) const {
     std::vector<Placed> placed;

@@ -1,5 +1,5 @@
 // The statistics of a table: which functions there are, which variable gets which of them, and
-// how they are written behind it.
+// how they are written after it.
 #ifndef QUILLET_TRANSLATOR_STATISTICS_H
 #define QUILLET_TRANSLATOR_STATISTICS_H
 
@@ -28,7 +28,7 @@ struct Statistic {
     const TAVQToken* pFormat = nullptr;  ///< Null for none.
     bool unweighted = false;
     std::string_view argument;                  ///< In upper case; empty for none.
-    const VariableNames* pBaseNames = nullptr;  ///< The names behind the colon; null for none.
+    const VariableNames* pBaseNames = nullptr;  ///< The names after the colon; null for none.
     SummaryFunction forSets;    ///< The new function in a term with a multiple-response set.
     SummaryFunction forOthers;  ///< The new function in any other term.
     bool isWritten = false;     ///< It has been, once at least.

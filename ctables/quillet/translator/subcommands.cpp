@@ -39,7 +39,7 @@ struct FormatSettings {
     return true;
 }
 
-// Writes the texts of a title subcommand, which may be null. They stand behind `keyword`, which
+// Writes the texts of a title subcommand, which may be null. They stand after `keyword`, which
 // is left out with them; a `subcommand` goes in front if nothing was written yet.
 void WriteTexts(const Node* pTexts, std::string_view subcommand, std::string_view keyword,
                 OutputSequence& out) {

@@ -50,7 +50,7 @@ void WriteDimension(const TbTrParseNode& dimension, const VariableTypes& types,
                     OutputSequence& out);
 
 /// Writes the dimension that carries the statistics into `out`, which is cleared first:
-/// multiplied out, and with the statistics of each term behind its magnet variable. Returns the
+/// multiplied out, and with the statistics of each term after its magnet variable. Returns the
 /// first term's magnet variable. Throws `CommandTooLarge` when multiplying out makes more text than
 /// the budget allows.
 const TbTrParseNode* WriteStatisticsDimension(const TbTrParseNode& table, std::size_t statsCompDim,

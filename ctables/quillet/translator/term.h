@@ -35,7 +35,7 @@ public:
     [[nodiscard]] bool HasSet() const { return m_hasSet; }
     [[nodiscard]] bool HasScale() const { return m_hasScale; }
 
-    /// Index of the magnet variable, the one that the statistics are written behind: the
+    /// Index of the magnet variable, the one that the statistics are written after: the
     /// innermost scale variable; without one the innermost multiple-response set; without one
     /// the innermost variable.
     [[nodiscard]] std::size_t MagnetIndex() const { return m_magnetIndex; }

@@ -24,7 +24,7 @@ NodeType TotalTypeOf(const Declaration& declaration) {
 
 // The variables that a total of `term` stands for: in a nesting the outermost, in a stacking
 // all.
-std::vector<Node*> VariablesTotalled(Node& term) {
+std::vector<Node*> TotaledVariables(Node& term) {
     std::vector<Node*> variables;
     std::vector<Node*> pending = {&term};
     while (!pending.empty()) {
@@ -66,7 +66,7 @@ public:
     void Apply(const TranslationContext& context, TotalRecords& records) const {
         for (const Association& association : m_inOrder) {
             if (!association.pTerm) continue;
-            for (Node* pVariable : VariablesTotalled(*association.pTerm)) {
+            for (Node* pVariable : TotaledVariables(*association.pTerm)) {
                 Attach(*pVariable, *association.pTotal, context.Budget());
                 Record(*pVariable, *association.pTotal, context.Types(), records);
             }
@@ -117,13 +117,13 @@ public:
         if (place.parentType != SP_PLUS) {
             return Fail(TablesErrorKind::kTotalWithoutStacking, leaf);
         }
-        Node* pNeighbour = NeighbourOf(*pTotal, place);
-        if (!pNeighbour) {
+        Node* pNeighbor = NeighborOf(*pTotal, place);
+        if (!pNeighbor) {
             return Fail(pTotal->type == TB_FTOTAL ? TablesErrorKind::kNothingToFollow
                                                   : TablesErrorKind::kNothingToPrecede,
                         leaf);
         }
-        return GiveToNeighbour(leaf, *pTotal, *pNeighbour);
+        return GiveToNeighbor(leaf, *pTotal, *pNeighbor);
     }
 
     void Apply(TotalRecords& records) const { m_associations.Apply(m_context, records); }
@@ -135,7 +135,7 @@ private:
         Node* pLastNesting = nullptr;  // the last nesting on the way to it; null for none
     };
 
-    static Node* NeighbourOf(const Declaration& total, const LeafPlace& place) {
+    static Node* NeighborOf(const Declaration& total, const LeafPlace& place) {
         return total.type == TB_FTOTAL ? place.pPrevious : place.pNext;
     }
 
@@ -145,8 +145,8 @@ private:
     }
 
     // The variable at the near end of a stacking, the outermost one of a nesting.
-    static Nearest FindNearest(const Declaration& total, Node& neighbour) {
-        Nearest nearest{&neighbour, nullptr};
+    static Nearest FindNearest(const Declaration& total, Node& neighbor) {
+        Nearest nearest{&neighbor, nullptr};
         while (IsOperator(nearest.pVariable->GetNodeType())) {
             Node* pOperator = nearest.pVariable;
             const bool stacked = pOperator->GetNodeType() == SP_PLUS;
@@ -157,19 +157,19 @@ private:
         return nearest;
     }
 
-    // A neighbour may be a deep tree that a thousand totals follow: look into it once.
-    Nearest NearestTo(const Declaration& total, Node& neighbour) {
-        if (total.type != TB_FTOTAL) return FindNearest(total, neighbour);
-        if (m_pLastFollowed != &neighbour) {
-            m_lastFollowedNearest = FindNearest(total, neighbour);
-            m_pLastFollowed = &neighbour;
+    // A neighbor may be a deep tree that a thousand totals follow: look into it once.
+    Nearest NearestTo(const Declaration& total, Node& neighbor) {
+        if (total.type != TB_FTOTAL) return FindNearest(total, neighbor);
+        if (m_pLastFollowed != &neighbor) {
+            m_lastFollowedNearest = FindNearest(total, neighbor);
+            m_pLastFollowed = &neighbor;
         }
         return m_lastFollowedNearest;
     }
 
-    [[nodiscard]] LeafDecision GiveToNeighbour(const Node& leaf, const Declaration& total,
-                                               Node& neighbour) {
-        const Nearest nearest = NearestTo(total, neighbour);
+    [[nodiscard]] LeafDecision GiveToNeighbor(const Node& leaf, const Declaration& total,
+                                              Node& neighbor) {
+        const Nearest nearest = NearestTo(total, neighbor);
         if (nearest.pVariable->GetNodeType() != SP_VARNAME) return LeafDecision::kRemove;
         const VariableType type = m_context.Types().TypeOf(*nearest.pVariable);
         if (IsTotal(type)) return LeafDecision::kRemove;
@@ -186,7 +186,7 @@ private:
 
     [[nodiscard]] LeafDecision AssociateWithTerm(Node& term, const Declaration& total) {
         if (!m_associations.Knows(term)) {
-            for (const Node* pVariable : VariablesTotalled(term)) {
+            for (const Node* pVariable : TotaledVariables(term)) {
                 if (!QUILLET_ASSERT(pVariable->GetNodeType() == SP_VARNAME,
                                     "assocVar.GetNodeType() == SP_VARNAME") ||
                     !QUILLET_ASSERT(pVariable->GetToken(), "assocVar.GetToken()")) {

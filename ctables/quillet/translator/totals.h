@@ -24,7 +24,7 @@ inline constexpr std::size_t kTotalSlot = 1;
 /// Takes the totals out of a dimension and gives each to the variables that it totals: in their
 /// `kTotalSlot` and in `records`.
 ///
-/// A following total (FTOTAL) belongs to what it is stacked behind, a preceding one (PTOTAL) to
+/// A following total (FTOTAL) belongs to what it is stacked after, a preceding one (PTOTAL) to
 /// what it is stacked in front of. A variable keeps one total: a following one rather than a
 /// preceding one. In `records`, a following total replaces what is there; a preceding one is
 /// entered only for a name that has none. A dimension of totals alone becomes an empty slot.

@@ -339,15 +339,15 @@ void MultipliedTerms::Expand(const TbTrParseNode* pNode, std::size_t rest) {
     }
 }
 
-// The next node of `rest`, which becomes what is to come behind that node; null at the end.
+// The next node of `rest`, which becomes what is to come after that node; null at the end.
 const TbTrParseNode* MultipliedTerms::TakeFrom(std::size_t& rest) {
     if (rest == kNothing) return nullptr;
     const Rest taken = m_rests[rest];
     if (taken.nextChild + 1 < taken.pNesting->GetChildCount()) {
-        m_rests.push_back({taken.pNesting, taken.nextChild + 1, taken.behind});
+        m_rests.push_back({taken.pNesting, taken.nextChild + 1, taken.after});
         rest = m_rests.size() - 1;
     } else {
-        rest = taken.behind;
+        rest = taken.after;
     }
     return taken.pNesting->GetChild(taken.nextChild);
 }

@@ -82,11 +82,11 @@ private:
     static constexpr std::size_t kNothing = static_cast<std::size_t>(-1);
 
     // What is still to come to the right: the children of a nesting from `nextChild` on, then
-    // the rest at index `behind`. Choices share rests, so a rest is never changed.
+    // the rest at index `after`. Choices share rests, so a rest is never changed.
     struct Rest {
         const TbTrParseNode* pNesting;
         std::size_t nextChild;
-        std::size_t behind;
+        std::size_t after;
     };
 
     // A stacking on the way, the child that the term goes through, and what to go back to for
