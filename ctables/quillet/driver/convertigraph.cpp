@@ -4,92 +4,41 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "driver/messagecatalogue.h"
 #include "driver/outputwriter.h"
-#include "igraph/gplgenerator.h"
-#include "igraph/igraphparser.h"
-#include "igraph/igraphspec.h"
-#include "igraph/postprocessing.h"
+#include "igraph/convertgraph.h"
 
 namespace quillet {
 
 namespace {
 
-// What the output lists a graph under that has no name of its own.
-constexpr std::string_view kDefaultOutputLabel = "Interactive Graph";
+// What a comment begins with. The reasons are written as comments.
+constexpr std::string_view kCommentMark = "*";
 
-// One quoted item, even for several looks.
-std::string TemplateClause(const std::vector<std::string>& looks) {
-    if (looks.empty()) return {};
-    std::string clause = "\n      TEMPLATE=[\"";
-    for (const std::string& look : looks) clause += look;
-    return clause + "\"]";
-}
-
-std::string InlineTemplateClause(const std::vector<std::string>& templates) {
-    if (templates.empty()) return {};
-    std::string clause = "\n      INLINETEMPLATE=[";
-    for (const std::string& text : templates) {
-        if (&text != &templates.front()) clause += ' ';
-        clause.append("\"").append(text).append("\"");
-    }
-    return clause + "]";
-}
-
-std::string AssembleGgraph(const igraph::iGraphSpec& spec, const std::string& gpl,
-                           const std::vector<std::string>& immediateTemplates) {
-    std::string text = "GGRAPH\n  /GRAPHDATASET NAME=\"iGraphDataset\" VARIABLES=";
-    text += spec.getUsedVarName();
-    text += "\n    MISSING=LISTWISE REPORTMISSING=NO\n";
-    text += "  /GRAPHSPEC SOURCE=INLINE EDITABLE=YES";
-    if (!spec.getViewName().empty()) text += " LABEL='" + spec.getViewName() + "'";
-    text += TemplateClause(spec.getChartLooks());
-    text += InlineTemplateClause(immediateTemplates);
-    text += ".\nBEGIN GPL";
-    text += gpl;
-    text += "END GPL.";
-    return text;
-}
-
-// The command to write when `converted`, else the reason why there is none.
+// The command to write, or the reason why there is none.
 struct Replacement {
     ErrorKind errorKind = ErrorKind::kNone;
     std::string text;
 };
 
-// The reasons are written as comments, which begin with an asterisk.
-std::string WithoutCommentMark(std::string_view reason) {
-    if (reason.starts_with('*')) reason.remove_prefix(1);
-    return std::string(reason);
-}
-
 Replacement Replace(TAVQTokenSequence& sequence) {
-    igraph::parser parser(nullptr, nullptr);
-    if (!parser.Parse(sequence) || !parser.CompleteAndValidateSyntax()) {
-        return {ErrorKind::kIgraphSyntax, std::string(kIgraphNotValid)};
+    igraph::GraphConversion conversion = igraph::ConvertGraph(sequence);
+    switch (conversion.failure) {
+        case igraph::GraphFailure::kNone:
+            break;
+        case igraph::GraphFailure::kSyntaxNotValid:
+            return {ErrorKind::kIgraphSyntax, std::string(kIgraphNotValid)};
+        case igraph::GraphFailure::kNotExpressible:
+            return {ErrorKind::kIgraphNotExpressible, std::move(conversion.reason)};
     }
-    igraph::iGraphSpec& spec = parser.GetSettings();
-    const std::string viewName = spec.getViewName();
-    spec.getGGraphSpec().SetOutputLabel(viewName.empty() ? std::string(kDefaultOutputLabel)
-                                                         : viewName);
-    igraph::gplGenerator generator(spec, nullptr, nullptr);
-    const std::string gpl = generator.getGPL();
-    if (!spec.errorMessage().empty()) {
-        return {ErrorKind::kIgraphNotExpressible, spec.errorMessage()};
-    }
-    igraph::doPostProcessing postProcessing(nullptr, nullptr, nullptr);
-    postProcessing.process(spec);
-    return {ErrorKind::kNone, AssembleGgraph(spec, gpl, postProcessing.getImmediateTemplates())};
+    return {ErrorKind::kNone, std::move(conversion.ggraph)};
 }
 
 Replacement ReplaceWithinBudget(TAVQTokenSequence* pSequence) {
     if (pSequence != nullptr) {
         try {
-            Replacement replacement = Replace(*pSequence);
-            if (replacement.errorKind == ErrorKind::kNone) EndWithPeriod(replacement.text);
-            return replacement;
+            return Replace(*pSequence);
         } catch (const CommandTooLarge&) {
             // Told below.
         } catch (const std::bad_alloc&) {
@@ -107,7 +56,10 @@ CommandResult ConvertIgraph(const CodePage& /*codePage*/, TAVQTokenSequence* pSe
     CommandResult result;
     result.isConverted = replacement.errorKind == ErrorKind::kNone;
     result.errorKind = replacement.errorKind;
-    if (!result.isConverted) result.message = WithoutCommentMark(replacement.text);
+    if (!result.isConverted) {
+        result.message = replacement.text;
+        replacement.text.insert(0, kCommentMark);
+    }
     listener.OnResultLine(result.isConverted ? kIgraphSucceeded : kIgraphFailed);
     WriteCommand(kBeginGgraph, out, 0);
     if (result.isConverted) result.generatedLine = out.LineCount() + 1;

@@ -41,10 +41,13 @@ inline constexpr std::string_view kEndIgraphComment =
     "COMMENT -- End commenting out IGRAPH command.";
 inline constexpr std::string_view kBeginGgraph = "COMMENT -- Begin GGRAPH command.";
 inline constexpr std::string_view kEndGgraph = "COMMENT -- End GGRAPH command.";
+
+// Why an IGRAPH command cannot be converted, written as a comment; also
+// igraph/expressibility.cpp.
 inline constexpr std::string_view kIgraphNotValid =
-    "*IGRAPH syntax is not valid, and can't be converted!";
+    "IGRAPH syntax is not valid, and can't be converted!";
 inline constexpr std::string_view kIgraphTooLargeText =
-    "*IGRAPH conversion is not possible: the command is too large";
+    "IGRAPH conversion is not possible: the command is too large";
 
 // Why a text cannot be cut into tokens.
 inline constexpr std::string_view kTokenizingPosition =

@@ -283,7 +283,7 @@ std::string FindObstacle(const Specification& spec, const Layout& layout) {
 }
 
 std::string ObstacleMessage(const std::string& reason) {
-    return "*IGRAPH conversion is not possible: " + reason;
+    return "IGRAPH conversion is not possible: " + reason;
 }
 
 }  // namespace quillet::igraph

@@ -15,7 +15,7 @@ namespace quillet::igraph {
 /// Linear in the command.
 [[nodiscard]] std::string FindObstacle(const Specification& spec, const Layout& layout);
 
-/// The text in which such a reason reaches the user: a comment, without its final period.
+/// The text in which such a reason reaches the user, without its final period.
 [[nodiscard]] std::string ObstacleMessage(const std::string& reason);
 
 }  // namespace quillet::igraph

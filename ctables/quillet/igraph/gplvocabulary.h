@@ -10,7 +10,7 @@
 
 namespace quillet::igraph::gpl {
 
-/// The data set's name, which the GGRAPH command around the program repeats.
+/// The data set's name, the same in the program and in the GGRAPH command around it.
 inline constexpr std::string_view kDataSetName = "iGraphDataset";
 /// The identifier of the one source.
 inline constexpr std::string_view kSourceName = "s";

@@ -33,8 +33,8 @@ public:
     /// The name given to the graph; empty when there is none.
     [[nodiscard]] std::string getViewName() const { return m_command.viewName; }
 
-    /// Why the graph cannot be written in GPL, as a comment without its final period; empty when
-    /// it can. Set by the generator.
+    /// Why the graph cannot be written in GPL, one line without its final period; empty when it
+    /// can. Set by the generator.
     [[nodiscard]] std::string errorMessage() const { return m_errorMessage; }
 
     /// The variables of the graph, with a blank between two, in order of their first appearance
