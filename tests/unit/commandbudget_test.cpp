@@ -180,7 +180,8 @@ TEST(CommandBudgetTest, ANameInManyElementsOfAGraph) {
         spec.y.variable.key = std::string(size, 'N');
         spec.y.level = igraph::MeasurementLevel::kScale;
         CommandBudget budget;
-        const igraph::Columns columns(spec, /*needsCaseLabels=*/false, budget);
+        const igraph::Columns columns(spec, igraph::VariableRoles(spec), /*needsCaseLabels=*/false,
+                                      budget);
         for (int i = 0; i < times; ++i) {
             static_cast<void>(columns.Use(spec.y.variable, igraph::MeasurementLevel::kScale));
         }

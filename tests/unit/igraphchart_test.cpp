@@ -41,7 +41,7 @@ TEST(IgraphChartTest, CrossesTheDimensions) {
         SCOPED_TRACE(c.command);
         const IgraphResult result = ConvertIgraphText("IGRAPH " + std::string(c.command));
         CommandBudget budget;
-        const Chart chart(result.command, budget);
+        const Chart chart = ChartOf(result.command, budget);
         EXPECT_EQ(chart.Across(Expression::Identifier("m")).ToText(), c.across);
         EXPECT_EQ(TextOf(chart.Cases()), c.cases);
         EXPECT_EQ(CountOfCases(chart).ToText(), "summary.count(" + std::string(c.cases) + ")");
@@ -51,7 +51,7 @@ TEST(IgraphChartTest, CrossesTheDimensions) {
 TEST(IgraphChartTest, RemembersAestheticsInTheirOrder) {
     const IgraphResult result = ConvertIgraphText("IGRAPH /X1=VAR(x) /Y=VAR(y) /BAR");
     CommandBudget budget;
-    Chart chart(result.command, budget);
+    Chart chart = ChartOf(result.command, budget);
     EXPECT_THAT(chart.UsedAesthetics(), testing::IsEmpty());
     chart.MarkUsed(Aesthetic::kSize);
     chart.MarkUsed(Aesthetic::kColor);
@@ -63,7 +63,7 @@ TEST(IgraphChartTest, KnowsItsMeasure) {
     const auto measures = [](const std::string& command) {
         const IgraphResult result = ConvertIgraphText("IGRAPH " + command);
         CommandBudget budget;
-        const Chart chart(result.command, budget);
+        const Chart chart = ChartOf(result.command, budget);
         return chart.MeasuresVariable() ? chart.Measure().ToText() : "";
     };
     EXPECT_EQ(measures("/X1=VAR(x) /Y=VAR(y) /BAR"), "y");
@@ -77,7 +77,7 @@ TEST(IgraphChartTest, LabelsCasesByNumberWhereBoxesHaveNoLabels) {
     const auto labels = [](const std::string& command) {
         const IgraphResult result = ConvertIgraphText("IGRAPH /X1=VAR(x) /Y=VAR(y) " + command);
         CommandBudget budget;
-        return Chart(result.command, budget).LabelsCasesByNumber();
+        return ChartOf(result.command, budget).LabelsCasesByNumber();
     };
     EXPECT_TRUE(labels("/BOX"));
     EXPECT_FALSE(labels("/BAR"));

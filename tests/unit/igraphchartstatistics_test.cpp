@@ -28,7 +28,7 @@ TEST(IgraphChartStatisticsTest, CountsCases) {
         SCOPED_TRACE(c.command);
         const IgraphResult result = ConvertIgraphText("IGRAPH " + std::string(c.command));
         CommandBudget budget;
-        const Chart chart(result.command, budget);
+        const Chart chart = ChartOf(result.command, budget);
         EXPECT_EQ(CountOfCases(chart).ToText(), c.count);
         EXPECT_EQ(CountOfValidCases(chart).ToText(), c.validCount);
         EXPECT_EQ(PercentOfCases(chart).ToText(), c.percent);
@@ -39,7 +39,7 @@ TEST(IgraphChartStatisticsTest, EachSummaryDeclaresItsComputedVariable) {
     const IgraphResult result =
         ConvertIgraphText("IGRAPH /X1=VAR(x) /Y=VAR(y) /BAR(SUMSQ) /LINE(SUMSQ)");
     CommandBudget budget;
-    Chart chart(result.command, budget);
+    Chart chart = ChartOf(result.command, budget);
     EXPECT_EQ(SummaryOf(chart, result.command.elements[0]).ToText(), "summary.sum(x*y_t1)");
     EXPECT_EQ(SummaryOf(chart, result.command.elements[1]).ToText(), "summary.sum(x*y_t2)");
     EXPECT_EQ(chart.Statements().ToText(), "\n  TRANS: y_t1=eval(y*y)\n  TRANS: y_t2=eval(y*y)\n");

@@ -340,7 +340,8 @@ TEST(IgraphCompletionTest, TakesTimeInProportionToTheCommand) {
                 i % 2 == 0 ? ChartElement::Kind::kBar : ChartElement::Kind::kBox;
             spec.fitLines.emplace_back().method = Keyword::kNone;
         }
-        EXPECT_EQ(CompleteCommand(spec), ValidityFault::kNone);
+        std::vector<VariableRole> roles;
+        EXPECT_EQ(CompleteCommand(spec, roles), ValidityFault::kNone);
     });
 }
 

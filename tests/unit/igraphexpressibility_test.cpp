@@ -221,7 +221,7 @@ TEST(IgraphExpressibilityTest, TakesTimeInProportionToTheCommand) {
                 i < count / 2 ? ChartElement::Kind::kBar : ChartElement::Kind::kBox;
             spec.fitLines.emplace_back().method = Keyword::kNone;
         }
-        EXPECT_EQ(FindObstacle(spec, LayoutOf(spec)), "");
+        EXPECT_EQ(FindObstacle(spec, LayoutOf(spec), "Y"), "");
     });
 }
 

@@ -18,7 +18,7 @@ std::string CommandWith(const std::string& viewName, const std::vector<std::stri
     spec.Command().x1.variable.key = "A";
     spec.Command().viewName = viewName;
     spec.Command().chartLooks = looks;
-    spec.SetComplete();
+    spec.SetComplete(VariableRoles(spec.Command()));
     return GgraphCommand(spec, "\n  ...\n", immediateTemplates);
 }
 

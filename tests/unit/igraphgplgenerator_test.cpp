@@ -351,7 +351,7 @@ TEST(IgraphGplGeneratorTest, TakesTimeInProportionToTheCommand) {
             spec.Command().referenceLines.push_back(command.referenceLines.front());
         }
         spec.Command().title.assign(static_cast<std::size_t>(count) * 100, '"');
-        spec.SetComplete();
+        spec.SetComplete(VariableRoles(spec.Command()));
         EXPECT_NE(gplGenerator(spec, nullptr, nullptr).getGPL(), "");
     });
 }

@@ -100,17 +100,6 @@ TEST(IgraphSpecificationTest, FindsTheLastOrderOfAVariable) {
     EXPECT_EQ(FindCategoryOrder(spec, Variable("d", "D")), nullptr);
 }
 
-TEST(IgraphSpecificationTest, ListsRolesInOrderOfTheCommand) {
-    const Specification spec =
-        ConvertIgraphText("IGRAPH /PANEL p /X1=$case /COLOR=VAR(c) /Y=VAR(y) /LINE").command;
-    std::string roles;
-    for (const VariableRole& role : VariableRoles(spec)) {
-        roles += role.pReference->IsCaseNumber() ? "$case" : role.pReference->name;
-        roles += role.level == MeasurementLevel::kScale ? " scale, " : " categories, ";
-    }
-    EXPECT_EQ(roles, "p categories, $case categories, c categories, y scale, ");
-}
-
 }  // namespace
 
 }  // namespace quillet::igraph

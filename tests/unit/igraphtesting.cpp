@@ -8,6 +8,8 @@
 #include "gplchecker.h"
 #include "igraph/gplgenerator.h"
 #include "igraph/igraphparser.h"
+#include "igraph/layout.h"
+#include "igraph/variableroles.h"
 #include "platform/codepage.h"
 #include "tokenizer/tavqtokensequence.h"
 
@@ -21,6 +23,10 @@ std::vector<std::string> IgraphResult::Lines(std::string_view label) const {
         if (line.starts_with(beginning)) lines.push_back(line.substr(beginning.size()));
     }
     return lines;
+}
+
+Chart ChartOf(const Specification& command, CommandBudget& budget) {
+    return {command, LayoutOf(command), VariableRoles(command), budget};
 }
 
 IgraphResult ConvertIgraphText(const std::string& text) {

@@ -6,9 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "igraph/chart.h"
 #include "igraph/completion.h"
 #include "igraph/specification.h"
 #include "igraph/syntaxreader.h"
+#include "platform/commandbudget.h"
 
 namespace quillet::igraph {
 
@@ -26,6 +28,9 @@ struct IgraphResult {
     /// The GPL lines that begin with `label`, without it, the colon and the blanks around it.
     [[nodiscard]] std::vector<std::string> Lines(std::string_view label) const;
 };
+
+/// A chart of `command`, which is complete and outlives it, as does `budget`.
+[[nodiscard]] Chart ChartOf(const Specification& command, CommandBudget& budget);
 
 /// Converts `text`. A program that comes out is checked; its faults fail the test.
 [[nodiscard]] IgraphResult ConvertIgraphText(const std::string& text);

@@ -43,11 +43,12 @@ const LegendVariable& LegendOf(const Specification& spec, Aesthetic aesthetic) {
     return spec.size;
 }
 
-Chart::Chart(const Specification& spec, CommandBudget& budget)
+Chart::Chart(const Specification& spec, const Layout& layout, std::span<const VariableRole> roles,
+             CommandBudget& budget)
     : m_spec(spec),
-      m_layout(LayoutOf(spec)),
+      m_layout(layout),
       m_labelsCasesByNumber(NeedsCaseLabels(spec)),
-      m_columns(spec, m_labelsCasesByNumber, budget) {}
+      m_columns(spec, roles, m_labelsCasesByNumber, budget) {}
 
 Expression Chart::Use(const Dimension& dimension) const {
     return m_columns.Use(dimension.variable, dimension.level.value_or(MeasurementLevel::kScale));

@@ -2,14 +2,15 @@
 #ifndef QUILLET_IGRAPH_CHART_H
 #define QUILLET_IGRAPH_CHART_H
 
-#include <optional>
-#include <string>
+#include <span>
+#include <string_view>
 #include <vector>
 
 #include "igraph/gplcolumns.h"
 #include "igraph/gplstatement.h"
 #include "igraph/layout.h"
 #include "igraph/specification.h"
+#include "igraph/variableroles.h"
 
 namespace quillet::igraph {
 
@@ -26,8 +27,9 @@ enum class Aesthetic { kColor, kShape, kTexture, kSize };
 class Chart {
 public:
     /// `spec` is complete, has no obstacles and outlives this object, as does `budget`, which is
-    /// charged for repeated names.
-    Chart(const Specification& spec, CommandBudget& budget);
+    /// charged for repeated names. `layout` and `roles` are those of `spec`.
+    Chart(const Specification& spec, const Layout& layout, std::span<const VariableRole> roles,
+          CommandBudget& budget);
 
     [[nodiscard]] const Specification& Spec() const { return m_spec; }
     [[nodiscard]] const Layout& Arrangement() const { return m_layout; }

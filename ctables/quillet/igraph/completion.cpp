@@ -4,7 +4,6 @@
 #include <array>
 
 #include "igraph/chartfunctions.h"
-#include "igraph/igraphspec.h"
 
 namespace quillet::igraph {
 
@@ -36,7 +35,8 @@ struct Contents {
     bool hasBox;
     bool hasErrorBar;
     bool hasHistogram;
-    bool hasSummary;  ///< A BAR, AREA or LINE with a function.
+    bool hasSummary;           ///< A BAR, AREA or LINE with a function.
+    bool hasVariable = false;  ///< Known once the command is complete.
 };
 
 // --- Defaults. Only what the command leaves open is set.
@@ -124,8 +124,8 @@ bool HasNothingToDraw(const Specification& spec, const Contents& contents) {
     return spec.elements.empty() && !contents.hasFitLine && !spec.hasSpikes;
 }
 
-bool HasNoVariable(const Specification& spec, const Contents& /*contents*/) {
-    return UsedNames(spec).empty();
+bool HasNoVariable(const Specification& /*spec*/, const Contents& contents) {
+    return !contents.hasVariable;
 }
 
 bool HasNoY(const Specification& spec, const Contents& contents) {
@@ -288,9 +288,13 @@ constexpr std::array kRules = {
 
 }  // namespace
 
-ValidityFault CompleteCommand(Specification& spec) {
-    const Contents contents(spec);
+ValidityFault CompleteCommand(Specification& spec, std::vector<VariableRole>& roles) {
+    Contents contents(spec);
     FillIn(contents, spec);
+    roles = VariableRoles(spec);
+    contents.hasVariable = std::any_of(roles.begin(), roles.end(), [](const VariableRole& role) {
+        return role.pReference->IsVariable();
+    });
     for (const ValidityRule& rule : kRules) {
         if (rule.isBroken(spec, contents)) return rule.fault;
     }

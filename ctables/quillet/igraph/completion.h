@@ -2,7 +2,10 @@
 #ifndef QUILLET_IGRAPH_COMPLETION_H
 #define QUILLET_IGRAPH_COMPLETION_H
 
+#include <vector>
+
 #include "igraph/specification.h"
+#include "igraph/variableroles.h"
 
 namespace quillet::igraph {
 
@@ -32,8 +35,9 @@ enum class ValidityFault {
 };
 
 /// Sets all levels, coordinates and arrangements of `spec` and the ends of its scales, then
-/// validates it. Linear in the command.
-[[nodiscard]] ValidityFault CompleteCommand(Specification& spec);
+/// validates it. `roles` become the `VariableRoles` of the complete command. Linear in the command
+/// but for the sorting of the roles.
+[[nodiscard]] ValidityFault CompleteCommand(Specification& spec, std::vector<VariableRole>& roles);
 
 }  // namespace quillet::igraph
 

@@ -4,8 +4,6 @@
 #include <array>
 #include <string_view>
 
-#include "igraph/igraphspec.h"
-
 namespace quillet::igraph {
 
 namespace {
@@ -16,6 +14,7 @@ using Elements = std::vector<ChartElement>;
 struct Context {
     const Specification& spec;
     const Layout& layout;
+    std::string_view usedNames;
 };
 
 template <typename Condition>
@@ -251,9 +250,9 @@ std::string LeftOutVariableObstacle(const Context& context) {
 // The list of variables stands at the end of a line of the GGRAPH command, and a period there
 // ends the command.
 std::string NameObstacle(const Context& context) {
-    const std::string names = UsedNames(context.spec);
+    const std::string_view names = context.usedNames;
     if (!names.ends_with('.')) return "";
-    const std::string name = names.substr(names.rfind(' ') + 1);
+    const std::string name(names.substr(names.rfind(' ') + 1));
     return "the variable name \"" + name + "\" ends in a period";
 }
 
@@ -273,8 +272,9 @@ constexpr std::array kObstacles = {
 
 }  // namespace
 
-std::string FindObstacle(const Specification& spec, const Layout& layout) {
-    const Context context{spec, layout};
+std::string FindObstacle(const Specification& spec, const Layout& layout,
+                         std::string_view usedNames) {
+    const Context context{spec, layout, usedNames};
     for (const auto& findObstacle : kObstacles) {
         std::string reason = findObstacle(context);
         if (!reason.empty()) return reason;

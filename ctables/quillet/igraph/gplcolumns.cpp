@@ -51,9 +51,9 @@ IdentifierPool::Identifier IdentifierPool::Take(std::string_view name, std::stri
     return identifier;
 }
 
-Columns::Columns(const Specification& spec, bool needsCaseLabels, CommandBudget& budget)
+Columns::Columns(const Specification& spec, std::span<const VariableRole> roles,
+                 bool needsCaseLabels, CommandBudget& budget)
     : m_budget(budget) {
-    const std::vector<VariableRole> roles = VariableRoles(spec);
     // A variable that is needed in two ways gets both its columns where it first appears.
     std::map<std::string_view, std::vector<MeasurementLevel>> levels;
     for (const VariableRole& role : roles) {

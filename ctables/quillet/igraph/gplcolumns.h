@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -13,6 +14,7 @@
 
 #include "igraph/gplstatement.h"
 #include "igraph/specification.h"
+#include "igraph/variableroles.h"
 #include "platform/commandbudget.h"
 
 namespace quillet::igraph {
@@ -40,10 +42,11 @@ private:
 /// The columns that a graph needs of its data set.
 class Columns {
 public:
-    /// Gives identifiers to all variables of `spec`, which is complete and outlives this object.
-    /// With `needsCaseLabels` there is a column that labels cases by their number. Borrows
-    /// `budget`; the members below throw `CommandTooLarge` when it is used up.
-    Columns(const Specification& spec, bool needsCaseLabels, CommandBudget& budget);
+    /// Gives identifiers to all variables of `spec`, which is complete, in their `roles`. With
+    /// `needsCaseLabels` there is a column that labels cases by their number. Borrows `budget`;
+    /// the members below throw `CommandTooLarge` when it is used up.
+    Columns(const Specification& spec, std::span<const VariableRole> roles, bool needsCaseLabels,
+            CommandBudget& budget);
 
     /// Appends the source and its columns to `program`.
     void Declare(Program& program) const;

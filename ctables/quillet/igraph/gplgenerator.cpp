@@ -23,14 +23,15 @@ gplGenerator::gplGenerator(iGraphSpec& spec, const TAVQ_DataSource* /*pSource*/,
 
 std::string gplGenerator::getGPL() {
     const Specification& command = m_spec.Command();
+    const Layout layout = LayoutOf(command);
     const std::string obstacle = QUILLET_ASSERT(m_spec.IsComplete(), "m_spec.IsComplete()")
-                                     ? FindObstacle(command, LayoutOf(command))
+                                     ? FindObstacle(command, layout, m_spec.getUsedVarName())
                                      : "the chart would be empty";
     if (!obstacle.empty()) {
         m_spec.SetErrorMessage(ObstacleMessage(obstacle));
         return "";
     }
-    Chart chart(command, m_spec.Budget());
+    Chart chart(command, layout, m_spec.Roles(), m_spec.Budget());
     chart.Data().Declare(chart.Statements());
     AddElements(chart);  // the guides and scales depend on what the elements show
     AddCoordinates(chart);

@@ -1,5 +1,8 @@
 #include "igraph/igraphparser.h"
 
+#include <utility>
+#include <vector>
+
 #include "igraph/commandreader.h"
 
 namespace quillet::igraph {
@@ -7,18 +10,19 @@ namespace quillet::igraph {
 parser::parser(ProcedureDataSource* /*pSource*/, FacSTDictionary* /*pDictionary*/) {}
 
 bool parser::Parse(TokenSequenceBase& sequence) {
-    m_settings = iGraphSpec{};
-    m_settings.Budget() = sequence.Budget();
+    m_pSettings = std::make_unique<iGraphSpec>();
+    m_pSettings->Budget() = sequence.Budget();
     m_validityFault = ValidityFault::kNone;
-    m_syntaxFault = ReadCommand(sequence, m_settings.Command());
+    m_syntaxFault = ReadCommand(sequence, m_pSettings->Command());
     return m_syntaxFault == SyntaxFault::kNone;
 }
 
 bool parser::CompleteAndValidateSyntax() {
     if (m_syntaxFault != SyntaxFault::kNone) return false;
-    m_validityFault = CompleteCommand(m_settings.Command());
+    std::vector<VariableRole> roles;
+    m_validityFault = CompleteCommand(m_pSettings->Command(), roles);
     if (m_validityFault != ValidityFault::kNone) return false;
-    m_settings.SetComplete();
+    m_pSettings->SetComplete(std::move(roles));
     return true;
 }
 

@@ -2,6 +2,8 @@
 #ifndef QUILLET_IGRAPH_IGRAPHPARSER_H
 #define QUILLET_IGRAPH_IGRAPHPARSER_H
 
+#include <memory>
+
 #include "igraph/completion.h"
 #include "igraph/foreigntypes.h"
 #include "igraph/igraphspec.h"
@@ -24,8 +26,8 @@ public:
     /// `Parse` has not succeeded. Linear in the command.
     [[nodiscard]] bool CompleteAndValidateSyntax();
 
-    /// The specification; of use once both have succeeded.
-    [[nodiscard]] iGraphSpec& GetSettings() { return m_settings; }
+    /// The specification; of use once both have succeeded, until the next `Parse`.
+    [[nodiscard]] iGraphSpec& GetSettings() { return *m_pSettings; }
 
     /// Why `Parse` has failed.
     [[nodiscard]] SyntaxFault LastSyntaxFault() const { return m_syntaxFault; }
@@ -33,7 +35,7 @@ public:
     [[nodiscard]] ValidityFault LastValidityFault() const { return m_validityFault; }
 
 private:
-    iGraphSpec m_settings;
+    std::unique_ptr<iGraphSpec> m_pSettings = std::make_unique<iGraphSpec>();  // never null
     SyntaxFault m_syntaxFault = SyntaxFault::kNotIgraph;
     ValidityFault m_validityFault = ValidityFault::kNone;
 };

@@ -1,8 +1,10 @@
 #include "igraph/igraphspec.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
-#include <unordered_set>
+
+#include "igraph/usednames.h"
 
 namespace quillet::igraph {
 
@@ -28,20 +30,10 @@ std::vector<std::string> iGraphSpec::getChartLooks() const {
     return looks;
 }
 
-void iGraphSpec::SetComplete() {
-    m_usedNames = UsedNames(m_command);
+void iGraphSpec::SetComplete(std::vector<VariableRole> roles) {
+    m_roles = std::move(roles);
+    m_usedNames = UsedNames(m_roles);
     m_isComplete = true;
-}
-
-std::string UsedNames(const Specification& spec) {
-    std::string names;
-    std::unordered_set<std::string_view> seen;
-    for (const VariableRole& role : VariableRoles(spec)) {
-        if (!role.pReference->IsVariable() || !seen.insert(role.pReference->key).second) continue;
-        if (!names.empty()) names += ' ';
-        names += role.pReference->name;
-    }
-    return names;
 }
 
 }  // namespace quillet::igraph

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "igraph/specification.h"
+#include "igraph/variableroles.h"
 #include "platform/commandbudget.h"
 
 namespace quillet::igraph {
@@ -23,8 +24,16 @@ private:
 };
 
 /// An IGRAPH command that has been understood: what it says, and what follows from that.
+///
+/// What follows is worked out once and borrows what the command says, so that this object can be
+/// neither copied nor moved.
 class iGraphSpec {
 public:
+    iGraphSpec() = default;
+    iGraphSpec(const iGraphSpec&) = delete;
+    iGraphSpec& operator=(const iGraphSpec&) = delete;
+    ~iGraphSpec() = default;
+
     /// What the command may still ask for beyond its own size.
     [[nodiscard]] CommandBudget& Budget() { return m_budget; }
 
@@ -37,8 +46,7 @@ public:
     /// can. Set by the generator.
     [[nodiscard]] std::string errorMessage() const { return m_errorMessage; }
 
-    /// The variables of the graph, with a blank between two, in order of their first appearance
-    /// and in the spelling of it, none twice. $count, $pct and $case are not among them.
+    /// The variables of the graph, see `UsedNames`; empty before the command is complete.
     [[nodiscard]] std::string getUsedVarName() const { return m_usedNames; }
 
     /// The chart looks in command order, without the empty ones and NONE.
@@ -51,21 +59,23 @@ public:
     /// True once defaults are filled in and the command has been found valid.
     [[nodiscard]] bool IsComplete() const { return m_isComplete; }
 
-    /// Marks the command as complete and lists its variables.
-    void SetComplete();
+    /// Where the complete command says what data the graph needs.
+    [[nodiscard]] const std::vector<VariableRole>& Roles() const { return m_roles; }
+
+    /// Marks the command as complete. `roles` are the `VariableRoles` of `Command`, which does not
+    /// change any more.
+    void SetComplete(std::vector<VariableRole> roles);
     void SetErrorMessage(std::string message) { m_errorMessage = std::move(message); }
 
 private:
     CommandBudget m_budget;
     Specification m_command;
     GraphSpec m_graphSpec;
+    std::vector<VariableRole> m_roles;
     std::string m_usedNames;
     std::string m_errorMessage;
     bool m_isComplete = false;
 };
-
-/// The variable names of `spec` as `iGraphSpec::getUsedVarName` gives them. Linear in the names.
-[[nodiscard]] std::string UsedNames(const Specification& spec);
 
 }  // namespace quillet::igraph
 

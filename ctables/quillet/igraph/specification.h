@@ -222,16 +222,6 @@ struct Specification {
 /// What the slices of a PIE summarise.
 [[nodiscard]] VariableReference PieQuantity(const Specification& spec);
 
-/// A place of the command that makes a variable part of the graph's data.
-struct VariableRole {
-    const VariableReference*
-        pReference;          ///< Borrowed from the graph specification; $case among them.
-    MeasurementLevel level;  ///< What the graph needs the variable as.
-};
-
-/// The roles that are given, in order of the command. Levels are right once it is complete.
-[[nodiscard]] std::vector<VariableRole> VariableRoles(const Specification& spec);
-
 /// The last CATORDER of a variable; null when there is none. Linear in the CATORDERs.
 [[nodiscard]] const CategoryOrder* FindCategoryOrder(const Specification& spec,
                                                      const VariableReference& variable);
