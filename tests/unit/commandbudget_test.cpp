@@ -174,16 +174,16 @@ TEST(CommandBudgetTest, WhatIsGluedOnceIsFree) {
 
 TEST(CommandBudgetTest, ANameInManyElementsOfAGraph) {
     const auto use = [](std::size_t size, int times) {
-        igraph::Specification spec;
-        spec.y.variable.source = igraph::VariableReference::Source::kVariable;
-        spec.y.variable.name = std::string(size, 'n');
-        spec.y.variable.key = std::string(size, 'N');
-        spec.y.level = igraph::MeasurementLevel::kScale;
+        igraph::IgraphCommand command;
+        command.y.variable.source = igraph::VariableReference::Source::kVariable;
+        command.y.variable.name = std::string(size, 'n');
+        command.y.variable.key = std::string(size, 'N');
+        command.y.level = igraph::MeasurementLevel::kScale;
         CommandBudget budget;
-        const igraph::Columns columns(spec, igraph::VariableRoles(spec), /*needsCaseLabels=*/false,
-                                      budget);
+        const igraph::Columns columns(command, igraph::VariableRoles(command),
+                                      /*needsCaseLabels=*/false, budget);
         for (int i = 0; i < times; ++i) {
-            static_cast<void>(columns.Use(spec.y.variable, igraph::MeasurementLevel::kScale));
+            static_cast<void>(columns.Use(command.y.variable, igraph::MeasurementLevel::kScale));
         }
     };
     constexpr std::size_t kMost = kMaxCopies - CommandBudget::kNodeCopy;

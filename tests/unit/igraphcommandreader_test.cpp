@@ -341,11 +341,11 @@ TEST(IgraphCommandReaderTest, EveryElementStandsAloneWithItsSlash) {
 }
 
 // What the command says.
-Specification Read(const std::string& text) {
+IgraphCommand Read(const std::string& text) {
     TAVQTokenSequence sequence(CodePage::Utf8(), text, false, 0);
-    Specification spec;
-    EXPECT_EQ(ReadCommand(sequence, spec), SyntaxFault::kNone) << text;
-    return spec;
+    IgraphCommand command;
+    EXPECT_EQ(ReadCommand(sequence, command), SyntaxFault::kNone) << text;
+    return command;
 }
 
 TEST(IgraphCommandReaderTest, ReadsReferences) {
@@ -459,8 +459,8 @@ TEST(IgraphCommandReaderTest, TakesTimeInProportionToTheCommand) {
         ExpectLinearTime(2000, [&](int count) {
             const std::string text = repeat(piece, count);
             TAVQTokenSequence sequence(CodePage::Utf8(), text, false, 0);
-            Specification spec;
-            EXPECT_EQ(ReadCommand(sequence, spec), SyntaxFault::kNone);
+            IgraphCommand command;
+            EXPECT_EQ(ReadCommand(sequence, command), SyntaxFault::kNone);
         });
     }
 }

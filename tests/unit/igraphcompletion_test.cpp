@@ -327,21 +327,21 @@ TEST(IgraphCompletionTest, TheLastEndOfAScaleHolds) {
 
 TEST(IgraphCompletionTest, TakesTimeInProportionToTheCommand) {
     ExpectLinearTime(5000, [](int count) {
-        Specification spec;
-        spec.y.variable.source = VariableReference::Source::kVariable;
-        spec.y.variable.key = spec.y.variable.name = "Y";
+        IgraphCommand command;
+        command.y.variable.source = VariableReference::Source::kVariable;
+        command.y.variable.key = command.y.variable.name = "Y";
         for (int i = 0; i < count; ++i) {
-            spec.panels.push_back(spec.y.variable);
-            spec.panels.back().key = spec.panels.back().name = "P" + std::to_string(i);
-            spec.scaleRanges.emplace_back().variable = spec.y.variable;
-            spec.categoryOrders.emplace_back().variable = spec.y.variable;
-            spec.referenceLines.emplace_back().variable = spec.y.variable;
-            spec.elements.emplace_back().kind =
+            command.panels.push_back(command.y.variable);
+            command.panels.back().key = command.panels.back().name = "P" + std::to_string(i);
+            command.scaleRanges.emplace_back().variable = command.y.variable;
+            command.categoryOrders.emplace_back().variable = command.y.variable;
+            command.referenceLines.emplace_back().variable = command.y.variable;
+            command.elements.emplace_back().kind =
                 i % 2 == 0 ? ChartElement::Kind::kBar : ChartElement::Kind::kBox;
-            spec.fitLines.emplace_back().method = Keyword::kNone;
+            command.fitLines.emplace_back().method = Keyword::kNone;
         }
         std::vector<VariableRole> roles;
-        EXPECT_EQ(CompleteCommand(spec, roles), ValidityFault::kNone);
+        EXPECT_EQ(CompleteCommand(command, roles), ValidityFault::kNone);
     });
 }
 

@@ -210,18 +210,18 @@ TEST(IgraphExpressibilityTest, MessagesAreOneLineWithoutWhatMakesThemComments) {
 
 TEST(IgraphExpressibilityTest, TakesTimeInProportionToTheCommand) {
     ExpectLinearTime(20000, [](int count) {
-        Specification spec;
-        spec.coordinates = Coordinates::kVertical;
-        spec.y.variable.source = VariableReference::Source::kVariable;
-        spec.y.variable.key = spec.y.variable.name = "Y";
-        spec.y.level = MeasurementLevel::kScale;
+        IgraphCommand command;
+        command.coordinates = Coordinates::kVertical;
+        command.y.variable.source = VariableReference::Source::kVariable;
+        command.y.variable.key = command.y.variable.name = "Y";
+        command.y.level = MeasurementLevel::kScale;
         for (int i = 0; i < count; ++i) {
-            spec.referenceLines.emplace_back().variable = spec.y.variable;
-            spec.elements.emplace_back().kind =
+            command.referenceLines.emplace_back().variable = command.y.variable;
+            command.elements.emplace_back().kind =
                 i < count / 2 ? ChartElement::Kind::kBar : ChartElement::Kind::kBox;
-            spec.fitLines.emplace_back().method = Keyword::kNone;
+            command.fitLines.emplace_back().method = Keyword::kNone;
         }
-        EXPECT_EQ(FindObstacle(spec, LayoutOf(spec), "Y"), "");
+        EXPECT_EQ(FindObstacle(command, LayoutOf(command), "Y"), "");
     });
 }
 

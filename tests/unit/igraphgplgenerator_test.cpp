@@ -335,7 +335,7 @@ TEST(IgraphGplGeneratorTest, NormalizedStacksAreSharesOfTheirPlace) {
 }
 
 TEST(IgraphGplGeneratorTest, TakesTimeInProportionToTheCommand) {
-    const Specification command =
+    const IgraphCommand command =
         ConvertIgraphText(
             "IGRAPH /X1=VAR(a) /Y=VAR(b) /PANEL p q /BAR(NGT 1) LABEL VAL /BOX "
             "/LINE STYLE=NONE /LINE(SUM) /REFLINE b 3")

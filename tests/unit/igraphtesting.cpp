@@ -25,7 +25,7 @@ std::vector<std::string> IgraphResult::Lines(std::string_view label) const {
     return lines;
 }
 
-Chart ChartOf(const Specification& command, CommandBudget& budget) {
+Chart ChartOf(const IgraphCommand& command, CommandBudget& budget) {
     return {command, LayoutOf(command), VariableRoles(command), budget};
 }
 

@@ -8,7 +8,7 @@
 
 #include "igraph/chart.h"
 #include "igraph/completion.h"
-#include "igraph/specification.h"
+#include "igraph/igraphcommand.h"
 #include "igraph/syntaxreader.h"
 #include "platform/commandbudget.h"
 
@@ -23,14 +23,14 @@ struct IgraphResult {
     std::string usedNames;
     std::string viewName;
     std::vector<std::string> chartLooks;
-    Specification command;  ///< As completed; after a syntax fault of no use.
+    IgraphCommand command;  ///< As completed; after a syntax fault of no use.
 
     /// The GPL lines that begin with `label`, without it, the colon and the blanks around it.
     [[nodiscard]] std::vector<std::string> Lines(std::string_view label) const;
 };
 
 /// A chart of `command`, which is complete and outlives it, as does `budget`.
-[[nodiscard]] Chart ChartOf(const Specification& command, CommandBudget& budget);
+[[nodiscard]] Chart ChartOf(const IgraphCommand& command, CommandBudget& budget);
 
 /// Converts `text`. A program that comes out is checked; its faults fail the test.
 [[nodiscard]] IgraphResult ConvertIgraphText(const std::string& text);

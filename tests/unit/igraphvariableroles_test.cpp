@@ -10,7 +10,7 @@ namespace quillet::igraph {
 namespace {
 
 TEST(IgraphVariableRolesTest, ListsRolesInOrderOfTheCommand) {
-    const Specification command =
+    const IgraphCommand command =
         ConvertIgraphText("IGRAPH /PANEL p /X1=$case /COLOR=VAR(c) /Y=VAR(y) /LINE").command;
     std::string roles;
     for (const VariableRole& role : VariableRoles(command)) {

@@ -9,9 +9,9 @@ namespace quillet::igraph {
 
 namespace {
 
-bool NeedsCaseLabels(const Specification& spec) {
-    const bool hasOwnLabels = spec.caseLabel.variable.IsGiven() && spec.caseLabel.isShown;
-    return !hasOwnLabels && HoldsElement(spec, ChartElement::Kind::kBox);
+bool NeedsCaseLabels(const IgraphCommand& command) {
+    const bool hasOwnLabels = command.caseLabel.variable.IsGiven() && command.caseLabel.isShown;
+    return !hasOwnLabels && HoldsElement(command, ChartElement::Kind::kBox);
 }
 
 }  // namespace
@@ -30,25 +30,25 @@ std::string_view AestheticFunction(Aesthetic aesthetic) {
     return gpl::kSize;
 }
 
-const LegendVariable& LegendOf(const Specification& spec, Aesthetic aesthetic) {
+const LegendVariable& LegendOf(const IgraphCommand& command, Aesthetic aesthetic) {
     switch (aesthetic) {
         case Aesthetic::kColor:
-            return spec.color;
+            return command.color;
         case Aesthetic::kShape:
         case Aesthetic::kTexture:
-            return spec.style;
+            return command.style;
         case Aesthetic::kSize:
             break;
     }
-    return spec.size;
+    return command.size;
 }
 
-Chart::Chart(const Specification& spec, const Layout& layout, std::span<const VariableRole> roles,
-             CommandBudget& budget)
-    : m_spec(spec),
+Chart::Chart(const IgraphCommand& command, const Layout& layout,
+             std::span<const VariableRole> roles, CommandBudget& budget)
+    : m_command(command),
       m_layout(layout),
-      m_labelsCasesByNumber(NeedsCaseLabels(spec)),
-      m_columns(spec, roles, m_labelsCasesByNumber, budget) {}
+      m_labelsCasesByNumber(NeedsCaseLabels(command)),
+      m_columns(command, roles, m_labelsCasesByNumber, budget) {}
 
 Expression Chart::Use(const Dimension& dimension) const {
     return m_columns.Use(dimension.variable, dimension.level.value_or(MeasurementLevel::kScale));
@@ -59,21 +59,22 @@ Expression Chart::UseAsCategories(const VariableReference& variable) const {
 }
 
 Expression Chart::Measure() const {
-    if (m_layout.kind != Layout::Kind::kPolar) return Use(m_spec.y);
-    return m_columns.Use(PieQuantity(m_spec), MeasurementLevel::kScale);
+    if (m_layout.kind != Layout::Kind::kPolar) return Use(m_command.y);
+    return m_columns.Use(PieQuantity(m_command), MeasurementLevel::kScale);
 }
 
 bool Chart::MeasuresVariable() const {
-    if (m_layout.kind != Layout::Kind::kPolar) return m_spec.y.variable.IsVariable();
-    return PieQuantity(m_spec).IsVariable();
+    if (m_layout.kind != Layout::Kind::kPolar) return m_command.y.variable.IsVariable();
+    return PieQuantity(m_command).IsVariable();
 }
 
 Expression Chart::X1() const {
-    return m_spec.x1.variable.IsGiven() ? Use(m_spec.x1) : Expression::Number(1);
+    return m_command.x1.variable.IsGiven() ? Use(m_command.x1) : Expression::Number(1);
 }
 
 void Chart::AppendPanels(std::vector<Expression>& factors) const {
-    for (const VariableReference& panel : m_spec.panels) factors.push_back(UseAsCategories(panel));
+    for (const VariableReference& panel : m_command.panels)
+        factors.push_back(UseAsCategories(panel));
 }
 
 Expression Chart::Across(Expression measure) const {
@@ -83,7 +84,7 @@ Expression Chart::Across(Expression measure) const {
             factors = {std::move(measure)};
             break;
         case Layout::Kind::kThree:
-            factors = {Use(m_spec.x2), X1(), std::move(measure)};
+            factors = {Use(m_command.x2), X1(), std::move(measure)};
             break;
         case Layout::Kind::kCluster:
             factors = {UseAsCategories(*m_layout.pCluster), std::move(measure), X1()};
@@ -98,13 +99,13 @@ Expression Chart::Across(Expression measure) const {
 
 std::vector<Expression> Chart::Cases() const {
     // Without further dimensions behind it the place of the measure stays empty.
-    const bool isLast = m_spec.panels.empty() && m_layout.kind != Layout::Kind::kCluster;
+    const bool isLast = m_command.panels.empty() && m_layout.kind != Layout::Kind::kCluster;
     if (!isLast) return {Across(Expression::Number(1))};
     switch (m_layout.kind) {
         case Layout::Kind::kPolar:
             return {};
         case Layout::Kind::kThree:
-            return {Expression::Product({Use(m_spec.x2), X1()})};
+            return {Expression::Product({Use(m_command.x2), X1()})};
         case Layout::Kind::kCluster:
         case Layout::Kind::kPlain:
             break;

@@ -8,8 +8,8 @@
 
 #include "igraph/gplcolumns.h"
 #include "igraph/gplstatement.h"
+#include "igraph/igraphcommand.h"
 #include "igraph/layout.h"
-#include "igraph/specification.h"
 #include "igraph/variableroles.h"
 
 namespace quillet::igraph {
@@ -21,17 +21,17 @@ enum class Aesthetic { kColor, kShape, kTexture, kSize };
 [[nodiscard]] std::string_view AestheticFunction(Aesthetic aesthetic);
 
 /// COLOR, STYLE or SIZE: the legend variable that an aesthetic shows.
-[[nodiscard]] const LegendVariable& LegendOf(const Specification& spec, Aesthetic aesthetic);
+[[nodiscard]] const LegendVariable& LegendOf(const IgraphCommand& command, Aesthetic aesthetic);
 
 /// A chart under construction.
 class Chart {
 public:
-    /// `spec` is complete, has no obstacles and outlives this object, as does `budget`, which is
-    /// charged for repeated names. `layout` and `roles` are those of `spec`.
-    Chart(const Specification& spec, const Layout& layout, std::span<const VariableRole> roles,
+    /// `command` is complete, has no obstacles and outlives this object, as does `budget`, which is
+    /// charged for repeated names. `layout` and `roles` are those of `command`.
+    Chart(const IgraphCommand& command, const Layout& layout, std::span<const VariableRole> roles,
           CommandBudget& budget);
 
-    [[nodiscard]] const Specification& Spec() const { return m_spec; }
+    [[nodiscard]] const IgraphCommand& Command() const { return m_command; }
     [[nodiscard]] const Layout& Arrangement() const { return m_layout; }
     [[nodiscard]] Columns& Data() { return m_columns; }
     [[nodiscard]] Program& Statements() { return m_program; }
@@ -66,7 +66,7 @@ private:
     [[nodiscard]] Expression X1() const;
     void AppendPanels(std::vector<Expression>& factors) const;
 
-    const Specification& m_spec;
+    const IgraphCommand& m_command;
     Layout m_layout;
     bool m_labelsCasesByNumber;
     Columns m_columns;

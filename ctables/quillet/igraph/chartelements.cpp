@@ -24,7 +24,7 @@ public:
     // The aesthetics among `aesthetics` whose variables are given.
     Element& Showing(Chart& chart, std::initializer_list<Aesthetic> aesthetics) {
         for (const Aesthetic aesthetic : aesthetics) {
-            const Dimension& dimension = LegendOf(chart.Spec(), aesthetic).dimension;
+            const Dimension& dimension = LegendOf(chart.Command(), aesthetic).dimension;
             if (!dimension.variable.IsGiven()) continue;
             chart.MarkUsed(aesthetic);
             m_call.AddArgument(
@@ -67,7 +67,8 @@ std::optional<Expression> LabelOf(const Chart& chart, const ChartElement& elemen
     if (!element.label) return std::nullopt;
     switch (*element.label) {
         case Keyword::kVal:
-            return LabelWith(ShowsRawValues(chart.Spec(), element) ? chart.Measure() : statistic);
+            return LabelWith(ShowsRawValues(chart.Command(), element) ? chart.Measure()
+                                                                      : statistic);
         case Keyword::kN:
             return LabelWith(CountOfValidCases(chart));
         default:
@@ -123,7 +124,7 @@ Expression Interpolated(const ChartElement& element, const Expression& statistic
 }
 
 void AddScatter(Chart& chart, const ChartElement& element) {
-    const PointLabel& label = chart.Spec().pointLabel;
+    const PointLabel& label = chart.Command().pointLabel;
     Element points(element.isJittered ? gpl::kPointJitter : gpl::kPoint,
                    chart.Across(chart.Measure()));
     points.Showing(chart, kOfMarks);
@@ -177,13 +178,13 @@ void AddLine(Chart& chart, const ChartElement& element) {
 }
 
 void AddPie(Chart& chart, const ChartElement& element) {
-    const Specification& spec = chart.Spec();
+    const IgraphCommand& command = chart.Command();
     const Expression statistic = PieStatistic(chart, element);
     Element slices(gpl::kIntervalStack, statistic);
     slices.Showing(chart, kOfAreas);
     if (element.label == Keyword::kLabel) {
         const LegendVariable& slice =
-            spec.color.dimension.IsCategorical() ? spec.color : spec.style;
+            command.color.dimension.IsCategorical() ? command.color : command.style;
         slices.With(LabelWith(chart.Use(slice.dimension)));
     } else if (element.label == Keyword::kPercent) {
         slices.With(LabelWith(Expression::Call(gpl::kSummaryPercentCount, chart.Cases())));
@@ -196,13 +197,13 @@ void AddPie(Chart& chart, const ChartElement& element) {
 }
 
 void AddBox(Chart& chart) {
-    const Specification& spec = chart.Spec();
+    const IgraphCommand& command = chart.Command();
     Element(gpl::kSchema,
             Expression::Call(gpl::kBinQuantileLetter, {chart.Across(chart.Measure())}))
         .Showing(chart, kOfAreas)
         .With(LabelWith(chart.LabelsCasesByNumber()
                             ? chart.Data().CaseLabel()
-                            : chart.UseAsCategories(spec.caseLabel.variable)))
+                            : chart.UseAsCategories(command.caseLabel.variable)))
         .AddTo(chart);
 }
 
@@ -241,7 +242,7 @@ Expression Bins(const Chart& chart, const ChartElement& element) {
 }
 
 Expression HistogramStatistic(const Chart& chart, const ChartElement& element) {
-    if (chart.Spec().y.variable.source == VariableReference::Source::kCount) {
+    if (chart.Command().y.variable.source == VariableReference::Source::kCount) {
         return Expression::Call(
             element.isCumulative ? gpl::kSummaryCountCumulative : gpl::kSummaryCount,
             {Bins(chart, element)});
@@ -252,10 +253,10 @@ Expression HistogramStatistic(const Chart& chart, const ChartElement& element) {
 }
 
 void AddHistogram(Chart& chart, const ChartElement& element) {
-    const Specification& spec = chart.Spec();
+    const IgraphCommand& command = chart.Command();
     // Groups that stand behind each other would hide each other.
     const bool hasGroups =
-        spec.color.dimension.IsCategorical() || spec.style.dimension.IsCategorical();
+        command.color.dimension.IsCategorical() || command.style.dimension.IsCategorical();
     Element(hasGroups ? gpl::kIntervalStack : gpl::kInterval, HistogramStatistic(chart, element))
         .Showing(chart, kOfAreas)
         .Shaped(gpl::kShapeSquare)
@@ -319,7 +320,7 @@ void AddFit(Chart& chart, const FitLine& fitLine, bool byCategory) {
         Element line(gpl::kLine, std::move(statistic));
         if (byCategory) {
             // A scale has no categories to draw lines for.
-            if (chart.Spec().color.dimension.IsCategorical()) {
+            if (chart.Command().color.dimension.IsCategorical()) {
                 line.Showing(chart, {Aesthetic::kColor});
             }
             line.Showing(chart, {Aesthetic::kShape});
@@ -337,9 +338,9 @@ void AddFit(Chart& chart, const FitLine& fitLine, bool byCategory) {
 
 void AddFitLine(Chart& chart, const FitLine& fitLine) {
     if (!fitLine.IsDrawn()) return;
-    const Specification& spec = chart.Spec();
+    const IgraphCommand& command = chart.Command();
     const bool hasCategories =
-        spec.color.dimension.IsCategorical() || spec.style.dimension.IsCategorical();
+        command.color.dimension.IsCategorical() || command.style.dimension.IsCategorical();
     const bool byCategory = fitLine.forCategories && hasCategories;
     if (fitLine.forTotal || !byCategory) AddFit(chart, fitLine, false);
     if (byCategory) AddFit(chart, fitLine, true);
@@ -348,8 +349,8 @@ void AddFitLine(Chart& chart, const FitLine& fitLine) {
 }  // namespace
 
 void AddElements(Chart& chart) {
-    for (const ChartElement& element : chart.Spec().elements) AddElement(chart, element);
-    for (const FitLine& fitLine : chart.Spec().fitLines) AddFitLine(chart, fitLine);
+    for (const ChartElement& element : chart.Command().elements) AddElement(chart, element);
+    for (const FitLine& fitLine : chart.Command().fitLines) AddFitLine(chart, fitLine);
 }
 
 }  // namespace quillet::igraph

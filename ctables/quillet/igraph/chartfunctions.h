@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "igraph/igraphcommand.h"
 #include "igraph/keywords.h"
-#include "igraph/specification.h"
 
 namespace quillet::igraph {
 

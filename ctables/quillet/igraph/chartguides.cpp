@@ -37,9 +37,9 @@ void AddGuide(Chart& chart, Expression guide) {
 // --- Coordinates.
 
 // A whole turn back and forth is no turn.
-double StartAngle(const Specification& spec) {
+double StartAngle(const IgraphCommand& command) {
     constexpr double kTurn = 360.0;
-    double angle = std::fmod(spec.elements.front().pieStart, kTurn);
+    double angle = std::fmod(command.elements.front().pieStart, kTurn);
     if (angle < 0.0) angle += kTurn;
     // Adding a turn to a tiny angle gives a whole turn; a zero may come with a sign.
     return angle == kTurn || angle == 0.0 ? 0.0 : angle;
@@ -57,7 +57,7 @@ void AddAxis(Chart& chart, int number, std::string_view title) {
 }
 
 void AddAxes(Chart& chart) {
-    const Specification& spec = chart.Spec();
+    const IgraphCommand& command = chart.Command();
     const Layout& layout = chart.Arrangement();
     if (layout.kind == Layout::Kind::kPolar) {
         AddGuide(chart, Expression::Call(gpl::kAxis,
@@ -65,15 +65,15 @@ void AddAxes(Chart& chart) {
         return;
     }
     if (layout.kind == Layout::Kind::kThree) {
-        AddAxis(chart, layout.x2Dimension, TitleOf(spec.x2));
+        AddAxis(chart, layout.x2Dimension, TitleOf(command.x2));
     }
-    if (spec.x1.variable.IsGiven()) AddAxis(chart, layout.x1Dimension, TitleOf(spec.x1));
-    AddAxis(chart, layout.yDimension, spec.y.title.value_or(DefaultTitleOfY(spec, layout)));
+    if (command.x1.variable.IsGiven()) AddAxis(chart, layout.x1Dimension, TitleOf(command.x1));
+    AddAxis(chart, layout.yDimension, command.y.title.value_or(DefaultTitleOfY(command, layout)));
 }
 
 void AddPanelAxes(Chart& chart) {
     int number = chart.Arrangement().firstPanelDimension;
-    for (const VariableReference& panel : chart.Spec().panels) {
+    for (const VariableReference& panel : chart.Command().panels) {
         AddGuide(chart, Expression::Call(gpl::kAxis, {Dim(number++), LabelOf(panel.name),
                                                       Expression::Call(gpl::kOpposite)}));
     }
@@ -83,7 +83,7 @@ void AddPanelAxes(Chart& chart) {
 
 void AddLegends(Chart& chart) {
     for (const Aesthetic aesthetic : chart.UsedAesthetics()) {
-        const LegendVariable& legend = LegendOf(chart.Spec(), aesthetic);
+        const LegendVariable& legend = LegendOf(chart.Command(), aesthetic);
         AddGuide(chart, Expression::Call(gpl::kLegend,
                                          {AestheticArgument(aesthetic),
                                           legend.showsLegend ? LabelOf(TitleOf(legend.dimension))
@@ -96,10 +96,10 @@ void AddText(Chart& chart, std::string_view function, std::string_view text) {
 }
 
 void AddReferenceLines(Chart& chart) {
-    const Specification& spec = chart.Spec();
-    for (const ReferenceLine& line : spec.referenceLines) {
+    const IgraphCommand& command = chart.Command();
+    for (const ReferenceLine& line : command.referenceLines) {
         Arguments place = {Expression::WholeRange(), Expression::Number(line.value)};
-        if (line.variable.IsSameAs(spec.x1.variable)) std::swap(place[0], place[1]);
+        if (line.variable.IsSameAs(command.x1.variable)) std::swap(place[0], place[1]);
         AddGuide(chart, Expression::Call(gpl::kFormLine,
                                          {Expression::Call(gpl::kPosition, std::move(place))}));
     }
@@ -138,7 +138,7 @@ std::optional<Expression> SortingStatistic(const Chart& chart, const SummaryCall
 
 Arguments OrderSettings(const Chart& chart, const VariableReference& variable) {
     Arguments settings;
-    const CategoryOrder* pOrder = FindCategoryOrder(chart.Spec(), variable);
+    const CategoryOrder* pOrder = FindCategoryOrder(chart.Command(), variable);
     if (pOrder == nullptr) return settings;
     if (pOrder->summary) {
         std::optional<Expression> statistic = SortingStatistic(chart, *pOrder->summary);
@@ -169,28 +169,28 @@ void AddScaleOf(Chart& chart, Expression target, const Dimension& dimension) {
 }
 
 // Where bars and areas begin: the first one that says so decides.
-std::optional<double> Baseline(const Specification& spec) {
-    for (const ChartElement& element : spec.elements) {
+std::optional<double> Baseline(const IgraphCommand& command) {
+    for (const ChartElement& element : command.elements) {
         if (element.hasBaseline) return element.baseline;
     }
     return std::nullopt;
 }
 
 void AddScaleOfY(Chart& chart) {
-    const Specification& spec = chart.Spec();
+    const IgraphCommand& command = chart.Command();
     const int number = chart.Arrangement().yDimension;
-    if (!spec.y.IsScale()) {
-        AddScaleOf(chart, Dim(number), spec.y);
+    if (!command.y.IsScale()) {
+        AddScaleOf(chart, Dim(number), command.y);
         return;
     }
-    Arguments settings = EndSettings(spec.y.ends);
-    const double baseline = Baseline(spec).value_or(0.0);
-    const bool startsAtZero = HoldsElement(spec, ChartElement::Kind::kBar) ||
-                              HoldsElement(spec, ChartElement::Kind::kArea) ||
-                              HoldsElement(spec, ChartElement::Kind::kHistogram);
+    Arguments settings = EndSettings(command.y.ends);
+    const double baseline = Baseline(command).value_or(0.0);
+    const bool startsAtZero = HoldsElement(command, ChartElement::Kind::kBar) ||
+                              HoldsElement(command, ChartElement::Kind::kArea) ||
+                              HoldsElement(command, ChartElement::Kind::kHistogram);
     if (baseline != 0.0) {
         settings.push_back(Expression::Call(gpl::kOrigin, {Expression::Number(baseline)}));
-    } else if (startsAtZero && !spec.y.ends.minimum) {
+    } else if (startsAtZero && !command.y.ends.minimum) {
         settings.push_back(Expression::Call(gpl::kInclude, {Expression::Number(0)}));
     }
     AddScale(chart, gpl::kLinear, Dim(number), std::move(settings));
@@ -198,31 +198,31 @@ void AddScaleOfY(Chart& chart) {
 
 void AddScaleOfPie(Chart& chart) {
     Arguments settings = {Expression::Call(gpl::kDataMinimum), Expression::Call(gpl::kDataMaximum)};
-    if (chart.Spec().elements.front().isCounterclockwise) {
+    if (chart.Command().elements.front().isCounterclockwise) {
         settings.push_back(Expression::Call(gpl::kReverse));
     }
     AddScale(chart, gpl::kLinear, Dim(chart.Arrangement().yDimension), std::move(settings));
 }
 
 void AddAxisScales(Chart& chart) {
-    const Specification& spec = chart.Spec();
+    const IgraphCommand& command = chart.Command();
     const Layout& layout = chart.Arrangement();
     switch (layout.kind) {
         case Layout::Kind::kPolar:
             AddScaleOfPie(chart);
             break;
         case Layout::Kind::kThree:
-            AddScaleOf(chart, Dim(layout.x2Dimension), spec.x2);
-            AddScaleOf(chart, Dim(layout.x1Dimension), spec.x1);
+            AddScaleOf(chart, Dim(layout.x2Dimension), command.x2);
+            AddScaleOf(chart, Dim(layout.x1Dimension), command.x1);
             AddScaleOfY(chart);
             break;
         case Layout::Kind::kCluster:
             AddCategoryScale(chart, Dim(1), *layout.pCluster);
             AddScaleOfY(chart);
-            AddScaleOf(chart, Dim(layout.x1Dimension), spec.x1);
+            AddScaleOf(chart, Dim(layout.x1Dimension), command.x1);
             break;
         case Layout::Kind::kPlain:
-            AddScaleOf(chart, Dim(layout.x1Dimension), spec.x1);
+            AddScaleOf(chart, Dim(layout.x1Dimension), command.x1);
             AddScaleOfY(chart);
             break;
     }
@@ -232,14 +232,14 @@ void AddAxisScales(Chart& chart) {
 
 void AddCoordinates(Chart& chart) {
     const Layout& layout = chart.Arrangement();
-    const bool isHorizontal = chart.Spec().coordinates == Coordinates::kHorizontal;
+    const bool isHorizontal = chart.Command().coordinates == Coordinates::kHorizontal;
     Expression coordinates = Expression::Call(gpl::kRect);
     switch (layout.kind) {
         case Layout::Kind::kPolar:
             coordinates = Expression::Call(
                 gpl::kPolarTheta,
                 {Expression::Call(gpl::kStartAngle,
-                                  {Expression::Number(StartAngle(chart.Spec()))})});
+                                  {Expression::Number(StartAngle(chart.Command()))})});
             break;
         case Layout::Kind::kThree:
             coordinates.AddArgument(Expression::Indices(gpl::kDim, {1, 2, 3}));
@@ -264,21 +264,21 @@ void AddGuides(Chart& chart) {
     AddAxes(chart);
     AddPanelAxes(chart);
     AddLegends(chart);
-    AddText(chart, gpl::kTextTitle, chart.Spec().title);
-    AddText(chart, gpl::kTextSubtitle, chart.Spec().subtitle);
-    AddText(chart, gpl::kTextFootnote, chart.Spec().caption);
+    AddText(chart, gpl::kTextTitle, chart.Command().title);
+    AddText(chart, gpl::kTextSubtitle, chart.Command().subtitle);
+    AddText(chart, gpl::kTextFootnote, chart.Command().caption);
     AddReferenceLines(chart);
 }
 
 void AddScales(Chart& chart) {
     AddAxisScales(chart);
     int number = chart.Arrangement().firstPanelDimension;
-    for (const VariableReference& panel : chart.Spec().panels) {
+    for (const VariableReference& panel : chart.Command().panels) {
         AddCategoryScale(chart, Dim(number++), panel);
     }
     for (const Aesthetic aesthetic : chart.UsedAesthetics()) {
         AddScaleOf(chart, AestheticArgument(aesthetic),
-                   LegendOf(chart.Spec(), aesthetic).dimension);
+                   LegendOf(chart.Command(), aesthetic).dimension);
     }
 }
 

@@ -23,8 +23,8 @@ Expression PercentOfStack(const Chart& chart, std::string_view function,
     return Expression::Call(function, std::move(arguments));
 }
 
-bool IsNormalized(const Specification& spec, const Layout& layout) {
-    return spec.isNormalized && layout.isStacked;
+bool IsNormalized(const IgraphCommand& command, const Layout& layout) {
+    return command.isNormalized && layout.isStacked;
 }
 
 Expression Comparison(const Chart& chart, std::string_view operation, double number) {
@@ -81,10 +81,10 @@ Expression StatisticOf(Chart& chart, const VariableReference& variable, const Su
 }
 
 // The function that holds where none is written.
-SummaryCall CallOf(const Specification& spec, const ChartElement& element) {
+SummaryCall CallOf(const IgraphCommand& command, const ChartElement& element) {
     if (element.summary) return *element.summary;
     SummaryCall call;
-    call.function = spec.y.IsCategorical() ? Keyword::kMode : Keyword::kMean;
+    call.function = command.y.IsCategorical() ? Keyword::kMode : Keyword::kMean;
     return call;
 }
 
@@ -93,18 +93,20 @@ bool HasTitle(const ChartElement& element) {
            element.lineStyle != ChartElement::LineStyle::kNone;
 }
 
-std::string TitleOf(const Specification& spec, const Layout& layout, const ChartElement& element) {
-    const VariableReference& y = spec.y.variable;
+std::string TitleOf(const IgraphCommand& command, const Layout& layout,
+                    const ChartElement& element) {
+    const VariableReference& y = command.y.variable;
     if (y.source == Source::kCount) {
-        return std::string(IsNormalized(spec, layout) && IsSummaryElement(element) ? kPercentTitle
-                                                                                   : kCountTitle);
+        return std::string(IsNormalized(command, layout) && IsSummaryElement(element)
+                               ? kPercentTitle
+                               : kCountTitle);
     }
     if (y.source == Source::kPercent) return std::string(kPercentTitle);
     if (y.IsCaseNumber()) return std::string(kCaseTitle);
     if (element.kind == ChartElement::Kind::kErrorBar) return SummaryTitle({}, y.name);
-    if (!IsSummaryElement(element) || ShowsRawValues(spec, element)) return y.name;
-    if (IsNormalized(spec, layout)) return std::string(kPercentTitle);
-    return SummaryTitle(CallOf(spec, element), y.name);
+    if (!IsSummaryElement(element) || ShowsRawValues(command, element)) return y.name;
+    if (IsNormalized(command, layout)) return std::string(kPercentTitle);
+    return SummaryTitle(CallOf(command, element), y.name);
 }
 
 }  // namespace
@@ -123,27 +125,27 @@ Expression PercentOfCases(const Chart& chart) {
 }
 
 Expression CountOfValidCases(const Chart& chart) {
-    if (!chart.Spec().y.variable.IsVariable()) return CountOfCases(chart);
+    if (!chart.Command().y.variable.IsVariable()) return CountOfCases(chart);
     return Expression::Call(gpl::kSummaryCount, {chart.Across(chart.Measure())});
 }
 
 Expression SummaryOf(Chart& chart, const ChartElement& element) {
-    const Specification& spec = chart.Spec();
-    const bool isNormalized = IsNormalized(spec, chart.Arrangement());
-    if (spec.y.variable.IsCounted()) {
+    const IgraphCommand& command = chart.Command();
+    const bool isNormalized = IsNormalized(command, chart.Arrangement());
+    if (command.y.variable.IsCounted()) {
         if (isNormalized) return PercentOfStack(chart, gpl::kSummaryPercentCount, chart.Cases());
-        return spec.y.variable.source == Source::kCount ? CountOfCases(chart)
-                                                        : PercentOfCases(chart);
+        return command.y.variable.source == Source::kCount ? CountOfCases(chart)
+                                                           : PercentOfCases(chart);
     }
-    if (ShowsRawValues(spec, element)) return chart.Across(chart.Measure());
+    if (ShowsRawValues(command, element)) return chart.Across(chart.Measure());
     if (isNormalized) {
         return PercentOfStack(chart, gpl::kSummaryPercentSum, {chart.Across(chart.Measure())});
     }
-    return StatisticOf(chart, spec.y.variable, CallOf(spec, element));
+    return StatisticOf(chart, command.y.variable, CallOf(command, element));
 }
 
 Expression PieStatistic(Chart& chart, const ChartElement& element) {
-    const VariableReference quantity = PieQuantity(chart.Spec());
+    const VariableReference quantity = PieQuantity(chart.Command());
     if (quantity.source == Source::kCount) return CountOfCases(chart);
     if (quantity.source == Source::kPercent) {
         return Expression::Call(gpl::kSummaryPercentCount, chart.Cases());
@@ -153,11 +155,11 @@ Expression PieStatistic(Chart& chart, const ChartElement& element) {
     return StatisticOf(chart, quantity, element.summary.value_or(call));
 }
 
-std::string DefaultTitleOfY(const Specification& spec, const Layout& layout) {
-    for (const ChartElement& element : spec.elements) {
-        if (HasTitle(element)) return TitleOf(spec, layout, element);
+std::string DefaultTitleOfY(const IgraphCommand& command, const Layout& layout) {
+    for (const ChartElement& element : command.elements) {
+        if (HasTitle(element)) return TitleOf(command, layout, element);
     }
-    return spec.y.variable.name;
+    return command.y.variable.name;
 }
 
 }  // namespace quillet::igraph

@@ -7,7 +7,7 @@
 
 #include "igraph/chart.h"
 #include "igraph/gplstatement.h"
-#include "igraph/specification.h"
+#include "igraph/igraphcommand.h"
 
 namespace quillet::igraph {
 
@@ -30,7 +30,7 @@ namespace quillet::igraph {
 [[nodiscard]] Expression PieStatistic(Chart& chart, const ChartElement& element);
 
 /// The title of the Y axis where the command gives none.
-[[nodiscard]] std::string DefaultTitleOfY(const Specification& spec, const Layout& layout);
+[[nodiscard]] std::string DefaultTitleOfY(const IgraphCommand& command, const Layout& layout);
 
 }  // namespace quillet::igraph
 

@@ -71,16 +71,16 @@ bool ReadAxisLength(SyntaxReader& reader) {
     return reader.ReadLength(ignored);
 }
 
-bool ReadScaleRange(SyntaxReader& reader, Specification& spec) {
+bool ReadScaleRange(SyntaxReader& reader, IgraphCommand& command) {
     ScaleRange range;
     if (!reader.ReadReference(keywords::kScaleEnds, range.variable)) return false;
     const auto readEnd = [&reader, &range](Keyword end) { return reader.ReadEnd(end, range.ends); };
     if (!reader.ReadSettings(keywords::kScaleEnds, readEnd)) return false;
-    spec.scaleRanges.push_back(std::move(range));
+    command.scaleRanges.push_back(std::move(range));
     return true;
 }
 
-bool ReadCategoryOrder(SyntaxReader& reader, Specification& spec) {
+bool ReadCategoryOrder(SyntaxReader& reader, IgraphCommand& command) {
     CategoryOrder order;
     if (!reader.ReadReference({}, order.variable) || !reader.Expect(Kind::kLeftParen)) return false;
     const auto readWord = [&reader, &order](Keyword word) {
@@ -111,7 +111,7 @@ bool ReadCategoryOrder(SyntaxReader& reader, Specification& spec) {
         !reader.Expect(Kind::kRightParen)) {
         return false;
     }
-    spec.categoryOrders.push_back(std::move(order));
+    command.categoryOrders.push_back(std::move(order));
     return true;
 }
 
@@ -124,10 +124,10 @@ bool ReadArrangement(SyntaxReader& reader, Arrangement arrangement,
     return true;
 }
 
-bool ReadPanel(SyntaxReader& reader, Specification& spec) {
+bool ReadPanel(SyntaxReader& reader, IgraphCommand& command) {
     if (!reader.IsAtReference({})) return reader.Fail(SyntaxFault::kEmptyList);
     while (reader.IsAtReference({})) {
-        if (!reader.ReadReference({}, spec.panels.emplace_back())) return false;
+        if (!reader.ReadReference({}, command.panels.emplace_back())) return false;
     }
     return true;
 }
@@ -148,20 +148,20 @@ bool ReadPointLabel(SyntaxReader& reader, PointLabel& label) {
     return true;
 }
 
-bool ReadCoordinates(SyntaxReader& reader, Specification& spec) {
+bool ReadCoordinates(SyntaxReader& reader, IgraphCommand& command) {
     Keyword coordinates{};
     if (!reader.ReadKeyword(keywords::kCoordinates, coordinates)) return false;
     if (coordinates == Keyword::kThree) {
-        spec.coordinates = Coordinates::kThree;
+        command.coordinates = Coordinates::kThree;
     } else if (coordinates == Keyword::kHorizontal) {
-        spec.coordinates = Coordinates::kHorizontal;
+        command.coordinates = Coordinates::kHorizontal;
     } else {
-        spec.coordinates = Coordinates::kVertical;
+        command.coordinates = Coordinates::kVertical;
     }
     return true;
 }
 
-bool ReadReferenceLine(SyntaxReader& reader, Specification& spec) {
+bool ReadReferenceLine(SyntaxReader& reader, IgraphCommand& command) {
     ReferenceLine line;
     if (!reader.ReadReference(keywords::kRefLineSettings, line.variable)) return false;
     if (!reader.ReadNumber(line.value)) return false;
@@ -169,12 +169,12 @@ bool ReadReferenceLine(SyntaxReader& reader, Specification& spec) {
         return setting == Keyword::kSpike ? reader.ReadOnOff(line.hasSpikes) : reader.SkipOnOff();
     };
     if (!reader.ReadSettings(keywords::kRefLineSettings, readSetting)) return false;
-    spec.referenceLines.push_back(std::move(line));
+    command.referenceLines.push_back(std::move(line));
     return true;
 }
 
-bool ReadSpike(SyntaxReader& reader, Specification& spec) {
-    spec.hasSpikes = true;
+bool ReadSpike(SyntaxReader& reader, IgraphCommand& command) {
+    command.hasSpikes = true;
     return reader.ReadSettings(keywords::kSpikeSettings, [&reader](Keyword place) {
         if (place != Keyword::kCentroid) return true;
         bool isRead = false;
@@ -189,13 +189,13 @@ bool SkipFormat(SyntaxReader& reader) {
     return true;
 }
 
-bool AddElement(SyntaxReader& reader, ChartElement::Kind kind, Specification& spec) {
-    ChartElement& element = spec.elements.emplace_back();
+bool AddElement(SyntaxReader& reader, ChartElement::Kind kind, IgraphCommand& command) {
+    ChartElement& element = command.elements.emplace_back();
     element.kind = kind;
     return ReadElement(reader, element);
 }
 
-bool ReadSubcommand(SyntaxReader& reader, Specification& spec) {
+bool ReadSubcommand(SyntaxReader& reader, IgraphCommand& command) {
     if (!reader.IsAt(Kind::kWord)) return reader.Fail(SyntaxFault::kSubcommand);
     const KeywordMatch match = MatchKeyword(reader.Current().value, keywords::kSubcommands);
     if (match.outcome != KeywordMatch::Outcome::kMatch)
@@ -203,86 +203,86 @@ bool ReadSubcommand(SyntaxReader& reader, Specification& spec) {
     reader.Advance();
     switch (match.keyword) {
         case Keyword::kY:
-            return ReadAxis(reader, spec.y);
+            return ReadAxis(reader, command.y);
         case Keyword::kX1:
-            return ReadAxis(reader, spec.x1);
+            return ReadAxis(reader, command.x1);
         case Keyword::kX2:
-            return ReadAxis(reader, spec.x2);
+            return ReadAxis(reader, command.x2);
         case Keyword::kColor:
-            return ReadLegendVariable(reader, spec.color);
+            return ReadLegendVariable(reader, command.color);
         case Keyword::kStyle:
-            return ReadLegendVariable(reader, spec.style);
+            return ReadLegendVariable(reader, command.style);
         case Keyword::kSize:
-            return ReadLegendVariable(reader, spec.size);
+            return ReadLegendVariable(reader, command.size);
         case Keyword::kYLength:
         case Keyword::kX1Length:
         case Keyword::kX2Length:
             return ReadAxisLength(reader);
         case Keyword::kScaleRange:
-            return ReadScaleRange(reader, spec);
+            return ReadScaleRange(reader, command);
         case Keyword::kCatOrder:
-            return ReadCategoryOrder(reader, spec);
+            return ReadCategoryOrder(reader, command);
         case Keyword::kNormalize:
-            spec.isNormalized = true;
+            command.isNormalized = true;
             return true;
         case Keyword::kStack:
-            return ReadArrangement(reader, Arrangement::kStack, spec.stack);
+            return ReadArrangement(reader, Arrangement::kStack, command.stack);
         case Keyword::kCluster:
-            return ReadArrangement(reader, Arrangement::kCluster, spec.cluster);
+            return ReadArrangement(reader, Arrangement::kCluster, command.cluster);
         case Keyword::kSummaryVar:
-            return reader.ReadReference({}, spec.summaryVariable);
+            return reader.ReadReference({}, command.summaryVariable);
         case Keyword::kPanel:
-            return ReadPanel(reader, spec);
+            return ReadPanel(reader, command);
         case Keyword::kPointLabel:
-            return ReadPointLabel(reader, spec.pointLabel);
+            return ReadPointLabel(reader, command.pointLabel);
         case Keyword::kCaseLabel:
-            return ReadPointLabel(reader, spec.caseLabel);
+            return ReadPointLabel(reader, command.caseLabel);
         case Keyword::kCoordinate:
-            return ReadCoordinates(reader, spec);
+            return ReadCoordinates(reader, command);
         case Keyword::kEffect:
             return reader.SkipKeyword(keywords::kEffects);
         case Keyword::kTitle:
-            return reader.ReadLiteral(spec.title);
+            return reader.ReadLiteral(command.title);
         case Keyword::kSubtitle:
-            return reader.ReadLiteral(spec.subtitle);
+            return reader.ReadLiteral(command.subtitle);
         case Keyword::kCaption:
-            return reader.ReadLiteral(spec.caption);
+            return reader.ReadLiteral(command.caption);
         case Keyword::kViewName:
-            return reader.ReadLiteral(spec.viewName);
+            return reader.ReadLiteral(command.viewName);
         case Keyword::kChartLook:
-            return reader.ReadLiteral(spec.chartLooks.emplace_back());
+            return reader.ReadLiteral(command.chartLooks.emplace_back());
         case Keyword::kRefLine:
-            return ReadReferenceLine(reader, spec);
+            return ReadReferenceLine(reader, command);
         case Keyword::kSpike:
-            return ReadSpike(reader, spec);
+            return ReadSpike(reader, command);
         case Keyword::kFormat:
             return SkipFormat(reader);
         case Keyword::kKey:
             return reader.SkipOnOff();
         case Keyword::kScatter:
-            return AddElement(reader, ChartElement::Kind::kScatter, spec);
+            return AddElement(reader, ChartElement::Kind::kScatter, command);
         case Keyword::kBar:
-            return AddElement(reader, ChartElement::Kind::kBar, spec);
+            return AddElement(reader, ChartElement::Kind::kBar, command);
         case Keyword::kArea:
-            return AddElement(reader, ChartElement::Kind::kArea, spec);
+            return AddElement(reader, ChartElement::Kind::kArea, command);
         case Keyword::kLine:
-            return AddElement(reader, ChartElement::Kind::kLine, spec);
+            return AddElement(reader, ChartElement::Kind::kLine, command);
         case Keyword::kPie:
-            return AddElement(reader, ChartElement::Kind::kPie, spec);
+            return AddElement(reader, ChartElement::Kind::kPie, command);
         case Keyword::kBox:
-            return AddElement(reader, ChartElement::Kind::kBox, spec);
+            return AddElement(reader, ChartElement::Kind::kBox, command);
         case Keyword::kErrorBar:
-            return AddElement(reader, ChartElement::Kind::kErrorBar, spec);
+            return AddElement(reader, ChartElement::Kind::kErrorBar, command);
         case Keyword::kHistogram:
-            return AddElement(reader, ChartElement::Kind::kHistogram, spec);
+            return AddElement(reader, ChartElement::Kind::kHistogram, command);
         case Keyword::kFitLine:
-            return ReadFitLine(reader, spec.fitLines.emplace_back());
+            return ReadFitLine(reader, command.fitLines.emplace_back());
         default:
             return reader.Fail(SyntaxFault::kSubcommand);
     }
 }
 
-bool ReadSubcommands(SyntaxReader& reader, Specification& spec) {
+bool ReadSubcommands(SyntaxReader& reader, IgraphCommand& command) {
     if (!reader.IsAt(Kind::kWord) || !reader.Current().value.starts_with("IGR")) {
         return reader.Fail(SyntaxFault::kNotIgraph);
     }
@@ -297,17 +297,17 @@ bool ReadSubcommands(SyntaxReader& reader, Specification& spec) {
         isFirst = false;
         // A comment leaves a slash of its own behind.
         if (reader.IsAt(Kind::kSlash) || reader.IsAt(Kind::kEnd)) continue;
-        if (!ReadSubcommand(reader, spec)) return false;
+        if (!ReadSubcommand(reader, command)) return false;
     }
     return true;
 }
 
 }  // namespace
 
-SyntaxFault ReadCommand(TokenSequenceBase& sequence, Specification& spec) {
+SyntaxFault ReadCommand(TokenSequenceBase& sequence, IgraphCommand& command) {
     SyntaxReader reader(ReadSyntaxItems(sequence));
-    if (!ReadSubcommands(reader, spec)) return reader.Fault();
-    spec.hasNumberOutOfRange = reader.HasNumberOutOfRange();
+    if (!ReadSubcommands(reader, command)) return reader.Fault();
+    command.hasNumberOutOfRange = reader.HasNumberOutOfRange();
     return SyntaxFault::kNone;
 }
 

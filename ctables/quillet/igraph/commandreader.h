@@ -2,15 +2,15 @@
 #ifndef QUILLET_IGRAPH_COMMANDREADER_H
 #define QUILLET_IGRAPH_COMMANDREADER_H
 
-#include "igraph/specification.h"
+#include "igraph/igraphcommand.h"
 #include "igraph/syntaxreader.h"
 #include "tokenizer/tokensequencebase.h"
 
 namespace quillet::igraph {
 
-/// Reads a command from its first token on into `spec`, which is as constructed. Linear in the
-/// tokens, without recursion. After a fault `spec` is of no use.
-[[nodiscard]] SyntaxFault ReadCommand(TokenSequenceBase& sequence, Specification& spec);
+/// Reads a command from its first token on into `command`, which is as constructed. Linear in the
+/// tokens, without recursion. After a fault `command` is of no use.
+[[nodiscard]] SyntaxFault ReadCommand(TokenSequenceBase& sequence, IgraphCommand& command);
 
 }  // namespace quillet::igraph
 

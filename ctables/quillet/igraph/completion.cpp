@@ -13,16 +13,16 @@ using ElementKind = ChartElement::Kind;
 
 // What a command holds, looked up once.
 struct Contents {
-    explicit Contents(const Specification& spec)
-        : hasFitLine(HoldsFitLine(spec)),
-          hasScatter(HoldsElement(spec, ElementKind::kScatter)),
-          hasBar(HoldsElement(spec, ElementKind::kBar)),
-          hasArea(HoldsElement(spec, ElementKind::kArea)),
-          hasPie(HoldsElement(spec, ElementKind::kPie)),
-          hasBox(HoldsElement(spec, ElementKind::kBox)),
-          hasErrorBar(HoldsElement(spec, ElementKind::kErrorBar)),
-          hasHistogram(HoldsElement(spec, ElementKind::kHistogram)),
-          hasSummary(std::any_of(spec.elements.begin(), spec.elements.end(),
+    explicit Contents(const IgraphCommand& command)
+        : hasFitLine(HoldsFitLine(command)),
+          hasScatter(HoldsElement(command, ElementKind::kScatter)),
+          hasBar(HoldsElement(command, ElementKind::kBar)),
+          hasArea(HoldsElement(command, ElementKind::kArea)),
+          hasPie(HoldsElement(command, ElementKind::kPie)),
+          hasBox(HoldsElement(command, ElementKind::kBox)),
+          hasErrorBar(HoldsElement(command, ElementKind::kErrorBar)),
+          hasHistogram(HoldsElement(command, ElementKind::kHistogram)),
+          hasSummary(std::any_of(command.elements.begin(), command.elements.end(),
                                  [](const ChartElement& element) {
                                      return IsSummaryElement(element) && element.summary;
                                  })) {}
@@ -50,12 +50,12 @@ void CompleteLevel(Dimension& dimension, MeasurementLevel usual) {
 }
 
 // STACK and CLUSTER without a pie are a short way to write a legend variable.
-void CompleteShorthand(ArrangementVariable& shorthand, Specification& spec) {
+void CompleteShorthand(ArrangementVariable& shorthand, IgraphCommand& command) {
     LegendVariable* pLegend = nullptr;
-    if (!spec.color.dimension.variable.IsGiven()) {
-        pLegend = &spec.color;
-    } else if (!spec.style.dimension.variable.IsGiven()) {
-        pLegend = &spec.style;
+    if (!command.color.dimension.variable.IsGiven()) {
+        pLegend = &command.color;
+    } else if (!command.style.dimension.variable.IsGiven()) {
+        pLegend = &command.style;
     }
     shorthand.isLeftOut = pLegend == nullptr;
     if (shorthand.isLeftOut) return;
@@ -64,12 +64,12 @@ void CompleteShorthand(ArrangementVariable& shorthand, Specification& spec) {
     pLegend->arrangement = shorthand.arrangement;
 }
 
-void CompleteShorthands(Specification& spec) {
-    const bool clusterFirst = spec.stack && spec.cluster &&
-                              spec.cluster->variable.position < spec.stack->variable.position;
-    if (clusterFirst) CompleteShorthand(*spec.cluster, spec);
-    if (spec.stack) CompleteShorthand(*spec.stack, spec);
-    if (spec.cluster && !clusterFirst) CompleteShorthand(*spec.cluster, spec);
+void CompleteShorthands(IgraphCommand& command) {
+    const bool clusterFirst = command.stack && command.cluster &&
+                              command.cluster->variable.position < command.stack->variable.position;
+    if (clusterFirst) CompleteShorthand(*command.cluster, command);
+    if (command.stack) CompleteShorthand(*command.stack, command);
+    if (command.cluster && !clusterFirst) CompleteShorthand(*command.cluster, command);
 }
 
 void CompleteArrangement(const Contents& contents, LegendVariable& legend) {
@@ -95,150 +95,153 @@ void CompleteEnds(const std::vector<ScaleRange>& ranges, Dimension& dimension) {
     }
 }
 
-void FillIn(const Contents& contents, Specification& spec) {
-    if (!contents.hasPie) CompleteShorthands(spec);
+void FillIn(const Contents& contents, IgraphCommand& command) {
+    if (!contents.hasPie) CompleteShorthands(command);
     const bool drawsPairs = contents.hasScatter || contents.hasHistogram || contents.hasFitLine;
     const MeasurementLevel levelOfX =
         drawsPairs ? MeasurementLevel::kScale : MeasurementLevel::kCategorical;
-    CompleteLevel(spec.y, MeasurementLevel::kScale);
-    CompleteLevel(spec.x1, levelOfX);
-    CompleteLevel(spec.x2, levelOfX);
-    CompleteLevel(spec.color.dimension, MeasurementLevel::kCategorical);
-    CompleteLevel(spec.style.dimension, MeasurementLevel::kCategorical);
-    CompleteLevel(spec.size.dimension, MeasurementLevel::kCategorical);
-    if (!spec.coordinates) {
-        spec.coordinates =
-            spec.x2.variable.IsGiven() ? Coordinates::kThree : Coordinates::kVertical;
+    CompleteLevel(command.y, MeasurementLevel::kScale);
+    CompleteLevel(command.x1, levelOfX);
+    CompleteLevel(command.x2, levelOfX);
+    CompleteLevel(command.color.dimension, MeasurementLevel::kCategorical);
+    CompleteLevel(command.style.dimension, MeasurementLevel::kCategorical);
+    CompleteLevel(command.size.dimension, MeasurementLevel::kCategorical);
+    if (!command.coordinates) {
+        command.coordinates =
+            command.x2.variable.IsGiven() ? Coordinates::kThree : Coordinates::kVertical;
     }
-    CompleteArrangement(contents, spec.color);
-    CompleteArrangement(contents, spec.style);
-    for (Dimension* pDimension : {&spec.y, &spec.x1, &spec.x2, &spec.color.dimension,
-                                  &spec.style.dimension, &spec.size.dimension}) {
-        CompleteEnds(spec.scaleRanges, *pDimension);
+    CompleteArrangement(contents, command.color);
+    CompleteArrangement(contents, command.style);
+    for (Dimension* pDimension : {&command.y, &command.x1, &command.x2, &command.color.dimension,
+                                  &command.style.dimension, &command.size.dimension}) {
+        CompleteEnds(command.scaleRanges, *pDimension);
     }
 }
 
 // --- Validity. Each function answers for one fault.
 
-bool HasNothingToDraw(const Specification& spec, const Contents& contents) {
-    return spec.elements.empty() && !contents.hasFitLine && !spec.hasSpikes;
+bool HasNothingToDraw(const IgraphCommand& command, const Contents& contents) {
+    return command.elements.empty() && !contents.hasFitLine && !command.hasSpikes;
 }
 
-bool HasNoVariable(const Specification& /*spec*/, const Contents& contents) {
+bool HasNoVariable(const IgraphCommand& /*command*/, const Contents& contents) {
     return !contents.hasVariable;
 }
 
-bool HasNoY(const Specification& spec, const Contents& contents) {
-    return !spec.y.variable.IsGiven() && !contents.hasPie;
+bool HasNoY(const IgraphCommand& command, const Contents& contents) {
+    return !command.y.variable.IsGiven() && !contents.hasPie;
 }
 
-bool HasNoX1(const Specification& spec, const Contents& contents) {
+bool HasNoX1(const IgraphCommand& command, const Contents& contents) {
     const bool isNeeded = contents.hasScatter || contents.hasHistogram || contents.hasFitLine;
-    return isNeeded && !spec.x1.variable.IsGiven();
+    return isNeeded && !command.x1.variable.IsGiven();
 }
 
 bool IsNoVariable(const VariableReference& reference) {
     return reference.IsCounted() || reference.IsCaseNumber();
 }
 
-bool HasBuiltinInLegend(const Specification& spec) {
-    return IsNoVariable(spec.color.dimension.variable) ||
-           IsNoVariable(spec.style.dimension.variable) ||
-           IsNoVariable(spec.size.dimension.variable) ||
-           (spec.stack && IsNoVariable(spec.stack->variable)) ||
-           (spec.cluster && IsNoVariable(spec.cluster->variable));
+bool HasBuiltinInLegend(const IgraphCommand& command) {
+    return IsNoVariable(command.color.dimension.variable) ||
+           IsNoVariable(command.style.dimension.variable) ||
+           IsNoVariable(command.size.dimension.variable) ||
+           (command.stack && IsNoVariable(command.stack->variable)) ||
+           (command.cluster && IsNoVariable(command.cluster->variable));
 }
 
 // Counts have a scale and perhaps a line across it, but no categories; cases have neither.
-bool RefersToCases(const Specification& spec) {
+bool RefersToCases(const IgraphCommand& command) {
     const auto refers = [](const auto& setting) { return setting.variable.IsCaseNumber(); };
-    return std::any_of(spec.categoryOrders.begin(), spec.categoryOrders.end(), refers) ||
-           std::any_of(spec.scaleRanges.begin(), spec.scaleRanges.end(), refers) ||
-           std::any_of(spec.referenceLines.begin(), spec.referenceLines.end(), refers);
+    return std::any_of(command.categoryOrders.begin(), command.categoryOrders.end(), refers) ||
+           std::any_of(command.scaleRanges.begin(), command.scaleRanges.end(), refers) ||
+           std::any_of(command.referenceLines.begin(), command.referenceLines.end(), refers);
 }
 
-bool HasWrongBuiltin(const Specification& spec, const Contents& /*contents*/) {
-    const bool onAxis = spec.x1.variable.IsCounted() || spec.x2.variable.IsCounted();
+bool HasWrongBuiltin(const IgraphCommand& command, const Contents& /*contents*/) {
+    const bool onAxis = command.x1.variable.IsCounted() || command.x2.variable.IsCounted();
     const bool inLabel =
-        IsNoVariable(spec.pointLabel.variable) || IsNoVariable(spec.caseLabel.variable);
-    const bool inPanel = std::any_of(spec.panels.begin(), spec.panels.end(), IsNoVariable);
-    return onAxis || inLabel || inPanel || spec.summaryVariable.IsCaseNumber() ||
-           HasBuiltinInLegend(spec) || RefersToCases(spec);
+        IsNoVariable(command.pointLabel.variable) || IsNoVariable(command.caseLabel.variable);
+    const bool inPanel = std::any_of(command.panels.begin(), command.panels.end(), IsNoVariable);
+    return onAxis || inLabel || inPanel || command.summaryVariable.IsCaseNumber() ||
+           HasBuiltinInLegend(command) || RefersToCases(command);
 }
 
-bool HasCountedY(const Specification& spec, const Contents& contents) {
+bool HasCountedY(const IgraphCommand& command, const Contents& contents) {
     const bool needsVariable =
         contents.hasScatter || contents.hasBox || contents.hasErrorBar || contents.hasFitLine;
-    return needsVariable && spec.y.variable.IsCounted();
+    return needsVariable && command.y.variable.IsCounted();
 }
 
-bool HasWrongHistogramAxes(const Specification& spec, const Contents& contents) {
-    const bool isWrong =
-        !spec.y.variable.IsCounted() || !spec.x1.IsScale() || spec.x1.variable.IsCaseNumber();
+bool HasWrongHistogramAxes(const IgraphCommand& command, const Contents& contents) {
+    const bool isWrong = !command.y.variable.IsCounted() || !command.x1.IsScale() ||
+                         command.x1.variable.IsCaseNumber();
     return contents.hasHistogram && isWrong;
 }
 
-bool HasFunctionWithoutVariable(const Specification& spec, const Contents& contents) {
-    return contents.hasSummary && !spec.y.variable.IsVariable();
+bool HasFunctionWithoutVariable(const IgraphCommand& command, const Contents& contents) {
+    return contents.hasSummary && !command.y.variable.IsVariable();
 }
 
-bool HasWrongCategoricalY(const Specification& spec, const Contents& contents) {
-    if (!spec.y.IsCategorical()) return false;
+bool HasWrongCategoricalY(const IgraphCommand& command, const Contents& contents) {
+    if (!command.y.IsCategorical()) return false;
     if (contents.hasBox || contents.hasErrorBar || contents.hasFitLine) return true;
-    return std::any_of(spec.elements.begin(), spec.elements.end(), [](const ChartElement& element) {
-        return IsSummaryElement(element) && element.summary &&
-               element.summary->function != Keyword::kMode;
-    });
-}
-
-bool HasWrongLegendLevel(const Specification& spec, const Contents& /*contents*/) {
-    const bool isArrangedScale = spec.color.dimension.IsScale() && spec.color.arrangement;
-    return spec.style.dimension.IsScale() || spec.size.arrangement || isArrangedScale;
-}
-
-bool HasWrongCoordinates(const Specification& spec, const Contents& contents) {
-    const bool isThree = spec.coordinates == Coordinates::kThree;
-    if (isThree) return !spec.x2.variable.IsGiven() && !contents.hasPie;
-    return spec.x2.variable.IsGiven();
-}
-
-bool HasNumberOutOfRange(const Specification& spec, const Contents& /*contents*/) {
-    return spec.hasNumberOutOfRange;
-}
-
-bool HasNoExtent(const Specification& spec, const Contents& /*contents*/) {
-    return std::any_of(spec.elements.begin(), spec.elements.end(), [](const ChartElement& element) {
-        return element.kind == ElementKind::kErrorBar && !element.extent;
-    });
-}
-
-bool HasWrongPie(const Specification& spec, const Contents& contents) {
-    if (!contents.hasPie) return false;
-    if (spec.elements.size() > 1 || contents.hasFitLine) return true;
-    if (!spec.color.dimension.IsCategorical() && !spec.style.dimension.IsCategorical()) {
-        return true;
-    }
-    const std::optional<SummaryCall>& summary = spec.elements.front().summary;
-    if (!summary) return false;
-    return !PieQuantity(spec).IsVariable() || !FindSummaryFunction(summary->function).allowedInPie;
-}
-
-bool HasWrongReferenceLine(const Specification& spec, const Contents& /*contents*/) {
-    return std::any_of(spec.referenceLines.begin(), spec.referenceLines.end(),
-                       [&spec](const ReferenceLine& line) {
-                           return !line.variable.IsSameAs(spec.x1.variable) &&
-                                  !line.variable.IsSameAs(spec.x2.variable) &&
-                                  !line.variable.IsSameAs(spec.y.variable);
+    return std::any_of(command.elements.begin(), command.elements.end(),
+                       [](const ChartElement& element) {
+                           return IsSummaryElement(element) && element.summary &&
+                                  element.summary->function != Keyword::kMode;
                        });
 }
 
-bool HasWrongFitLineLevel(const Specification& spec, const Contents& contents) {
-    return contents.hasFitLine && (!spec.x1.IsScale() || !spec.y.IsScale());
+bool HasWrongLegendLevel(const IgraphCommand& command, const Contents& /*contents*/) {
+    const bool isArrangedScale = command.color.dimension.IsScale() && command.color.arrangement;
+    return command.style.dimension.IsScale() || command.size.arrangement || isArrangedScale;
 }
 
-bool HasWrongScaleEnds(const Specification& spec, const Contents& /*contents*/) {
-    const std::array dimensions = {&spec.y, &spec.x1, &spec.x2, &spec.color.dimension,
-                                   &spec.size.dimension};
+bool HasWrongCoordinates(const IgraphCommand& command, const Contents& contents) {
+    const bool isThree = command.coordinates == Coordinates::kThree;
+    if (isThree) return !command.x2.variable.IsGiven() && !contents.hasPie;
+    return command.x2.variable.IsGiven();
+}
+
+bool HasNumberOutOfRange(const IgraphCommand& command, const Contents& /*contents*/) {
+    return command.hasNumberOutOfRange;
+}
+
+bool HasNoExtent(const IgraphCommand& command, const Contents& /*contents*/) {
+    return std::any_of(command.elements.begin(), command.elements.end(),
+                       [](const ChartElement& element) {
+                           return element.kind == ElementKind::kErrorBar && !element.extent;
+                       });
+}
+
+bool HasWrongPie(const IgraphCommand& command, const Contents& contents) {
+    if (!contents.hasPie) return false;
+    if (command.elements.size() > 1 || contents.hasFitLine) return true;
+    if (!command.color.dimension.IsCategorical() && !command.style.dimension.IsCategorical()) {
+        return true;
+    }
+    const std::optional<SummaryCall>& summary = command.elements.front().summary;
+    if (!summary) return false;
+    return !PieQuantity(command).IsVariable() ||
+           !FindSummaryFunction(summary->function).allowedInPie;
+}
+
+bool HasWrongReferenceLine(const IgraphCommand& command, const Contents& /*contents*/) {
+    return std::any_of(command.referenceLines.begin(), command.referenceLines.end(),
+                       [&command](const ReferenceLine& line) {
+                           return !line.variable.IsSameAs(command.x1.variable) &&
+                                  !line.variable.IsSameAs(command.x2.variable) &&
+                                  !line.variable.IsSameAs(command.y.variable);
+                       });
+}
+
+bool HasWrongFitLineLevel(const IgraphCommand& command, const Contents& contents) {
+    return contents.hasFitLine && (!command.x1.IsScale() || !command.y.IsScale());
+}
+
+bool HasWrongScaleEnds(const IgraphCommand& command, const Contents& /*contents*/) {
+    const std::array dimensions = {&command.y, &command.x1, &command.x2, &command.color.dimension,
+                                   &command.size.dimension};
     return std::any_of(dimensions.begin(), dimensions.end(), [](const Dimension* pDimension) {
         const ScaleEnds& ends = pDimension->ends;
         return pDimension->IsScale() && ends.minimum && ends.maximum &&
@@ -246,22 +249,22 @@ bool HasWrongScaleEnds(const Specification& spec, const Contents& /*contents*/) 
     });
 }
 
-bool HasWrongCaseNumberY(const Specification& spec, const Contents& contents) {
-    if (!spec.y.variable.IsCaseNumber()) return false;
-    return contents.hasFitLine ||
-           std::any_of(spec.elements.begin(), spec.elements.end(), [](const ChartElement& element) {
-               return element.kind != ElementKind::kScatter;
-           });
+bool HasWrongCaseNumberY(const IgraphCommand& command, const Contents& contents) {
+    if (!command.y.variable.IsCaseNumber()) return false;
+    return contents.hasFitLine || std::any_of(command.elements.begin(), command.elements.end(),
+                                              [](const ChartElement& element) {
+                                                  return element.kind != ElementKind::kScatter;
+                                              });
 }
 
-bool HasSpikesWithoutAxes(const Specification& spec, const Contents& contents) {
-    const bool isAlone = spec.elements.empty() && !contents.hasFitLine;
-    return isAlone && !(spec.x1.variable.IsGiven() && spec.y.variable.IsGiven());
+bool HasSpikesWithoutAxes(const IgraphCommand& command, const Contents& contents) {
+    const bool isAlone = command.elements.empty() && !contents.hasFitLine;
+    return isAlone && !(command.x1.variable.IsGiven() && command.y.variable.IsGiven());
 }
 
 struct ValidityRule {
     ValidityFault fault;
-    bool (*isBroken)(const Specification&, const Contents&);
+    bool (*isBroken)(const IgraphCommand&, const Contents&);
 };
 
 constexpr std::array kRules = {
@@ -288,15 +291,15 @@ constexpr std::array kRules = {
 
 }  // namespace
 
-ValidityFault CompleteCommand(Specification& spec, std::vector<VariableRole>& roles) {
-    Contents contents(spec);
-    FillIn(contents, spec);
-    roles = VariableRoles(spec);
+ValidityFault CompleteCommand(IgraphCommand& command, std::vector<VariableRole>& roles) {
+    Contents contents(command);
+    FillIn(contents, command);
+    roles = VariableRoles(command);
     contents.hasVariable = std::any_of(roles.begin(), roles.end(), [](const VariableRole& role) {
         return role.pReference->IsVariable();
     });
     for (const ValidityRule& rule : kRules) {
-        if (rule.isBroken(spec, contents)) return rule.fault;
+        if (rule.isBroken(command, contents)) return rule.fault;
     }
     return ValidityFault::kNone;
 }

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "igraph/specification.h"
+#include "igraph/igraphcommand.h"
 #include "igraph/variableroles.h"
 
 namespace quillet::igraph {
@@ -34,10 +34,11 @@ enum class ValidityFault {
     kSpikesWithoutAxes,  ///< SPIKE alone, and X1 or Y is missing.
 };
 
-/// Sets all levels, coordinates and arrangements of `spec` and the ends of its scales, then
+/// Sets all levels, coordinates and arrangements of `command` and the ends of its scales, then
 /// validates it. `roles` become the `VariableRoles` of the complete command. Linear in the command
 /// but for the sorting of the roles.
-[[nodiscard]] ValidityFault CompleteCommand(Specification& spec, std::vector<VariableRole>& roles);
+[[nodiscard]] ValidityFault CompleteCommand(IgraphCommand& command,
+                                            std::vector<VariableRole>& roles);
 
 }  // namespace quillet::igraph
 

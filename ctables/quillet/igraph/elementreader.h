@@ -2,7 +2,7 @@
 #ifndef QUILLET_IGRAPH_ELEMENTREADER_H
 #define QUILLET_IGRAPH_ELEMENTREADER_H
 
-#include "igraph/specification.h"
+#include "igraph/igraphcommand.h"
 #include "igraph/syntaxreader.h"
 
 namespace quillet::igraph {

@@ -5,16 +5,16 @@
 #include <string>
 #include <string_view>
 
+#include "igraph/igraphcommand.h"
 #include "igraph/layout.h"
-#include "igraph/specification.h"
 
 namespace quillet::igraph {
 
-/// Why the graph of `spec`, which is complete, cannot be written in GPL; empty when it can. A
+/// Why the graph of `command`, which is complete, cannot be written in GPL; empty when it can. A
 /// graph that only looks like what was asked for is worse than none, so whatever would be drawn
 /// differently has a reason here. Of several reasons the first in a fixed order is given.
-/// `layout` and `usedNames` are those of `spec`. Linear in the command.
-[[nodiscard]] std::string FindObstacle(const Specification& spec, const Layout& layout,
+/// `layout` and `usedNames` are those of `command`. Linear in the command.
+[[nodiscard]] std::string FindObstacle(const IgraphCommand& command, const Layout& layout,
                                        std::string_view usedNames);
 
 /// The text in which such a reason reaches the user, without its final period.

@@ -51,7 +51,7 @@ IdentifierPool::Identifier IdentifierPool::Take(std::string_view name, std::stri
     return identifier;
 }
 
-Columns::Columns(const Specification& spec, std::span<const VariableRole> roles,
+Columns::Columns(const IgraphCommand& command, std::span<const VariableRole> roles,
                  bool needsCaseLabels, CommandBudget& budget)
     : m_budget(budget) {
     // A variable that is needed in two ways gets both its columns where it first appears.
@@ -69,7 +69,7 @@ Columns::Columns(const Specification& spec, std::span<const VariableRole> roles,
         }
         levels.erase(found);
     }
-    for (const Dimension* pDimension : {&spec.x1, &spec.x2, &spec.y}) {
+    for (const Dimension* pDimension : {&command.x1, &command.x2, &command.y}) {
         if (!pDimension->variable.IsCaseNumber()) continue;
         Add({"", pDimension->level.value_or(MeasurementLevel::kCategorical)},
             gpl::kCaseNumberColumn, "casenum", "CASENUM");

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "igraph/gplstatement.h"
-#include "igraph/specification.h"
+#include "igraph/igraphcommand.h"
 #include "igraph/variableroles.h"
 #include "platform/commandbudget.h"
 
@@ -42,10 +42,10 @@ private:
 /// The columns that a graph needs of its data set.
 class Columns {
 public:
-    /// Gives identifiers to all variables of `spec`, which is complete, in their `roles`. With
+    /// Gives identifiers to all variables of `command`, which is complete, in their `roles`. With
     /// `needsCaseLabels` there is a column that labels cases by their number. Borrows `budget`;
     /// the members below throw `CommandTooLarge` when it is used up.
-    Columns(const Specification& spec, std::span<const VariableRole> roles, bool needsCaseLabels,
+    Columns(const IgraphCommand& command, std::span<const VariableRole> roles, bool needsCaseLabels,
             CommandBudget& budget);
 
     /// Appends the source and its columns to `program`.

@@ -22,7 +22,7 @@ gplGenerator::gplGenerator(iGraphSpec& spec, const TAVQ_DataSource* /*pSource*/,
     : m_spec(spec) {}
 
 std::string gplGenerator::getGPL() {
-    const Specification& command = m_spec.Command();
+    const IgraphCommand& command = m_spec.Command();
     const Layout layout = LayoutOf(command);
     const std::string obstacle = QUILLET_ASSERT(m_spec.IsComplete(), "m_spec.IsComplete()")
                                      ? FindObstacle(command, layout, m_spec.getUsedVarName())

@@ -1,4 +1,5 @@
-// The specification of a graph as its users hold it.
+// The specification of a graph as its users hold it: an `IgraphCommand`, which is what the command
+// says and no more, together with what has been worked out from it.
 #ifndef QUILLET_IGRAPH_IGRAPHSPEC_H
 #define QUILLET_IGRAPH_IGRAPHSPEC_H
 
@@ -6,13 +7,13 @@
 #include <utility>
 #include <vector>
 
-#include "igraph/specification.h"
+#include "igraph/igraphcommand.h"
 #include "igraph/variableroles.h"
 #include "platform/commandbudget.h"
 
 namespace quillet::igraph {
 
-/// The specification of the graph that comes out.
+/// What is known of the graph that comes out, not of the command that asks for it.
 class GraphSpec {
 public:
     /// Sets the name under which the output lists the graph.
@@ -53,8 +54,8 @@ public:
     [[nodiscard]] std::vector<std::string> getChartLooks() const;
 
     /// What the command says.
-    [[nodiscard]] const Specification& Command() const { return m_command; }
-    [[nodiscard]] Specification& Command() { return m_command; }
+    [[nodiscard]] const IgraphCommand& Command() const { return m_command; }
+    [[nodiscard]] IgraphCommand& Command() { return m_command; }
 
     /// True once defaults are filled in and the command has been found valid.
     [[nodiscard]] bool IsComplete() const { return m_isComplete; }
@@ -69,7 +70,7 @@ public:
 
 private:
     CommandBudget m_budget;
-    Specification m_command;
+    IgraphCommand m_command;
     GraphSpec m_graphSpec;
     std::vector<VariableRole> m_roles;
     std::string m_usedNames;

@@ -7,9 +7,9 @@ namespace quillet::igraph {
 namespace {
 
 // A legend variable that stands on the axis too colours what the axis has already told apart.
-bool MakesClusters(const Specification& spec, const LegendVariable& legend) {
+bool MakesClusters(const IgraphCommand& command, const LegendVariable& legend) {
     return legend.dimension.IsCategorical() && legend.arrangement == Arrangement::kCluster &&
-           !legend.dimension.variable.IsSameAs(spec.x1.variable);
+           !legend.dimension.variable.IsSameAs(command.x1.variable);
 }
 
 bool MakesStacks(const LegendVariable& legend) {
@@ -17,11 +17,11 @@ bool MakesStacks(const LegendVariable& legend) {
 }
 
 // Null when there is none or more than one.
-const VariableReference* OnlyClusterVariable(const Specification& spec) {
-    const bool byColor = MakesClusters(spec, spec.color);
-    const bool byStyle = MakesClusters(spec, spec.style);
-    const VariableReference& color = spec.color.dimension.variable;
-    const VariableReference& style = spec.style.dimension.variable;
+const VariableReference* OnlyClusterVariable(const IgraphCommand& command) {
+    const bool byColor = MakesClusters(command, command.color);
+    const bool byStyle = MakesClusters(command, command.style);
+    const VariableReference& color = command.color.dimension.variable;
+    const VariableReference& style = command.style.dimension.variable;
     if (byColor && byStyle) return color.IsSameAs(style) ? &color : nullptr;
     if (byColor) return &color;
     return byStyle ? &style : nullptr;
@@ -34,18 +34,19 @@ bool MayStandInClusters(const ChartElement& element) {
 
 }  // namespace
 
-Layout LayoutOf(const Specification& spec) {
+Layout LayoutOf(const IgraphCommand& command) {
     Layout layout;
-    layout.hasClusters = MakesClusters(spec, spec.color) || MakesClusters(spec, spec.style);
-    layout.isStacked = MakesStacks(spec.color) || MakesStacks(spec.style);
-    if (HoldsElement(spec, ChartElement::Kind::kPie)) {
+    layout.hasClusters =
+        MakesClusters(command, command.color) || MakesClusters(command, command.style);
+    layout.isStacked = MakesStacks(command.color) || MakesStacks(command.style);
+    if (HoldsElement(command, ChartElement::Kind::kPie)) {
         layout.kind = Layout::Kind::kPolar;
         layout.x1Dimension = 0;
         layout.yDimension = 1;
         layout.firstPanelDimension = 2;
         return layout;
     }
-    if (spec.coordinates == Coordinates::kThree) {
+    if (command.coordinates == Coordinates::kThree) {
         layout.kind = Layout::Kind::kThree;
         layout.x2Dimension = 1;
         layout.x1Dimension = 2;
@@ -53,10 +54,10 @@ Layout LayoutOf(const Specification& spec) {
         layout.firstPanelDimension = 4;
         return layout;
     }
-    const VariableReference* pCluster = OnlyClusterVariable(spec);
+    const VariableReference* pCluster = OnlyClusterVariable(command);
     const bool hasRoom =
-        spec.x1.variable.IsGiven() && !HoldsFitLine(spec) &&
-        std::all_of(spec.elements.begin(), spec.elements.end(), MayStandInClusters);
+        command.x1.variable.IsGiven() && !HoldsFitLine(command) &&
+        std::all_of(command.elements.begin(), command.elements.end(), MayStandInClusters);
     if (pCluster != nullptr && hasRoom) {
         layout.kind = Layout::Kind::kCluster;
         layout.pCluster = pCluster;

@@ -2,7 +2,7 @@
 #ifndef QUILLET_IGRAPH_LAYOUT_H
 #define QUILLET_IGRAPH_LAYOUT_H
 
-#include "igraph/specification.h"
+#include "igraph/igraphcommand.h"
 
 namespace quillet::igraph {
 
@@ -16,7 +16,7 @@ struct Layout {
     };
 
     Kind kind = Kind::kPlain;
-    /// `kCluster`: the variable inside the clusters, borrowed from the graph specification;
+    /// `kCluster`: the variable inside the clusters, borrowed from the command;
     /// otherwise null.
     const VariableReference* pCluster = nullptr;
     /// COLOR or STYLE makes clusters of another variable than X1. Such clusters need not have
@@ -31,8 +31,8 @@ struct Layout {
     int firstPanelDimension = 3;
 };
 
-/// The layout of `spec`, which is complete. Linear in its elements.
-[[nodiscard]] Layout LayoutOf(const Specification& spec);
+/// The layout of `command`, which is complete. Linear in its elements.
+[[nodiscard]] Layout LayoutOf(const IgraphCommand& command);
 
 }  // namespace quillet::igraph
 

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "igraph/igraphcommand.h"
 #include "igraph/keywords.h"
-#include "igraph/specification.h"
 #include "igraph/syntaxitems.h"
 
 namespace quillet::igraph {

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "igraph/specification.h"
+#include "igraph/igraphcommand.h"
 
 namespace quillet::igraph {
 
@@ -16,7 +16,7 @@ struct VariableRole {
 
 /// The roles that are given, in order of the command. Levels are right once it is complete.
 /// Linear in the command but for the sorting.
-[[nodiscard]] std::vector<VariableRole> VariableRoles(const Specification& spec);
+[[nodiscard]] std::vector<VariableRole> VariableRoles(const IgraphCommand& command);
 
 }  // namespace quillet::igraph
 

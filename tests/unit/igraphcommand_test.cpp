@@ -1,8 +1,9 @@
+#include "igraph/igraphcommand.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "igraph/specification.h"
 #include "igraphtesting.h"
 
 namespace quillet::igraph {
@@ -25,7 +26,7 @@ VariableReference Builtin(Source source) {
     return reference;
 }
 
-TEST(IgraphSpecificationTest, ComparesReferences) {
+TEST(IgraphCommandTest, ComparesReferences) {
     EXPECT_TRUE(Variable("a", "A").IsSameAs(Variable("A", "A")));
     EXPECT_FALSE(Variable("a", "A").IsSameAs(Variable("b", "B")));
     EXPECT_TRUE(Builtin(Source::kCount).IsSameAs(Builtin(Source::kCount)));
@@ -36,7 +37,7 @@ TEST(IgraphSpecificationTest, ComparesReferences) {
     EXPECT_FALSE(Builtin(Source::kCaseNumber).IsCounted());
 }
 
-TEST(IgraphSpecificationTest, KnowsWhichElementsShowRawValues) {
+TEST(IgraphCommandTest, KnowsWhichElementsShowRawValues) {
     struct Case {
         const char* command;
         bool isRaw;
@@ -55,12 +56,12 @@ TEST(IgraphSpecificationTest, KnowsWhichElementsShowRawValues) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.command);
-        const Specification spec = ConvertIgraphText("IGRAPH " + std::string(c.command)).command;
-        EXPECT_EQ(ShowsRawValues(spec, spec.elements.front()), c.isRaw);
+        const IgraphCommand command = ConvertIgraphText("IGRAPH " + std::string(c.command)).command;
+        EXPECT_EQ(ShowsRawValues(command, command.elements.front()), c.isRaw);
     }
 }
 
-TEST(IgraphSpecificationTest, NamesElements) {
+TEST(IgraphCommandTest, NamesElements) {
     EXPECT_EQ(ElementKeyword(ChartElement::Kind::kScatter), Keyword::kScatter);
     EXPECT_EQ(ElementKeyword(ChartElement::Kind::kBar), Keyword::kBar);
     EXPECT_EQ(ElementKeyword(ChartElement::Kind::kArea), Keyword::kArea);
@@ -71,33 +72,33 @@ TEST(IgraphSpecificationTest, NamesElements) {
     EXPECT_EQ(ElementKeyword(ChartElement::Kind::kHistogram), Keyword::kHistogram);
 }
 
-TEST(IgraphSpecificationTest, AFitLineWithoutAMethodIsNone) {
-    Specification spec;
-    EXPECT_FALSE(HoldsFitLine(spec));
-    spec.fitLines.emplace_back().method = Keyword::kNone;
-    EXPECT_FALSE(HoldsFitLine(spec));
-    spec.fitLines.emplace_back();
-    EXPECT_TRUE(HoldsFitLine(spec));
+TEST(IgraphCommandTest, AFitLineWithoutAMethodIsNone) {
+    IgraphCommand command;
+    EXPECT_FALSE(HoldsFitLine(command));
+    command.fitLines.emplace_back().method = Keyword::kNone;
+    EXPECT_FALSE(HoldsFitLine(command));
+    command.fitLines.emplace_back();
+    EXPECT_TRUE(HoldsFitLine(command));
 }
 
-TEST(IgraphSpecificationTest, FindsTheQuantityOfAPie) {
-    Specification spec;
-    EXPECT_EQ(PieQuantity(spec).source, Source::kCount);
-    spec.y.variable = Variable("y", "Y");
-    EXPECT_EQ(PieQuantity(spec).name, "y");
-    spec.summaryVariable = Builtin(Source::kPercent);
-    EXPECT_EQ(PieQuantity(spec).source, Source::kPercent);
+TEST(IgraphCommandTest, FindsTheQuantityOfAPie) {
+    IgraphCommand command;
+    EXPECT_EQ(PieQuantity(command).source, Source::kCount);
+    command.y.variable = Variable("y", "Y");
+    EXPECT_EQ(PieQuantity(command).name, "y");
+    command.summaryVariable = Builtin(Source::kPercent);
+    EXPECT_EQ(PieQuantity(command).source, Source::kPercent);
 }
 
-TEST(IgraphSpecificationTest, FindsTheLastOrderOfAVariable) {
-    Specification spec;
-    EXPECT_EQ(FindCategoryOrder(spec, Variable("a", "A")), nullptr);
-    spec.categoryOrders.emplace_back().variable = Variable("a", "A");
-    spec.categoryOrders.emplace_back().variable = Variable("b", "B");
-    spec.categoryOrders.emplace_back().variable = Variable("A", "A");
-    spec.categoryOrders.emplace_back().variable = Variable("c", "C");
-    EXPECT_EQ(FindCategoryOrder(spec, Variable("a", "A")), &spec.categoryOrders[2]);
-    EXPECT_EQ(FindCategoryOrder(spec, Variable("d", "D")), nullptr);
+TEST(IgraphCommandTest, FindsTheLastOrderOfAVariable) {
+    IgraphCommand command;
+    EXPECT_EQ(FindCategoryOrder(command, Variable("a", "A")), nullptr);
+    command.categoryOrders.emplace_back().variable = Variable("a", "A");
+    command.categoryOrders.emplace_back().variable = Variable("b", "B");
+    command.categoryOrders.emplace_back().variable = Variable("A", "A");
+    command.categoryOrders.emplace_back().variable = Variable("c", "C");
+    EXPECT_EQ(FindCategoryOrder(command, Variable("a", "A")), &command.categoryOrders[2]);
+    EXPECT_EQ(FindCategoryOrder(command, Variable("d", "D")), nullptr);
 }
 
 }  // namespace

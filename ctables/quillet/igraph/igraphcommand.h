@@ -1,6 +1,6 @@
 // What an IGRAPH command says, as plain values.
-#ifndef QUILLET_IGRAPH_SPECIFICATION_H
-#define QUILLET_IGRAPH_SPECIFICATION_H
+#ifndef QUILLET_IGRAPH_IGRAPHCOMMAND_H
+#define QUILLET_IGRAPH_IGRAPHCOMMAND_H
 
 #include <array>
 #include <optional>
@@ -175,7 +175,7 @@ struct FitLine {
 ///
 /// Of a subcommand given twice the last one is kept, but those held in a vector add up, in
 /// command order. Nothing here knows the data: levels and titles are what the command says.
-struct Specification {
+struct IgraphCommand {
     Dimension y;
     Dimension x1;
     Dimension x2;
@@ -208,24 +208,24 @@ struct Specification {
 [[nodiscard]] Keyword ElementKeyword(ChartElement::Kind kind);
 
 /// True when some element is of that kind. Linear in the elements.
-[[nodiscard]] bool HoldsElement(const Specification& spec, ChartElement::Kind kind);
+[[nodiscard]] bool HoldsElement(const IgraphCommand& command, ChartElement::Kind kind);
 
 /// True when some fit line is drawn. Linear in the fit lines.
-[[nodiscard]] bool HoldsFitLine(const Specification& spec);
+[[nodiscard]] bool HoldsFitLine(const IgraphCommand& command);
 
 /// True for BAR, AREA and LINE: the elements whose statistic depends on a summary function.
 [[nodiscard]] bool IsSummaryElement(const ChartElement& element);
 
 /// True when a BAR, AREA or LINE of a complete command shows the data as they are.
-[[nodiscard]] bool ShowsRawValues(const Specification& spec, const ChartElement& element);
+[[nodiscard]] bool ShowsRawValues(const IgraphCommand& command, const ChartElement& element);
 
 /// What the slices of a PIE summarise.
-[[nodiscard]] VariableReference PieQuantity(const Specification& spec);
+[[nodiscard]] VariableReference PieQuantity(const IgraphCommand& command);
 
 /// The last CATORDER of a variable; null when there is none. Linear in the CATORDERs.
-[[nodiscard]] const CategoryOrder* FindCategoryOrder(const Specification& spec,
+[[nodiscard]] const CategoryOrder* FindCategoryOrder(const IgraphCommand& command,
                                                      const VariableReference& variable);
 
 }  // namespace quillet::igraph
 
-#endif  // QUILLET_IGRAPH_SPECIFICATION_H
+#endif  // QUILLET_IGRAPH_IGRAPHCOMMAND_H

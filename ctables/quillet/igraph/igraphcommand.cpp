@@ -1,4 +1,4 @@
-#include "igraph/specification.h"
+#include "igraph/igraphcommand.h"
 
 #include <algorithm>
 
@@ -26,13 +26,13 @@ Keyword ElementKeyword(ChartElement::Kind kind) {
     return Keyword::kHistogram;
 }
 
-bool HoldsElement(const Specification& spec, ChartElement::Kind kind) {
-    return std::any_of(spec.elements.begin(), spec.elements.end(),
+bool HoldsElement(const IgraphCommand& command, ChartElement::Kind kind) {
+    return std::any_of(command.elements.begin(), command.elements.end(),
                        [kind](const ChartElement& element) { return element.kind == kind; });
 }
 
-bool HoldsFitLine(const Specification& spec) {
-    return std::any_of(spec.fitLines.begin(), spec.fitLines.end(),
+bool HoldsFitLine(const IgraphCommand& command) {
+    return std::any_of(command.fitLines.begin(), command.fitLines.end(),
                        [](const FitLine& fitLine) { return fitLine.IsDrawn(); });
 }
 
@@ -41,25 +41,25 @@ bool IsSummaryElement(const ChartElement& element) {
            element.kind == ChartElement::Kind::kLine;
 }
 
-bool ShowsRawValues(const Specification& spec, const ChartElement& element) {
-    return IsSummaryElement(element) && !element.summary && spec.y.variable.IsVariable() &&
-           spec.y.IsScale() && (spec.x1.variable.IsCaseNumber() || spec.x1.IsScale());
+bool ShowsRawValues(const IgraphCommand& command, const ChartElement& element) {
+    return IsSummaryElement(element) && !element.summary && command.y.variable.IsVariable() &&
+           command.y.IsScale() && (command.x1.variable.IsCaseNumber() || command.x1.IsScale());
 }
 
-VariableReference PieQuantity(const Specification& spec) {
-    if (spec.summaryVariable.IsGiven()) return spec.summaryVariable;
-    if (spec.y.variable.IsGiven()) return spec.y.variable;
+VariableReference PieQuantity(const IgraphCommand& command) {
+    if (command.summaryVariable.IsGiven()) return command.summaryVariable;
+    if (command.y.variable.IsGiven()) return command.y.variable;
     VariableReference count;
     count.source = VariableReference::Source::kCount;
     return count;
 }
 
-const CategoryOrder* FindCategoryOrder(const Specification& spec,
+const CategoryOrder* FindCategoryOrder(const IgraphCommand& command,
                                        const VariableReference& variable) {
     const auto found = std::find_if(
-        spec.categoryOrders.rbegin(), spec.categoryOrders.rend(),
+        command.categoryOrders.rbegin(), command.categoryOrders.rend(),
         [&variable](const CategoryOrder& order) { return order.variable.IsSameAs(variable); });
-    return found == spec.categoryOrders.rend() ? nullptr : &*found;
+    return found == command.categoryOrders.rend() ? nullptr : &*found;
 }
 
 }  // namespace quillet::igraph
