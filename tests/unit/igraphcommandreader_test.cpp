@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "igraph/commandreader.h"
-#include "igraph/keywords.h"
+#include "igraph/keyword.h"
 #include "igraphtesting.h"
 #include "lineartime.h"
 #include "platform/codepage.h"

@@ -1,10 +1,11 @@
 #include "igraph/chartfunctions.h"
 
+#include <algorithm>
 #include <array>
-#include <cstddef>
 
 #include "igraph/gplstatement.h"
 #include "igraph/gplvocabulary.h"
+#include "igraph/summaryfunction.h"
 #include "platform/assertion.h"
 
 namespace quillet::igraph {
@@ -13,16 +14,14 @@ namespace {
 
 constexpr std::string_view kModule = "chartfunctions";
 
-constexpr SummaryFunction Plain(Keyword keyword, std::string_view statistic,
-                                std::string_view title) {
-    return {keyword, 0, StatisticForm::kPlain, statistic, "", title, "", false};
+constexpr ChartFunction Plain(Keyword keyword, std::string_view statistic, std::string_view title) {
+    return {keyword, StatisticForm::kPlain, statistic, "", title, ""};
 }
 
-constexpr SummaryFunction Comparison(Keyword keyword, std::string_view statistic,
-                                     std::string_view operation, std::string_view title,
-                                     std::string_view titleSign, bool allowedInPie) {
-    return {keyword,   1,           StatisticForm::kComparison, statistic, operation, title,
-            titleSign, allowedInPie};
+constexpr ChartFunction Comparison(Keyword keyword, std::string_view statistic,
+                                   std::string_view operation, std::string_view title,
+                                   std::string_view titleSign) {
+    return {keyword, StatisticForm::kComparison, statistic, operation, title, titleSign};
 }
 
 constexpr std::string_view kNumberOf = "Number of";
@@ -32,7 +31,7 @@ constexpr std::array kFunctions = {
     Plain(Keyword::kMean, gpl::kSummaryMean, "Mean"),
     Plain(Keyword::kMedian, gpl::kSummaryMedian, "Median"),
     Plain(Keyword::kMode, gpl::kSummaryMode, "Mode"),
-    SummaryFunction{Keyword::kSum, 0, StatisticForm::kPlain, gpl::kSummarySum, "", "Sum", "", true},
+    Plain(Keyword::kSum, gpl::kSummarySum, "Sum"),
     Plain(Keyword::kStdDev, gpl::kSummarySd, "Std. Deviation"),
     Plain(Keyword::kVariance, gpl::kSummaryVariance, "Variance"),
     Plain(Keyword::kMinimum, gpl::kSummaryMin, "Minimum"),
@@ -45,47 +44,49 @@ constexpr std::array kFunctions = {
     Plain(Keyword::kSeKurtosis, gpl::kSummarySeKurtosis, "Std. Error of Kurtosis"),
     Plain(Keyword::kSkewness, gpl::kSummarySkewness, "Skewness"),
     Plain(Keyword::kSeSkewness, gpl::kSummarySeSkewness, "Std. Error of Skewness"),
-    SummaryFunction{Keyword::kSumSquares, 0, StatisticForm::kTransformed, gpl::kSummarySum, "",
-                    "Sum of Squares", "", true},
-    SummaryFunction{Keyword::kSumAbsolute, 0, StatisticForm::kTransformed, gpl::kSummarySum,
-                    gpl::kAbs, "Sum of Absolute Values", "", true},
+    ChartFunction{Keyword::kSumSquares, StatisticForm::kTransformed, gpl::kSummarySum, "",
+                  "Sum of Squares", ""},
+    ChartFunction{Keyword::kSumAbsolute, StatisticForm::kTransformed, gpl::kSummarySum, gpl::kAbs,
+                  "Sum of Absolute Values", ""},
     Plain(Keyword::kCount, gpl::kSummaryCount, "Count"),
-    SummaryFunction{Keyword::kPercent, 0, StatisticForm::kPercent, gpl::kSummaryPercentCount, "",
-                    "Percent", "", false},
-    SummaryFunction{Keyword::kGroupedMedian, 0, StatisticForm::kNone, "", "", "Grouped Median", "",
-                    false},
-    SummaryFunction{Keyword::kPercentile, 1, StatisticForm::kPercentile, gpl::kSummaryPercentile,
-                    "", "Percentile", "", false},
-    Comparison(Keyword::kNumberGreater, gpl::kSummaryCountTrue, gpl::kGreater, kNumberOf, ">",
-               true),
-    Comparison(Keyword::kNumberLess, gpl::kSummaryCountTrue, gpl::kLess, kNumberOf, "<", true),
+    ChartFunction{Keyword::kPercent, StatisticForm::kPercent, gpl::kSummaryPercentCount, "",
+                  "Percent", ""},
+    ChartFunction{Keyword::kGroupedMedian, StatisticForm::kNone, "", "", "Grouped Median", ""},
+    ChartFunction{Keyword::kPercentile, StatisticForm::kPercentile, gpl::kSummaryPercentile, "",
+                  "Percentile", ""},
+    Comparison(Keyword::kNumberGreater, gpl::kSummaryCountTrue, gpl::kGreater, kNumberOf, ">"),
+    Comparison(Keyword::kNumberLess, gpl::kSummaryCountTrue, gpl::kLess, kNumberOf, "<"),
     Comparison(Keyword::kNumberGreaterEqual, gpl::kSummaryCountTrue, gpl::kGreaterEqual, kNumberOf,
-               ">=", true),
-    Comparison(Keyword::kNumberLessEqual, gpl::kSummaryCountTrue, gpl::kLessEqual, kNumberOf,
-               "<=", true),
-    Comparison(Keyword::kNumberEqual, gpl::kSummaryCountTrue, gpl::kEqual, kNumberOf, "=", true),
-    Comparison(Keyword::kPercentGreater, gpl::kSummaryPercentTrue, gpl::kGreater, kPercentOf, ">",
-               false),
-    Comparison(Keyword::kPercentLess, gpl::kSummaryPercentTrue, gpl::kLess, kPercentOf, "<", false),
+               ">="),
+    Comparison(Keyword::kNumberLessEqual, gpl::kSummaryCountTrue, gpl::kLessEqual, kNumberOf, "<="),
+    Comparison(Keyword::kNumberEqual, gpl::kSummaryCountTrue, gpl::kEqual, kNumberOf, "="),
+    Comparison(Keyword::kPercentGreater, gpl::kSummaryPercentTrue, gpl::kGreater, kPercentOf, ">"),
+    Comparison(Keyword::kPercentLess, gpl::kSummaryPercentTrue, gpl::kLess, kPercentOf, "<"),
     Comparison(Keyword::kPercentGreaterEqual, gpl::kSummaryPercentTrue, gpl::kGreaterEqual,
-               kPercentOf, ">=", false),
+               kPercentOf, ">="),
     Comparison(Keyword::kPercentLessEqual, gpl::kSummaryPercentTrue, gpl::kLessEqual, kPercentOf,
-               "<=", false),
-    Comparison(Keyword::kPercentEqual, gpl::kSummaryPercentTrue, gpl::kEqual, kPercentOf, "=",
-               false),
-    SummaryFunction{Keyword::kNumberIn, 2, StatisticForm::kBetween, gpl::kSummaryCountTrue, "",
-                    kNumberOf, "", true},
-    SummaryFunction{Keyword::kPercentIn, 2, StatisticForm::kBetween, gpl::kSummaryPercentTrue, "",
-                    kPercentOf, "", false},
+               "<="),
+    Comparison(Keyword::kPercentEqual, gpl::kSummaryPercentTrue, gpl::kEqual, kPercentOf, "="),
+    ChartFunction{Keyword::kNumberIn, StatisticForm::kBetween, gpl::kSummaryCountTrue, "",
+                  kNumberOf, ""},
+    ChartFunction{Keyword::kPercentIn, StatisticForm::kBetween, gpl::kSummaryPercentTrue, "",
+                  kPercentOf, ""},
 };
+
+constexpr bool MatchesSummaryFunctions() {
+    return std::equal(kFunctions.begin(), kFunctions.end(), kSummaryFunctionTable.begin(),
+                      kSummaryFunctionTable.end(),
+                      [](const ChartFunction& left, const SummaryFunction& right) {
+                          return left.keyword == right.keyword;
+                      });
+}
+static_assert(MatchesSummaryFunctions(), "every function is drawn in some way");
 
 }  // namespace
 
-std::span<const SummaryFunction> SummaryFunctions() { return kFunctions; }
-
-const SummaryFunction& FindSummaryFunction(Keyword keyword) {
-    const SummaryFunction* pFound = nullptr;
-    for (const SummaryFunction& function : kFunctions) {
+const ChartFunction& FindChartFunction(Keyword keyword) {
+    const ChartFunction* pFound = nullptr;
+    for (const ChartFunction& function : kFunctions) {
         if (function.keyword == keyword) pFound = &function;
     }
     if (!QUILLET_ASSERT(pFound != nullptr, "pFound != nullptr")) return kFunctions.front();
@@ -93,7 +94,7 @@ const SummaryFunction& FindSummaryFunction(Keyword keyword) {
 }
 
 std::string SummaryTitle(const SummaryCall& call, std::string_view name) {
-    const SummaryFunction& function = FindSummaryFunction(call.function);
+    const ChartFunction& function = FindChartFunction(call.function);
     std::string title(function.title);
     if (function.form == StatisticForm::kPercentile) {
         title += ' ' + FormatNumber(call.arguments[0]);

@@ -1,13 +1,12 @@
-// The summary functions of the IGRAPH command and what they become in GPL.
+// What the summary functions of the IGRAPH command become in GPL.
 #ifndef QUILLET_IGRAPH_CHARTFUNCTIONS_H
 #define QUILLET_IGRAPH_CHARTFUNCTIONS_H
 
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "igraph/igraphcommand.h"
-#include "igraph/keywords.h"
+#include "igraph/keyword.h"
 
 namespace quillet::igraph {
 
@@ -22,24 +21,20 @@ enum class StatisticForm {
     kNone,         ///< GPL has nothing like it.
 };
 
-/// One row of the table of functions.
-struct SummaryFunction {
+/// How a summary function is drawn.
+struct ChartFunction {
     Keyword keyword = Keyword::kMean;
-    int argumentCount = 0;
     StatisticForm form = StatisticForm::kNone;
     std::string_view statistic;  ///< The GPL function.
     std::string_view operation;  ///< `kComparison`: the GPL operator; `kTransformed`: the function
                                  ///< to apply, empty for the square.
     std::string_view title;      ///< The words before the variable's name in an axis title.
     std::string_view titleSign;  ///< `kComparison`: the operator as readers write it.
-    bool allowedInPie = false;
 };
 
-/// The row of one of the `keywords::kSummaryFunctions`. Constant time.
-[[nodiscard]] const SummaryFunction& FindSummaryFunction(Keyword keyword);
-
-/// All rows.
-[[nodiscard]] std::span<const SummaryFunction> SummaryFunctions();
+/// The row of one of the `kSummaryFunctionTable`; asserts, and gives that of MEAN, for any other
+/// keyword. Constant time.
+[[nodiscard]] const ChartFunction& FindChartFunction(Keyword keyword);
 
 /// The title of an axis that shows the function of a variable called `name`.
 [[nodiscard]] std::string SummaryTitle(const SummaryCall& call, std::string_view name);

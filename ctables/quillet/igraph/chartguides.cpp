@@ -129,7 +129,7 @@ Arguments EndSettings(const ScaleEnds& ends) {
 // A function that needs arguments or a computed variable cannot sort; the categories then keep
 // the order of their values.
 std::optional<Expression> SortingStatistic(const Chart& chart, const SummaryCall& call) {
-    const SummaryFunction& function = FindSummaryFunction(call.function);
+    const ChartFunction& function = FindChartFunction(call.function);
     const bool canSort = function.form == StatisticForm::kPlain && chart.MeasuresVariable();
     if (!canSort) return std::nullopt;
     return Expression::Call(gpl::kSortStatistic,

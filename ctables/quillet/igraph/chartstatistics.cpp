@@ -38,7 +38,7 @@ Expression DeclareComputed(Chart& chart, const VariableReference& variable, Expr
     return Expression::Identifier(name);
 }
 
-Expression ComputedValue(const Chart& chart, const SummaryFunction& function,
+Expression ComputedValue(const Chart& chart, const ChartFunction& function,
                          const SummaryCall& call) {
     switch (function.form) {
         case StatisticForm::kTransformed:
@@ -57,7 +57,7 @@ Expression ComputedValue(const Chart& chart, const SummaryFunction& function,
 
 Expression StatisticOf(Chart& chart, const VariableReference& variable, const SummaryCall& call) {
     constexpr double kPercent = 100.0;
-    const SummaryFunction& function = FindSummaryFunction(call.function);
+    const ChartFunction& function = FindChartFunction(call.function);
     switch (function.form) {
         case StatisticForm::kTransformed:
         case StatisticForm::kComparison:

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "igraph/elementreader.h"
-#include "igraph/keywords.h"
+#include "igraph/keywordsets.h"
 
 namespace quillet::igraph {
 

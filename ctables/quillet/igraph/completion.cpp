@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "igraph/chartfunctions.h"
+#include "igraph/summaryfunction.h"
 
 namespace quillet::igraph {
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "igraph/keywords.h"
+#include "igraph/keywordsets.h"
 
 namespace quillet::igraph {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "igraph/keywords.h"
+#include "igraph/keyword.h"
 
 namespace quillet::igraph {
 

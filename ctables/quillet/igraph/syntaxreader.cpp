@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "igraph/chartfunctions.h"
+#include "igraph/summaryfunction.h"
 
 namespace quillet::igraph {
 
@@ -168,7 +168,7 @@ bool SyntaxReader::ReadSummaryArguments(SummaryCall& call) {
     const bool hasMore = IsAt(Kind::kNumber) || (!isInParentheses && IsAt(Kind::kLeftParen));
     if (hasMore) return Fail(SyntaxFault::kFunction);
     if (isInParentheses && !Expect(Kind::kRightParen)) return false;
-    if (function.form == StatisticForm::kPercentile &&
+    if (call.function == Keyword::kPercentile &&
         (call.arguments[0] <= 0.0 || call.arguments[0] >= 100.0)) {
         MarkOutOfRange();
     }

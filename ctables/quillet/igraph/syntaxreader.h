@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "igraph/igraphcommand.h"
-#include "igraph/keywords.h"
+#include "igraph/keywordsets.h"
 #include "igraph/syntaxitems.h"
 
 namespace quillet::igraph {

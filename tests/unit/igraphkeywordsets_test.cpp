@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "igraph/keywords.h"
+#include "igraph/keywordsets.h"
 
 namespace quillet::igraph {
 
@@ -73,7 +73,7 @@ std::ptrdiff_t CountBeginningWith(std::string_view word, KeywordSet set) {
                          [word](Keyword keyword) { return Spelling(keyword).starts_with(word); });
 }
 
-TEST(IgraphKeywordsTest, EveryBeginningOfEveryKeywordMatchesAsItShould) {
+TEST(IgraphKeywordSetsTest, EveryBeginningOfEveryKeywordMatchesAsItShould) {
     for (const SetCase& c : kSets) {
         ASSERT_FALSE(c.set.empty()) << c.name;
         for (const Keyword keyword : c.set) {
@@ -103,7 +103,7 @@ TEST(IgraphKeywordsTest, EveryBeginningOfEveryKeywordMatchesAsItShould) {
     }
 }
 
-TEST(IgraphKeywordsTest, MatchesAbbreviations) {
+TEST(IgraphKeywordSetsTest, MatchesAbbreviations) {
     struct Case {
         const char* word;
         KeywordSet set;
@@ -141,7 +141,7 @@ TEST(IgraphKeywordsTest, MatchesAbbreviations) {
     }
 }
 
-TEST(IgraphKeywordsTest, TwoSetsCountAsOne) {
+TEST(IgraphKeywordSetsTest, TwoSetsCountAsOne) {
     struct Case {
         const char* word;
         Outcome outcome;
@@ -170,7 +170,7 @@ TEST(IgraphKeywordsTest, TwoSetsCountAsOne) {
     EXPECT_TRUE(abbreviated.inFirstSet);
 }
 
-TEST(IgraphKeywordsTest, ExactKeywordsAreNotAbbreviated) {
+TEST(IgraphKeywordSetsTest, ExactKeywordsAreNotAbbreviated) {
     EXPECT_TRUE(IsExactKeyword("TYPE", keywords::kAxisSettings));
     EXPECT_FALSE(IsExactKeyword("TYP", keywords::kAxisSettings));
     EXPECT_FALSE(IsExactKeyword("LEGEND", keywords::kAxisSettings));
