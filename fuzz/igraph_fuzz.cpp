@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "../tests/unit/gplchecker.h"
-#include "igraph/gplgenerator.h"
-#include "igraph/igraphparser.h"
-#include "igraph/postprocessing.h"
+#include "igraph/gpl/gplgenerator.h"
+#include "igraph/gpl/postprocessing.h"
+#include "igraph/read/igraphparser.h"
 #include "platform/assertion.h"
 #include "platform/codepage.h"
 #include "reachableassertions.h"

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "conversionhelper.h"
-#include "igraph/gplcolumns.h"
+#include "igraph/gpl/gplcolumns.h"
 #include "quillet.h"
 #include "tokenizer/tavqtokenvector.h"
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "igraph/chart.h"
-#include "igraph/chartstatistics.h"
+#include "igraph/gpl/chart.h"
+#include "igraph/gpl/chartstatistics.h"
 #include "igraphtesting.h"
 
 namespace quillet::igraph {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "igraph/chartelements.h"
+#include "igraph/gpl/chartelements.h"
 #include "igraphtesting.h"
 
 namespace quillet::igraph {

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "igraph/chartfunctions.h"
-#include "igraph/summaryfunction.h"
+#include "igraph/gpl/chartfunctions.h"
+#include "igraph/model/summaryfunction.h"
 #include "igraphtesting.h"
 #include "platform/assertion.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "igraph/chartguides.h"
+#include "igraph/gpl/chartguides.h"
 #include "igraphtesting.h"
 
 namespace quillet::igraph {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "igraph/chartstatistics.h"
+#include "igraph/gpl/chartstatistics.h"
 #include "igraphtesting.h"
 
 namespace quillet::igraph {

@@ -1,4 +1,4 @@
-#include "igraph/igraphcommand.h"
+#include "igraph/model/igraphcommand.h"
 
 #include <gtest/gtest.h>
 

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "igraph/commandreader.h"
-#include "igraph/keyword.h"
+#include "igraph/model/keyword.h"
+#include "igraph/read/commandreader.h"
 #include "igraphtesting.h"
 #include "lineartime.h"
 #include "platform/codepage.h"

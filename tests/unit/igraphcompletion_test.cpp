@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "igraph/completion.h"
+#include "igraph/read/completion.h"
 #include "igraphtesting.h"
 #include "lineartime.h"
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "igraph/elementreader.h"
-#include "igraph/syntaxitems.h"
+#include "igraph/read/elementreader.h"
+#include "igraph/read/syntaxitems.h"
 #include "platform/codepage.h"
 #include "tokenizer/tavqtokensequence.h"
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "igraph/expressibility.h"
+#include "igraph/gpl/expressibility.h"
 #include "igraphtesting.h"
 #include "lineartime.h"
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "igraph/ggraphcommand.h"
+#include "igraph/gpl/ggraphcommand.h"
 
 namespace quillet::igraph {
 

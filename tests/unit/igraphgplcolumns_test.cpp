@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "igraph/gplcolumns.h"
+#include "igraph/gpl/gplcolumns.h"
 #include "igraphtesting.h"
 #include "lineartime.h"
 

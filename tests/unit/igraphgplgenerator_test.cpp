@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "igraph/gplgenerator.h"
-#include "igraph/igraphparser.h"
+#include "igraph/gpl/gplgenerator.h"
+#include "igraph/read/igraphparser.h"
 #include "igraphtesting.h"
 #include "lineartime.h"
 #include "platform/assertion.h"

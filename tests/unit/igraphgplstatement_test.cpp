@@ -3,7 +3,7 @@
 #include <clocale>
 #include <string>
 
-#include "igraph/gplstatement.h"
+#include "igraph/gpl/gplstatement.h"
 
 namespace quillet::igraph {
 

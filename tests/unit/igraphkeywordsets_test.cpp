@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "igraph/keywordsets.h"
+#include "igraph/read/keywordsets.h"
 
 namespace quillet::igraph {
 

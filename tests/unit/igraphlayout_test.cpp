@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "igraph/layout.h"
+#include "igraph/gpl/layout.h"
 #include "igraphtesting.h"
 
 namespace quillet::igraph {

@@ -1,4 +1,4 @@
-#include "igraph/igraphparser.h"
+#include "igraph/read/igraphparser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "igraph/postprocessing.h"
+#include "igraph/gpl/postprocessing.h"
 
 namespace quillet::igraph {
 

@@ -1,4 +1,4 @@
-#include "igraph/igraphspec.h"
+#include "igraph/model/igraphspec.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,9 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include "igraph/gplgenerator.h"
-#include "igraph/igraphparser.h"
-#include "igraph/postprocessing.h"
+#include "igraph/gpl/gplgenerator.h"
+#include "igraph/gpl/postprocessing.h"
+#include "igraph/read/igraphparser.h"
 #include "igraphtesting.h"
 #include "platform/codepage.h"
 #include "tokenizer/tavqtokensequence.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "igraph/summaryfunction.h"
+#include "igraph/model/summaryfunction.h"
 #include "platform/assertion.h"
 
 namespace quillet::igraph {

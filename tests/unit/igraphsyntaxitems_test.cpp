@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "igraph/gplstatement.h"
-#include "igraph/syntaxitems.h"
+#include "igraph/gpl/gplstatement.h"
+#include "igraph/read/syntaxitems.h"
 #include "platform/codepage.h"
 #include "tokenizer/tavqtokensequence.h"
 

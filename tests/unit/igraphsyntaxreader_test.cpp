@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "igraph/syntaxreader.h"
+#include "igraph/read/syntaxreader.h"
 #include "platform/codepage.h"
 #include "tokenizer/tavqtokensequence.h"
 

@@ -6,10 +6,10 @@
 #include <sstream>
 
 #include "gplchecker.h"
-#include "igraph/gplgenerator.h"
-#include "igraph/igraphparser.h"
-#include "igraph/layout.h"
-#include "igraph/variableroles.h"
+#include "igraph/gpl/gplgenerator.h"
+#include "igraph/gpl/layout.h"
+#include "igraph/model/variableroles.h"
+#include "igraph/read/igraphparser.h"
 #include "platform/codepage.h"
 #include "tokenizer/tavqtokensequence.h"
 

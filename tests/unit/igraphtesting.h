@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "igraph/chart.h"
-#include "igraph/completion.h"
-#include "igraph/igraphcommand.h"
-#include "igraph/syntaxreader.h"
+#include "igraph/gpl/chart.h"
+#include "igraph/model/igraphcommand.h"
+#include "igraph/read/completion.h"
+#include "igraph/read/syntaxreader.h"
 #include "platform/commandbudget.h"
 
 namespace quillet::igraph {

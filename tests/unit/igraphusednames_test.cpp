@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "igraph/usednames.h"
+#include "igraph/model/usednames.h"
 #include "igraphtesting.h"
 
 namespace quillet::igraph {

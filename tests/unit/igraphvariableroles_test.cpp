@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "igraph/variableroles.h"
+#include "igraph/model/variableroles.h"
 #include "igraphtesting.h"
 
 namespace quillet::igraph {

@@ -43,7 +43,7 @@ inline constexpr std::string_view kBeginGgraph = "COMMENT -- Begin GGRAPH comman
 inline constexpr std::string_view kEndGgraph = "COMMENT -- End GGRAPH command.";
 
 // Why an IGRAPH command cannot be converted, written as a comment; also
-// igraph/expressibility.cpp.
+// igraph/gpl/expressibility.cpp.
 inline constexpr std::string_view kIgraphNotValid =
     "IGRAPH syntax is not valid, and can't be converted!";
 inline constexpr std::string_view kIgraphTooLargeText =

@@ -4,11 +4,11 @@
 
 #include <string_view>
 
-#include "igraph/ggraphcommand.h"
-#include "igraph/gplgenerator.h"
-#include "igraph/igraphparser.h"
-#include "igraph/igraphspec.h"
-#include "igraph/postprocessing.h"
+#include "igraph/gpl/ggraphcommand.h"
+#include "igraph/gpl/gplgenerator.h"
+#include "igraph/gpl/postprocessing.h"
+#include "igraph/model/igraphspec.h"
+#include "igraph/read/igraphparser.h"
 
 namespace quillet::igraph {
 
