@@ -285,6 +285,8 @@ const FaultCase kFaults[] = {
     {"a function's not closed", "IGRAPH /BAR(MEAN /X1=VAR(a).", SyntaxFault::kParenthesis},
     {"two functions", "IGRAPH /BAR(MEAN SUM).", SyntaxFault::kParenthesis},
     {"arguments' not closed", "IGRAPH /BAR(PTILE(5 /X1=VAR(a).", SyntaxFault::kParenthesis},
+    {"arguments' not closed in an order", "IGRAPH /CATORDER VAR(a) (PTILE(5 ASCENDING) /BAR.",
+     SyntaxFault::kParenthesis},
     {"a jitter's not closed", "IGRAPH /SCATTER COINCIDENT=JITTER(2 /X1=VAR(a).",
      SyntaxFault::kParenthesis},
     {"an interval's not closed", "IGRAPH /FITLINE INTERVAL(90 MEAN.", SyntaxFault::kParenthesis},

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 
 #include "igraph/read/elementreader.h"
@@ -125,6 +126,127 @@ TEST(IgraphElementReaderTest, ReadsFitLines) {
     EXPECT_TRUE(interval.hasMeanInterval);
     EXPECT_TRUE(interval.forTotal && interval.forCategories);
 }
+
+// Settings that are no settings of the element. Each is the last thing that is read, so that nobody
+// after it could notice what the reader itself has not.
+struct FaultCase {
+    const char* name;
+    Kind kind;
+    const char* settings;
+    SyntaxFault fault;
+};
+
+void PrintTo(const FaultCase& c, std::ostream* pStream) { *pStream << c.settings; }
+
+class IgraphElementReaderFaultTest : public testing::TestWithParam<FaultCase> {};
+
+TEST_P(IgraphElementReaderFaultTest, StopsAtIt) {
+    TAVQTokenSequence sequence(CodePage::Utf8(), GetParam().settings, false, 0);
+    SyntaxReader reader(ReadSyntaxItems(sequence));
+    ChartElement element;
+    element.kind = GetParam().kind;
+    EXPECT_FALSE(ReadElement(reader, element));
+    EXPECT_EQ(reader.Fault(), GetParam().fault);
+}
+
+const FaultCase kFaults[] = {
+    {"NoFunction", Kind::kBar, "()", SyntaxFault::kEmptyList},
+    {"UnknownFunction", Kind::kBar, "(NOSUCH)", SyntaxFault::kFunction},
+    {"TwoFunctions", Kind::kBar, "(MEAN SUM)", SyntaxFault::kParenthesis},
+    {"OpenFunctionOfABar", Kind::kBar, "(MEAN", SyntaxFault::kParenthesis},
+    {"OpenFunctionOfAnArea", Kind::kArea, "(MEAN", SyntaxFault::kParenthesis},
+    {"OpenFunctionOfALine", Kind::kLine, "(MEAN", SyntaxFault::kParenthesis},
+    {"OpenFunctionOfAPie", Kind::kPie, "(MEAN", SyntaxFault::kParenthesis},
+    {"NoCoincident", Kind::kScatter, "COINCIDENT", SyntaxFault::kValue},
+    {"UnknownCoincident", Kind::kScatter, "COINCIDENT=SUM", SyntaxFault::kSetting},
+    {"NoJitter", Kind::kScatter, "COINCIDENT=JITTER()", SyntaxFault::kValue},
+    {"OpenJitter", Kind::kScatter, "COINCIDENT=JITTER(3", SyntaxFault::kParenthesis},
+    {"NoBaseline", Kind::kBar, "BASELINE", SyntaxFault::kValue},
+    {"UnknownBaseline", Kind::kArea, "BASELINE=NONE", SyntaxFault::kSetting},
+    {"NoBarLabel", Kind::kBar, "LABEL=NOSUCH", SyntaxFault::kSetting},
+    {"NoShape", Kind::kBar, "SHAPE", SyntaxFault::kValue},
+    {"NoBarBase", Kind::kBar, "BARBASE", SyntaxFault::kValue},
+    {"NoBreak", Kind::kArea, "BREAK", SyntaxFault::kValue},
+    {"NoBreakOfALine", Kind::kLine, "BREAK", SyntaxFault::kValue},
+    {"NoPointLabel", Kind::kArea, "POINTLABEL=NOSUCH", SyntaxFault::kSetting},
+    {"NoAreaLabel", Kind::kArea, "AREALABEL=NOSUCH", SyntaxFault::kSetting},
+    {"NoInterpolation", Kind::kArea, "INTERPOLATE", SyntaxFault::kValue},
+    {"NoInterpolationOfALine", Kind::kLine, "INTERPOLATE", SyntaxFault::kValue},
+    {"NoStyle", Kind::kLine, "STYLE", SyntaxFault::kValue},
+    {"NoDropLine", Kind::kLine, "DROPLINE", SyntaxFault::kValue},
+    {"NoLineLabel", Kind::kLine, "LINELABEL=NOSUCH", SyntaxFault::kSetting},
+    {"NoStart", Kind::kPie, "START", SyntaxFault::kValue},
+    {"NoSlice", Kind::kPie, "SLICE=NOSUCH", SyntaxFault::kSetting},
+    {"NoStackOfSlices", Kind::kPie, "STACK=NOSUCH", SyntaxFault::kSetting},
+    {"NoMedian", Kind::kBox, "MEDIAN", SyntaxFault::kValue},
+    {"NoBoxLabel", Kind::kBox, "LABEL", SyntaxFault::kValue},
+    {"NoBoxBase", Kind::kBox, "BOXBASE", SyntaxFault::kValue},
+    {"NoWhisker", Kind::kBox, "WHISKER", SyntaxFault::kValue},
+    {"NoCapWidth", Kind::kBox, "CAPWIDTH", SyntaxFault::kValue},
+    {"OpenCapWidth", Kind::kBox, "CAPWIDTH(45", SyntaxFault::kParenthesis},
+    {"NoExtent", Kind::kErrorBar, "CI", SyntaxFault::kValue},
+    {"OpenExtent", Kind::kErrorBar, "CI(95", SyntaxFault::kParenthesis},
+    {"TwoExtents", Kind::kErrorBar, "CI(95) SE(2)", SyntaxFault::kTwoExtents},
+    {"NoDirection", Kind::kErrorBar, "DIRECTION", SyntaxFault::kValue},
+    {"NoCapStyle", Kind::kErrorBar, "CAPSTYLE", SyntaxFault::kValue},
+    {"NoSymbol", Kind::kErrorBar, "SYMBOL", SyntaxFault::kValue},
+    {"NoErrorBarBaseline", Kind::kErrorBar, "BASELINE", SyntaxFault::kValue},
+    {"NoErrorBarCapWidth", Kind::kErrorBar, "CAPWIDTH", SyntaxFault::kValue},
+    {"NoErrorBarLabel", Kind::kErrorBar, "LABEL=NOSUCH", SyntaxFault::kSetting},
+    {"NoHistogramShape", Kind::kHistogram, "SHAPE", SyntaxFault::kValue},
+    {"NoCurve", Kind::kHistogram, "CURVE", SyntaxFault::kValue},
+    {"NoX1Start", Kind::kHistogram, "X1START", SyntaxFault::kValue},
+    {"NoX2Start", Kind::kHistogram, "X2START", SyntaxFault::kValue},
+    {"NoBins", Kind::kHistogram, "X1INTERVAL", SyntaxFault::kValue},
+    {"NoBinWidth", Kind::kHistogram, "X1INTERVAL=WIDTH", SyntaxFault::kValue},
+    {"NoBinNumber", Kind::kHistogram, "X2INTERVAL=NUM", SyntaxFault::kValue},
+    {"NoKeyOfAHistogram", Kind::kHistogram, "KEY", SyntaxFault::kValue},
+};
+
+INSTANTIATE_TEST_SUITE_P(Elements, IgraphElementReaderFaultTest, testing::ValuesIn(kFaults),
+                         [](const testing::TestParamInfo<FaultCase>& tested) {
+                             return std::string(tested.param.name);
+                         });
+
+struct FitFaultCase {
+    const char* name;
+    const char* settings;
+    SyntaxFault fault;
+};
+
+void PrintTo(const FitFaultCase& c, std::ostream* pStream) { *pStream << c.settings; }
+
+class IgraphElementReaderFitFaultTest : public testing::TestWithParam<FitFaultCase> {};
+
+TEST_P(IgraphElementReaderFitFaultTest, StopsAtIt) {
+    TAVQTokenSequence sequence(CodePage::Utf8(), GetParam().settings, false, 0);
+    SyntaxReader reader(ReadSyntaxItems(sequence));
+    FitLine fitLine;
+    EXPECT_FALSE(ReadFitLine(reader, fitLine));
+    EXPECT_EQ(reader.Fault(), GetParam().fault);
+}
+
+const FitFaultCase kFitFaults[] = {
+    {"NoMethod", "METHOD", SyntaxFault::kValue},
+    {"UnknownMethod", "METHOD=CUBIC", SyntaxFault::kSetting},
+    {"NotLinear", "REGRESSION LIN", SyntaxFault::kSetting},
+    {"UnknownKernel", "LLR NOSUCH", SyntaxFault::kSetting},
+    {"NoConfidence", "INTERVAL()=MEAN", SyntaxFault::kValue},
+    {"OpenConfidence", "INTERVAL(95 MEAN", SyntaxFault::kParenthesis},
+    {"NoInterval", "INTERVAL", SyntaxFault::kValue},
+    {"UnknownSecondInterval", "INTERVAL=MEAN NOSUCH", SyntaxFault::kSetting},
+    {"NoScope", "LINE", SyntaxFault::kValue},
+    {"UnknownSecondScope", "LINE=TOTAL NOSUCH", SyntaxFault::kSetting},
+    {"NoSpike", "SPIKE", SyntaxFault::kValue},
+    {"NoBandwidth", "BANDWIDTH", SyntaxFault::kValue},
+    {"NoMultiplier", "X1MULTIPLIER", SyntaxFault::kValue},
+    {"NoSecondMultiplier", "X2MULTIPLIER", SyntaxFault::kValue},
+};
+
+INSTANTIATE_TEST_SUITE_P(FitLines, IgraphElementReaderFitFaultTest, testing::ValuesIn(kFitFaults),
+                         [](const testing::TestParamInfo<FitFaultCase>& tested) {
+                             return std::string(tested.param.name);
+                         });
 
 }  // namespace
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 
 #include "igraph/read/syntaxreader.h"
@@ -118,6 +119,90 @@ TEST(IgraphSyntaxReaderTest, OptionalWordsLeaveOthersAlone) {
         other->ReadOptionalKeyword(keywords::kKernels, keywords::kFitSettings, isRead, keyword));
     EXPECT_EQ(other->Fault(), SyntaxFault::kSetting);
 }
+
+// Each reads all that there is, so that nobody after it could notice what it has not.
+struct FaultCase {
+    const char* name;
+    const char* text;
+    bool (*read)(SyntaxReader& reader);
+    SyntaxFault fault;
+};
+
+void PrintTo(const FaultCase& c, std::ostream* pStream) { *pStream << c.text; }
+
+bool ReadAnyNumber(SyntaxReader& reader) {
+    double number = 0.0;
+    return reader.ReadNumberIn({0.0, 9.0}, number);
+}
+
+bool ReadAnyLength(SyntaxReader& reader) {
+    double length = 0.0;
+    return reader.ReadLength(length);
+}
+
+bool ReadAnyParenthesizedNumber(SyntaxReader& reader) {
+    double number = 0.0;
+    return reader.ReadParenthesizedNumber({0.0, 9.0}, number);
+}
+
+bool ReadAnyReference(SyntaxReader& reader) {
+    VariableReference reference;
+    return reader.ReadReference({}, reference);
+}
+
+bool ReadAnyEnd(SyntaxReader& reader) {
+    ScaleEnds ends;
+    return reader.ReadEnd(Keyword::kMin, ends);
+}
+
+bool ReadAnySummary(SyntaxReader& reader) {
+    SummaryCall call;
+    return reader.ReadSummary(call);
+}
+
+bool ReadKernels(SyntaxReader& reader) {
+    return reader.SkipWords(keywords::kKernels, keywords::kFitSettings);
+}
+
+bool ReadMeasures(SyntaxReader& reader) {
+    return reader.ReadSettings(keywords::kMeasures,
+                               [](Keyword keyword) { return keyword == Keyword::kScale; });
+}
+
+class IgraphSyntaxReaderFaultTest : public testing::TestWithParam<FaultCase> {};
+
+TEST_P(IgraphSyntaxReaderFaultTest, StopsAtIt) {
+    TAVQTokenSequence sequence(CodePage::Utf8(), GetParam().text, false, 0);
+    SyntaxReader reader(ReadSyntaxItems(sequence));
+    EXPECT_FALSE(GetParam().read(reader));
+    EXPECT_EQ(reader.Fault(), GetParam().fault);
+}
+
+const FaultCase kFaults[] = {
+    {"NoNumber", "x", ReadAnyNumber, SyntaxFault::kValue},
+    {"NoLength", "x", ReadAnyLength, SyntaxFault::kValue},
+    {"NoBareNumber", "x", ReadAnyParenthesizedNumber, SyntaxFault::kValue},
+    {"NoNumberInParentheses", "()", ReadAnyParenthesizedNumber, SyntaxFault::kValue},
+    {"OpenNumber", "(5", ReadAnyParenthesizedNumber, SyntaxFault::kParenthesis},
+    {"NoReference", "5", ReadAnyReference, SyntaxFault::kValue},
+    {"NoName", "VAR()", ReadAnyReference, SyntaxFault::kValue},
+    {"OpenName", "VAR(a", ReadAnyReference, SyntaxFault::kParenthesis},
+    {"NoEnd", "MAX", ReadAnyEnd, SyntaxFault::kValue},
+    {"NoSummary", "5", ReadAnySummary, SyntaxFault::kFunction},
+    {"UnknownSummary", "NOSUCH", ReadAnySummary, SyntaxFault::kFunction},
+    {"NoArgument", "PTILE", ReadAnySummary, SyntaxFault::kFunction},
+    {"NoSecondArgument", "NIN(1)", ReadAnySummary, SyntaxFault::kFunction},
+    {"AnArgumentTooMany", "PTILE(5 6)", ReadAnySummary, SyntaxFault::kFunction},
+    {"OpenArguments", "PTILE(5", ReadAnySummary, SyntaxFault::kParenthesis},
+    {"UnknownWord", "NORMAL NOSUCH", ReadKernels, SyntaxFault::kSetting},
+    {"UnknownSetting", "SCALE NOSUCH", ReadMeasures, SyntaxFault::kSetting},
+    {"RefusedSetting", "CATEGORICAL", ReadMeasures, SyntaxFault::kNone},
+};
+
+INSTANTIATE_TEST_SUITE_P(Parts, IgraphSyntaxReaderFaultTest, testing::ValuesIn(kFaults),
+                         [](const testing::TestParamInfo<FaultCase>& tested) {
+                             return std::string(tested.param.name);
+                         });
 
 }  // namespace
 
