@@ -12,8 +12,8 @@ namespace quillet::igraph {
 
 namespace {
 
-std::string TextOf(const std::vector<Expression>& arguments) {
-    return arguments.empty() ? "" : arguments.front().ToText();
+std::string FirstOf(const std::vector<Expression>& arguments) {
+    return arguments.empty() ? "" : TextOf(arguments.front());
 }
 
 TEST(IgraphChartTest, CrossesTheDimensions) {
@@ -42,9 +42,9 @@ TEST(IgraphChartTest, CrossesTheDimensions) {
         const IgraphResult result = ConvertIgraphText("IGRAPH " + std::string(c.command));
         CommandBudget budget;
         const Chart chart = ChartOf(result.command, budget);
-        EXPECT_EQ(chart.Across(Expression::Identifier("m")).ToText(), c.across);
-        EXPECT_EQ(TextOf(chart.Cases()), c.cases);
-        EXPECT_EQ(CountOfCases(chart).ToText(), "summary.count(" + std::string(c.cases) + ")");
+        EXPECT_EQ(TextOf(chart.Across(Expression::Identifier("m"))), c.across);
+        EXPECT_EQ(FirstOf(chart.Cases()), c.cases);
+        EXPECT_EQ(TextOf(CountOfCases(chart)), "summary.count(" + std::string(c.cases) + ")");
     }
 }
 
@@ -64,7 +64,7 @@ TEST(IgraphChartTest, KnowsItsMeasure) {
         const IgraphResult result = ConvertIgraphText("IGRAPH " + command);
         CommandBudget budget;
         const Chart chart = ChartOf(result.command, budget);
-        return chart.MeasuresVariable() ? chart.Measure().ToText() : "";
+        return chart.MeasuresVariable() ? TextOf(chart.Measure()) : "";
     };
     EXPECT_EQ(measures("/X1=VAR(x) /Y=VAR(y) /BAR"), "y");
     EXPECT_EQ(measures("/X1=VAR(x) /Y=$count /BAR"), "");

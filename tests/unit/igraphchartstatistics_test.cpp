@@ -29,9 +29,9 @@ TEST(IgraphChartStatisticsTest, CountsCases) {
         const IgraphResult result = ConvertIgraphText("IGRAPH " + std::string(c.command));
         CommandBudget budget;
         const Chart chart = ChartOf(result.command, budget);
-        EXPECT_EQ(CountOfCases(chart).ToText(), c.count);
-        EXPECT_EQ(CountOfValidCases(chart).ToText(), c.validCount);
-        EXPECT_EQ(PercentOfCases(chart).ToText(), c.percent);
+        EXPECT_EQ(TextOf(CountOfCases(chart)), c.count);
+        EXPECT_EQ(TextOf(CountOfValidCases(chart)), c.validCount);
+        EXPECT_EQ(TextOf(PercentOfCases(chart)), c.percent);
     }
 }
 
@@ -40,8 +40,8 @@ TEST(IgraphChartStatisticsTest, EachSummaryDeclaresItsComputedVariable) {
         ConvertIgraphText("IGRAPH /X1=VAR(x) /Y=VAR(y) /BAR(SUMSQ) /LINE(SUMSQ)");
     CommandBudget budget;
     Chart chart = ChartOf(result.command, budget);
-    EXPECT_EQ(SummaryOf(chart, result.command.elements[0]).ToText(), "summary.sum(x*y_t1)");
-    EXPECT_EQ(SummaryOf(chart, result.command.elements[1]).ToText(), "summary.sum(x*y_t2)");
+    EXPECT_EQ(TextOf(SummaryOf(chart, result.command.elements[0])), "summary.sum(x*y_t1)");
+    EXPECT_EQ(TextOf(SummaryOf(chart, result.command.elements[1])), "summary.sum(x*y_t2)");
     EXPECT_EQ(chart.Statements().ToText(), "\n  TRANS: y_t1=eval(y*y)\n  TRANS: y_t2=eval(y*y)\n");
 }
 

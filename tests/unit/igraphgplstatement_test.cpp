@@ -4,6 +4,7 @@
 #include <string>
 
 #include "igraph/gpl/gplstatement.h"
+#include "igraphtesting.h"
 
 namespace quillet::igraph {
 
@@ -72,7 +73,7 @@ TEST(IgraphGplStatementTest, WritesExpressions) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        EXPECT_EQ(c.expression.ToText(), c.text);
+        EXPECT_EQ(TextOf(c.expression), c.text);
     }
 }
 

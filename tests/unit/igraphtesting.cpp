@@ -25,6 +25,12 @@ std::vector<std::string> IgraphResult::Lines(std::string_view label) const {
     return lines;
 }
 
+std::string TextOf(const Expression& expression) {
+    std::string text;
+    expression.AppendTo(text);
+    return text;
+}
+
 Chart ChartOf(const IgraphCommand& command, CommandBudget& budget) {
     return {command, LayoutOf(command), VariableRoles(command), budget};
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "igraph/gpl/chart.h"
+#include "igraph/gpl/gplstatement.h"
 #include "igraph/model/igraphcommand.h"
 #include "igraph/read/completion.h"
 #include "igraph/read/syntaxreader.h"
@@ -28,6 +29,9 @@ struct IgraphResult {
     /// The GPL lines that begin with `label`, without it, the colon and the blanks around it.
     [[nodiscard]] std::vector<std::string> Lines(std::string_view label) const;
 };
+
+/// The text of `expression`.
+[[nodiscard]] std::string TextOf(const Expression& expression);
 
 /// A chart of `command`, which is complete and outlives it, as does `budget`.
 [[nodiscard]] Chart ChartOf(const IgraphCommand& command, CommandBudget& budget);

@@ -96,12 +96,6 @@ Expression Expression::WholeRange() { return Identifier("*"); }
 
 void Expression::AddArgument(Expression argument) { m_operands.push_back(std::move(argument)); }
 
-std::string Expression::ToText() const {
-    std::string text;
-    AppendTo(text);
-    return text;
-}
-
 void Expression::AppendCall(std::string& text, std::vector<std::size_t>& breaks) const {
     text += m_text;
     text += '(';

@@ -44,10 +44,9 @@ public:
 
     /// Appends an argument to a call.
     void AddArgument(Expression argument);
-    [[nodiscard]] const std::vector<Expression>& Arguments() const { return m_operands; }
 
-    /// The text.
-    [[nodiscard]] std::string ToText() const;
+    /// Appends the text.
+    void AppendTo(std::string& text) const;
 
     /// Appends the text of a call, and to `breaks` the places in `text` behind the separators of
     /// the call's own arguments.
@@ -57,7 +56,6 @@ private:
     enum class Kind { kIdentifier, kText, kNumber, kCall, kIndices, kProduct, kOperation };
 
     Expression(Kind kind, std::string_view text) : m_kind(kind), m_text(text) {}
-    void AppendTo(std::string& text) const;
     void AppendOperands(std::string& text, std::string_view separator) const;
 
     Kind m_kind;

@@ -18,6 +18,7 @@ class GraphSpec {
 public:
     /// Sets the name under which the output lists the graph.
     void SetOutputLabel(const std::string& label) { m_outputLabel = label; }
+    /// That name. A converter lists no graphs, so nothing but tests reads it.
     [[nodiscard]] const std::string& OutputLabel() const { return m_outputLabel; }
 
 private:

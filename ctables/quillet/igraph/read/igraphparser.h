@@ -29,7 +29,7 @@ public:
     /// The specification; of use once both have succeeded, until the next `Parse`.
     [[nodiscard]] iGraphSpec& GetSettings() { return *m_pSettings; }
 
-    /// Why `Parse` has failed.
+    /// Why `Parse` has failed. Users are told no more than that it has; for tests, as the next.
     [[nodiscard]] SyntaxFault LastSyntaxFault() const { return m_syntaxFault; }
     /// Why `CompleteAndValidateSyntax` has failed.
     [[nodiscard]] ValidityFault LastValidityFault() const { return m_validityFault; }
