@@ -1,4 +1,4 @@
-#include "driver/outputsequence.h"
+#include "translator/outputsequence.h"
 
 #include <gtest/gtest.h>
 

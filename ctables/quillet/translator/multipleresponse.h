@@ -2,9 +2,9 @@
 #ifndef QUILLET_TRANSLATOR_MULTIPLERESPONSE_H
 #define QUILLET_TRANSLATOR_MULTIPLERESPONSE_H
 
-#include "driver/outputsequence.h"
 #include "parser/tbtrparsenode.h"
 #include "platform/codepage.h"
+#include "translator/outputsequence.h"
 
 namespace quillet {
 

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <string_view>
 
-#include "driver/outputsequence.h"
 #include "platform/assertion.h"
 #include "translator/multipleresponse.h"
+#include "translator/outputsequence.h"
 #include "translator/statistics.h"
 #include "translator/subcommands.h"
 #include "translator/tableexpression.h"

@@ -10,8 +10,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "driver/outputsequence.h"
 #include "parser/tbtrparsenode.h"
+#include "translator/outputsequence.h"
 #include "translator/percentagebases.h"
 #include "translator/summaryfunctions.h"
 #include "translator/term.h"

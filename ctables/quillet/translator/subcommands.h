@@ -2,8 +2,8 @@
 #ifndef QUILLET_TRANSLATOR_SUBCOMMANDS_H
 #define QUILLET_TRANSLATOR_SUBCOMMANDS_H
 
-#include "driver/outputsequence.h"
 #include "parser/tbtrparsenode.h"
+#include "translator/outputsequence.h"
 #include "translator/translationcontext.h"
 
 namespace quillet {

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "driver/outputsequence.h"
 #include "parser/tbtrparsenode.h"
+#include "translator/outputsequence.h"
 #include "translator/statistics.h"
 #include "translator/totals.h"
 #include "translator/translationcontext.h"

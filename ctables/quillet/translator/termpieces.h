@@ -2,7 +2,7 @@
 #ifndef QUILLET_TRANSLATOR_TERMPIECES_H
 #define QUILLET_TRANSLATOR_TERMPIECES_H
 
-#include "driver/outputsequence.h"
+#include "translator/outputsequence.h"
 
 namespace quillet {
 

@@ -6,8 +6,8 @@
 #include <map>
 #include <string>
 
-#include "driver/outputsequence.h"
 #include "parser/tbtrparsenode.h"
+#include "translator/outputsequence.h"
 #include "translator/translationcontext.h"
 
 namespace quillet {

@@ -1,6 +1,6 @@
 // The text of a generated command, as pieces that are laid out into lines.
-#ifndef QUILLET_DRIVER_OUTPUTSEQUENCE_H
-#define QUILLET_DRIVER_OUTPUTSEQUENCE_H
+#ifndef QUILLET_TRANSLATOR_OUTPUTSEQUENCE_H
+#define QUILLET_TRANSLATOR_OUTPUTSEQUENCE_H
 
 #include <cstddef>
 #include <string>
@@ -68,4 +68,4 @@ private:
 
 }  // namespace quillet
 
-#endif  // QUILLET_DRIVER_OUTPUTSEQUENCE_H
+#endif  // QUILLET_TRANSLATOR_OUTPUTSEQUENCE_H
