@@ -68,7 +68,7 @@ struct TablesConversion {
     bool translated = false;
     std::string text = "not cleared";  ///< Of the commands that replace the old one.
     ReportEntry report;
-    std::vector<std::string> warnings;
+    std::vector<Warning> warnings;
     std::vector<std::string> assertions;
 };
 

@@ -107,6 +107,15 @@ TEST(MessageCatalogueTest, PutsATextIn) {
     }
 }
 
+TEST(MessageCatalogueTest, WordsWarnings) {
+    EXPECT_EQ(MessageOf(Warning{WarningKind::kObsoleteSubcommand, "BASE"}),
+              "Obsolete subcommand BASE has been ignored.");
+    EXPECT_EQ(MessageOf(Warning{WarningKind::kUnknownSubcommand, "XYZ"}),
+              "Unrecognized or obsolete subcommand XYZ has been ignored.");
+    EXPECT_EQ(MessageOf(Warning{WarningKind::kObsoleteFormat, {}}),
+              "Obsolete form of the FORMAT subcommand has been ignored.");
+}
+
 struct PositionCase {
     const char* name;
     std::string_view format;

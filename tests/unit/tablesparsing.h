@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "bison/tbtrtables.h"
+#include "driver/messagecatalogue.h"
 #include "parser/tbtrparsenode.h"
 #include "parser/tbtrtablescommand.h"
 #include "platform/assertion.h"
@@ -102,7 +103,9 @@ inline Parsed Parse(const std::string& text) {
     result.status = ParseTables(parsed.command);
     if (parsed.command.ParseResult()) result.tree = TreeText(parsed.command.ParseResult());
     result.report = parsed.command.FirstReport();
-    result.warnings = parsed.command.Warnings();
+    for (const Warning& warning : parsed.command.Warnings()) {
+        result.warnings.push_back(MessageOf(warning));
+    }
     result.assertions = assertions.Texts();
     return result;
 }

@@ -160,8 +160,8 @@ TEST(TbTrParseBuilderTest, WarningsNameWhatIsPassedOver) {
     EXPECT_TRUE(obsolete.IsEmpty());
     EXPECT_TRUE(unknown.IsEmpty());
     EXPECT_EQ(parsed.command.Warnings(),
-              (Texts{"Obsolete subcommand WRITE has been ignored.",
-                     "Unrecognized or obsolete subcommand XYZ has been ignored."}));
+              (std::vector<Warning>{{WarningKind::kObsoleteSubcommand, "WRITE"},
+                                    {WarningKind::kUnknownSubcommand, "XYZ"}}));
     EXPECT_EQ(trace.str(), "reportObsoleteSubcommand for WRITE\nreportUnknownSubcommand for XYZ\n");
     EXPECT_EQ(parsed.command.FirstReport().kind, TablesErrorKind::kNone);
 
@@ -173,7 +173,8 @@ TEST(TbTrParseBuilderTest, WarningsNameWhatIsPassedOver) {
 }
 
 TEST(TbTrParseBuilderTest, AnObsoleteFormatIsWarnedAboutOnceInARow) {
-    const std::string text = "Obsolete form of the FORMAT subcommand has been ignored.";
+    const Warning warning{WarningKind::kObsoleteFormat, {}};
+    const Warning another{WarningKind::kUnknownSubcommand, "XYZ"};
     Command parsed("TABLES /FORMAT x y /FORMAT z /TABLE a");
     for (int token = 0; token < 3; ++token) static_cast<void>(parsed.command.NextToken());
     for (int time = 0; time < 2; ++time) {
@@ -182,15 +183,15 @@ TEST(TbTrParseBuilderTest, AnObsoleteFormatIsWarnedAboutOnceInARow) {
         EXPECT_TRUE(OpaqueValue_IsEmpty(reportObsoleteFormat(parsed.command, keyword, lookAhead)));
         EXPECT_TRUE(keyword.IsEmpty());
         EXPECT_TRUE(lookAhead.IsEmpty());
-        EXPECT_EQ(parsed.command.Warnings(), Texts{text});
+        EXPECT_EQ(parsed.command.Warnings(), std::vector{warning});
         EXPECT_EQ(parsed.command.NextToken().code, SP_SLASH);
     }
     EXPECT_EQ(parsed.command.NextToken().code, TB_TABLE);
-    parsed.command.AddWarning("something else");
+    parsed.command.AddWarning(another);
     Value keyword(Word(TB_FORMAT));
     Value lookAhead;
     static_cast<void>(reportObsoleteFormat(parsed.command, keyword, lookAhead));
-    EXPECT_EQ(parsed.command.Warnings(), (Texts{text, "something else", text}));
+    EXPECT_EQ(parsed.command.Warnings(), (std::vector{warning, another, warning}));
 }
 
 TEST(TbTrParseBuilderTest, ListsStartWithWhatTheirTypeNeeds) {

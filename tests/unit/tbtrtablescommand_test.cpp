@@ -372,11 +372,12 @@ TEST(TablesCommandTest, TheFirstReportCounts) {
 
 TEST(TablesCommandTest, WarningsKeepTheirOrder) {
     Command parsed("TABLES");
-    EXPECT_EQ(parsed.command.LastWarning(), "");
-    parsed.command.AddWarning("one");
-    parsed.command.AddWarning("two");
-    EXPECT_EQ(parsed.command.LastWarning(), "two");
-    EXPECT_EQ(parsed.command.Warnings(), (Texts{"one", "two"}));
+    EXPECT_TRUE(parsed.command.Warnings().empty());
+    const Warning one{WarningKind::kUnknownSubcommand, "one"};
+    const Warning two{WarningKind::kObsoleteSubcommand, "two"};
+    parsed.command.AddWarning(one);
+    parsed.command.AddWarning(two);
+    EXPECT_EQ(parsed.command.Warnings(), (std::vector{one, two}));
 }
 
 TEST(TablesCommandTest, TheResultIsHandedOver) {

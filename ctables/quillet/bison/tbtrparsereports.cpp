@@ -6,7 +6,6 @@
 
 #include "bison/tbtrparsebuilder.h"
 #include "bison/tbtrparsevalues.h"
-#include "driver/messagecatalogue.h"
 #include "platform/assertion.h"
 
 namespace quillet {
@@ -39,7 +38,7 @@ OpaqueValue reportObsoleteSubcommand(TablesCommand& command, OpaqueValue& keywor
     const ConsumedValues consumed(keyword, arguments);
     const std::string_view name = TablesCommand::NameOfCode(OpaqueValue_GetTbTokenType(keyword));
     AddTrace(command, "reportObsoleteSubcommand for ", name);
-    command.AddWarning(FillMessage(kObsoleteSubcommand, name));
+    command.AddWarning({WarningKind::kObsoleteSubcommand, std::string(name)});
     return {};
 }
 
@@ -52,7 +51,7 @@ OpaqueValue reportUnknownSubcommand(TablesCommand& command, OpaqueValue& subcomm
     if (!QUILLET_ASSERT(pWord, "subcommandString")) return {};
     const std::string& text = pWord->Text(/*raw=*/false);
     AddTrace(command, "reportUnknownSubcommand for ", text);
-    command.AddWarning(FillMessage(kUnknownSubcommand, text));
+    command.AddWarning({WarningKind::kUnknownSubcommand, text});
     return {};
 }
 
@@ -60,8 +59,9 @@ OpaqueValue reportObsoleteFormat(TablesCommand& command, OpaqueValue& keyword,
                                  OpaqueValue& lookAhead) {
     const ConsumedValues consumed(keyword, lookAhead);
     // One line is enough however often a command does it.
-    if (command.LastWarning() != kObsoleteFormat) {
-        command.AddWarning(std::string(kObsoleteFormat));
+    const Warning warning{WarningKind::kObsoleteFormat, {}};
+    if (command.Warnings().empty() || command.Warnings().back() != warning) {
+        command.AddWarning(warning);
     }
     command.SkipToNextSlash();
     return {};

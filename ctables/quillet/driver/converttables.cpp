@@ -123,7 +123,9 @@ ReportEntry Convert(const CodePage& codePage, TAVQTokenSequence* pSequence, Comm
         TablesCommand command(codePage, pSequence);
         result.isConverted = ConvertToCtables(command, codePage, result.generated);
         if (result.isConverted) EndWithPeriod(result.generated);
-        result.warnings = command.Warnings();
+        for (const Warning& warning : command.Warnings()) {
+            result.warnings.push_back(MessageOf(warning));
+        }
         result.isOutOfMemory = command.GivenUpFor() == Shortage::kMemory;
         return command.FirstReport();
     } catch (const std::bad_alloc&) {

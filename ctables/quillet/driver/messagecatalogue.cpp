@@ -31,6 +31,18 @@ std::string FillMessage(std::string_view format, std::string_view text) {
     return message;
 }
 
+std::string MessageOf(const Warning& warning) {
+    switch (warning.kind) {
+        case WarningKind::kObsoleteSubcommand:
+            return FillMessage(kObsoleteSubcommand, warning.name);
+        case WarningKind::kUnknownSubcommand:
+            return FillMessage(kUnknownSubcommand, warning.name);
+        case WarningKind::kObsoleteFormat:
+            break;
+    }
+    return std::string(kObsoleteFormat);
+}
+
 std::string FillPosition(std::string_view format, long line, int column) {
     std::string message(format);
     ReplaceFirst(message, "%ld", std::to_string(line));

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "parser/warning.h"
+
 namespace quillet {
 
 // Standard error. File names follow the texts that end in a blank.
@@ -115,6 +117,9 @@ private:
 
 /// `format` with its "%s" replaced by `text`, whatever the length of either.
 [[nodiscard]] std::string FillMessage(std::string_view format, std::string_view text);
+
+/// The words of `warning`.
+[[nodiscard]] std::string MessageOf(const Warning& warning);
 
 /// `format` with its "%ld" and "%d" replaced by a position: `line` from 1, `column` as is.
 [[nodiscard]] std::string FillPosition(std::string_view format, long line, int column);

@@ -109,11 +109,7 @@ void TablesCommand::GiveUp(Shortage shortage) noexcept {
     m_placeGivenUp.last_column = m_pTokSeq->Column();
 }
 
-void TablesCommand::AddWarning(std::string text) { m_warnings.push_back(std::move(text)); }
-
-std::string_view TablesCommand::LastWarning() const {
-    return m_warnings.empty() ? std::string_view{} : m_warnings.back();
-}
+void TablesCommand::AddWarning(Warning warning) { m_warnings.push_back(std::move(warning)); }
 
 void TablesCommand::AddTableLocation(const TablesLocation& location) {
     m_tableLocations.push_back(location);

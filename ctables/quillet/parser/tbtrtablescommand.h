@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "parser/tbtrparsenode.h"
+#include "parser/warning.h"
 #include "platform/codepage.h"
 #include "tokenizer/tavqtoken.h"
 #include "tokenizer/tokensequencebase.h"
@@ -115,11 +116,9 @@ public:
     /// What the command was given up for; `kNone` when it was not.
     [[nodiscard]] Shortage GivenUpFor() const { return m_shortage; }
 
-    void AddWarning(std::string text);
+    void AddWarning(Warning warning);
     /// In the order raised.
-    [[nodiscard]] const std::vector<std::string>& Warnings() const { return m_warnings; }
-    /// Empty when there is none.
-    [[nodiscard]] std::string_view LastWarning() const;
+    [[nodiscard]] const std::vector<Warning>& Warnings() const { return m_warnings; }
 
     /// Records where the next TABLE subcommand stands.
     void AddTableLocation(const TablesLocation& location);
@@ -182,7 +181,7 @@ private:
     Shortage m_shortage = Shortage::kNone;
     TablesLocation m_placeGivenUp;
     std::vector<ReportEntry> m_reports;
-    std::vector<std::string> m_warnings;
+    std::vector<Warning> m_warnings;
     std::vector<TablesLocation> m_tableLocations;
     std::ostream* m_pTrace = nullptr;
 };
