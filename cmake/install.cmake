@@ -47,7 +47,7 @@ install(FILES completions/_quillet
 
 install(TARGETS libquillet EXPORT quillet
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
-install(FILES ctables/quillet/quillet.h
+install(FILES ctables/quillet/quillet.h ctables/quillet/quillet-messages.def
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/quillet)

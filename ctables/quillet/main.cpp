@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "driver/messagecatalogue.h"
+#include "driver/reasons.h"
 #include "platform/system.h"
 #include "platform/textfile.h"
 #include "quillet.h"

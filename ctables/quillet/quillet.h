@@ -106,36 +106,12 @@ enum class CommandOutcome {
     kUnreadable,  ///< It is no syntax, or memory ran out; the conversion of the whole input ended.
 };
 
-/// Why a command could not be converted.
+/// Why a command could not be converted: `kNone`, or one of the reasons that lists and explains
+/// "quillet-messages.def", which is installed beside this file.
 enum class ErrorKind {
     kNone,
-    // Of an unreadable command.
-    kUnclosedLiteral,
-    kExponentWithoutDigits,
-    kInvalidNumber,
-    kInvalidCharacter,
-    // Of a TABLES command.
-    kSubcommandSyntax,
-    kObservationRange,
-    kParenthesizedWord,
-    kTablesSyntax,
-    kUnknownFunction,
-    kUnknownSortFunction,
-    kMisplacedTotal,
-    kNothingToFollow,
-    kNothingToPrecede,
-    kTotalWithoutStacking,
-    kTotalBesideScale,
-    kTableTooLarge,
-    // Of an IGRAPH command.
-    kIgraphSyntax,
-    kIgraphNotExpressible,
-    kIgraphTooLarge,
-    // Of any command.
-    /// Memory ran out: for an unreadable command while it was read, for a failed one while it was
-    /// converted, which may go better another time.
-    kOutOfMemory,
-    kUnknown,  ///< Nothing is known about the reason: a limit or a bug of the library.
+#define QUILLET_REASON(kind, name, message, heading) kind,
+#include "quillet-messages.def"
 };
 
 /// A short name of lower-case words and hyphens, such as "tables-syntax", that stays the same

@@ -97,7 +97,7 @@ TEST(CommandBudgetTest, TokensOfBreakInEveryTable) {
 TEST(CommandBudgetTest, ALongNameOfBreak) {
     // A name that long is no variable, so the command fails either way; but not for its size.
     const std::string source = "TABLES /BREAK + " + std::string(kMaxCopies, 'a') + " /TABLE b";
-    EXPECT_EQ(ConvertTablesCommand(source).report.kind, TablesErrorKind::kSubcommandArgument);
+    EXPECT_EQ(ConvertTablesCommand(source).report.kind, TablesErrorKind::kSubcommandSyntax);
 }
 
 TEST(CommandBudgetTest, ATotalOfManyTables) {

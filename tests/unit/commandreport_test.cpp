@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -281,18 +280,6 @@ TEST(CommandReportTest, TurnsTextsIntoUtf8) {
     EXPECT_EQ(
         ToUtf8(std::string(100, 'x') + "\xE9" + std::string(100, 'y'), TextEncoding::kWindows1252),
         std::string(100, 'x') + "\u00E9" + std::string(100, 'y'));
-}
-
-TEST(CommandReportTest, EveryKindOfErrorHasANameOfItsOwn) {
-    std::set<std::string_view> names;
-    const auto last = static_cast<int>(ErrorKind::kUnknown);
-    for (int kind = 0; kind <= last; ++kind) {
-        const std::string_view name = NameOf(static_cast<ErrorKind>(kind));
-        EXPECT_TRUE(names.insert(name).second) << name;
-        EXPECT_EQ(name.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-"),
-                  std::string_view::npos);
-    }
-    EXPECT_EQ(NameOf(ErrorKind::kTablesSyntax), "tables-syntax");
 }
 
 }  // namespace

@@ -50,7 +50,7 @@ TEST(IgraphConvertGraphTest, TellsWhyThereIsNone) {
         {"nothing to draw", "IGRAPH /X1=VAR(a) /Y=VAR(b).", GraphFailure::kSyntaxNotValid, ""},
         {"no tokens", "", GraphFailure::kSyntaxNotValid, ""},
         {"not in GPL", "IGRAPH /X1=VAR(a) /Y=VAR(b) /BAR /SPIKE.", GraphFailure::kNotExpressible,
-         "IGRAPH conversion is not possible: spikes have no GPL equivalent"},
+         "spikes have no GPL equivalent"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);

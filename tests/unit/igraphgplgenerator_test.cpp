@@ -362,7 +362,7 @@ TEST(IgraphGplGeneratorTest, RefusesASpecificationThatIsNotComplete) {
         [&assertions](const AssertionFailure& failure) { assertions.emplace_back(failure.text); });
     iGraphSpec spec;
     EXPECT_EQ(gplGenerator(spec, nullptr, nullptr).getGPL(), "");
-    EXPECT_EQ(spec.errorMessage(), "IGRAPH conversion is not possible: the chart would be empty");
+    EXPECT_EQ(spec.errorMessage(), "the chart would be empty");
     EXPECT_THAT(assertions, testing::ElementsAre("m_spec.IsComplete()"));
 }
 

@@ -24,7 +24,6 @@ TEST(MessageCatalogueTest, SaysExactlyThis) {
         {kOutputOpenError, "Error opening output file "},
         {kInputReadError, "Error reading input file "},
         {kOutputWriteError, "Error writing output file "},
-        {kNotEnoughMemory, "Not enough memory for the command that begins in line %ld."},
         {kStandardOutputError, "Error writing standard output"},
         {kConversionFailed, "Syntax conversion failed. See output file for details."},
         {kTablesSucceeded, "Tables conversion was successful!\n"},
@@ -41,35 +40,9 @@ TEST(MessageCatalogueTest, SaysExactlyThis) {
         {kEndIgraphComment, "COMMENT -- End commenting out IGRAPH command."},
         {kBeginGgraph, "COMMENT -- Begin GGRAPH command."},
         {kEndGgraph, "COMMENT -- End GGRAPH command."},
-        {kIgraphNotValid, "IGRAPH syntax is not valid, and can't be converted!"},
-        {kIgraphTooLargeText, "IGRAPH conversion is not possible: the command is too large"},
         {kTokenizingPosition, "Error while tokenizing input syntax file. Line %ld, column %d."},
-        {kUnclosedLiteralText, "Literal unclosed at the end of a line or command"},
-        {kExponentWithoutDigitsText, "Number has a trailing E[+|-] but no digits after that."},
-        {kInvalidNumberText, "Invalid or out-of-range number"},
-        {kInvalidCharacterText, "Encountered a character that is not valid in Korvel syntax."},
         {kTablesPosition,
          "Error while parsing or translating input syntax file. Line %ld, column %d."},
-        {kBadSubcommand, "Unable to parse the syntax of the %s subcommand"},
-        {kObservationRangeText,
-         "TABLES commands using TO on the OBSERVATION subcommand cannot be converted."},
-        {kBadParenthesizedWord,
-         "The table expression contains a word in parentheses that is not a keyword or variable "
-         "name."},
-        {kBadTablesSyntax, "Invalid TABLES command syntax"},
-        {kUnknownFunctionText, "Unrecognized summary function %s"},
-        {kUnknownSortFunctionText, "Unrecognized function %s on SORT subcommand"},
-        {kTotalAssociatesWrongly, "Total variable wrongly associates with %s on TABLE subcommand."},
-        {kTotalFollowsNothing,
-         "Following total %s on a TABLE subcommand does not follow anything."},
-        {kTotalPrecedesNothing,
-         "Preceding total %s on a TABLE subcommand does not precede anything."},
-        {kTotalWithoutStack, "Total variable %s does not stack with anything."},
-        {kTotalStacksWithScale, "Total variable %s stacks with a scale variable."},
-        {kTableTooLargeText, "The table expression is too large to be converted."},
-        {kObsoleteSubcommand, "Obsolete subcommand %s has been ignored."},
-        {kUnknownSubcommand, "Unrecognized or obsolete subcommand %s has been ignored."},
-        {kObsoleteFormat, "Obsolete form of the FORMAT subcommand has been ignored."},
         {kDetailedError, "Detailed error message"},
         {kParsingError, "A parsing error has occured."},
     };
@@ -107,15 +80,6 @@ TEST(MessageCatalogueTest, PutsATextIn) {
     }
 }
 
-TEST(MessageCatalogueTest, WordsWarnings) {
-    EXPECT_EQ(MessageOf(Warning{WarningKind::kObsoleteSubcommand, "BASE"}),
-              "Obsolete subcommand BASE has been ignored.");
-    EXPECT_EQ(MessageOf(Warning{WarningKind::kUnknownSubcommand, "XYZ"}),
-              "Unrecognized or obsolete subcommand XYZ has been ignored.");
-    EXPECT_EQ(MessageOf(Warning{WarningKind::kObsoleteFormat, {}}),
-              "Obsolete form of the FORMAT subcommand has been ignored.");
-}
-
 struct PositionCase {
     const char* name;
     std::string_view format;
@@ -145,13 +109,6 @@ TEST(MessageCatalogueTest, PutsAPositionIn) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(FillPosition(c.format, c.line, c.column), c.expected);
     }
-}
-
-TEST(MessageCatalogueTest, SaysForWhichCommandMemoryWasNotEnough) {
-    EXPECT_EQ(OutOfMemoryLine(1).Text(),
-              "Not enough memory for the command that begins in line 1.");
-    EXPECT_EQ(OutOfMemoryLine(std::numeric_limits<long>::max()).Text(),
-              FillPosition(kNotEnoughMemory, std::numeric_limits<long>::max(), 0));
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "driver/messagecatalogue.h"
 #include "driver/outputfile.h"
+#include "driver/reasons.h"
 #include "memorytext.h"
 #include "platform/assertion.h"
 #include "tokenizer/parseerror.h"
@@ -124,9 +124,9 @@ struct StarCase {
 
 TEST(OutputWriterTest, StarsAMessage) {
     const StarCase cases[] = {
-        {"a period is added", std::string(kBadTablesSyntax),
+        {"a period is added", std::string(ReasonOf(ErrorKind::kTablesSyntax).message),
          "***** Invalid TABLES command syntax.\n"},
-        {"a period is there", std::string(kExponentWithoutDigitsText),
+        {"a period is there", std::string(ReasonOf(ErrorKind::kExponentWithoutDigits).message),
          "***** Number has a trailing E[+|-] but no digits after that.\n"},
         {"an exclamation mark is no period", "Look!", "***** Look!.\n"},
         {"an empty message", "", "***** .\n"},
@@ -182,7 +182,7 @@ TEST(OutputWriterTest, AssertsThatAnErrorHasAKnownKind) {
         MemoryOutput memory;
         OutputFile out(memory);
         WriteTokenizingError(error, out);
-        EXPECT_EQ(modules, std::vector<std::string>{"outputwriter"});
+        EXPECT_EQ(modules, std::vector<std::string>{"reasons"});
     }
 }
 

@@ -122,8 +122,7 @@ TEST(ParseTreeTest, AFailureDiscardsEverything) {
         TablesErrorKind kind;
     };
     const Case cases[] = {
-        {"/MRGROUP g x /TABLE g /TABLE a /STATISTICS XYZ()",
-         TablesErrorKind::kUnknownSummaryFunction},
+        {"/MRGROUP g x /TABLE g /TABLE a /STATISTICS XYZ()", TablesErrorKind::kUnknownFunction},
         {"/TABLE a /TABLE b /SORT b (XYZ)", TablesErrorKind::kUnknownSortFunction},
         {"/FTOTAL t /TABLE a /TABLE b > t", TablesErrorKind::kTotalWithoutStacking},
         {"/TABLE a /SORT a (XYZ) /TABLE b /STATISTICS XYZ()",
@@ -131,7 +130,7 @@ TEST(ParseTreeTest, AFailureDiscardsEverything) {
         // Totals come before functions, functions before the sort order.
         {"/FTOTAL t /TABLE t > a /STATISTICS XYZ() /SORT a (XYZ)",
          TablesErrorKind::kTotalWithoutStacking},
-        {"/TABLE a /SORT a (XYZ) /STATISTICS XYZ()", TablesErrorKind::kUnknownSummaryFunction},
+        {"/TABLE a /SORT a (XYZ) /STATISTICS XYZ()", TablesErrorKind::kUnknownFunction},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.source);

@@ -248,7 +248,7 @@ TEST(StatisticsTest, ReportsUnknownFunctions) {
             EXPECT_TRUE(conversion.parsed);
             EXPECT_FALSE(conversion.translated);
             EXPECT_EQ(conversion.text, "");
-            EXPECT_EQ(conversion.report.kind, TablesErrorKind::kUnknownSummaryFunction);
+            EXPECT_EQ(conversion.report.kind, TablesErrorKind::kUnknownFunction);
             EXPECT_EQ(conversion.report.line, c.line);
             EXPECT_EQ(conversion.report.column, c.column);
             EXPECT_EQ(conversion.report.text, c.text);

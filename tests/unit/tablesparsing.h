@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "bison/tbtrtables.h"
-#include "driver/messagecatalogue.h"
+#include "driver/reasons.h"
 #include "parser/tbtrparsenode.h"
 #include "parser/tbtrtablescommand.h"
 #include "platform/assertion.h"

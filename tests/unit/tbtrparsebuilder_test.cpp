@@ -96,7 +96,7 @@ TEST(TbTrParseBuilderTest, ReportsRecordWhereTheirRuleEnds) {
          [](TablesCommand& command) {
              EXPECT_TRUE(OpaqueValue_IsEmpty(reportGenericError(command, At(3, 14))));
          },
-         TablesErrorKind::kGeneric, kNoNodeType, "reportGenericError \n"},
+         TablesErrorKind::kTablesSyntax, kNoNodeType, "reportGenericError \n"},
         {"argument error",
          [](TablesCommand& command) {
              Value keyword(Word(TB_SORT));
@@ -104,7 +104,7 @@ TEST(TbTrParseBuilderTest, ReportsRecordWhereTheirRuleEnds) {
                  OpaqueValue_IsEmpty(reportSubcommandArgumentError(command, At(3, 14), keyword)));
              EXPECT_TRUE(keyword.IsEmpty());
          },
-         TablesErrorKind::kSubcommandArgument, TB_SORT, "reportSubcommandArgumentError for 295\n"},
+         TablesErrorKind::kSubcommandSyntax, TB_SORT, "reportSubcommandArgumentError for 295\n"},
         {"range in OBSERVATION",
          [](TablesCommand& command) {
              Value keyword(Word(TB_OBSERVATION));

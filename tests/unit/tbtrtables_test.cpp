@@ -558,7 +558,7 @@ TEST(TbTrTablesTest, DeepMistakesUnwindTheStack) {
         SCOPED_TRACE(depth);
         const Parsed parsed = Parse("TABLES /TABLE " + Repeat("(", depth) + "a b");
         EXPECT_EQ(parsed.status, ParseStatus::kAborted);
-        EXPECT_EQ(parsed.report.kind, TablesErrorKind::kSubcommandArgument);
+        EXPECT_EQ(parsed.report.kind, TablesErrorKind::kSubcommandSyntax);
         EXPECT_EQ(parsed.report.subcommand, TB_TABLE);
         EXPECT_EQ(parsed.report.column, 17 + depth);
     }

@@ -18,7 +18,7 @@ constexpr std::string_view kModule = "bison/tbtrparsereports";
 
 OpaqueValue reportGenericError(TablesCommand& command, const TablesLocation& location) {
     AddTrace(command, "reportGenericError ", "");
-    AddReport(command, TablesErrorKind::kGeneric, location, kNoNodeType);
+    AddReport(command, TablesErrorKind::kTablesSyntax, location, kNoNodeType);
     return {};
 }
 
@@ -29,7 +29,7 @@ OpaqueValue reportSubcommandArgumentError(TablesCommand& command, const TablesLo
     const NodeType subcommand =
         OpaqueValue_IsTAVQToken(keyword) ? OpaqueValue_GetTbTokenType(keyword) : kNoNodeType;
     AddTrace(command, "reportSubcommandArgumentError for ", std::to_string(subcommand));
-    AddReport(command, TablesErrorKind::kSubcommandArgument, location, subcommand);
+    AddReport(command, TablesErrorKind::kSubcommandSyntax, location, subcommand);
     return {};
 }
 

@@ -25,7 +25,7 @@ auto WithFileLine(long line, Function tokenize) {
     try {
         return tokenize();
     } catch (ParseError& error) {
-        error.SetLine(error.Line() + line - 1);
+        error.CountFromFile(line);
         throw;
     }
 }

@@ -2,24 +2,15 @@
 #ifndef QUILLET_DRIVER_CONVERTIGRAPH_H
 #define QUILLET_DRIVER_CONVERTIGRAPH_H
 
-#include "driver/commandresult.h"
-#include "driver/outputfile.h"
-#include "platform/codepage.h"
-#include "quillet.h"
+#include "driver/stepresult.h"
 #include "tokenizer/tavqtokensequence.h"
 
 namespace quillet {
 
-/// Writes the GGRAPH frame with the converted command, or with the reason why there is none,
-/// and tells `listener` the result, of which it gives the details back. The source, commented
-/// out, has been written before.
+/// Reads an IGRAPH command and draws it anew in GPL. `tokens` stands at its first token.
 ///
-/// `pSequence` is rewound to its first token and borrowed; null when the command was too large
-/// to keep its tokens. A command that needs too much memory, of its budget or of the system's, is
-/// reported as too large. The code page and `lineOffset`, the number of file lines before the
-/// command, are not used: no message here has a position.
-CommandResult ConvertIgraph(const CodePage& codePage, TAVQTokenSequence* pSequence, OutputFile& out,
-                            long lineOffset, ConversionListener& listener);
+/// Throws `CommandTooLarge` for a command that asks for more than its budget, and `std::bad_alloc`.
+[[nodiscard]] StepResult ConvertIgraph(TAVQTokenSequence& tokens);
 
 }  // namespace quillet
 

@@ -1,13 +1,11 @@
 #include "driver/outputwriter.h"
 
 #include "driver/messagecatalogue.h"
-#include "platform/assertion.h"
+#include "driver/reasons.h"
 
 namespace quillet {
 
 namespace {
-
-constexpr std::string_view kModule = "outputwriter";
 
 // An indentation this deep is a runaway; one blank shows that there was one.
 constexpr std::size_t kIndentLimit = 21;
@@ -54,29 +52,12 @@ void WriteStarred(std::string_view message, OutputFile& out) {
     WriteLastLines(message, out);
 }
 
-std::string_view ReasonOf(ParseErrorKind kind) {
-    switch (kind) {
-        case ParseErrorKind::kNone:
-            return {};
-        case ParseErrorKind::kUnclosedLiteral:
-            return kUnclosedLiteralText;
-        case ParseErrorKind::kExponentWithoutDigits:
-            return kExponentWithoutDigitsText;
-        case ParseErrorKind::kInvalidNumber:
-            return kInvalidNumberText;
-        case ParseErrorKind::kInvalidCharacter:
-            return kInvalidCharacterText;
-    }
-    QUILLET_ASSERT(false, "0");
-    return {};
-}
-
 void WriteTokenizingError(const ParseError& error, OutputFile& out) {
     const bool hasKind = error.Kind() != ParseErrorKind::kNone;
     WriteStarred(
         hasKind ? FillPosition(kTokenizingPosition, error.Line(), error.Column()) : std::string(),
         out);
-    WriteStarred(ReasonOf(error.Kind()), out);
+    WriteStarred(ReasonOf(ErrorKindOf(error.Kind())).message, out);
 }
 
 }  // namespace quillet

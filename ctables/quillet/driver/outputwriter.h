@@ -34,10 +34,6 @@ inline constexpr std::string_view kStars = "***** ";
 /// Writes a message as a comment line that begins with `kStars`.
 void WriteStarred(std::string_view message, OutputFile& out);
 
-/// Why a text cannot be cut into tokens; empty for an error without a kind. A kind that there is
-/// not is a bug and asserts.
-[[nodiscard]] std::string_view ReasonOf(ParseErrorKind kind);
-
 /// Writes where and why tokenizing failed, as two starred lines. An error without a kind writes
 /// them with empty texts.
 void WriteTokenizingError(const ParseError& error, OutputFile& out);

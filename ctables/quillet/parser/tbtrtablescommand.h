@@ -35,21 +35,11 @@ struct TablesLocation {
 static_assert(std::is_trivially_copyable_v<TablesLocation>,
               "the parser copies its location stack byte by byte");
 
-/// Why a command cannot be converted. The values choose the message that the user sees.
+/// Why a command cannot be converted.
 enum class TablesErrorKind : int {
     kNone = 0,
-    kSubcommandArgument = 1,
-    kObservationRange = 2,
-    kParenthesizedWord = 3,
-    kGeneric = 4,
-    kUnknownSummaryFunction = 5,
-    kUnknownSortFunction = 6,
-    kMisplacedTotal = 7,
-    kNothingToFollow = 8,
-    kNothingToPrecede = 9,
-    kTotalWithoutStacking = 10,
-    kTotalBesideScale = 11,
-    kTableTooLarge = 12,  ///< Multiplied out it would need too much memory.
+#define QUILLET_TABLES_REASON(kind, name, message, heading) kind,
+#include "quillet-messages.def"
 };
 
 /// One reason why a command cannot be converted.

@@ -6,11 +6,10 @@
 
 namespace quillet {
 
-/// What was left out. The driver has the words for each.
+/// What was left out.
 enum class WarningKind {
-    kObsoleteSubcommand,  ///< A subcommand that has no modern counterpart.
-    kUnknownSubcommand,   ///< A subcommand whose word is none.
-    kObsoleteFormat,      ///< A FORMAT of an old form.
+#define QUILLET_WARNING(kind, message) kind,
+#include "quillet-messages.def"
 };
 
 /// One warning of a command, as data: equal warnings are told by their values, not by their words.

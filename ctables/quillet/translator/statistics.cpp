@@ -196,7 +196,7 @@ bool TableStatistics::LookUpFunctions(const TranslationContext& context) {
         statistic.forSets = lookUp(true);
         statistic.forOthers = lookUp(false);
         if (statistic.forOthers.name.empty()) {
-            context.Report(TablesErrorKind::kUnknownSummaryFunction, *statistic.pFunction);
+            context.Report(TablesErrorKind::kUnknownFunction, *statistic.pFunction);
             return false;
         }
         if (!statistic.argument.empty()) continue;

@@ -284,8 +284,4 @@ std::string FindObstacle(const IgraphCommand& command, const Layout& layout,
     return "";
 }
 
-std::string ObstacleMessage(const std::string& reason) {
-    return "IGRAPH conversion is not possible: " + reason;
-}
-
 }  // namespace quillet::igraph

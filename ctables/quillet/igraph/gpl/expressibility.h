@@ -17,9 +17,6 @@ namespace quillet::igraph {
 [[nodiscard]] std::string FindObstacle(const IgraphCommand& command, const Layout& layout,
                                        std::string_view usedNames);
 
-/// The text in which such a reason reaches the user, without its final period.
-[[nodiscard]] std::string ObstacleMessage(const std::string& reason);
-
 }  // namespace quillet::igraph
 
 #endif  // QUILLET_IGRAPH_GPL_EXPRESSIBILITY_H

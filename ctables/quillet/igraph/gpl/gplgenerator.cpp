@@ -28,7 +28,7 @@ std::string gplGenerator::getGPL() {
                                      ? FindObstacle(command, layout, m_spec.getUsedVarName())
                                      : "the chart would be empty";
     if (!obstacle.empty()) {
-        m_spec.SetErrorMessage(ObstacleMessage(obstacle));
+        m_spec.SetErrorMessage(obstacle);
         return "";
     }
     Chart chart(command, layout, m_spec.Roles(), m_spec.Budget());
