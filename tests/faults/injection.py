@@ -3,11 +3,16 @@
 import dataclasses
 import errno
 import os
+import pathlib
 import re
 import select
 import signal
 import struct
 import subprocess
+import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+import messages  # noqa: E402
 
 TIME_LIMIT = 60  # seconds for one run; one that takes them hangs
 
@@ -160,18 +165,10 @@ def wait(process):
     return process.returncode if has_ended else None
 
 
-def catalogue(header):
-    """An expression for each text of the message catalogue, names and numbers filled in.
-
-    Those that end in a blank are followed by the name of a file.
-    """
-    constant = re.compile(r"inline constexpr std::string_view \w+ =\s*((?:\"(?:[^\"\\]|\\.)*\"\s*)+);")
-    texts = []
-    for match in constant.finditer(header.read_text(encoding="utf-8")):
-        literals = re.findall(r'"((?:[^"\\]|\\.)*)"', match[1])
-        text = "".join(literals).encode().decode("unicode_escape").removesuffix("\n")
+def message_pattern():
+    """An expression for each text that users may see, names and numbers filled in."""
+    patterns = []
+    for text in messages.every_text():
         pattern = re.sub(r"%ld|%d|%s", ".+", re.escape(text))
-        texts.append(pattern + ".*" if text.endswith(" ") else pattern)
-    if len(texts) < 10:
-        raise ValueError(f"{header} holds no catalogue")
-    return re.compile("(?:" + "|".join(texts) + ")")
+        patterns.append(pattern + ".*" if text.endswith(" ") else pattern)
+    return re.compile("(?:" + "|".join(patterns) + ")")

@@ -1,13 +1,9 @@
 """The program for single files under faults: what it reads, and what has to hold then."""
 
 import dataclasses
-import pathlib
 import re
 
 import injection
-
-ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-CATALOGUE = ROOT / "ctables" / "quillet" / "driver" / "messagecatalogue.h"
 
 # More than any result, so that what is left of it shows.
 STALE = b"left from an earlier run.\n" * 40000
@@ -122,7 +118,7 @@ class QuilletTest:
         self.library = library
         self.scenario = scenario
         self.name = scenario.name
-        self.messages = injection.catalogue(CATALOGUE)
+        self.messages = injection.message_pattern()
         texts = [text.replace("\n", scenario.line_end).encode(scenario.encoding)
                  for text in scenario.commands]
         self.text = b"".join(texts)
