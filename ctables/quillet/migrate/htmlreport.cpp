@@ -26,10 +26,6 @@ constexpr std::string_view kParagraphSeparator = R"(\u2029)";
 // What the escaper has to look at twice.
 bool IsSpecial(char byte) { return byte == '<' || byte == kSeparatorStart[0]; }
 
-bool HasCommands(const FileEntry& file) {
-    return file.facts.converted + file.facts.failed + file.facts.unreadable > 0;
-}
-
 bool WriteFiles(const Report& report, TextOutput& output) {
     std::size_t chunk = 0;
     bool isFirst = true;
@@ -37,7 +33,7 @@ bool WriteFiles(const Report& report, TextOutput& output) {
         std::string text = std::exchange(isFirst, false) ? "" : ",\n";
         text += OpenFileJson(file.facts);
         text += ",\"errors\":" + nlohmann::json(file.facts.errors).dump();
-        if (HasCommands(file)) text += ",\"chunk\":" + std::to_string(chunk++);
+        if (HasCommands(file.facts)) text += ",\"chunk\":" + std::to_string(chunk++);
         text += "}";
         if (!output.Write(text)) return false;
     }
@@ -53,7 +49,7 @@ bool WriteSummaryElement(const Report& report, TextOutput& output) {
 bool WriteChunkElements(const Report& report, TextOutput& output) {
     std::size_t chunk = 0;
     for (const FileEntry& file : report.files) {
-        if (!HasCommands(file)) continue;
+        if (!HasCommands(file.facts)) continue;
         ScriptEscaper escaper(output);
         if (!output.Write(ElementStart("chunk-" + std::to_string(chunk++))) ||
             !CopyCommands(file.commands, escaper) || !escaper.Finish() ||

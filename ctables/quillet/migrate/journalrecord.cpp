@@ -8,7 +8,6 @@
 #include "migrate/journalrecord.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <utility>
@@ -23,20 +22,6 @@ using OrderedJson = nlohmann::ordered_json;
 
 constexpr std::string_view kRecordStart = "quillet1 ";
 constexpr std::size_t kChecksumSize = 16;
-
-struct FactNumber {
-    const char* pName;
-    std::int64_t FileFacts::*pMember;
-};
-
-constexpr std::array<FactNumber, 6> kNumbers = {{
-    {"lines", &FileFacts::lines},
-    {"copied", &FileFacts::copied},
-    {"converted", &FileFacts::converted},
-    {"failed", &FileFacts::failed},
-    {"unreadable", &FileFacts::unreadable},
-    {"warnings", &FileFacts::warnings},
-}};
 
 // No such number in a real file comes near it, and a sum of all that memory can hold stays in
 // range.
@@ -113,7 +98,7 @@ void ReadFacts(MemberReader& reader, FileFacts& facts) {
     facts.bytes = reader.Number("bytes", kLargestFile);
     facts.encoding = reader.Text("encoding");
     facts.message = reader.Text("message");
-    for (const FactNumber& number : kNumbers) {
+    for (const FileNumber& number : kFileNumbers) {
         facts.*number.pMember =
             static_cast<std::int64_t>(reader.Number(number.pName, kLargestNumber));
     }
@@ -165,10 +150,6 @@ OrderedJson CommandsJson(const StoredCommands& commands) {
 
 }  // namespace
 
-bool HasCommands(const FileFacts& facts) {
-    return facts.converted + facts.failed + facts.unreadable > 0;
-}
-
 std::string FormatRecord(const JournalRecord& record) {
     const FileFacts& facts = record.facts;
     const ResultIdentity& identity = record.identity;
@@ -181,7 +162,7 @@ std::string FormatRecord(const JournalRecord& record) {
     json["outcome"] = NameOf(facts.outcome);
     json["bytes"] = facts.bytes;
     json["encoding"] = facts.encoding;
-    for (const FactNumber& number : kNumbers) json[number.pName] = facts.*number.pMember;
+    for (const FileNumber& number : kFileNumbers) json[number.pName] = facts.*number.pMember;
     json["message"] = facts.message;
     json["errors"] = facts.errors;
     if (record.commands.place != StoredCommands::Place::kNowhere) {

@@ -44,9 +44,6 @@ struct JournalRecord {
     StoredCommands commands;
 };
 
-/// True when the file has commands that would stand in a report.
-[[nodiscard]] bool HasCommands(const FileFacts& facts);
-
 /// The record as a line with its line feed.
 [[nodiscard]] std::string FormatRecord(const JournalRecord& record);
 

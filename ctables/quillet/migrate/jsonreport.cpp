@@ -1,11 +1,11 @@
 #include "migrate/jsonreport.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cmath>
 #include <nlohmann/json.hpp>
 #include <utility>
+#include <variant>
 
 #include "migrate/reportmembers.h"
 #include "platform/codepage.h"
@@ -52,40 +52,13 @@ std::string_view NameOf(CommandType type) {
     return "command";
 }
 
-std::string_view NameOf(CommandOutcome outcome) {
-    switch (outcome) {
-        case CommandOutcome::kCopied:
-            return "copied";
-        case CommandOutcome::kConverted:
-            return "converted";
-        case CommandOutcome::kFailed:
-            return "failed";
-        case CommandOutcome::kUnreadable:
-            break;
-    }
-    return "unreadable";
-}
-
 OrderedJson TotalsJson(const Totals& totals) {
-    return {{"files", totals.files},
-            {"filesConverted", totals.filesConverted},
-            {"filesPartly", totals.filesPartly},
-            {"filesStopped", totals.filesStopped},
-            {"filesKept", totals.filesKept},
-            {"filesEdited", totals.filesEdited},
-            {"filesOutdated", totals.filesOutdated},
-            {"filesOrphaned", totals.filesOrphaned},
-            {"filesCopied", totals.filesCopied},
-            {"filesSkipped", totals.filesSkipped},
-            {"filesFailed", totals.filesFailed},
-            {"linksNotFollowed", totals.linksNotFollowed},
-            {"bytes", totals.bytes},
-            {"commands", totals.commands},
-            {"commandsCopied", totals.commandsCopied},
-            {"commandsConverted", totals.commandsConverted},
-            {"commandsFailed", totals.commandsFailed},
-            {"commandsUnreadable", totals.commandsUnreadable},
-            {"warnings", totals.warnings}};
+    OrderedJson json = OrderedJson::object();
+    for (const TotalNumber& number : kTotalNumbers) {
+        json[number.pName] = std::visit(
+            [&totals](auto pMember) { return OrderedJson(totals.*pMember); }, number.member);
+    }
+    return json;
 }
 
 OrderedJson ShardJson(const std::optional<Shard>& shard) {
@@ -133,12 +106,7 @@ std::string OpenFileJson(const FileFacts& facts) {
     json["bytes"] = facts.bytes;
     json["modified"] = facts.modified;
     json["encoding"] = facts.encoding;
-    json["lines"] = facts.lines;
-    json["copied"] = facts.copied;
-    json["converted"] = facts.converted;
-    json["failed"] = facts.failed;
-    json["unreadable"] = facts.unreadable;
-    json["warnings"] = facts.warnings;
+    for (const FileNumber& number : kFileNumbers) json[number.pName] = facts.*number.pMember;
     json["message"] = facts.message;
     return DumpOpen(json);
 }
@@ -208,32 +176,12 @@ bool WriteJsonReport(const Report& report, TextOutput& textOutput,
 
 namespace {
 
-struct FileNumber {
-    std::string_view name;
-    std::int64_t FileFacts::*pMember;
-};
-
-constexpr std::array<FileNumber, 7> kFileNumbers = {{
-    {"modified", &FileFacts::modified},
-    {"lines", &FileFacts::lines},
-    {"copied", &FileFacts::copied},
-    {"converted", &FileFacts::converted},
-    {"failed", &FileFacts::failed},
-    {"unreadable", &FileFacts::unreadable},
-    {"warnings", &FileFacts::warnings},
-}};
-
 // Far more than a report of ours has. What does not know such a limit itself, as the browser that
 // shows the page, is not to be tried.
 constexpr std::size_t kMostDepth = 64;
 
 // They are kept sorted, and there are only so many reasons.
 constexpr std::size_t kMostErrorsOfFile = 256;
-
-bool IsOutcomeInReport(std::string_view name) {
-    return name == NameOf(CommandOutcome::kConverted) || name == NameOf(CommandOutcome::kFailed) ||
-           name == NameOf(CommandOutcome::kUnreadable);
-}
 
 // Takes the parser's events, so that nothing is kept but what is wanted. The first thing that does
 // not belong into a report ends it, with `Problem` set.
@@ -430,8 +378,9 @@ private:
         return isKnown || Refuse("is none that is known");
     }
     void TakeFileNumber(std::string_view name, std::int64_t value) {
+        if (name == "modified") m_entry.facts.modified = value;
         for (const FileNumber& number : kFileNumbers) {
-            if (number.name == name) m_entry.facts.*number.pMember = value;
+            if (number.pName == name) m_entry.facts.*number.pMember = value;
         }
     }
     bool TakeName(std::string_view name, const string_t& value) {

@@ -77,8 +77,8 @@ std::string Warnings(const CommandFacts& command) {
 std::string TestCase(const std::string& path, const CommandFacts& command) {
     std::string text = "    <testcase" + Attribute("classname", path) +
                        Attribute("name", CaseName(command)) + ">\n";
-    if (command.outcome == "failed") text += Problem("failure", command);
-    if (command.outcome == "unreadable") text += Problem("error", command);
+    if (command.outcome == NameOf(CommandOutcome::kFailed)) text += Problem("failure", command);
+    if (command.outcome == NameOf(CommandOutcome::kUnreadable)) text += Problem("error", command);
     return text + Warnings(command) + "    </testcase>\n";
 }
 

@@ -10,13 +10,19 @@ namespace quillet::migrate {
 
 namespace {
 
-constexpr std::array<std::pair<FileOutcome, std::string_view>, 6> kOutcomeNames = {{
-    {FileOutcome::kConverted, "converted"},
-    {FileOutcome::kPartly, "partly"},
-    {FileOutcome::kStopped, "stopped"},
-    {FileOutcome::kCopied, "copied"},
-    {FileOutcome::kSkipped, "skipped"},
-    {FileOutcome::kFailed, "failed"},
+struct NamedOutcome {
+    FileOutcome value = FileOutcome::kFailed;
+    std::string_view name;
+    std::int64_t Totals::*pCounter = nullptr;
+};
+
+constexpr std::array<NamedOutcome, 6> kOutcomes = {{
+    {FileOutcome::kConverted, "converted", &Totals::filesConverted},
+    {FileOutcome::kPartly, "partly", &Totals::filesPartly},
+    {FileOutcome::kStopped, "stopped", &Totals::filesStopped},
+    {FileOutcome::kCopied, "copied", &Totals::filesCopied},
+    {FileOutcome::kSkipped, "skipped", &Totals::filesSkipped},
+    {FileOutcome::kFailed, "failed", &Totals::filesFailed},
 }};
 
 constexpr std::array<std::pair<ResultState, std::string_view>, 4> kStateNames = {{
@@ -26,34 +32,36 @@ constexpr std::array<std::pair<ResultState, std::string_view>, 4> kStateNames = 
     {ResultState::kOrphaned, "orphaned"},
 }};
 
-std::int64_t& CounterOf(FileOutcome outcome, Totals& totals) {
-    switch (outcome) {
-        case FileOutcome::kConverted:
-            return totals.filesConverted;
-        case FileOutcome::kPartly:
-            return totals.filesPartly;
-        case FileOutcome::kStopped:
-            return totals.filesStopped;
-        case FileOutcome::kCopied:
-            return totals.filesCopied;
-        case FileOutcome::kSkipped:
-            return totals.filesSkipped;
-        case FileOutcome::kFailed:
-            break;
+constexpr std::array<std::pair<CommandOutcome, std::string_view>, 4> kCommandOutcomeNames = {{
+    {CommandOutcome::kCopied, "copied"},
+    {CommandOutcome::kConverted, "converted"},
+    {CommandOutcome::kFailed, "failed"},
+    {CommandOutcome::kUnreadable, "unreadable"},
+}};
+
+template <class Table, class Value>
+std::string_view FindName(const Table& table, Value wanted) {
+    for (const auto& [value, name] : table) {
+        if (value == wanted) return name;
     }
-    return totals.filesFailed;
+    return {};
+}
+
+const NamedOutcome& Describe(FileOutcome outcome) {
+    return *std::find_if(kOutcomes.begin(), kOutcomes.end(),
+                         [outcome](const NamedOutcome& named) { return named.value == outcome; });
 }
 
 void AddFile(const FileFacts& facts, Totals& totals) {
     ++totals.files;
-    ++CounterOf(facts.outcome, totals);
+    ++(totals.*Describe(facts.outcome).pCounter);
     if (IsLeftAlone(facts.result)) ++totals.filesKept;
     if (facts.result == ResultState::kEdited) ++totals.filesEdited;
     if (facts.hasSourceChanged) ++totals.filesOutdated;
     if (facts.result == ResultState::kOrphaned) ++totals.filesOrphaned;
     if (facts.isLinkNotFollowed) ++totals.linksNotFollowed;
     totals.bytes += facts.bytes;
-    totals.commands += facts.copied + facts.converted + facts.failed + facts.unreadable;
+    totals.commands += CommandCountOf(facts);
     totals.commandsCopied += facts.copied;
     totals.commandsConverted += facts.converted;
     totals.commandsFailed += facts.failed;
@@ -63,25 +71,24 @@ void AddFile(const FileFacts& facts, Totals& totals) {
 
 }  // namespace
 
-std::string_view NameOf(FileOutcome outcome) {
-    for (const auto& [value, name] : kOutcomeNames) {
-        if (value == outcome) return name;
-    }
-    return {};
-}
+std::string_view NameOf(FileOutcome outcome) { return Describe(outcome).name; }
 
 std::optional<FileOutcome> FileOutcomeOf(std::string_view name) {
-    for (const auto& [value, itsName] : kOutcomeNames) {
-        if (itsName == name) return value;
+    for (const NamedOutcome& outcome : kOutcomes) {
+        if (outcome.name == name) return outcome.value;
     }
     return std::nullopt;
 }
 
-std::string_view NameOf(ResultState state) {
-    for (const auto& [value, name] : kStateNames) {
-        if (value == state) return name;
-    }
-    return {};
+std::string_view NameOf(ResultState state) { return FindName(kStateNames, state); }
+
+std::string_view NameOf(CommandOutcome outcome) { return FindName(kCommandOutcomeNames, outcome); }
+
+bool IsOutcomeInReport(std::string_view name) {
+    return std::any_of(kCommandOutcomeNames.begin(), kCommandOutcomeNames.end(),
+                       [name](const auto& named) {
+                           return named.first != CommandOutcome::kCopied && named.second == name;
+                       });
 }
 
 std::optional<ResultState> ResultStateOf(std::string_view name) {
@@ -94,6 +101,12 @@ std::optional<ResultState> ResultStateOf(std::string_view name) {
 bool IsLeftAlone(ResultState state) {
     return state == ResultState::kKept || state == ResultState::kEdited;
 }
+
+std::int64_t CommandCountOf(const FileFacts& facts) {
+    return facts.copied + facts.converted + facts.failed + facts.unreadable;
+}
+
+bool HasCommands(const FileFacts& facts) { return CommandCountOf(facts) > facts.copied; }
 
 void MarkAsFailed(FileFacts& facts, std::string_view what, const std::error_code& error) {
     facts.outcome = FileOutcome::kFailed;

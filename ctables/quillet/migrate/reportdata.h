@@ -2,14 +2,17 @@
 #ifndef QUILLET_MIGRATE_REPORTDATA_H
 #define QUILLET_MIGRATE_REPORTDATA_H
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <variant>
 #include <vector>
 
 #include "migrate/shard.h"
+#include "quillet.h"
 
 namespace quillet::migrate {
 
@@ -42,6 +45,12 @@ enum class ResultState {
 [[nodiscard]] std::string_view NameOf(ResultState state);
 [[nodiscard]] std::optional<ResultState> ResultStateOf(std::string_view name);
 
+/// The name that reports use.
+[[nodiscard]] std::string_view NameOf(CommandOutcome outcome);
+/// True for the names of those outcomes that a command in a report can have: copied ones are only
+/// counted.
+[[nodiscard]] bool IsOutcomeInReport(std::string_view name);
+
 /// True when a result stood already and this run did not touch it.
 [[nodiscard]] bool IsLeftAlone(ResultState state);
 
@@ -66,6 +75,29 @@ struct FileFacts {
     std::string message;              ///< Why it was skipped or failed, or its result left alone.
     std::vector<std::string> errors;  ///< The reasons of its failed commands, sorted, once each.
 };
+
+/// A number that is known about a file, under the name that it has wherever it is written.
+struct FileNumber {
+    const char* pName = nullptr;
+    std::int64_t FileFacts::*pMember = nullptr;
+    bool isSummed = false;  ///< Reports show how many there are in all files.
+};
+
+/// In the order in which they are written.
+inline constexpr std::array<FileNumber, 6> kFileNumbers = {{
+    {"lines", &FileFacts::lines, false},
+    {"copied", &FileFacts::copied, true},
+    {"converted", &FileFacts::converted, true},
+    {"failed", &FileFacts::failed, true},
+    {"unreadable", &FileFacts::unreadable, true},
+    {"warnings", &FileFacts::warnings, true},
+}};
+
+/// The number of all commands of the file.
+[[nodiscard]] std::int64_t CommandCountOf(const FileFacts& facts);
+
+/// True when the file has commands that would stand in a report.
+[[nodiscard]] bool HasCommands(const FileFacts& facts);
 
 /// Turns the facts into those of a file that failed, and tells why.
 void MarkAsFailed(FileFacts& facts, std::string_view what, const std::error_code& error);
@@ -119,6 +151,35 @@ struct Totals {
     std::int64_t commandsUnreadable = 0;
     std::int64_t warnings = 0;
 };
+
+/// One of the totals, under the name that it has in reports.
+struct TotalNumber {
+    const char* pName = nullptr;
+    std::variant<std::int64_t Totals::*, std::uint64_t Totals::*> member;
+};
+
+/// In the order in which they are written.
+inline constexpr std::array<TotalNumber, 19> kTotalNumbers = {{
+    {"files", &Totals::files},
+    {"filesConverted", &Totals::filesConverted},
+    {"filesPartly", &Totals::filesPartly},
+    {"filesStopped", &Totals::filesStopped},
+    {"filesKept", &Totals::filesKept},
+    {"filesEdited", &Totals::filesEdited},
+    {"filesOutdated", &Totals::filesOutdated},
+    {"filesOrphaned", &Totals::filesOrphaned},
+    {"filesCopied", &Totals::filesCopied},
+    {"filesSkipped", &Totals::filesSkipped},
+    {"filesFailed", &Totals::filesFailed},
+    {"linksNotFollowed", &Totals::linksNotFollowed},
+    {"bytes", &Totals::bytes},
+    {"commands", &Totals::commands},
+    {"commandsCopied", &Totals::commandsCopied},
+    {"commandsConverted", &Totals::commandsConverted},
+    {"commandsFailed", &Totals::commandsFailed},
+    {"commandsUnreadable", &Totals::commandsUnreadable},
+    {"warnings", &Totals::warnings},
+}};
 
 /// About the run as a whole. `source` and `target` are bytes.
 struct RunFacts {

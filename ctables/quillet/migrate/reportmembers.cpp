@@ -5,9 +5,10 @@
 
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <span>
-#include <utility>
+#include <variant>
 
 #include "migrate/jsonreport.h"
 
@@ -35,25 +36,22 @@ constexpr Member kReportMembers[] = {
     {"files", MemberKind::kArray, ReportPart::kFiles},
 };
 
-constexpr Member kTotalsMembers[] = {
-    {"files", MemberKind::kCount},          {"filesConverted", MemberKind::kCount},
-    {"filesPartly", MemberKind::kCount},    {"filesStopped", MemberKind::kCount},
-    {"filesKept", MemberKind::kCount},      {"filesCopied", MemberKind::kCount},
-    {"filesSkipped", MemberKind::kCount},   {"filesFailed", MemberKind::kCount},
-    {"bytes", MemberKind::kByteSum},        {"commands", MemberKind::kCount},
-    {"commandsCopied", MemberKind::kCount}, {"commandsConverted", MemberKind::kCount},
-    {"commandsFailed", MemberKind::kCount}, {"commandsUnreadable", MemberKind::kCount},
-    {"warnings", MemberKind::kCount},       {"linksNotFollowed", MemberKind::kCount},
-    {"filesEdited", MemberKind::kCount},    {"filesOutdated", MemberKind::kCount},
-    {"filesOrphaned", MemberKind::kCount},
-};
+constexpr auto kTotalsMembers = [] {
+    std::array<Member, kTotalNumbers.size()> members;
+    for (std::size_t index = 0; index < members.size(); ++index) {
+        const TotalNumber& number = kTotalNumbers[index];
+        const bool isCount = std::holds_alternative<std::int64_t Totals::*>(number.member);
+        members[index] = {number.pName, isCount ? MemberKind::kCount : MemberKind::kByteSum};
+    }
+    return members;
+}();
 
 constexpr Member kShardMembers[] = {
     {"index", MemberKind::kSlice},
     {"count", MemberKind::kSlice},
 };
 
-constexpr Member kFileMembers[] = {
+constexpr Member kOtherFileMembers[] = {
     {"path", MemberKind::kName},
     {"rawPath", MemberKind::kName},
     {"outcome", MemberKind::kName},
@@ -64,15 +62,19 @@ constexpr Member kFileMembers[] = {
     {"bytes", MemberKind::kBytes},
     {"modified", MemberKind::kTime},
     {"encoding", MemberKind::kName},
-    {"lines", MemberKind::kCount},
-    {"copied", MemberKind::kCount},
-    {"converted", MemberKind::kCount},
-    {"failed", MemberKind::kCount},
-    {"unreadable", MemberKind::kCount},
-    {"warnings", MemberKind::kCount},
     {"message", MemberKind::kName},
     {"commands", MemberKind::kArray, ReportPart::kCommands},
 };
+
+constexpr auto kFileMembers = [] {
+    std::array<Member, std::size(kOtherFileMembers) + kFileNumbers.size()> members;
+    std::size_t count = 0;
+    for (const Member& member : kOtherFileMembers) members[count++] = member;
+    for (const FileNumber& number : kFileNumbers) {
+        members[count++] = {number.pName, MemberKind::kCount};
+    }
+    return members;
+}();
 
 constexpr Member kCommandMembers[] = {
     {"type", MemberKind::kName},           {"outcome", MemberKind::kName},
@@ -128,14 +130,6 @@ std::optional<NumberRange> RangeOf(MemberKind kind) {
             return std::nullopt;
     }
 }
-
-constexpr std::array<std::pair<std::string_view, std::int64_t FileFacts::*>, 5> kSummedMembers = {{
-    {"copied", &FileFacts::copied},
-    {"converted", &FileFacts::converted},
-    {"failed", &FileFacts::failed},
-    {"unreadable", &FileFacts::unreadable},
-    {"warnings", &FileFacts::warnings},
-}};
 
 }  // namespace
 
@@ -209,12 +203,13 @@ std::string Describe(MemberKind kind) {
 std::optional<std::string_view> FileSums::Add(const FileFacts& facts) {
     if (facts.bytes > std::numeric_limits<std::uint64_t>::max() - m_sums.bytes) return "bytes";
     m_sums.bytes += facts.bytes;
-    for (const auto& [name, pMember] : kSummedMembers) {
-        const std::int64_t sum = m_sums.*pMember + facts.*pMember;
-        if (sum > kMostCount) return name;
-        m_sums.*pMember = sum;
+    for (const FileNumber& number : kFileNumbers) {
+        if (!number.isSummed) continue;
+        const std::int64_t sum = m_sums.*number.pMember + facts.*number.pMember;
+        if (sum > kMostCount) return number.pName;
+        m_sums.*number.pMember = sum;
     }
-    m_commands += facts.copied + facts.converted + facts.failed + facts.unreadable;
+    m_commands += CommandCountOf(facts);
     if (m_commands > kMostCount) return "commands";
     return std::nullopt;
 }
