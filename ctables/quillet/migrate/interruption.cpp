@@ -5,6 +5,8 @@
 
 #include <system_error>
 
+#include "migrate/exitstatus.h"
+
 namespace quillet::migrate {
 
 namespace {

@@ -9,9 +9,6 @@
 
 namespace quillet::migrate {
 
-/// The exit status of a run that was stopped by a signal.
-inline constexpr int kInterruptedStatus = 130;
-
 /// While it lives, the first SIGINT, SIGTERM or SIGHUP requests a stop, and the second ends the
 /// program at once. Signals that the program was started to ignore stay ignored. To be made
 /// before other threads are: they inherit what it arranges.

@@ -4,14 +4,13 @@
 #include <exception>
 #include <new>
 
+#include "migrate/exitstatus.h"
 #include "migrate/mergereports.h"
 #include "migrate/migration.h"
 #include "migrate/options.h"
 #include "platform/system.h"
 
 namespace {
-
-constexpr int kTrouble = 2;
 
 int Run(int argc, char* argv[]) {
     using namespace quillet;  // NOLINT(google-build-using-namespace): one function long
@@ -27,7 +26,7 @@ int Run(int argc, char* argv[]) {
         }
         WriteToStream(stderr,
                       "quillet-migrate: " + commandLine.text + "\nTry quillet-migrate --help\n");
-        return kTrouble;
+        return migrate::kTroubleStatus;
     }
     const migrate::Settings& settings = *commandLine.settings;
     return settings.reports.empty() ? migrate::RunMigration(settings)
@@ -45,7 +44,7 @@ void WriteOutOfMemory() {
         if (std::current_exception()) std::rethrow_exception(std::current_exception());
     } catch (const std::bad_alloc&) {
         WriteOutOfMemory();
-        std::_Exit(kTrouble);
+        std::_Exit(quillet::migrate::kTroubleStatus);
     } catch (...) {
         std::abort();
     }
@@ -60,6 +59,6 @@ int main(int argc, char* argv[]) {
         return Run(argc, argv);
     } catch (const std::bad_alloc&) {
         WriteOutOfMemory();
-        return kTrouble;
+        return quillet::migrate::kTroubleStatus;
     }
 }

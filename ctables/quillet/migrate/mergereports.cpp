@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "migrate/exitstatus.h"
 #include "migrate/jsonreport.h"
 #include "migrate/reportfiles.h"
 #include "migrate/reportmembers.h"
@@ -21,7 +22,6 @@ namespace quillet::migrate {
 
 namespace {
 
-constexpr int kTrouble = 2;
 constexpr unsigned kThreads = 2;
 
 void Say(std::string_view text) {
@@ -158,26 +158,26 @@ std::string MissingSlices(const std::vector<Report>& reports) {
 
 int MergeReports(const Settings& settings) {
     OpenReports open;
-    if (!ReadReports(settings.reports, open)) return kTrouble;
+    if (!ReadReports(settings.reports, open)) return kTroubleStatus;
     const std::string missing = MissingSlices(open.reports);
     Report report;
     std::string problem;
     if (!JoinReports(std::move(open.reports), settings.reports, report, problem)) {
         Say(problem);
-        return kTrouble;
+        return kTroubleStatus;
     }
     std::optional<JunitFile> junit;
     if (!settings.junitPath.empty() &&
         !OpenJunitFile(settings.junitPath, junit.emplace(), problem)) {
         Say(problem);
-        return kTrouble;
+        return kTroubleStatus;
     }
     const std::unique_ptr<TargetFolder> target = PrepareFolder(settings.target);
-    if (target == nullptr) return kTrouble;
+    if (target == nullptr) return kTroubleStatus;
     std::vector<std::uint64_t> ignored;
     if (!WriteReportFiles(report, *target, {junit, kThreads}, ignored, problem)) {
         Say(problem);
-        return kTrouble;
+        return kTroubleStatus;
     }
     WriteToStream(stderr, missing);
     if (!settings.isQuiet) WriteToStream(stderr, FormatSummary(report));

@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "migrate/exitstatus.h"
 #include "migrate/filemigration.h"
 #include "migrate/filetree.h"
 #include "migrate/interruption.h"
@@ -34,7 +35,6 @@ namespace quillet::migrate {
 
 namespace {
 
-constexpr int kTrouble = 2;
 constexpr std::string_view kJournalExtension = ".journal";
 
 // Files as large as this are begun first: one of them alone at the end would leave all other
@@ -45,7 +45,7 @@ void Say(std::string_view text) { WriteToStream(stderr, std::string(text).append
 
 int Refuse(std::string_view text) {
     Say("quillet-migrate: " + Printable(text));
-    return kTrouble;
+    return kTroubleStatus;
 }
 
 class MigrationRun {
@@ -370,7 +370,7 @@ private:
         int status = ExitStatusOf(TotalsOf(report.files));
         WriteToStream(stderr, FormatFailures(report));
         if (!m_settings.isQuiet) WriteToStream(stderr, FormatSummary(report));
-        if (!WriteReports(report, files)) status = kTrouble;
+        if (!WriteReports(report, files)) status = kTroubleStatus;
         return isInterrupted ? kInterruptedStatus : status;
     }
 

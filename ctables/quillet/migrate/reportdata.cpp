@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "migrate/exitstatus.h"
 #include "migrate/systemfiles.h"
 
 namespace quillet::migrate {
@@ -129,10 +130,10 @@ void SortByPath(std::vector<FileEntry>& files) {
 }
 
 int ExitStatusOf(const Totals& totals) {
-    if (totals.filesFailed > 0) return 2;
+    if (totals.filesFailed > 0) return kTroubleStatus;
     const bool needsPerson = totals.filesPartly > 0 || totals.filesStopped > 0 ||
                              totals.filesOutdated > 0 || totals.linksNotFollowed > 0;
-    return needsPerson ? 1 : 0;
+    return needsPerson ? kNeedsPersonStatus : kSuccessStatus;
 }
 
 }  // namespace quillet::migrate

@@ -203,9 +203,8 @@ struct Report {
 /// Puts the files into the order of the bytes of their paths.
 void SortByPath(std::vector<FileEntry>& files);
 
-/// 0 when all went well; 1 when something of the source needs a person: commands could not be
-/// converted, a file was stopped, the source of an edited result has changed, or a link was not
-/// followed; 2 when a file failed.
+/// One of exitstatus.h. What needs a person are commands that could not be converted, files that
+/// were stopped, edited results whose sources have changed, and links that were not followed.
 [[nodiscard]] int ExitStatusOf(const Totals& totals);
 
 }  // namespace quillet::migrate
