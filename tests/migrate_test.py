@@ -1171,6 +1171,14 @@ class FaultTest(MigrateTest):
         self.assertEqual((version.returncode, version.stderr), (0, b""))
         self.assertRegex(version.stdout, rb"^quillet-migrate \d+\.\d+\.\d+\n$")
 
+    def test_help_that_does_not_arrive(self):
+        for option in ("--help", "--version"):
+            with open("/dev/full", "wb") as full:
+                run = subprocess.run(self.command(option), stdout=full, stderr=subprocess.PIPE,
+                                     check=False)
+            self.assertEqual(run.returncode, 2)
+            self.assertEqual(run.stderr, b"quillet-migrate: Standard output cannot be written\n")
+
     def test_a_file_that_cannot_be_read(self):
         self.create("a", ORDINARY)
         os.chmod(self.create("b", ORDINARY), 0)

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <exception>
 #include <new>
+#include <string_view>
 
 #include "migrate/exitstatus.h"
 #include "migrate/mergereports.h"
@@ -12,6 +13,14 @@
 
 namespace {
 
+// What did not arrive must not look as if all went well.
+int Show(std::string_view text) {
+    const bool isWritten = quillet::WriteToStream(stdout, text);
+    if (std::fclose(stdout) == 0 && isWritten) return quillet::migrate::kSuccessStatus;
+    quillet::WriteToStream(stderr, "quillet-migrate: Standard output cannot be written\n");
+    return quillet::migrate::kTroubleStatus;
+}
+
 int Run(int argc, char* argv[]) {
     using namespace quillet;  // NOLINT(google-build-using-namespace): one function long
     EnableLocale();
@@ -20,10 +29,7 @@ int Run(int argc, char* argv[]) {
     const migrate::CommandLine commandLine =
         migrate::ParseCommandLine(ProgramArguments(argc, argv));
     if (!commandLine.settings) {
-        if (!commandLine.isError) {
-            WriteToStream(stdout, commandLine.text);
-            return 0;
-        }
+        if (!commandLine.isError) return Show(commandLine.text);
         WriteToStream(stderr,
                       "quillet-migrate: " + commandLine.text + "\nTry quillet-migrate --help\n");
         return migrate::kTroubleStatus;
