@@ -1228,6 +1228,23 @@ class FaultTest(MigrateTest):
         run = self.migrate(status=2, target=self.target / "a")
         self.assertIn(b"Not a directory", run.stderr)
 
+    def test_a_folder_with_two_problems(self):
+        self.create("a/b", ORDINARY)
+        self.create("c", ORDINARY)
+        self.target.mkdir()
+        self.target.chmod(0o777)
+        (self.target / "a").write_bytes(b"precious")
+        os.chmod(self.source / "a", 0)
+        self.as_ordinary_user()
+        run = self.migrate(status=2)
+        self.assertIn(b"a: the folder cannot be read: Permission denied\n", run.stderr)
+        self.assertEqual([file["path"] for file in self.report()["files"]], ["a", "c"])
+        # A report in which a path stands twice would be refused.
+        run = self.run_program("--merge-reports", self.target / self.report_name,
+                               self.folder / "merged")
+        self.assertEqual(run.returncode, 2, run.stderr)
+        self.assertEqual(self.report(self.folder / "merged")["totals"]["filesFailed"], 1)
+
     def test_a_full_disk(self):
         if os.geteuid() != 0:
             self.skipTest("a small file system can only be mounted by root")

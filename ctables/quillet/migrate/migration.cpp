@@ -263,6 +263,9 @@ private:
         if (m_settings.dryRun) return;
         for (FolderProblem& problem : m_target->Prepare(m_folders)) {
             if (m_settings.shard && !IsInShard(problem.path, *m_settings.shard)) continue;
+            // One that could not be read is among the tasks already, and no path stands in a
+            // report twice.
+            if (m_sources.contains(problem.path)) continue;
             TreeEntry entry{std::move(problem.path), TreeEntry::Kind::kUnreadable, 0,
                             std::move(problem.message)};
             if (problem.kind == FolderProblem::Kind::kLink) {
