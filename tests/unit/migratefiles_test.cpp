@@ -18,6 +18,7 @@
 #include "migrate/summary.h"
 #include "migrate/systemfiles.h"
 #include "migrate/targetfolder.h"
+#include "migrate/timetext.h"
 #include "migratehelper.h"
 
 namespace quillet::migrate {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "migrate/jsonreport.h"
+#include "migrate/timetext.h"
 #include "migratehelper.h"
 
 namespace quillet::migrate {
@@ -573,37 +574,6 @@ TEST(MigrateJsonReportTest, AFailingOutputIsNoticed) {
     for (std::size_t limit = 0; limit < whole.text.size(); limit += 50) {
         TextCollector output(limit);
         EXPECT_FALSE(WriteJsonReport(report, output)) << limit;
-    }
-}
-
-TEST(MigrateJsonReportTest, EncodesBytes) {
-    const std::string bytes = "aZ09-._~/ %\xFF\n\"";
-    EXPECT_EQ(PercentEncode(bytes), "aZ09-._~/%20%25%FF%0A%22");
-    EXPECT_EQ(PercentDecode(PercentEncode(bytes)), bytes);
-    for (const char* text : {"%", "%4", "%4G", "a%"}) EXPECT_FALSE(PercentDecode(text)) << text;
-}
-
-TEST(MigrateJsonReportTest, WritesTimes) {
-    EXPECT_EQ(FormatTime(0), "1970-01-01T00:00:00Z");
-    EXPECT_EQ(FormatTime(1795230000), "2026-11-21T03:00:00Z");
-    EXPECT_EQ(ParseTime("2026-11-21T03:00:00Z"), 1795230000);
-    EXPECT_EQ(ParseTime("2024-02-29T23:59:59Z"), 1709251199);
-    EXPECT_EQ(FormatTime(-1), "1969-12-31T23:59:59Z");
-    EXPECT_EQ(FormatTime(kFirstTime), "0000-01-01T00:00:00Z");
-    EXPECT_EQ(FormatTime(kLastTime), "9999-12-31T23:59:59Z");
-    EXPECT_EQ(FormatTime(kFirstTime - 1), FormatTime(kFirstTime));
-    EXPECT_EQ(FormatTime(kLastTime + 1), FormatTime(kLastTime));
-    EXPECT_EQ(FormatTime(std::numeric_limits<std::int64_t>::min()), FormatTime(kFirstTime));
-    EXPECT_EQ(FormatTime(std::numeric_limits<std::int64_t>::max()), FormatTime(kLastTime));
-    EXPECT_EQ(ParseTime(FormatTime(kFirstTime)), kFirstTime);
-    EXPECT_EQ(ParseTime(FormatTime(kLastTime)), kLastTime);
-    for (const char* text :
-         {"", "yesterday", "2026-11-21", "2026-11-21T03:00:00", "2026-11-21T03:00:00Z ",
-          "2026-13-21T03:00:00Z", "2026-00-21T03:00:00Z", "2026-02-29T03:00:00Z",
-          "2026-11-00T03:00:00Z", "2026-11-21T24:00:00Z", "2026-11-21T03:60:00Z",
-          "2026-11-21T03:00:60Z", "12026-11-21T03:00:00Z", "-026-11-21T03:00:00Z",
-          "2026-11-21 03:00:00Z", "2026-11-21T+3:00:00Z"}) {
-        EXPECT_FALSE(ParseTime(text)) << text;
     }
 }
 

@@ -12,7 +12,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
-#include "migrate/jsonreport.h"
+#include "migrate/percentcode.h"
 
 namespace quillet::migrate {
 

@@ -1,15 +1,15 @@
 #include "migrate/jsonreport.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <nlohmann/json.hpp>
 #include <utility>
 #include <variant>
 
+#include "migrate/percentcode.h"
 #include "migrate/reportmembers.h"
+#include "migrate/timetext.h"
 #include "platform/codepage.h"
-#include "platform/numbertext.h"
 
 namespace quillet::migrate {
 
@@ -19,7 +19,6 @@ using OrderedJson = nlohmann::ordered_json;
 
 constexpr std::string_view kFormat = "quillet-report";
 constexpr std::int64_t kFormatVersion = 1;
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
 std::string Dump(const OrderedJson& value) {
     // Bytes that are no UTF-8 would throw otherwise.
@@ -542,17 +541,6 @@ std::optional<CommandFacts> CommandFactsOf(const nlohmann::json& json) {
     return facts;
 }
 
-int DigitOf(char character) {
-    const std::size_t digit = kHexDigits.find(character);
-    return digit == std::string_view::npos ? -1 : static_cast<int>(digit);
-}
-
-bool StaysInPercentEncoding(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
-           (byte >= '0' && byte <= '9') ||
-           std::string_view("-._~/").find(byte) != std::string_view::npos;
-}
-
 }  // namespace
 
 bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error,
@@ -590,86 +578,6 @@ bool ForEachCommand(const CommandsPlace& place,
     } catch (const nlohmann::json::exception&) {
         return false;
     }
-}
-
-std::string PercentEncode(std::string_view bytes) {
-    constexpr unsigned kDigitBits = 4;
-    constexpr unsigned kDigitMask = 15;
-    std::string text;
-    for (const char byte : bytes) {
-        if (StaysInPercentEncoding(byte)) {
-            text += byte;
-            continue;
-        }
-        const unsigned value = static_cast<unsigned char>(byte);
-        text += '%';
-        text += kHexDigits[value >> kDigitBits];
-        text += kHexDigits[value & kDigitMask];
-    }
-    return text;
-}
-
-std::optional<std::string> PercentDecode(std::string_view text) {
-    constexpr int kBase = 16;
-    std::string bytes;
-    for (std::size_t position = 0; position < text.size(); ++position) {
-        if (text[position] != '%') {
-            bytes += text[position];
-            continue;
-        }
-        if (text.size() - position < 3) return std::nullopt;
-        const int high = DigitOf(text[position + 1]);
-        const int low = DigitOf(text[position + 2]);
-        if (high < 0 || low < 0) return std::nullopt;
-        bytes += static_cast<char>(high * kBase + low);
-        position += 2;
-    }
-    return bytes;
-}
-
-std::string FormatTime(std::int64_t secondsSince1970) {
-    const std::chrono::sys_seconds time{
-        std::chrono::seconds(std::clamp(secondsSince1970, kFirstTime, kLastTime))};
-    const auto day = std::chrono::floor<std::chrono::days>(time);
-    const std::chrono::year_month_day date(day);
-    const std::chrono::hh_mm_ss clock(time - day);
-    const auto digits = [](auto number, int width) {
-        return PaddedText(static_cast<std::uint64_t>(number), width);
-    };
-    return digits(static_cast<int>(date.year()), 4) + "-" +
-           digits(static_cast<unsigned>(date.month()), 2) + "-" +
-           digits(static_cast<unsigned>(date.day()), 2) + "T" + digits(clock.hours().count(), 2) +
-           ":" + digits(clock.minutes().count(), 2) + ":" + digits(clock.seconds().count(), 2) +
-           "Z";
-}
-
-std::optional<std::int64_t> ParseTime(std::string_view text) {
-    constexpr std::string_view kPattern = "0000-00-00T00:00:00Z";
-    if (text.size() != kPattern.size()) return std::nullopt;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        const bool isDigit = text[index] >= '0' && text[index] <= '9';
-        if (kPattern[index] == '0' ? !isDigit : text[index] != kPattern[index]) return std::nullopt;
-    }
-    const auto number = [text](std::size_t position, std::size_t length) {
-        constexpr unsigned kBase = 10;
-        unsigned value = 0;
-        for (const char digit : text.substr(position, length)) {
-            value = value * kBase + static_cast<unsigned>(digit - '0');
-        }
-        return value;
-    };
-    const std::chrono::year_month_day date{std::chrono::year(static_cast<int>(number(0, 4))),
-                                           std::chrono::month(number(5, 2)),
-                                           std::chrono::day(number(8, 2))};
-    const std::chrono::hours hours(number(11, 2));
-    const std::chrono::minutes minutes(number(14, 2));
-    const std::chrono::seconds seconds(number(17, 2));
-    if (!date.ok() || hours >= std::chrono::days(1) || minutes >= std::chrono::hours(1) ||
-        seconds >= std::chrono::minutes(1)) {
-        return std::nullopt;
-    }
-    const std::chrono::sys_seconds time = std::chrono::sys_days{date} + hours + minutes + seconds;
-    return time.time_since_epoch().count();
 }
 
 }  // namespace quillet::migrate

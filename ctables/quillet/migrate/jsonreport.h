@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,20 +52,6 @@ inline constexpr std::uint64_t kLongestText = 256UL * 1024 * 1024;
 /// cannot be read, or hold what they cannot have held when the report was read.
 [[nodiscard]] bool ForEachCommand(const CommandsPlace& place,
                                   const std::function<void(const CommandFacts&)>& take);
-
-/// Bytes of a path in a form that every JSON reader takes: all but letters, digits and "-._~/"
-/// as "%" and two hexadecimal digits. And back; nothing when `text` is no such form.
-[[nodiscard]] std::string PercentEncode(std::string_view bytes);
-[[nodiscard]] std::optional<std::string> PercentDecode(std::string_view text);
-
-// The times that can be written: those of the years 0 to 9999.
-inline constexpr std::int64_t kFirstTime = -62167219200;
-inline constexpr std::int64_t kLastTime = 253402300799;
-
-/// A time, in seconds since 1970, as "2026-11-21T03:00:00Z"; one that cannot be written becomes
-/// the nearest that can. And back; nothing for any other text.
-[[nodiscard]] std::string FormatTime(std::int64_t secondsSince1970);
-[[nodiscard]] std::optional<std::int64_t> ParseTime(std::string_view text);
 
 }  // namespace quillet::migrate
 

@@ -10,7 +10,7 @@
 #include <span>
 #include <variant>
 
-#include "migrate/jsonreport.h"
+#include "migrate/timetext.h"
 
 namespace quillet::migrate {
 
