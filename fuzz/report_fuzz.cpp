@@ -14,6 +14,7 @@
 #include "migrate/junitreport.h"
 #include "migrate/mergereports.h"
 #include "migrate/reportdata.h"
+#include "migrate/reportreader.h"
 #include "migrate/summary.h"
 #include "platform/codepage.h"
 #include "quillet.h"

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "migrate/jsonreport.h"
+#include "migrate/reportreader.h"
 #include "migrate/timetext.h"
 #include "migratehelper.h"
 

@@ -1,6 +1,6 @@
 #include "migrate/junitreport.h"
 
-#include "migrate/jsonreport.h"
+#include "migrate/reportreader.h"
 #include "platform/numbertext.h"
 
 namespace quillet::migrate {

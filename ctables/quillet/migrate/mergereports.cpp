@@ -10,9 +10,9 @@
 #include <utility>
 
 #include "migrate/exitstatus.h"
-#include "migrate/jsonreport.h"
 #include "migrate/reportfiles.h"
 #include "migrate/reportmembers.h"
+#include "migrate/reportreader.h"
 #include "migrate/summary.h"
 #include "migrate/systemfiles.h"
 #include "migrate/targetfolder.h"

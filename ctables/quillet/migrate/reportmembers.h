@@ -13,6 +13,10 @@
 
 namespace quillet::migrate {
 
+// What a report calls itself.
+inline constexpr std::string_view kFormat = "quillet-report";
+inline constexpr std::int64_t kFormatVersion = 1;
+
 /// The objects and arrays of a report.
 enum class ReportPart {
     kReport,
