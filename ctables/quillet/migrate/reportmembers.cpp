@@ -3,13 +3,15 @@
 // leave its type before `FileSums` has looked at it.
 #include "migrate/reportmembers.h"
 
+#include <algorithm>
 #include <array>
-#include <cmath>
 #include <iterator>
 #include <limits>
+#include <nlohmann/json.hpp>
 #include <span>
 #include <variant>
 
+#include "migrate/percentcode.h"
 #include "migrate/timetext.h"
 
 namespace quillet::migrate {
@@ -21,8 +23,8 @@ constexpr std::int64_t kMostSeconds = kLastTime - kFirstTime;
 constexpr std::int64_t kInt64Max = std::numeric_limits<std::int64_t>::max();
 
 constexpr Member kReportMembers[] = {
-    {"format", MemberKind::kName},
-    {"formatVersion", MemberKind::kCount},
+    {"format", MemberKind::kFormatName},
+    {"formatVersion", MemberKind::kVersion},
     {"quilletVersion", MemberKind::kName},
     {"source", MemberKind::kName},
     {"target", MemberKind::kName},
@@ -52,11 +54,11 @@ constexpr Member kShardMembers[] = {
 };
 
 constexpr Member kOtherFileMembers[] = {
-    {"path", MemberKind::kName},
-    {"rawPath", MemberKind::kName},
-    {"outcome", MemberKind::kName},
+    {"path", MemberKind::kPath},
+    {"rawPath", MemberKind::kRawPath},
+    {"outcome", MemberKind::kFileOutcome},
     {"kept", MemberKind::kTruth},
-    {"result", MemberKind::kName},
+    {"result", MemberKind::kResultState},
     {"sourceChanged", MemberKind::kTruth},
     {"linkNotFollowed", MemberKind::kTruth},
     {"bytes", MemberKind::kBytes},
@@ -77,13 +79,126 @@ constexpr auto kFileMembers = [] {
 }();
 
 constexpr Member kCommandMembers[] = {
-    {"type", MemberKind::kName},           {"outcome", MemberKind::kName},
+    {"type", MemberKind::kName},           {"outcome", MemberKind::kCommandOutcome},
     {"firstLine", MemberKind::kCount},     {"lastLine", MemberKind::kCount},
     {"source", MemberKind::kText},         {"generated", MemberKind::kText},
     {"generatedLine", MemberKind::kCount}, {"error", MemberKind::kName},
     {"errorLine", MemberKind::kCount},     {"errorColumn", MemberKind::kColumn},
     {"message", MemberKind::kText},        {"warnings", MemberKind::kArray, ReportPart::kWarnings},
 };
+
+struct NumberRange {
+    std::int64_t least = 0;
+    std::uint64_t most = 0;
+};
+
+// Nothing for members that hold no whole number.
+std::optional<NumberRange> RangeOf(MemberKind kind) {
+    switch (kind) {
+        case MemberKind::kVersion:
+        case MemberKind::kCount:
+            return NumberRange{0, kMostCount};
+        case MemberKind::kBytes:
+            return NumberRange{0, kInt64Max};
+        case MemberKind::kByteSum:
+            return NumberRange{0, std::numeric_limits<std::uint64_t>::max()};
+        case MemberKind::kTime:
+            return NumberRange{std::numeric_limits<std::int64_t>::min(), kInt64Max};
+        case MemberKind::kColumn:
+            return NumberRange{0, std::numeric_limits<int>::max()};
+        case MemberKind::kSlice:
+            return NumberRange{1, std::numeric_limits<std::uint32_t>::max()};
+        default:
+            return std::nullopt;
+    }
+}
+
+// How a member of this kind has to look.
+std::string Describe(MemberKind kind) {
+    switch (kind) {
+        case MemberKind::kTruth:
+            return "true or false";
+        case MemberKind::kDate:
+            return "a time such as \"2026-11-21T09:30:00Z\"";
+        case MemberKind::kSeconds:
+            return "a number from 0 to " + std::to_string(kMostSeconds);
+        case MemberKind::kObject:
+            return "an object";
+        case MemberKind::kObjectOrNull:
+            return "an object or null";
+        case MemberKind::kArray:
+            return "an array";
+        default:
+            break;
+    }
+    const std::optional<NumberRange> range = RangeOf(kind);
+    if (!range) return "a text";
+    return "a whole number from " + std::to_string(range->least) + " to " +
+           std::to_string(range->most);
+}
+
+bool IsInRange(const nlohmann::json& value, const NumberRange& range) {
+    if (value.is_number_unsigned()) {
+        const auto number = value.get<std::uint64_t>();
+        return number <= range.most &&
+               (range.least <= 0 || number >= static_cast<std::uint64_t>(range.least));
+    }
+    // Only numbers below zero, and "-0", are kept with a sign.
+    return value.is_number_integer() && value.get<std::int64_t>() >= range.least;
+}
+
+bool HasForm(const nlohmann::json& value, MemberKind kind) {
+    switch (kind) {
+        case MemberKind::kAnything:
+            return true;
+        case MemberKind::kTruth:
+            return value.is_boolean();
+        case MemberKind::kDate:
+            return value.is_string() && ParseTime(value.get_ref<const std::string&>());
+        case MemberKind::kSeconds:
+            // What is no number at all is not between these two either.
+            return value.is_number() && value.get<double>() >= 0 &&
+                   value.get<double>() <= static_cast<double>(kMostSeconds);
+        case MemberKind::kObject:
+            return value.is_object();
+        case MemberKind::kObjectOrNull:
+            return value.is_object() || value.is_null();
+        case MemberKind::kArray:
+            return value.is_array();
+        default:
+            break;
+    }
+    const std::optional<NumberRange> range = RangeOf(kind);
+    return range ? IsInRange(value, *range) : value.is_string();
+}
+
+std::string TooLong(std::size_t most) {
+    return "is longer than " + std::to_string(most) + " bytes";
+}
+
+std::string ProblemOfText(MemberKind kind, const std::string& text) {
+    if (text.size() > kMostNameBytes) return TooLong(kMostNameBytes);
+    switch (kind) {
+        case MemberKind::kFormatName:
+            return text == kFormat ? "" : "is not that of a report";
+        case MemberKind::kPath:
+            return text.size() <= kMostPathBytes ? "" : TooLong(kMostPathBytes);
+        case MemberKind::kRawPath: {
+            const std::optional<std::string> path = PercentDecode(text);
+            return path ? ProblemOfText(MemberKind::kPath, *path) : "is not what it should be";
+        }
+        case MemberKind::kFileOutcome:
+            return FileOutcomeOf(text) ? "" : "is no outcome of a file";
+        case MemberKind::kResultState:
+            return ResultStateOf(text) ? "" : "is no state of a result";
+        case MemberKind::kCommandOutcome:
+            return IsOutcomeInReport(text) ? "" : "is no outcome of a command";
+        default:
+            return {};
+    }
+}
+
+}  // namespace
 
 std::span<const Member> MembersOf(ReportPart part) {
     switch (part) {
@@ -106,39 +221,11 @@ std::span<const Member> MembersOf(ReportPart part) {
     return {};
 }
 
-struct NumberRange {
-    std::int64_t least = 0;
-    std::uint64_t most = 0;
-};
-
-// Nothing for members that hold no whole number.
-std::optional<NumberRange> RangeOf(MemberKind kind) {
-    switch (kind) {
-        case MemberKind::kCount:
-            return NumberRange{0, kMostCount};
-        case MemberKind::kBytes:
-            return NumberRange{0, kInt64Max};
-        case MemberKind::kByteSum:
-            return NumberRange{0, std::numeric_limits<std::uint64_t>::max()};
-        case MemberKind::kTime:
-            return NumberRange{std::numeric_limits<std::int64_t>::min(), kInt64Max};
-        case MemberKind::kColumn:
-            return NumberRange{0, std::numeric_limits<int>::max()};
-        case MemberKind::kSlice:
-            return NumberRange{1, std::numeric_limits<std::uint32_t>::max()};
-        default:
-            return std::nullopt;
-    }
-}
-
-}  // namespace
-
-const Member* FindMember(ReportPart part, std::string_view name, std::size_t& index) {
+const Member* FindMember(ReportPart part, std::string_view name) {
     const std::span<const Member> members = MembersOf(part);
-    for (index = 0; index < members.size(); ++index) {
-        if (members[index].name == name) return &members[index];
-    }
-    return nullptr;
+    const auto found = std::find_if(members.begin(), members.end(),
+                                    [name](const Member& member) { return member.name == name; });
+    return found == members.end() ? nullptr : &*found;
 }
 
 Member ElementOf(ReportPart part) {
@@ -154,50 +241,15 @@ Member ElementOf(ReportPart part) {
     }
 }
 
-bool MayHold(MemberKind kind, std::int64_t value) {
-    if (value >= 0) return MayHold(kind, static_cast<std::uint64_t>(value));
-    const std::optional<NumberRange> range = RangeOf(kind);
-    return kind == MemberKind::kAnything || (range && value >= range->least);
-}
-
-bool MayHold(MemberKind kind, std::uint64_t value) {
-    if (kind == MemberKind::kAnything) return true;
-    if (kind == MemberKind::kSeconds) return MayHold(kind, static_cast<double>(value));
-    const std::optional<NumberRange> range = RangeOf(kind);
-    if (!range || value > range->most) return false;
-    return range->least <= 0 || value >= static_cast<std::uint64_t>(range->least);
-}
-
-bool MayHold(MemberKind kind, double value) {
-    if (kind == MemberKind::kAnything) return true;
-    // What is no number at all is not between these two either.
-    return kind == MemberKind::kSeconds && value >= 0 && value <= static_cast<double>(kMostSeconds);
-}
-
-std::string Describe(MemberKind kind) {
-    switch (kind) {
-        case MemberKind::kTruth:
-            return "true or false";
-        case MemberKind::kName:
-        case MemberKind::kText:
-            return "a text";
-        case MemberKind::kDate:
-            return "a time such as \"2026-11-21T09:30:00Z\"";
-        case MemberKind::kSeconds:
-            return "a number from 0 to " + std::to_string(kMostSeconds);
-        case MemberKind::kObject:
-            return "an object";
-        case MemberKind::kObjectOrNull:
-            return "an object or null";
-        case MemberKind::kArray:
-            return "an array";
-        default:
-            break;
+std::string ProblemOf(MemberKind kind, const nlohmann::json& value) {
+    if (!HasForm(value, kind)) return "is not " + Describe(kind);
+    if (kind == MemberKind::kVersion && value.get<std::int64_t>() != kFormatVersion) {
+        return "is none that is known";
     }
-    const std::optional<NumberRange> range = RangeOf(kind);
-    if (!range) return "anything";
-    return "a whole number from " + std::to_string(range->least) + " to " +
-           std::to_string(range->most);
+    // Any other text may be long, for it is not kept.
+    const bool isLookedAt =
+        value.is_string() && kind != MemberKind::kText && kind != MemberKind::kAnything;
+    return isLookedAt ? ProblemOfText(kind, value.get_ref<const std::string&>()) : std::string();
 }
 
 std::optional<std::string_view> FileSums::Add(const FileFacts& facts) {

@@ -5,7 +5,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -22,8 +24,8 @@ enum class ReportPart {
     kReport,
     kTotals,
     kShard,
-    kFiles,     ///< An array of files.
-    kFile,      ///< The object that stands alone on a line of a journal, too.
+    kFiles,  ///< An array of files.
+    kFile,
     kCommands,  ///< An array of commands.
     kCommand,
     kWarnings,  ///< An array of texts.
@@ -33,9 +35,16 @@ enum class ReportPart {
 enum class MemberKind {
     kAnything,
     kTruth,
-    kName,     ///< A text that is kept in memory, or one of a few that are known.
-    kText,     ///< Any other text.
+    kText,
+    kName,  ///< A text that is kept in memory. The next ones are such texts, too:
+    kFormatName,
+    kPath,
+    kRawPath,  ///< Of the form that `PercentEncode` makes.
+    kFileOutcome,
+    kResultState,
+    kCommandOutcome,
     kDate,     ///< A text such as `FormatTime` makes.
+    kVersion,  ///< Of the format.
     kCount,    ///< How many of something, or the number of a line.
     kBytes,    ///< A file's size.
     kByteSum,  ///< That of many files.
@@ -54,9 +63,11 @@ struct Member {
     ReportPart inner = ReportPart::kUnknown;  ///< What it is, for objects and arrays.
 };
 
-/// The member of `part`, an object, that has this name; null when none is known. Its place in the
-/// list of all of them, below 32, goes to `index`.
-[[nodiscard]] const Member* FindMember(ReportPart part, std::string_view name, std::size_t& index);
+/// The members that are known of `part`, an object; none for anything else.
+[[nodiscard]] std::span<const Member> MembersOf(ReportPart part);
+
+/// The one of them that has this name; null when none is known.
+[[nodiscard]] const Member* FindMember(ReportPart part, std::string_view name);
 
 /// What the elements of `part`, an array, are.
 [[nodiscard]] Member ElementOf(ReportPart part);
@@ -70,13 +81,9 @@ inline constexpr std::int64_t kMostCount = (std::int64_t{1} << 53) - 1;
 inline constexpr std::size_t kMostNameBytes = 1024UL * 1024;
 inline constexpr std::size_t kMostPathBytes = kMostNameBytes / 4;
 
-/// True when a member of this kind may have this value.
-[[nodiscard]] bool MayHold(MemberKind kind, std::int64_t value);
-[[nodiscard]] bool MayHold(MemberKind kind, std::uint64_t value);
-[[nodiscard]] bool MayHold(MemberKind kind, double value);
-
-/// How such a member is to look: "a whole number from 0 to 9007199254740991".
-[[nodiscard]] std::string Describe(MemberKind kind);
+/// What is wrong with `value` as that of a member of this kind, to be read after the member's name:
+/// "is not true or false". Empty when nothing is. Objects and arrays are not looked into.
+[[nodiscard]] std::string ProblemOf(MemberKind kind, const nlohmann::json& value);
 
 /// The sums over all files that reports show, as long as they are in range.
 class FileSums {

@@ -1,3 +1,7 @@
+// Nothing of a report is believed, and nothing is kept but what the result needs. The parser tells
+// of one value after the other; the table of members says what each may hold; and the few values
+// that matter are put together where the object ends that they belong to. So the largest report
+// takes no more memory than its files' entries and its longest text.
 #include "migrate/reportreader.h"
 
 #include <algorithm>
@@ -16,10 +20,7 @@ namespace quillet::migrate {
 
 namespace {
 
-void AddError(std::string_view error, std::vector<std::string>& errors) {
-    const auto place = std::lower_bound(errors.begin(), errors.end(), error);
-    if (place == errors.end() || *place != error) errors.emplace(place, error);
-}
+using nlohmann::json;
 
 // Far more than a report of ours has. What does not know such a limit itself, as the browser that
 // shows the page, is not to be tried.
@@ -28,108 +29,87 @@ constexpr std::size_t kMostDepth = 64;
 // They are kept sorted, and there are only so many reasons.
 constexpr std::size_t kMostErrorsOfFile = 256;
 
-// Takes the parser's events, so that nothing is kept but what is wanted. The first thing that does
-// not belong into a report ends it, with `Problem` set.
-class ReportReader final : public nlohmann::json_sax<nlohmann::json> {
+std::string TextOf(const json& object, const char* pName) {
+    return object.value(pName, std::string());
+}
+
+// Of members that have been looked at, each for itself.
+RunFacts RunFactsOf(const json& report) {
+    RunFacts run;
+    run.source = TextOf(report, "source");
+    run.target = TextOf(report, "target");
+    run.batchMode = report.value("batchMode", false);
+    run.dryRun = report.value("dryRun", false);
+    run.isInterrupted = report.value("interrupted", false);
+    run.started = ParseTime(TextOf(report, "started")).value_or(0);
+    run.seconds = report.value("seconds", 0.0);
+    return run;
+}
+
+// The same for a file; of its commands nothing is known.
+FileFacts FileFactsOf(const json& file) {
+    FileFacts facts;
+    facts.path = file.contains("rawPath")
+                     ? PercentDecode(TextOf(file, "rawPath")).value_or(std::string())
+                     : TextOf(file, "path");
+    facts.outcome = FileOutcomeOf(TextOf(file, "outcome")).value_or(FileOutcome::kFailed);
+    // Reports of old versions have no member that tells more.
+    const bool isKept = file.value("kept", false);
+    facts.result = ResultStateOf(TextOf(file, "result"))
+                       .value_or(isKept ? ResultState::kKept : ResultState::kNone);
+    facts.hasSourceChanged = file.value("sourceChanged", false);
+    facts.isLinkNotFollowed = file.value("linkNotFollowed", false);
+    facts.bytes = file.value("bytes", std::uint64_t{0});
+    facts.modified = file.value("modified", std::int64_t{0});
+    facts.encoding = TextOf(file, "encoding");
+    for (const FileNumber& number : kFileNumbers) {
+        facts.*number.pMember = file.value(number.pName, std::int64_t{0});
+    }
+    facts.message = TextOf(file, "message");
+    return facts;
+}
+
+void AddError(std::string_view error, std::vector<std::string>& errors) {
+    const auto place = std::lower_bound(errors.begin(), errors.end(), error);
+    if (place == errors.end() || *place != error) errors.emplace(place, error);
+}
+
+// Takes the parser's events. The first thing that does not belong into a report ends it, with
+// `Problem` set.
+class ReportReader final : public nlohmann::json_sax<json> {
 public:
-    // `root` is what the text is, `kReport` or `kFile`.
-    ReportReader(StoredText& text, ReportPart root, Report& report)
-        : m_text(text), m_root(root), m_report(report) {}
+    ReportReader(StoredText& text, Report& report) : m_text(text), m_report(report) {}
 
-    bool null() override {
-        const Member member = NextValue();
-        return member.kind == MemberKind::kAnything || member.kind == MemberKind::kObjectOrNull ||
-               RefuseKind(member.kind);
-    }
-    bool boolean(bool value) override {
-        const Member member = NextValue();
-        if (member.kind == MemberKind::kAnything) return true;
-        if (member.kind != MemberKind::kTruth) return RefuseKind(member.kind);
-        if (Part() == ReportPart::kFile) TakeFileFlag(member.name, value);
-        if (member.name == "batchMode") m_report.run.batchMode = value;
-        if (member.name == "dryRun") m_report.run.dryRun = value;
-        if (member.name == "interrupted") m_report.run.isInterrupted = value;
-        return true;
-    }
-    bool number_integer(number_integer_t value) override { return TakeNumber(value); }
-    bool number_unsigned(number_unsigned_t value) override { return TakeNumber(value); }
+    bool null() override { return TakeValue(nullptr); }
+    bool boolean(bool value) override { return TakeValue(value); }
+    bool number_integer(number_integer_t value) override { return TakeValue(value); }
+    bool number_unsigned(number_unsigned_t value) override { return TakeValue(value); }
     bool number_float(number_float_t value, const string_t& /*text*/) override {
-        const Member member = NextValue();
-        if (!MayHold(member.kind, value)) return RefuseKind(member.kind);
-        if (member.kind == MemberKind::kSeconds) m_report.run.seconds = value;
-        return true;
+        return TakeValue(value);
     }
-    bool string(string_t& value) override {
-        const Member member = NextValue();
-        switch (member.kind) {
-            case MemberKind::kAnything:
-            case MemberKind::kText:
-                return true;
-            case MemberKind::kName:
-                return value.size() <= kMostNameBytes ? TakeName(member.name, value)
-                                                      : RefuseLength(kMostNameBytes);
-            case MemberKind::kDate:
-                return TakeDate(value);
-            default:
-                return RefuseKind(member.kind);
-        }
-    }
+    bool string(string_t& value) override { return TakeValue(std::move(value)); }
     bool binary(binary_t& /*value*/) override { return false; }
+    bool start_object(std::size_t /*size*/) override { return Enter(json::object()); }
+    bool start_array(std::size_t /*size*/) override { return Enter(json::array()); }
+    bool end_object() override { return Leave(); }
+    bool end_array() override { return Leave(); }
 
-    bool start_object(std::size_t /*size*/) override {
-        const Member member = NextValue();
-        if (member.kind != MemberKind::kAnything && member.kind != MemberKind::kObject &&
-            member.kind != MemberKind::kObjectOrNull) {
-            return RefuseKind(member.kind);
-        }
-        if (!Enter(member.inner, /*isArray=*/false)) return false;
-        if (member.inner == ReportPart::kShard) m_shard = Shard{0, 0};
-        if (member.inner == ReportPart::kFile) {
-            m_entry = {};
-            m_hasPath = m_hasRawPath = m_hasOutcome = false;
-        }
-        return true;
-    }
-    bool key(string_t& value) override {
+    bool key(string_t& name) override {
         m_text.Mark();
         Level& level = m_levels.back();
-        std::size_t index = 0;
         level.hasMember = true;
-        level.pMember = FindMember(level.part, value, index);
-        if (level.pMember == nullptr) return true;
-        const std::uint32_t bit = std::uint32_t{1} << index;
-        if ((level.seenMembers & bit) != 0) return Refuse("stands there twice");
-        level.seenMembers |= bit;
-        return true;
+        level.pMember = FindMember(level.part, name);
+        if (level.pMember == nullptr || level.values.emplace(name, nullptr).second) return true;
+        return Refuse("stands there twice");
     }
-    bool end_object() override {
-        const ReportPart part = Leave();
-        if (part == ReportPart::kShard) return FinishShard();
-        if (part == ReportPart::kFile) return FinishFile();
-        return part != ReportPart::kReport || FinishReport();
-    }
-    bool start_array(std::size_t /*size*/) override {
-        const Member member = NextValue();
-        if (member.kind != MemberKind::kAnything && member.kind != MemberKind::kArray) {
-            return RefuseKind(member.kind);
-        }
-        if (member.inner == ReportPart::kCommands) {
-            m_entry.commands.offset = m_text.Position() - 1;
-        }
-        return Enter(member.inner, /*isArray=*/true);
-    }
-    bool end_array() override {
-        if (Leave() != ReportPart::kCommands) return true;
-        m_entry.commands.pFile = &m_text.File();
-        m_entry.commands.length = m_text.Position() - m_entry.commands.offset;
-        return true;
-    }
+
     bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
-                     const nlohmann::json::exception& exception) override {
+                     const json::exception& exception) override {
         constexpr int kNumberOutOfRange = 406;
-        if (m_text.IsTooLong()) return RefuseLength(m_text.LongestStep());
-        if (exception.id == kNumberOutOfRange) return Refuse("is a number out of range");
-        return false;
+        if (m_text.IsTooLong()) {
+            return Refuse("is longer than " + std::to_string(m_text.LongestStep()) + " bytes");
+        }
+        return exception.id == kNumberOutOfRange && Refuse("is a number out of range");
     }
 
     // Why reading ended: a whole sentence after "this is no report". Nothing when the text is no
@@ -158,8 +138,8 @@ private:
         bool isArray = false;
         bool hasMember = false;
         const Member* pMember = nullptr;  // whose value is being read; null for one not known
-        std::uint32_t seenMembers = 0;
-        std::uint64_t count = 0;  // of an array's elements so far, the one being read included
+        std::uint64_t count = 0;       // of an array's elements so far, the one being read included
+        json values = json::object();  // of the members that are known; null for what is not kept
     };
 
     bool Refuse(std::string_view what) {
@@ -168,15 +148,11 @@ private:
         m_problem.append(" ").append(what);
         return false;
     }
-    bool RefuseKind(MemberKind kind) { return Refuse("is not " + Describe(kind)); }
-    bool RefuseLength(std::uint64_t most) {
-        return Refuse("is longer than " + std::to_string(most) + " bytes");
-    }
 
-    // What is known about the value that begins.
-    Member NextValue() {
+    // What is known about the value that begins; nothing but "anything" where there is no more.
+    Member NextMember() {
         m_text.Mark();
-        if (m_levels.empty()) return {{}, MemberKind::kObject, m_root};
+        if (m_levels.empty()) return {{}, MemberKind::kObject, ReportPart::kReport};
         Level& level = m_levels.back();
         if (level.isArray) {
             ++level.count;
@@ -185,205 +161,120 @@ private:
         return level.pMember != nullptr ? *level.pMember : Member{};
     }
 
-    bool Enter(ReportPart part, bool isArray) {
+    bool TakeValue(json value) {
+        const Member member = NextMember();
+        const std::string problem = ProblemOf(member.kind, value);
+        if (!problem.empty()) return Refuse(problem);
+        if (m_levels.back().part == ReportPart::kCommand) {
+            return member.name != "error" || TakeError(value.get_ref<const std::string&>());
+        }
+        // Neither what nobody knows has a name nor what stands in an array.
+        if (!member.name.empty()) {
+            m_levels.back().values[std::string(member.name)] = std::move(value);
+        }
+        return true;
+    }
+    bool TakeError(const std::string& error) {
+        AddError(error, m_entry.facts.errors);
+        return m_entry.facts.errors.size() <= kMostErrorsOfFile ||
+               Refuse("is one reason more than a file can have");
+    }
+
+    // `empty` is an object or an array.
+    bool Enter(const json& empty) {
+        const Member member = NextMember();
+        const std::string problem = ProblemOf(member.kind, empty);
+        if (!problem.empty()) return Refuse(problem);
         if (m_levels.size() == kMostDepth) {
             return Refuse("is nested deeper than " + std::to_string(kMostDepth) + " levels");
         }
-        m_levels.push_back({part, isArray});
+        if (member.inner == ReportPart::kFile) m_entry = {};
+        if (member.inner == ReportPart::kCommands) {
+            m_entry.commands = {&m_text.File(), m_text.Position() - 1, 0};
+        }
+        m_levels.push_back({member.inner, empty.is_array()});
         return true;
     }
-    ReportPart Leave() {
-        m_text.Mark();
-        const ReportPart part = m_levels.back().part;
-        m_levels.pop_back();
-        return part;
-    }
-    [[nodiscard]] ReportPart Part() const { return m_levels.back().part; }
 
-    template <class Number>
-    bool TakeNumber(Number value) {
-        const Member member = NextValue();
-        if (!MayHold(member.kind, value)) return RefuseKind(member.kind);
-        if (member.kind == MemberKind::kSeconds) m_report.run.seconds = static_cast<double>(value);
-        if (member.kind == MemberKind::kSlice) {
-            const auto number = static_cast<std::uint32_t>(value);
-            (member.name == "index" ? m_shard->index : m_shard->count) = number;
-        }
-        if (member.kind == MemberKind::kBytes) {
-            m_entry.facts.bytes = static_cast<std::uint64_t>(value);
-        }
-        if (Part() == ReportPart::kFile) {
-            TakeFileNumber(member.name, static_cast<std::int64_t>(value));
-        }
-        return member.name != "formatVersion" ||
-               TakeFormatVersion(static_cast<std::int64_t>(value) == kFormatVersion);
-    }
-    bool TakeFormatVersion(bool isKnown) {
-        m_hasFormatVersion = isKnown;
-        return isKnown || Refuse("is none that is known");
-    }
-    void TakeFileNumber(std::string_view name, std::int64_t value) {
-        if (name == "modified") m_entry.facts.modified = value;
-        for (const FileNumber& number : kFileNumbers) {
-            if (number.pName == name) m_entry.facts.*number.pMember = value;
-        }
-    }
-    bool TakeName(std::string_view name, const string_t& value) {
-        switch (Part()) {
-            case ReportPart::kReport:
-                return TakeRunName(name, value);
+    bool Leave() {
+        m_text.Mark();
+        const Level level = std::move(m_levels.back());
+        m_levels.pop_back();
+        switch (level.part) {
+            case ReportPart::kShard:
+                return FinishShard(level.values);
+            case ReportPart::kCommands:
+                m_entry.commands.length = m_text.Position() - m_entry.commands.offset;
+                return true;
             case ReportPart::kFile:
-                return TakeFileName(name, value);
-            case ReportPart::kCommand:
-                return TakeCommandName(name, value);
+                return FinishFile(level.values);
+            case ReportPart::kReport:
+                return FinishReport(level.values);
             default:
                 return true;
         }
     }
-    void TakeFileFlag(std::string_view name, bool value) {
-        FileFacts& facts = m_entry.facts;
-        if (name == "sourceChanged") facts.hasSourceChanged = value;
-        if (name == "linkNotFollowed") facts.isLinkNotFollowed = value;
-        // Reports of old versions have no member that tells more.
-        if (name == "kept" && value && facts.result == ResultState::kNone) {
-            facts.result = ResultState::kKept;
+    bool FinishShard(const json& shard) {
+        if (shard.size() < 2) return Refuse("lacks its index or count");
+        m_shard = Shard{shard["index"].get<std::uint32_t>(), shard["count"].get<std::uint32_t>()};
+        return m_shard->index <= m_shard->count || Refuse("has an index beyond its count");
+    }
+    bool FinishFile(const json& file) {
+        if (!file.contains("path") || !file.contains("outcome")) {
+            return Refuse("lacks its path or outcome");
         }
-    }
-    bool TakeFileName(std::string_view name, const string_t& value) {
-        FileFacts& facts = m_entry.facts;
-        if (name == "path") {
-            m_hasPath = true;
-            return m_hasRawPath || TakePath(value);
-        }
-        if (name == "rawPath") {
-            m_hasRawPath = true;
-            const std::optional<std::string> path = PercentDecode(value);
-            return path ? TakePath(*path) : Refuse("is not what it should be");
-        }
-        if (name == "encoding") facts.encoding = value;
-        if (name == "message") facts.message = value;
-        if (name == "result") {
-            const std::optional<ResultState> state = ResultStateOf(value);
-            if (!state) return Refuse("is no state of a result");
-            facts.result = *state;
-        }
-        if (name == "outcome") {
-            const std::optional<FileOutcome> outcome = FileOutcomeOf(value);
-            if (!outcome) return Refuse("is no outcome of a file");
-            facts.outcome = *outcome;
-            m_hasOutcome = true;
-        }
-        return true;
-    }
-    bool TakePath(const std::string& path) {
-        m_entry.facts.path = path;
-        return path.size() <= kMostPathBytes || RefuseLength(kMostPathBytes);
-    }
-    bool TakeCommandName(std::string_view name, const string_t& value) {
-        if (name == "outcome" && !IsOutcomeInReport(value)) {
-            return Refuse("is no outcome of a command");
-        }
-        if (name != "error") return true;
-        AddError(value, m_entry.facts.errors);
-        return m_entry.facts.errors.size() <= kMostErrorsOfFile ||
-               Refuse("is one reason more than a file can have");
-    }
-    bool TakeRunName(std::string_view name, const string_t& value) {
-        if (name == "source") m_report.run.source = value;
-        if (name == "target") m_report.run.target = value;
-        if (name != "format") return true;
-        m_hasFormat = value == kFormat;
-        return m_hasFormat || Refuse("is not that of a report");
-    }
-    bool TakeDate(const string_t& value) {
-        const std::optional<std::int64_t> time = ParseTime(value);
-        if (!time) return RefuseKind(MemberKind::kDate);
-        m_report.run.started = *time;
-        return true;
-    }
-
-    bool FinishShard() {
-        if (m_shard->index == 0 || m_shard->count == 0) return Refuse("lacks its index or count");
-        if (m_shard->index > m_shard->count) return Refuse("has an index beyond its count");
-        m_report.run.shard = m_shard;
-        return true;
-    }
-    bool FinishFile() {
-        if (!m_hasPath || !m_hasOutcome) return Refuse("lacks its path or outcome");
+        FileFacts facts = FileFactsOf(file);
+        facts.errors = std::move(m_entry.facts.errors);
         if (!m_report.files.empty()) {
             const std::string& before = m_report.files.back().facts.path;
-            if (m_entry.facts.path == before)
-                return Refuse("is the same file as the one before it");
-            if (m_entry.facts.path < before) return Refuse("is not in the order of the paths");
+            if (facts.path == before) return Refuse("is the same file as the one before it");
+            if (facts.path < before) return Refuse("is not in the order of the paths");
         }
-        if (const std::optional<std::string_view> member = m_sums.Add(m_entry.facts)) {
+        if (const std::optional<std::string_view> member = m_sums.Add(facts)) {
             return Refuse("makes the sum of all \"" + std::string(*member) + "\" too large");
         }
-        m_report.files.push_back(std::move(m_entry));
+        m_report.files.push_back({std::move(facts), m_entry.commands});
         return true;
     }
-    bool FinishReport() {
-        const RunFacts& run = m_report.run;
-        if (!m_hasFormat || !m_hasFormatVersion) {
-            m_problem = "it lacks its format or formatVersion";
-        } else if (run.seconds > static_cast<double>(kLastTime - run.started)) {
+    bool FinishReport(const json& report) {
+        if (!report.contains("format") || !report.contains("formatVersion")) {
+            return Refuse("lacks its format or formatVersion");
+        }
+        m_report.run = RunFactsOf(report);
+        m_report.run.shard = m_shard;
+        if (m_report.run.seconds > static_cast<double>(kLastTime - m_report.run.started)) {
             m_problem = "by started and seconds the run ended after the year 9999";
         }
         return m_problem.empty();
     }
 
     StoredText& m_text;
-    ReportPart m_root;
     Report& m_report;
     std::string m_problem;
     std::vector<Level> m_levels;
-    FileEntry m_entry;
+    FileEntry m_entry;  // of the file that is being read: its errors and its commands
     FileSums m_sums;
     std::optional<Shard> m_shard;
-    bool m_hasPath = false;
-    bool m_hasRawPath = false;
-    bool m_hasOutcome = false;
-    bool m_hasFormat = false;
-    bool m_hasFormatVersion = false;
 };
 
-bool Parse(StoredText& text, ReportReader& reader, bool isWhole) {
-    return nlohmann::json::sax_parse(StoredTextIterator(&text), StoredTextIterator(), &reader,
-                                     nlohmann::json::input_format_t::json, isWhole) &&
-           !text.Failed();
-}
-
-// The file may have been written to since it was first read, so its numbers are looked at again.
-bool TakeNumber(const nlohmann::json& command, const char* pName, MemberKind kind,
-                std::int64_t& number) {
-    const auto found = command.find(pName);
-    if (found == command.end()) return true;
-    if (found->is_number_unsigned()) {
-        const auto value = found->get<std::uint64_t>();
-        number = static_cast<std::int64_t>(value);
-        return MayHold(kind, value);
+// Nothing where a member holds what it cannot hold.
+std::optional<CommandFacts> CommandFactsOf(const json& command) {
+    for (const Member& member : MembersOf(ReportPart::kCommand)) {
+        const auto found = command.find(member.name);
+        if (found != command.end() && !ProblemOf(member.kind, *found).empty()) return std::nullopt;
     }
-    if (!found->is_number_integer()) return false;
-    number = found->get<std::int64_t>();
-    return MayHold(kind, number);
-}
-
-// Nothing where numbers are wrong; throws where texts are.
-std::optional<CommandFacts> CommandFactsOf(const nlohmann::json& json) {
     CommandFacts facts;
-    if (!TakeNumber(json, "firstLine", MemberKind::kCount, facts.firstLine) ||
-        !TakeNumber(json, "lastLine", MemberKind::kCount, facts.lastLine) ||
-        !TakeNumber(json, "errorLine", MemberKind::kCount, facts.errorLine) ||
-        !TakeNumber(json, "errorColumn", MemberKind::kColumn, facts.errorColumn)) {
-        return std::nullopt;
-    }
-    facts.type = json.value("type", "");
-    facts.outcome = json.value("outcome", "");
-    facts.source = json.value("source", "");
-    facts.generated = json.value("generated", "");
-    facts.error = json.value("error", "");
-    facts.message = json.value("message", "");
-    facts.warnings = json.value("warnings", std::vector<std::string>{});
+    facts.type = TextOf(command, "type");
+    facts.outcome = TextOf(command, "outcome");
+    facts.firstLine = command.value("firstLine", std::int64_t{0});
+    facts.lastLine = command.value("lastLine", std::int64_t{0});
+    facts.source = TextOf(command, "source");
+    facts.generated = TextOf(command, "generated");
+    facts.error = TextOf(command, "error");
+    facts.errorLine = command.value("errorLine", std::int64_t{0});
+    facts.errorColumn = command.value("errorColumn", std::int64_t{0});
+    facts.message = TextOf(command, "message");
+    facts.warnings = command.value("warnings", std::vector<std::string>{});
     return facts;
 }
 
@@ -392,13 +283,17 @@ std::optional<CommandFacts> CommandFactsOf(const nlohmann::json& json) {
 bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error,
                     std::uint64_t longestText) {
     StoredText text(file, 0, file.Size(), longestText);
-    ReportReader reader(text, ReportPart::kReport, report);
-    if (Parse(text, reader, true)) return true;
+    ReportReader reader(text, report);
+    if (json::sax_parse(StoredTextIterator(&text), StoredTextIterator(), &reader) &&
+        !text.Failed()) {
+        return true;
+    }
+    error = "this is no report, or it is damaged";
     if (!reader.Problem().empty()) {
-        error = "this is no report, or it is damaged: " + reader.Problem();
+        error.append(": ").append(reader.Problem());
         return false;
     }
-    error = "this is no report, or it is damaged near byte " + std::to_string(text.Position());
+    error.append(" near byte ").append(std::to_string(text.Position()));
     const std::string place = reader.Place();
     if (!place.empty()) error.append(" (").append(place).append(")");
     return false;
@@ -410,18 +305,17 @@ bool ForEachCommand(const CommandsPlace& place,
     StoredText text(*place.pFile, place.offset, place.offset + place.length);
     bool isValid = true;
     try {
-        const auto takeAndDrop = [&](int depth, nlohmann::json::parse_event_t event,
-                                     nlohmann::json& value) {
-            if (depth != 1 || event != nlohmann::json::parse_event_t::object_end) return true;
+        // The file may have been written to since it was first read, so all is looked at again.
+        const auto takeAndDrop = [&](int depth, json::parse_event_t event, json& value) {
+            if (depth != 1 || event != json::parse_event_t::object_end) return true;
             const std::optional<CommandFacts> facts = CommandFactsOf(value);
             isValid = isValid && facts;
             if (isValid) take(*facts);
             return false;
         };
-        const nlohmann::json rest =
-            nlohmann::json::parse(StoredTextIterator(&text), StoredTextIterator(), takeAndDrop);
+        const json rest = json::parse(StoredTextIterator(&text), StoredTextIterator(), takeAndDrop);
         return isValid && rest.is_array() && !text.Failed();
-    } catch (const nlohmann::json::exception&) {
+    } catch (const json::exception&) {
         return false;
     }
 }
