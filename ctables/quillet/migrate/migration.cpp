@@ -18,7 +18,6 @@
 #include "migrate/exitstatus.h"
 #include "migrate/filemigration.h"
 #include "migrate/filetree.h"
-#include "migrate/interruption.h"
 #include "migrate/journal.h"
 #include "migrate/pattern.h"
 #include "migrate/progress.h"
@@ -29,6 +28,8 @@
 #include "migrate/summary.h"
 #include "migrate/systemfiles.h"
 #include "migrate/targetfolder.h"
+#include "platform/interruption.h"
+#include "platform/process.h"
 #include "platform/system.h"
 
 namespace quillet::migrate {
@@ -52,7 +53,7 @@ class MigrationRun {
 public:
     explicit MigrationRun(const Settings& settings)
         : m_settings(settings),
-          m_interruption(m_stop),
+          m_interruption(m_stop, kInterruptedStatus),
           m_started(std::time(nullptr)),
           m_start(std::chrono::steady_clock::now()) {}
 

@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <system_error>
 
-#include "migrate/systemfiles.h"
 #include "platform/numbertext.h"
+#include "platform/process.h"
 #include "platform/system.h"
 
 namespace quillet::migrate {

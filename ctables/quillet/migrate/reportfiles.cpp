@@ -10,6 +10,7 @@
 #include "migrate/jsonreport.h"
 #include "migrate/junitreport.h"
 #include "migrate/systemfiles.h"
+#include "platform/process.h"
 
 namespace quillet::migrate {
 

@@ -1,8 +1,7 @@
 #include "migrate/resultoptions.h"
 
-#include <langinfo.h>
-
 #include "platform/codepage.h"
+#include "platform/process.h"
 
 namespace quillet::migrate {
 
@@ -12,7 +11,7 @@ std::string TextOf(const ResultOptions& options) {
 }
 
 std::string LegacyEncodingName() {
-    return CodePage::System() != nullptr ? nl_langinfo(CODESET) : "windows-1252";
+    return CodePage::System() != nullptr ? LocaleEncodingName() : "windows-1252";
 }
 
 }  // namespace quillet::migrate

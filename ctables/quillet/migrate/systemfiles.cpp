@@ -1,39 +1,17 @@
 #include "migrate/systemfiles.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/ioctl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <filesystem>
 #include <tuple>
 #include <utility>
 
 #include "platform/blocksize.h"
 #include "platform/descriptor.h"
+#include "platform/openfile.h"
 
 namespace quillet::migrate {
 
 namespace {
-
-constexpr mode_t kPermissionBits = 0777;
-
-std::error_code ErrorOf(int number) { return {number, std::generic_category()}; }
-
-bool WriteAll(int descriptor, std::string_view bytes, std::error_code& error) {
-    while (!bytes.empty()) {
-        const std::ptrdiff_t count = WriteDescriptor(descriptor, bytes.data(), bytes.size());
-        if (count <= 0) {
-            error = ErrorOf(count < 0 ? errno : EIO);
-            return false;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
-}
 
 auto TimeOf(const FileStatus& status) {
     return std::tuple(status.modified, status.modifiedNanoseconds);
@@ -93,7 +71,9 @@ std::unique_ptr<SourceFile> SourceFile::Open(const Folder& root, std::string_vie
     FileStatus status;
     if (!file.IsOpen() || !ReadStatusOf(file, status, error)) return nullptr;
     if (status.kind != FileKind::kFile) {
-        error = ErrorOf(status.kind == FileKind::kFolder ? EISDIR : EINVAL);
+        error =
+            std::make_error_code(status.kind == FileKind::kFolder ? std::errc::is_a_directory
+                                                                  : std::errc::invalid_argument);
         return nullptr;
     }
     return std::unique_ptr<SourceFile>(new SourceFile(std::move(file), status));
@@ -102,13 +82,13 @@ std::unique_ptr<SourceFile> SourceFile::Open(const Folder& root, std::string_vie
 std::size_t SourceFile::Read(char* buffer, std::size_t size) {
     if (m_error) return 0;
     const std::ptrdiff_t count = ReadDescriptor(m_file.Get(), buffer, size);
-    if (count < 0) m_error = ErrorOf(errno);
+    if (count < 0) m_error = LastError();
     return count < 0 ? 0 : static_cast<std::size_t>(count);
 }
 
 bool SourceFile::Rewind() {
     if (m_error) return false;
-    if (!SetPosition(m_file.Get(), 0)) m_error = ErrorOf(errno);
+    if (!SetPosition(m_file.Get(), 0)) m_error = LastError();
     return !m_error;
 }
 
@@ -145,28 +125,22 @@ NewFile::~NewFile() {
     if (!m_temporaryName.empty()) static_cast<void>(m_folder->Remove(m_temporaryName, ignored));
 }
 
-bool NewFile::Fail(int error) {
-    m_error = ErrorOf(error);
-    return false;
-}
-
 bool NewFile::Flush() {
     if (m_error) return false;
-    const bool isWritten = WriteAll(m_file.Get(), m_buffer, m_error);
+    const bool isWritten = WriteAll(m_file, m_buffer, m_error);
     m_buffer.clear();
     return isWritten;
 }
 
 bool NewFile::Write(std::string_view bytes) {
     if (m_buffer.size() + bytes.size() > kBlockSize && !Flush()) return false;
-    if (bytes.size() > kBlockSize) return WriteAll(m_file.Get(), bytes, m_error);
+    if (bytes.size() > kBlockSize) return WriteAll(m_file, bytes, m_error);
     m_buffer.append(bytes);
     return !m_error;
 }
 
 bool NewFile::Complete(unsigned permissions) {
-    if (!Flush()) return false;
-    if (fchmod(m_file.Get(), permissions & kPermissionBits) != 0) return Fail(errno);
+    if (!Flush() || !SetPermissions(m_file, permissions, m_error)) return false;
     BeginSync(m_file);
     return true;
 }
@@ -174,7 +148,8 @@ bool NewFile::Complete(unsigned permissions) {
 // A name must not be on the disk before the content is, or a power failure leaves it empty.
 bool NewFile::Sync() {
     if (m_error || !SyncContent(m_file, m_error)) return false;
-    return m_file.Close() || Fail(errno);
+    if (!m_file.Close()) m_error = LastError();
+    return !m_error;
 }
 
 bool NewFile::Publish(const std::string& name) {
@@ -183,30 +158,18 @@ bool NewFile::Publish(const std::string& name) {
     return true;
 }
 
-unsigned DefaultPermissions() {
-    constexpr mode_t kReadableAndWritable = 0666;
-    const mode_t mask = umask(0);
-    umask(mask);
-    return kReadableAndWritable & ~mask;
-}
-
 std::unique_ptr<StoredFile> StoredFile::Hold(FileDescriptor file, std::error_code& error) {
     FileStatus status;
     if (!file.IsOpen() || !ReadStatusOf(file, status, error)) return nullptr;
     if (status.kind != FileKind::kFile) {
-        error = ErrorOf(EINVAL);
+        error = std::make_error_code(std::errc::invalid_argument);
         return nullptr;
     }
     return std::unique_ptr<StoredFile>(new StoredFile(std::move(file)));
 }
 
 std::unique_ptr<StoredFile> StoredFile::Open(const std::string& path, std::error_code& error) {
-    int descriptor = -1;
-    do {
-        descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    } while (descriptor < 0 && errno == EINTR);
-    if (descriptor < 0) error = ErrorOf(errno);
-    return Hold(FileDescriptor(descriptor), error);
+    return Hold(OpenNamedFile(path, error), error);
 }
 
 std::unique_ptr<StoredFile> StoredFile::Open(const Folder& folder, const std::string& name,
@@ -215,16 +178,7 @@ std::unique_ptr<StoredFile> StoredFile::Open(const Folder& folder, const std::st
 }
 
 std::ptrdiff_t StoredFile::ReadAt(std::uint64_t offset, char* buffer, std::size_t size) const {
-    std::size_t total = 0;
-    while (total < size) {
-        const ssize_t count =
-            pread(m_file.Get(), buffer + total, size - total, static_cast<off_t>(offset + total));
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return -1;
-        if (count == 0) break;
-        total += static_cast<std::size_t>(count);
-    }
-    return static_cast<std::ptrdiff_t>(total);
+    return quillet::ReadAt(m_file, offset, buffer, size);
 }
 
 std::optional<std::uint64_t> StoredFile::KnownSize() const {
@@ -234,11 +188,7 @@ std::optional<std::uint64_t> StoredFile::KnownSize() const {
     return status.size;
 }
 
-bool StoredFile::IsFree() const {
-    if (flock(m_file.Get(), LOCK_SH | LOCK_NB) != 0) return errno != EWOULDBLOCK;
-    static_cast<void>(flock(m_file.Get(), LOCK_UN));
-    return true;
-}
+bool StoredFile::IsFree() const { return IsUnlocked(m_file); }
 
 std::unique_ptr<AppendedFile> AppendedFile::Open(std::shared_ptr<const Folder> folder,
                                                  const std::string& name, std::error_code& error) {
@@ -250,11 +200,11 @@ std::unique_ptr<AppendedFile> AppendedFile::Open(std::shared_ptr<const Folder> f
         FileStatus opened;
         if (!file.IsOpen() || !ReadStatusOf(file, opened, error)) return nullptr;
         if (opened.kind != FileKind::kFile) {
-            error = ErrorOf(EINVAL);
+            error = std::make_error_code(std::errc::invalid_argument);
             return nullptr;
         }
         // Where there are no locks two runs at a time are the user's to avoid.
-        if (flock(file.Get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) break;
+        if (!TryLock(file)) break;
         FileStatus named;
         std::error_code nameError;
         const bool hasStatus = folder->ReadStatus(name, named, nameError);
@@ -275,29 +225,16 @@ std::unique_ptr<AppendedFile> AppendedFile::Open(std::shared_ptr<const Folder> f
 }
 
 bool AppendedFile::Append(std::string_view bytes, std::error_code& error) {
-    return WriteAll(m_file.Get(), bytes, error);
+    return WriteAll(m_file, bytes, error);
 }
 
 bool AppendedFile::Sync(std::error_code& error) { return SyncContent(m_file, error); }
 
-bool AppendedFile::Truncate(std::uint64_t size) {
-    return ftruncate(m_file.Get(), static_cast<off_t>(size)) == 0;
-}
+bool AppendedFile::Truncate(std::uint64_t size) { return SetSize(m_file, size); }
 
 void AppendedFile::Remove() {
     std::error_code ignored;
     static_cast<void>(m_folder->Remove(m_name, ignored));
 }
-
-bool IsErrorTerminal() { return isatty(STDERR_FILENO) == 1; }
-
-std::size_t ErrorTerminalWidth() {
-    constexpr std::size_t kUsualWidth = 80;
-    struct winsize size {};
-    const bool isKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return isKnown ? size.ws_col : kUsualWidth;
-}
-
-long ProcessNumber() { return getpid(); }
 
 }  // namespace quillet::migrate

@@ -98,7 +98,6 @@ public:
 private:
     NewFile(FileDescriptor file, std::shared_ptr<const Folder> folder, std::string temporaryName);
     [[nodiscard]] bool Flush();
-    [[nodiscard]] bool Fail(int error);
 
     FileDescriptor m_file;
     std::shared_ptr<const Folder> m_folder;
@@ -106,9 +105,6 @@ private:
     std::string m_buffer;
     std::error_code m_error;
 };
-
-/// The rights of a new file whose model is none other.
-[[nodiscard]] unsigned DefaultPermissions();
 
 /// A file that is read at any place. Keeps its content when the name goes to another file.
 class StoredFile {
@@ -167,13 +163,6 @@ private:
     std::shared_ptr<const Folder> m_folder;
     std::string m_name;
 };
-
-/// Whether standard error is a terminal, and how many columns it has (80 when it does not tell).
-[[nodiscard]] bool IsErrorTerminal();
-[[nodiscard]] std::size_t ErrorTerminalWidth();
-
-/// The number of this process.
-[[nodiscard]] long ProcessNumber();
 
 }  // namespace quillet::migrate
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "migrate/systemfiles.h"
+#include "platform/process.h"
 
 namespace quillet::migrate {
 

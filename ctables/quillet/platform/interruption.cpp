@@ -1,13 +1,11 @@
-#include "migrate/interruption.h"
+#include "platform/interruption.h"
 
 #include <pthread.h>
 #include <unistd.h>
 
 #include <system_error>
 
-#include "migrate/exitstatus.h"
-
-namespace quillet::migrate {
+namespace quillet {
 
 namespace {
 
@@ -22,7 +20,7 @@ bool IsIgnored(int signal) {
 }  // namespace
 
 // A thread that waits may do whatever it needs, which a signal handler may not.
-Interruption::Interruption(std::stop_source& stop) : m_stop(stop) {
+Interruption::Interruption(std::stop_source& stop, int status) : m_stop(stop), m_status(status) {
     sigemptyset(&m_signals);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         if (!IsIgnored(signal)) sigaddset(&m_signals, signal);
@@ -49,8 +47,8 @@ void Interruption::Wait() {
     while (!m_isOver) {
         int signal = 0;
         if (sigwait(&m_signals, &signal) != 0 || signal == kWakeUp) continue;
-        if (!m_stop.request_stop()) _exit(kInterruptedStatus);
+        if (!m_stop.request_stop()) _exit(m_status);
     }
 }
 
-}  // namespace quillet::migrate
+}  // namespace quillet
