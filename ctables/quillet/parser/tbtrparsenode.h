@@ -17,8 +17,10 @@ namespace quillet {
 /// list tells what each of them is.
 enum NodeType : unsigned {
     kNoNodeType = 0,
+// NOLINTBEGIN(bugprone-macro-parentheses): names of enumerators cannot have any
 #define QUILLET_TOKEN(code, number) code = number,
 #define QUILLET_NODE(code, number) code = number,
+// NOLINTEND(bugprone-macro-parentheses)
 #include "parser/tbtrcodes.def"
 };
 

@@ -47,7 +47,6 @@ void ReportAssertion(const AssertionFailure& failure);
 /// `if (!QUILLET_ASSERT(pNode, "pNode")) return nullptr;`. The text is given apart because it is
 /// part of what users may report and must survive reformatting. Each module that asserts
 /// defines `kModule`, its name, in an unnamed namespace.
-// NOLINTNEXTLINE(cppcoreguidelines-macro-usage): only a macro knows its line
 #define QUILLET_ASSERT(condition, text) \
     ((condition) ? true : (::quillet::ReportAssertion({text, kModule, __LINE__}), false))
 
