@@ -12,26 +12,12 @@
 #include "bison/tbtrtables.h"
 #include "parser/tbtrparsenode.h"
 #include "parser/tbtrtablescommand.h"
-#include "platform/assertion.h"
 #include "platform/codepage.h"
+#include "support/assertionrecorder.h"
 #include "tokenizer/tavqtokensequence.h"
 #include "translator/parsetree.h"
 
 namespace quillet {
-
-/// Collects the texts of the assertions that fail while it lives.
-class AssertionCollector {
-public:
-    AssertionCollector()
-        : m_handler(
-              [this](const AssertionFailure& failure) { m_texts.emplace_back(failure.text); }) {}
-
-    [[nodiscard]] const std::vector<std::string>& Texts() const { return m_texts; }
-
-private:
-    std::vector<std::string> m_texts;
-    ScopedAssertionHandler m_handler;
-};
 
 /// A parsed TABLES command, read as UTF-8. `source` is the whole command, with the word TABLES,
 /// without the final period.
@@ -74,7 +60,7 @@ struct TablesConversion {
 
 inline TablesConversion ConvertTablesCommand(const std::string& source) {
     TablesConversion conversion;
-    const AssertionCollector assertions;
+    const AssertionRecorder assertions;
     ParsedCommand parsed(source);
     conversion.parsed = parsed.Parsed();
     if (conversion.parsed) {
@@ -103,7 +89,7 @@ inline std::vector<std::string> SubcommandsOf(const std::string& text, std::stri
     return found;
 }
 
-/// What stands behind "/TABLE " in the first table that `source` is converted to; the outcome in
+/// What stands after "/TABLE " in the first table that `source` is converted to; the outcome in
 /// angle brackets when it is not converted.
 inline std::string ConvertedTable(const std::string& source) {
     const TablesConversion conversion = ConvertTablesCommand(source);

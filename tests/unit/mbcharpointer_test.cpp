@@ -11,31 +11,12 @@
 
 #include "platform/assertion.h"
 #include "platform/codepage.h"
+#include "support/doublebytepage.h"
 
 namespace quillet {
 namespace {
 
 using namespace std::string_literals;
-
-// A double-byte page in which a byte from 0x81 to 0x9F leads a pair, whatever follows it, so
-// that a trail byte may look like any ASCII character.
-class DoubleBytePage : public CodePage {
-public:
-    DoubleBytePage() = default;
-
-    [[nodiscard]] std::size_t NonAsciiLength(const char* bytes,
-                                             std::size_t maxBytes) const override {
-        const auto lead = static_cast<unsigned char>(*bytes);
-        if (lead < 0x81 || lead > 0x9F) return 1;
-        return maxBytes < 2 || bytes[1] == '\0' ? 0 : 2;
-    }
-    void AppendUpper(std::string_view character, std::string& result) const override {
-        result += character;
-    }
-    void AppendAsUtf8(std::string_view /*character*/, std::string& result) const override {
-        AppendCodePoint(kReplacementCharacter, result);
-    }
-};
 
 // A faulty page whose characters swallow all bytes that there are, the closing NUL as well.
 class GreedyPage : public CodePage {

@@ -2,38 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstddef>
-#include <ctime>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/codepage.h"
+#include "support/doublebytepage.h"
 
 namespace quillet {
 namespace {
 
 using namespace std::string_literals;
-
-// A double-byte page in which a byte from 0x81 to 0x9F leads a pair, whatever follows it.
-class DoubleBytePage : public CodePage {
-public:
-    DoubleBytePage() = default;
-
-    [[nodiscard]] std::size_t NonAsciiLength(const char* bytes,
-                                             std::size_t maxBytes) const override {
-        const auto lead = static_cast<unsigned char>(*bytes);
-        if (lead < 0x81 || lead > 0x9F) return 1;
-        return maxBytes < 2 || bytes[1] == '\0' ? 0 : 2;
-    }
-    void AppendUpper(std::string_view character, std::string& result) const override {
-        result += character;
-    }
-    void AppendAsUtf8(std::string_view /*character*/, std::string& result) const override {
-        AppendCodePoint(kReplacementCharacter, result);
-    }
-};
 
 int Sign(int value) { return value < 0 ? -1 : (value > 0 ? 1 : 0); }
 
@@ -267,39 +247,6 @@ TEST(MultibyteTest, ComparesWithoutCase) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(Sign(TAVQMBqstricmp_A(c.codePage, c.left, c.right)), c.sign);
         EXPECT_EQ(Sign(TAVQMBqstricmp_A(c.codePage, c.right, c.left)), -c.sign);
-    }
-}
-
-template <class Work>
-double BestSeconds(const Work& work) {
-    double best = 1e9;
-    for (int run = 0; run < 5; ++run) {
-        const std::clock_t begin = std::clock();
-        work();
-        best = std::min(best, static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC);
-    }
-    return best;
-}
-
-TEST(MultibyteTest, CostIsLinear) {
-    constexpr std::size_t kCount = 50000;
-    for (const char* piece : {"a", "é", "ɐ", "\xFF", "."}) {
-        SCOPED_TRACE(piece);
-        std::size_t sink = 0;
-        const auto work = [&](std::size_t count) {
-            std::string text;
-            for (std::size_t i = 0; i < count; ++i) text += piece;
-            return BestSeconds([&] {
-                sink += TAVQMBstrupr_A(CodePage::Utf8(), text).size();
-                sink += TAVQMBStringTruncate_A(CodePage::Utf8(), text, text.size() - 1).size();
-                sink += TAVQMBstrrchr_A(CodePage::Utf8(), text, 'x') & 1U;
-                sink += TAVQMBqstricmp_A(CodePage::Utf8(), text, text) == 0 ? 1U : 0U;
-            });
-        };
-        const double once = work(kCount);
-        const double fourTimes = work(4 * kCount);
-        EXPECT_LT(fourTimes, 10 * once + 0.02);
-        EXPECT_GT(sink, 0U);
     }
 }
 

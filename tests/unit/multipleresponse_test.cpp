@@ -145,7 +145,7 @@ TEST(MultipleResponseTest, AssertsTheShapeOfTheTree) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.assertion);
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         ParsedCommand parsed(std::string("TABLES ") + c.globals + " /TABLE a");
         ASSERT_TRUE(parsed.Parsed());
         c.damage(parsed.Root());

@@ -13,7 +13,6 @@
 namespace quillet {
 namespace {
 
-using tablesparsing::AssertionRecorder;
 using Texts = std::vector<std::string>;
 
 // Counts the living objects, so that a test sees whether something was destroyed.

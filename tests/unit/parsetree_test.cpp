@@ -174,8 +174,8 @@ TEST(ParseTreeTest, WrapsTheSetsCommandToo) {
               "  variable2 TO variable9 variable10.\n");
 }
 
-// What stands behind a literal, up to the next token, belongs to its spelling.
-TEST(ParseTreeTest, LiteralsKeepTheBlanksBehindThem) {
+// What stands after a literal, up to the next token, belongs to its spelling.
+TEST(ParseTreeTest, LiteralsKeepTheBlanksAfterThem) {
     EXPECT_EQ(Converted("/FTOTAL t 'All' \n /TABLE a + t /TITLE 'x'   'y'  /CORNER 'z' "),
               "CTABLES\n"
               "  /MRSETS COUNTDUPLICATES=YES\n"
@@ -237,7 +237,7 @@ TEST(ParseTreeTest, AssertsTheShapeOfTheTree) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.assertion);
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         ParsedCommand parsed("TABLES /TABLE a");
         c.damage(parsed.Root());
         std::string text = "old";

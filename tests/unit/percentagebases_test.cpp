@@ -132,7 +132,7 @@ TEST(PercentageBasesTest, NamesTheBases) {
     EXPECT_EQ(BaseWord(TBTR_LAYERPCT), "LAYERPCT.");
     EXPECT_EQ(BaseWord(TBTR_TABPCT), "TABLEPCT.");
 
-    const AssertionCollector assertions;
+    const AssertionRecorder assertions;
     EXPECT_EQ(BaseWord(static_cast<PercentageBase>(16)), "TABLEPCT.");
     EXPECT_EQ(assertions.Texts(), std::vector<std::string>({"pctBases & TBTR_TABPCT"}));
 }
@@ -194,7 +194,7 @@ TEST(PercentageBasesTest, ThereAreThreeDimensions) {
     const Term term({parsed.Table().GetChild(0)}, types);
     const VariableNames names = {"A"};
     for (const std::size_t statsCompDim : {std::size_t{0}, std::size_t{4}}) {
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         CommandBudget budget;
         PercentageBases bases(parsed.Table(), statsCompDim, budget);
         EXPECT_EQ(bases.BasesOf(&names, term), static_cast<unsigned>(TBTR_TABPCT));

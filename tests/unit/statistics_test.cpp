@@ -13,7 +13,7 @@ namespace {
 
 struct TableCase {
     const char* name;
-    const char* source;  // behind TABLES
+    const char* source;  // after TABLES
     const char* expected;
 };
 
@@ -129,7 +129,7 @@ TEST(StatisticsTest, WritesNamesNumbersLabelsAndFormats) {
         {"a format as written", "/TABLE a /STATISTICS COUNT(a (Pct5.1))", "a[C][COUNT,Pct5.1]"},
         {"a label in front of the format", "/TABLE a /STATISTICS COUNT(a 'n'(F3))",
          "a[C][COUNT,'n',F3]"},
-        {"a label behind the format", "/TABLE a /STATISTICS COUNT(a(F3)'n')", "a[C][COUNT,'n',F3]"},
+        {"a label after the format", "/TABLE a /STATISTICS COUNT(a(F3)'n')", "a[C][COUNT,'n',F3]"},
     };
     ExpectTables(cases);
 }
@@ -303,7 +303,7 @@ TEST(StatisticsTest, AssertsTheShapeOfATotal) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.assertion);
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         ParsedCommand parsed("TABLES /FTOTAL t /TABLE a + t /STATISTICS COUNT(t)");
         const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
         TotalRecords records;
@@ -355,7 +355,7 @@ TEST(StatisticsTest, AssertsTheShapeOfTheTree) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         ParsedCommand parsed(std::string("TABLES /TABLE a BY b /STATISTICS ") + c.statistics);
         ASSERT_TRUE(parsed.Parsed());
         c.damage(*parsed.Group().GetChild(1)->GetChild(0));

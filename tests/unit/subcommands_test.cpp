@@ -80,7 +80,7 @@ TEST(SubcommandsTest, OfTheSettingsInAFormatTheLastCount) {
 }
 
 TEST(SubcommandsTest, AFormatHasOnlyKnownSettings) {
-    const AssertionCollector assertions;
+    const AssertionRecorder assertions;
     ParsedCommand parsed("TABLES /FORMAT ZERO /TABLE a");
     parsed.Globals()->GetChild(0)->GetChild(0)->SetNodeType(TB_ON);
     OutputSequence out;
@@ -275,7 +275,7 @@ TEST(SubcommandsTest, WithoutAMagnetASortIsByCounts) {
     const std::pair<const TbTrParseNode*, const char*> cases[] = {{nullptr, "pFirstMagnetVar"},
                                                                   {&noName, "pFirstMagnetVarTok"}};
     for (const auto& [pMagnet, assertion] : cases) {
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         OutputSequence out;
         EXPECT_TRUE(WriteSort(parsed.Group(), columns, pMagnet, context, out));
         EXPECT_EQ(out.Format(80, 2), "/CATEGORIES VAR=a ORDER=D KEY=COUNT");
@@ -303,7 +303,7 @@ TEST(SubcommandsTest, AssertsTheShapeOfASort) {
     };
     for (const DamageCase& c : cases) {
         SCOPED_TRACE(c.assertion);
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         ParsedCommand parsed("TABLES /TABLE a /SORT a (MEAN)");
         ASSERT_TRUE(parsed.Parsed());
         c.damage(*parsed.Group().GetChild(1));

@@ -117,7 +117,7 @@ TEST(SummaryFunctionsTest, SettingsChooseTheBaseOfPercentages) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.globals);
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         ParsedCommand parsed(std::string("TABLES ") + c.globals + " /TABLE a");
         ASSERT_TRUE(parsed.Parsed());
         const GlobalSettings settings(parsed.Globals());
@@ -142,7 +142,7 @@ TEST(SummaryFunctionsTest, SettingsChooseTheBaseOfPercentages) {
 TEST(SummaryFunctionsTest, AnImpossibleBaseAsserts) {
     GlobalSettings settings(nullptr);
     settings.base = TB_CASES;
-    const AssertionCollector assertions;
+    const AssertionRecorder assertions;
     EXPECT_EQ(LookUpSummaryFunction("CPCT", false, settings).name, "VALIDN");
     EXPECT_EQ(assertions.Texts(),
               std::vector<std::string>({"bAttr == TB_ANSWERING || bAttr == 0"}));

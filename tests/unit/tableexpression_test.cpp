@@ -41,7 +41,7 @@ TEST(TableExpressionTest, ChecksTheShapeOfATable) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         ParsedCommand parsed("TABLES /TABLE a BY b BY c");
         c.damage(parsed.Table());
         EXPECT_EQ(HasTableShape(parsed.Table()), c.assertions.empty());
@@ -104,7 +104,7 @@ TEST(TableExpressionTest, MarkersOfOneKindInTwoDimensionsAreAnAssertion) {
 }
 
 TEST(TableExpressionTest, AMarkerThatCannotGoIsAnAssertion) {
-    const AssertionCollector assertions;
+    const AssertionRecorder assertions;
     ParsedCommand parsed("TABLES /TABLE a + (LABELS)");
     parsed.Table().GetChild(0)->RemoveChild(0);
     EXPECT_EQ(RemoveMarkers(parsed.Table(), TB_LABELS), kTwoDimensions);
@@ -202,11 +202,11 @@ TEST(TableExpressionTest, WritesDimensions) {
          "a[C]+(b[C]>c[C]) BY b[C] BY s[S]>d[C]+s[S]>e[C]"},
         {"rows that carry the statistics", "/OBSERVATION s /TABLE (a + b) > s BY c > (d + e)",
          "a[C]>s[S]+b[C]>s[S] BY c[C]>(d[C]+e[C])"},
-        {"statistics behind the innermost variable", "/TABLE a > b /STATISTICS COUNT()",
+        {"statistics after the innermost variable", "/TABLE a > b /STATISTICS COUNT()",
          "a[C]>b[C][COUNT]"},
-        {"statistics behind a scale variable, even outermost",
+        {"statistics after a scale variable, even outermost",
          "/OBSERVATION s /TABLE s > a /STATISTICS COUNT()", "s[S][COUNT]>a[C]"},
-        {"no dimension behind the last one that is there", "/TABLE a BY (LABELS) BY (STATISTICS)",
+        {"no dimension after the last one that is there", "/TABLE a BY (LABELS) BY (STATISTICS)",
          "a[C]"},
         {"BREAK variables", "/BREAK BY r > q /TABLE a BY b /TABLE c", "a[C] BY b[C] BY r[C]>q[C]"},
     };
@@ -226,7 +226,7 @@ TEST(TableExpressionTest, KeepsShortTermsOnOneLine) {
         std::string expected;
     };
     const Case cases[] = {
-        // 33 + 1 + 44 bytes are 78, which fit behind an indentation of 2.
+        // 33 + 1 + 44 bytes are 78, which fit after an indentation of 2.
         {"a dimension of 78 bytes", a + ">" + b + "1234567",
          "\n  " + a + "[C]>" + b + "1234567[C]"},
         {"a dimension of 79 bytes", a + ">" + b + "12345678", a + "[C]>\n  " + b + "12345678[C]"},
@@ -255,7 +255,7 @@ TEST(TableExpressionTest, BreaksALongTermBetweenItsItems) {
 }
 
 TEST(TableExpressionTest, ATotalThatIsLeftIsAnAssertion) {
-    const AssertionCollector assertions;
+    const AssertionRecorder assertions;
     ParsedCommand parsed("TABLES /FTOTAL t /TABLE t");
     OutputSequence out;
     WriteDimension(*parsed.Table().GetChild(0), VariableTypes(CodePage::Utf8(), parsed.Globals()),
@@ -267,7 +267,7 @@ TEST(TableExpressionTest, ATotalThatIsLeftIsAnAssertion) {
 
 TEST(TableExpressionTest, StatisticsNeedOneToThreeDimensions) {
     for (const std::size_t dimensions : {std::size_t{0}, std::size_t{4}}) {
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         ParsedCommand parsed("TABLES /TABLE a BY b BY c");
         TbTrParseNode& table = parsed.Table();
         while (table.GetChildCount() > dimensions) table.RemoveChild(0);

@@ -14,8 +14,8 @@
 #include "driver/reasons.h"
 #include "parser/tbtrparsenode.h"
 #include "parser/tbtrtablescommand.h"
-#include "platform/assertion.h"
 #include "platform/codepage.h"
+#include "support/assertionrecorder.h"
 #include "tokenizer/tavqtoken.h"
 #include "tokenizer/tavqtokensequence.h"
 
@@ -64,19 +64,6 @@ inline std::string TreeText(const TbTrParseNode* pNode) {
     if (pNode->GetChildCount() > 0 || type == TBI_GENERICLIST) text += "(" + children + ")";
     return text;
 }
-
-/// Collects the texts of failed assertions while it lives.
-class AssertionRecorder {
-public:
-    AssertionRecorder()
-        : m_handler(
-              [this](const AssertionFailure& failure) { m_texts.emplace_back(failure.text); }) {}
-    [[nodiscard]] const std::vector<std::string>& Texts() const { return m_texts; }
-
-private:
-    std::vector<std::string> m_texts;
-    ScopedAssertionHandler m_handler;
-};
 
 /// One command, tokenized, and its command object.
 struct Command {

@@ -188,12 +188,12 @@ TEST(TAVQTokenTest, ComparesTexts) {
         {"the value text is in upper case", "with", "WITH", "WITH", 0, false, 0},
         {"bytes are unsigned", "\xE9", "\xE9", "z", 0, true, 1},
         {"bytes are unsigned with a count", "a\xE9", "a\xE9", "az", 2, true, 1},
-        {"a difference behind the count does not matter", "abcX", "abcX", "abcY", 3, true, 0},
+        {"a difference after the count does not matter", "abcX", "abcX", "abcY", 3, true, 0},
         {"a difference in front of the count does", "abX", "abX", "abY", 3, true, -1},
         {"an empty text is less", "", "", "a", 0, true, -1},
         {"empty texts are equal", "", "", "", 3, true, 0},
         {"a NUL byte counts like any other", "a\0b"s, "a\0b"s, "a\0c"s, 0, true, -1},
-        {"a text that goes on behind a NUL byte is longer", "a\0"s, "a\0"s, "a", 0, true, 1},
+        {"a text that goes on after a NUL byte is longer", "a\0"s, "a\0"s, "a", 0, true, 1},
     };
     for (const CompareCase& c : cases) {
         SCOPED_TRACE(c.name);

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/assertion.h"
 #include "platform/codepage.h"
+#include "support/assertionrecorder.h"
 #include "tokenizer/parseerror.h"
 #include "tokenizer/tokensurvey.h"
 
@@ -17,23 +17,6 @@ namespace quillet {
 namespace {
 
 constexpr const char* kLineAssertion = "m_pImp->m_curr < m_pImp->m_tokenVec.Count()";
-
-class AssertionTexts {
-public:
-    AssertionTexts()
-        : m_handler([this](const AssertionFailure& f) { m_texts.emplace_back(f.text); }) {}
-
-    // The texts since the last call.
-    std::vector<std::string> Take() {
-        std::vector<std::string> texts;
-        texts.swap(m_texts);
-        return texts;
-    }
-
-private:
-    std::vector<std::string> m_texts;
-    ScopedAssertionHandler m_handler;
-};
 
 using TextReader = std::size_t (TokenSequenceBase::*)(const char*&, std::size_t&) const;
 
@@ -48,7 +31,7 @@ std::string Read(const TokenSequenceBase& sequence, TextReader reader) {
     return {chars, length};
 }
 
-void ExpectAtEnd(const TokenSequenceBase& sequence, AssertionTexts& assertions) {
+void ExpectAtEnd(const TokenSequenceBase& sequence, AssertionRecorder& assertions) {
     EXPECT_EQ(sequence.CurrentIndex(), sequence.Count());
     EXPECT_EQ(sequence.Type(), 1);
     EXPECT_EQ(sequence.Operator(), 0);
@@ -93,7 +76,7 @@ TEST(TAVQTokenSequenceTest, ShowsEachTokenInTurn) {
         {"not equal", 5, 6, "~=", "~=", "~=", 0.0, 2, 8, "kOperator\t2:8\tkNotOperator\t~=\n"},
     };
     for (int round = 0; round < 2; ++round) {
-        AssertionTexts assertions;
+        AssertionRecorder assertions;
         TAVQTokenSequence sequence(CodePage::Utf8(), text, false, 0);
         EXPECT_EQ(sequence.Count(), 6);
         int index = 0;
@@ -127,7 +110,7 @@ TEST(TAVQTokenSequenceTest, ShowsEachTokenInTurn) {
 }
 
 TEST(TAVQTokenSequenceTest, TheFirstTokenIsReadableBeforeTheFirstAdvance) {
-    AssertionTexts assertions;
+    AssertionRecorder assertions;
     TAVQTokenSequence sequence(CodePage::Utf8(), "a b", false, 0);
     EXPECT_EQ(sequence.CurrentIndex(), 0);
     EXPECT_EQ(Read(sequence, &TokenSequenceBase::GetText), "a");
@@ -144,7 +127,7 @@ TEST(TAVQTokenSequenceTest, TheFirstTokenIsReadableBeforeTheFirstAdvance) {
 TEST(TAVQTokenSequenceTest, AnEmptySequenceIsAtItsEnd) {
     for (const char* text : {"", "  \n\t", ",", "/* open"}) {
         SCOPED_TRACE(text);
-        AssertionTexts assertions;
+        AssertionRecorder assertions;
         TAVQTokenSequence sequence(CodePage::Utf8(), text, false, 0);
         EXPECT_EQ(sequence.Count(), 0);
         ExpectAtEnd(sequence, assertions);
@@ -155,7 +138,7 @@ TEST(TAVQTokenSequenceTest, AnEmptySequenceIsAtItsEnd) {
 }
 
 TEST(TAVQTokenSequenceTest, StepsToAnyToken) {
-    AssertionTexts assertions;
+    AssertionRecorder assertions;
     TAVQTokenSequence sequence(CodePage::Utf8(), "a b c", false, 0);
     while (sequence.Next()) {
     }

@@ -16,7 +16,6 @@
 namespace quillet {
 namespace {
 
-using tablesparsing::AssertionRecorder;
 using tablesparsing::Command;
 using tablesparsing::TreeText;
 using Texts = std::vector<std::string>;

@@ -15,8 +15,6 @@
 namespace quillet {
 namespace {
 
-using tablesparsing::AssertionRecorder;
-
 std::unique_ptr<TAVQToken> Word(const std::string& text) {
     return std::make_unique<TAVQStringToken>(text.data(), text.data() + text.size(), 1, 7, text,
                                              TokenCodes::kNotOperator);
@@ -144,7 +142,7 @@ TEST(TbTrParseNodeTest, InsertNullChildren) {
     };
     const Case cases[] = {
         {"in front", 0, 2, 2, "--abc"},    {"in the middle", 2, 3, 3, "ab---c"},
-        {"at the end", 3, 3, 3, "abc---"}, {"behind the end", 4, 3, 0, "abc"},
+        {"at the end", 3, 3, 3, "abc---"}, {"after the end", 4, 3, 0, "abc"},
         {"none", 1, 0, 0, "abc"},
     };
     for (const Case& c : cases) {
@@ -155,7 +153,7 @@ TEST(TbTrParseNodeTest, InsertNullChildren) {
     }
 }
 
-// The slots in front are kept in spare room; every operation has to count from behind it.
+// The slots in front are kept in spare room; every operation has to count from after it.
 TEST(TbTrParseNodeTest, SpareRoomInFrontIsInvisible) {
     const std::unique_ptr<TbTrParseNode> list = ListOf("abc");
     list->InsertNullChildren(0, 1);

@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "support/repetition.h"
+#include "support/rownames.h"
 #include "tablesparsing.h"
 
 namespace quillet {
@@ -35,7 +37,7 @@ RuleCase Global(std::vector<int> rules, const std::string& text, const std::stri
             "LIST(LIST(" + nodes + ") LIST(TABLE(a)))", std::move(warnings)};
 }
 
-// What follows a table, and what its group then holds behind the table.
+// What follows a table, and what its group then holds after the table.
 RuleCase Local(std::vector<int> rules, const std::string& text, const std::string& nodes,
                Texts warnings = {}) {
     return {std::move(rules), "TABLES /TABLE a " + text,
@@ -218,13 +220,13 @@ std::vector<RuleCase> RuleCases() {
          "TABLES /BREAK + r /TABLE a /TABLE b",
          "LIST(LIST() LIST(TABLE(PLUS(a r))) LIST(TABLE(PLUS(b r))))"},
         {{137}, "TABLES /TABLE a /BREAK BY r", "LIST(LIST() LIST(TABLE(a r)))"},
-        // What stands behind the mistake up to the slash is passed over, whatever it is.
+        // What stands after the mistake up to the slash is passed over, whatever it is.
         Global({70}, "/FORMAT ( ' / ' 5 TABLE - /BASE", "BASE", {kObsoleteFormatText}),
         Global({70}, "/FORMAT CWIDTH(10) /BASE /FORMAT X", "BASE", {kObsoleteFormatText}),
         Global({70}, "/FORMAT X /WRITE x /FORMAT X", "",
                {kObsoleteFormatText, Obsolete("WRITE"), kObsoleteFormatText}),
         Global({70}, "/FORMAT MISSING('-' X", "", {kObsoleteFormatText}),
-        // The mistake is found on the word behind the slash; what belongs to it goes as well.
+        // The mistake is found on the word after the slash; what belongs to it goes as well.
         Global({70}, "/FORMAT /CAPTION 'x'", "", {kObsoleteFormatText}),
         Global({70}, "/FORMAT /ON", "", {kObsoleteFormatText}),
         {{70},
@@ -246,20 +248,36 @@ std::vector<RuleCase> RuleCases() {
     return cases;
 }
 
-TEST(TbTrTablesTest, EveryRuleBuildsItsNode) {
-    for (const RuleCase& c : RuleCases()) {
-        SCOPED_TRACE(c.text);
-        // Twice: nothing may stay behind from the first time.
-        for (int time = 0; time < 2; ++time) {
-            const Parsed parsed = Parse(c.text);
-            EXPECT_EQ(parsed.status, ParseStatus::kSuccess);
-            EXPECT_EQ(parsed.tree, c.tree);
-            EXPECT_EQ(parsed.warnings, c.warnings);
-            EXPECT_EQ(parsed.report.kind, TablesErrorKind::kNone);
-            EXPECT_EQ(parsed.assertions, Texts{});
-        }
+// A row is called by what it has after the word TABLES; one text may be the case of several rules.
+template <class Row>
+std::string NameOfCommand(const testing::TestParamInfo<Row>& info) {
+    constexpr std::string_view kCommandWord = "TABLES";
+    const std::string_view text = info.param.text;
+    std::string name = RowNameOf(text.substr(kCommandWord.size()));
+    if (name.empty()) name = "nothing";
+    if constexpr (requires { info.param.rules; }) {
+        name = "Rule" + std::to_string(info.param.rules.front()) + "_" + name;
+    }
+    return name;
+}
+
+class GrammarRuleTest : public testing::TestWithParam<RuleCase> {};
+
+TEST_P(GrammarRuleTest, BuildsItsNode) {
+    const RuleCase& c = GetParam();
+    // Twice: nothing may be left of the first time.
+    for (int time = 0; time < 2; ++time) {
+        const Parsed parsed = Parse(c.text);
+        EXPECT_EQ(parsed.status, ParseStatus::kSuccess);
+        EXPECT_EQ(parsed.tree, c.tree);
+        EXPECT_EQ(parsed.warnings, c.warnings);
+        EXPECT_EQ(parsed.report.kind, TablesErrorKind::kNone);
+        EXPECT_EQ(parsed.assertions, Texts{});
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Commands, GrammarRuleTest, testing::ValuesIn(RuleCases()),
+                         NameOfCommand<RuleCase>);
 
 TEST(TbTrTablesTest, EveryTableRecordsItsLastToken) {
     Command parsed("TABLES /TABLE (a)\n/SORT x\n/TABLE b\n BY (c > d)\n");
@@ -287,7 +305,7 @@ struct ErrorCase {
 // to 8, so the first subcommand's word begins in column 9.
 //
 // Kind 1 belongs to the subcommand in which the token was met while a state of its rules, below
-// the point of the error, can still shift `error`: only the state right behind the subcommand's
+// the point of the error, can still shift `error`: only the state right after the subcommand's
 // word can. A state that holds one complete rule and no `error` reduces whatever comes next.
 // Once the subcommand has been reduced in that way, only state 0 is left: kind 4.
 const ErrorCase kErrorCases[] = {
@@ -344,7 +362,7 @@ const ErrorCase kErrorCases[] = {
     {"TABLES /BASE ALL ANSWERING", 4, 1, 26},
     {"TABLES /GBASE ALL", 1, 1, 17, TB_GBASE},
     {"TABLES /GBASE 'x'", 1, 1, 17, TB_GBASE},
-    // The source text of a literal takes in the blank behind it.
+    // The source text of a literal takes in the blank after it.
     {"TABLES /GBASE 'x' /TABLE a", 1, 1, 18, TB_GBASE},
     {"TABLES /GBASE CASES RESPONSES", 4, 1, 29},
 
@@ -434,12 +452,12 @@ const ErrorCase kErrorCases[] = {
     {"TABLES /TABLE (a /TITLE 'x'", 1, 1, 23, TB_TABLE},
     {"TABLES /TABLE (a BY b)", 1, 1, 19, TB_TABLE},
     {"TABLES /TABLE (!m + a)", 1, 1, 19, TB_TABLE},
-    // Found when the parenthesis closes, whatever comes behind it.
+    // Found when the parenthesis closes, whatever comes after it.
     {"TABLES /TABLE (!m)", 3, 1, 18},
     {"TABLES /TABLE a BY b + (!stat) 5", 3, 1, 30},
     {"TABLES /TABLE ((!m))", 3, 1, 19},
 
-    // Texts: complete after a literal, not right behind the word.
+    // Texts: complete after a literal, not right after the word.
     {"TABLES /TABLE a /CAPTION b", 1, 1, 26, TB_CAPTION},
     {"TABLES /TABLE a /CAPTION 'a' b", 4, 1, 30},
     {"TABLES /TABLE a /TITLE 5", 1, 1, 24, TB_TITLE},
@@ -496,34 +514,31 @@ const ErrorCase kErrorCases[] = {
     {"TABLES /TABLE \xC3\xA4 \xC3\xB6", 4, 1, 18},
 };
 
-TEST(TbTrTablesTest, MistakesAreReportedWhereTheyAreMet) {
-    for (const ErrorCase& c : kErrorCases) {
-        SCOPED_TRACE(c.text);
-        for (int time = 0; time < 2; ++time) {
-            const Parsed parsed = Parse(c.text);
-            EXPECT_EQ(parsed.status, ParseStatus::kAborted);
-            EXPECT_EQ(parsed.tree, "");
-            EXPECT_EQ(static_cast<int>(parsed.report.kind), c.kind);
-            EXPECT_EQ(parsed.report.line, c.line);
-            EXPECT_EQ(parsed.report.column, c.column);
-            EXPECT_EQ(parsed.report.subcommand, c.subcommand);
-            EXPECT_EQ(parsed.report.text, "");
-            EXPECT_EQ(parsed.assertions, Texts{});
-        }
+class GrammarMistakeTest : public testing::TestWithParam<ErrorCase> {};
+
+TEST_P(GrammarMistakeTest, IsReportedWhereItIsMet) {
+    const ErrorCase& c = GetParam();
+    for (int time = 0; time < 2; ++time) {
+        const Parsed parsed = Parse(c.text);
+        EXPECT_EQ(parsed.status, ParseStatus::kAborted);
+        EXPECT_EQ(parsed.tree, "");
+        EXPECT_EQ(static_cast<int>(parsed.report.kind), c.kind);
+        EXPECT_EQ(parsed.report.line, c.line);
+        EXPECT_EQ(parsed.report.column, c.column);
+        EXPECT_EQ(parsed.report.subcommand, c.subcommand);
+        EXPECT_EQ(parsed.report.text, "");
+        EXPECT_EQ(parsed.assertions, Texts{});
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Commands, GrammarMistakeTest, testing::ValuesIn(kErrorCases),
+                         NameOfCommand<ErrorCase>);
 
 TEST(TbTrTablesTest, WarningsBeforeAMistakeAreKept) {
     const Parsed parsed = Parse("TABLES /xyz a /FORMAT X /WRITE x /BASE 5");
     EXPECT_EQ(parsed.status, ParseStatus::kAborted);
     EXPECT_EQ(parsed.warnings, (Texts{Unknown("XYZ"), kObsoleteFormatText, Obsolete("WRITE")}));
     EXPECT_EQ(parsed.report.subcommand, TB_BASE);
-}
-
-std::string Repeat(const std::string& text, int count) {
-    std::string repeated;
-    for (int index = 0; index < count; ++index) repeated += text;
-    return repeated;
 }
 
 // The parser's stack begins with state 0, the global list and TABLE; then come the open

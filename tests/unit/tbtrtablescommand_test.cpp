@@ -14,7 +14,6 @@
 namespace quillet {
 namespace {
 
-using tablesparsing::AssertionRecorder;
 using tablesparsing::Command;
 using tablesparsing::SourceOf;
 using tablesparsing::TypeName;
@@ -136,7 +135,7 @@ TEST(TablesCommandTest, KeywordsInsideSubcommands) {
          "UNWEIGHTED VARNAME / MISSINGSUBCOM EXCLUDE MISSING VARNAME / FORMAT ZERO MISSING "
          "VARNAME"},
         {"FORMAT MISSING", "/FORMAT MISSING('-')", "/ FORMAT MISSING LPAREN SLITERAL RPAREN"},
-        {"SORT knows its directions right behind the word",
+        {"SORT knows its directions right after the word",
          "/SORT ASCENDING x ASCENDING/SORT DES x/SORT x ASCENDING/SORT ON",
          "/ SORT ASCENDING VARNAME VARNAME / SORT DESCENDING VARNAME / SORT VARNAME VARNAME / "
          "SORT VARNAME"},
@@ -170,7 +169,7 @@ TEST(TablesCommandTest, ALongWordIsNoVariable) {
     EXPECT_EQ(CodesOf(parsed.command), "/ TABLE VARNAME NONVARNAME");
 }
 
-TEST(TablesCommandTest, SignsMergeWithTheNumberBehindThem) {
+TEST(TablesCommandTest, SignsMergeWithTheNumberAfterThem) {
     struct Case {
         const char* name;
         const char* text;
@@ -235,10 +234,10 @@ TEST(TablesCommandTest, BreakIsReplayedInEveryTable) {
         {"several tables", "/BREAK r s /TABLE a /TITLE 'x' /TABLE b",
          "/ TABLE a r s / TITLE 'x' "
          "/ TABLE b r s"},
-        {"right behind a table it serves that table", "/TABLE a /BREAK r /TABLE b",
+        {"right after a table it serves that table", "/TABLE a /BREAK r /TABLE b",
          "/ TABLE a r / TABLE b r"},
-        {"behind the last table", "/TABLE a /BREAK r", "/ TABLE a r"},
-        {"behind another subcommand it serves the later tables alone",
+        {"after the last table", "/TABLE a /BREAK r", "/ TABLE a r"},
+        {"after another subcommand it serves the later tables alone",
          "/TABLE a /TITLE 'x' /BREAK r /TABLE b", "/ TABLE a / TITLE 'x' / TABLE b r"},
         {"of several in a row the last counts", "/BREAK r /BREAK s /TABLE a", "/ TABLE a s"},
         {"several in a row without the first slash", "BREAK r /BREAK s /TABLE a", "/ TABLE a s"},
@@ -255,8 +254,8 @@ TEST(TablesCommandTest, BreakIsReplayedInEveryTable) {
         {"an equals sign is no content", "/BREAK r /BREAK = /TABLE a", "/ TABLE a r"},
         {"an empty subcommand does not replay", "/BREAK r /TABLE a // /TITLE 'x'",
          "/ TABLE a r / / / TITLE 'x'"},
-        {"up to a slash behind the table", "/BREAK r /TABLE a /", "/ TABLE a r /"},
-        {"not behind other subcommands", "/BREAK r /TITLE 'x' /SORT a", "/ TITLE 'x' / SORT a"},
+        {"up to a slash after the table", "/BREAK r /TABLE a /", "/ TABLE a r /"},
+        {"not after other subcommands", "/BREAK r /TITLE 'x' /SORT a", "/ TITLE 'x' / SORT a"},
         {"a word inside a subcommand is none", "/TABLE BREAK r /TABLE a",
          "/ TABLE BREAK r / "
          "TABLE a"},
@@ -309,11 +308,11 @@ TEST(TablesCommandTest, SkippingGoesOnAtTheNextSlash) {
     const Case cases[] = {
         {"inside a subcommand", "/FORMAT x y z /TABLE a", 3, "/ TABLE a"},
         {"the token read last is the last of its subcommand", "/FORMAT x /TABLE a", 3, "/ TABLE a"},
-        {"behind a sign that looked ahead", "/FORMAT - x /TABLE a", 3, "/ TABLE a"},
-        {"behind a sign before a slash", "/FORMAT - /TABLE a", 3, "/ TABLE a"},
+        {"after a sign that looked ahead", "/FORMAT - x /TABLE a", 3, "/ TABLE a"},
+        {"after a sign before a slash", "/FORMAT - /TABLE a", 3, "/ TABLE a"},
         {"to the end", "/FORMAT x y z", 3, ""},
         {"at the end", "/FORMAT x", 4, ""},
-        {"a break behind it is taken out", "/FORMAT x /BREAK r /TABLE a", 3, "/ TABLE a r"},
+        {"a break after it is taken out", "/FORMAT x /BREAK r /TABLE a", 3, "/ TABLE a r"},
         {"a table that is passed over is not served", "/BREAK r /TABLE a b /TABLE c", 3,
          "/ TABLE c r"},
         {"nor is one that breaks off while it is served", "/BREAK r s /TABLE a /TABLE c", 4,

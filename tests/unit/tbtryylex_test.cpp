@@ -11,7 +11,6 @@
 namespace quillet {
 namespace {
 
-using tablesparsing::AssertionRecorder;
 using tablesparsing::Command;
 using tablesparsing::TypeName;
 
@@ -100,7 +99,7 @@ TEST(TbtrYylexTest, TheTraceListsTheTokens) {
               "End-of-command-token-sequence\n");
 }
 
-// A sequence whose only token behind the command word has no text, or is no token at all.
+// A sequence whose only token after the command word has no text, or is no token at all.
 class FaultySequence final : public TokenSequenceBase {
 public:
     explicit FaultySequence(bool hasToken) : m_hasToken(hasToken) {}

@@ -105,7 +105,7 @@ TEST(TotalsTest, GoToTheVariablesTheyTotal) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         ParsedCommand parsed(std::string("TABLES ") + kGlobals + " /TABLE " + c.rows + " BY col");
         ASSERT_TRUE(parsed.Parsed());
         const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
@@ -307,7 +307,7 @@ TEST(TotalsTest, AssertTheShapeOfTheTree) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.assertion);
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         ParsedCommand parsed("TABLES /OBSERVATION s /PTOTAL p /TABLE p + s > a");
         c.damage(parsed);
         const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
@@ -355,7 +355,7 @@ TEST(TotalsTest, AssertTheShapeOfADeclaration) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.assertion);
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         ParsedCommand parsed("TABLES /FTOTAL t 'x' /TABLE a");
         TbTrParseNode& declaration = *parsed.Globals()->GetChild(0)->GetChild(0);
         c.damage(declaration);

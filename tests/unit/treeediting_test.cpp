@@ -107,14 +107,14 @@ TEST(TreeEditingTest, ChecksTheShapeOfADimension) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.tree);
-        const AssertionCollector assertions;
+        const AssertionRecorder assertions;
         EXPECT_EQ(HasDimensionShape(*ReadTree(c.tree)), c.assertions.empty());
         EXPECT_EQ(assertions.Texts(), c.assertions);
     }
 }
 
 TEST(TreeEditingTest, LeavesAreVariablesOrMarkers) {
-    const AssertionCollector assertions;
+    const AssertionRecorder assertions;
     EXPECT_FALSE(HasDimensionShape(*MakeNode(SP_NUMBER, nullptr)));
     EXPECT_FALSE(HasDimensionShape(*MakeNode(SP_VARNAME, nullptr)));
     EXPECT_EQ(assertions.Texts(),
@@ -166,7 +166,7 @@ TEST(TreeEditingTest, RemovesLeaves) {
         {"everything, deep down", "+(>(x1,+(x2,x3)),x4)", "-"},
         {"several levels at once", ">(a,+(>(b,+(>(c,d),x1)),x2))", ">(a,b,c,d)"},
         {"an operator in front of it", "+(>(a,b),x)", ">(a,b)"},
-        {"an operator behind it", "+(x,>(a,b))", ">(a,b)"},
+        {"an operator after it", "+(x,>(a,b))", ">(a,b)"},
         {"operators and leaves in turns", "+(x1,>(a,x2,b),x3,>(c,d),x4)", "+(>(a,b),>(c,d))"},
     };
     for (const Case& c : cases) {
@@ -249,7 +249,7 @@ TEST(TreeEditingTest, StopsWhereTheDeciderFails) {
 }
 
 TEST(TreeEditingTest, AnOperatorWithOneOperandCannotLoseIt) {
-    const AssertionCollector assertions;
+    const AssertionRecorder assertions;
     const std::unique_ptr<Node> table = MakeTable("other", "+(x)");
     const auto decide = [](const Node&, const LeafPlace&) { return LeafDecision::kRemove; };
     EXPECT_FALSE(RemoveLeaves(*table, 1, decide));
