@@ -3,8 +3,9 @@
 //
 //   report_test.js [--screenshots FOLDER] [PAGE]
 //
-// Without PAGE, pages are made from the template and synthetic facts. With PAGE, a page that the
-// program made is looked at; then only those checks run that hold for every page.
+// Without PAGE, pages are made from synthetic facts and the page that the program brings along,
+// which REPORT_TEMPLATE names. With PAGE, a page that the program made is looked at; then only
+// those checks run that hold for every page.
 // Needs playwright-core and axe-core; scripts/check-report fetches them and starts this.
 
 const fs = require("fs");
@@ -13,7 +14,7 @@ const path = require("path");
 const {pathToFileURL} = require("url");
 const {chromium} = require("playwright-core");
 
-const kTemplate = path.join(__dirname, "../ctables/quillet/migrate/report.html");
+const kTemplate = process.env.REPORT_TEMPLATE;
 const kAxe = fs.readFileSync(require.resolve("axe-core/axe.min.js"), "utf8");
 const kFlags = [
     "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
