@@ -8,10 +8,12 @@
 // those checks run that hold for every page.
 // Needs playwright-core and axe-core; scripts/check-report fetches them and starts this.
 
-const fs = require("fs");
-const os = require("os");
-const path = require("path");
-const {pathToFileURL} = require("url");
+const assert = require("node:assert/strict");
+const fs = require("node:fs");
+const os = require("node:os");
+const path = require("node:path");
+const {test} = require("node:test");
+const {pathToFileURL} = require("node:url");
 const {chromium} = require("playwright-core");
 
 const kTemplate = process.env.REPORT_TEMPLATE;
@@ -23,32 +25,36 @@ const kFlags = [
 const kPlaceholder = "<!-- data -->";
 const kScript = "<script>alert(1)</script>";
 
-// ---- Counting ----
+// ---- Checking ----
 
-let g_passed = 0;
-let g_failed = 0;
+// The scenario that runs, and the checks of it that are not done yet.
+let g_scenario = null;
+let g_checks = [];
+
+// Each check is a test of its own below its scenario: one that fails keeps no other from running.
+function AddCheck(name, check) {
+    g_checks.push(g_scenario.test(name, check));
+}
 
 function Check(name, good, detail) {
-    if (good) {
-        ++g_passed;
-        return;
-    }
-    ++g_failed;
-    console.log(`FAIL ${name}${detail === undefined ? "" : `: ${detail}`}`);
+    AddCheck(name, () => assert.ok(good, detail === undefined ? undefined : String(detail)));
 }
 
 function CheckEqual(name, actual, expected) {
-    const [a, e] = [actual, expected].map((value) => JSON.stringify(value));
-    Check(name, a === e, `${String(a).slice(0, 300)} instead of ${String(e).slice(0, 300)}`);
+    AddCheck(name, () => assert.deepEqual(actual, expected));
 }
 
-// A test that breaks off counts as failed, and the others still run.
-async function Try(name, test) {
-    try {
-        await test();
-    } catch (error) {
-        Check(name, false, error.stack);
-    }
+// A scenario that breaks off fails itself, and the others still run.
+async function Try(all, name, scenario) {
+    await all.test(name, async (context) => {
+        g_scenario = context;
+        g_checks = [];
+        try {
+            await scenario();
+        } finally {
+            await Promise.all(g_checks);
+        }
+    });
 }
 
 // ---- Synthetic facts ----
@@ -590,12 +596,12 @@ async function CheckPaper(page, name) {
         const style = getComputedStyle(document.body);
         const seen = (element) => element.checkVisibility();
         return {
-            colours: [style.color, style.backgroundColor],
+            colors: [style.color, style.backgroundColor],
             controls: [...document.querySelectorAll("input, select, .action")].filter(seen).length,
         };
     });
     CheckEqual(`${name}: print is black on white without controls`, looks,
-        {colours: ["rgb(0, 0, 0)", "rgb(255, 255, 255)"], controls: 0});
+        {colors: ["rgb(0, 0, 0)", "rgb(255, 255, 255)"], controls: 0});
     const paper = await page.pdf({format: "A4"});
     Check(`${name}: print has pages`, paper.length > 5000, paper.length);
     await page.emulateMedia({media: "screen"});
@@ -670,10 +676,9 @@ async function TestHostile(file, report) {
     const commands = report.files.find((f) => f.path === kMarkupName).commands;
     const before = await page.evaluate(() => document.querySelectorAll("script, img, b").length);
     for (const [index, command] of commands.entries()) {
-        const start = Date.now();
         await OpenCommand(page, index);
-        Check(`hostile command ${index + 1} opens at once`, Date.now() - start < 1000,
-            Date.now() - start);
+        const opened = await CountElements(page, `#opened-${index} *`);
+        Check(`hostile command ${index + 1} is laid out in part`, opened < 6000, opened);
         await page.keyboard.press("Escape");
         await page.locator(`#opened-${index}`).waitFor({state: "detached"});
         await CheckCommand(page, `hostile command ${index + 1}`, command, index);
@@ -916,9 +921,12 @@ function OpenReport(name, report) {
     return Open(WritePage(name, report));
 }
 
-function CountElements(page) {
-    return page.evaluate(() => document.querySelectorAll("body *:not(script)").length);
+function CountElements(page, selector = "body *:not(script)") {
+    return page.evaluate((wanted) => document.querySelectorAll(wanted).length, selector);
 }
+
+// How often the page has read JSON.
+const CountRead = (page) => page.evaluate(() => window.parsed);
 
 const SizeOf = (file) => `${Math.round(fs.statSync(file).size / 1e6)} MB`;
 
@@ -929,16 +937,16 @@ async function TestArchive() {
     const file = WritePage("archive", report);
     const page = await Open(file);
     await page.locator("#row-0").waitFor();
+    const rows = await CountElements(page, "#rows [data-index]");
+    Check("the list of 4,000 files draws the rows in sight", rows > 10 && rows < 60, rows);
     await page.locator("#search").fill("labour/1997");
     const ready = Date.now() - page.started;
-    Check("the list of 4,000 files is usable within 3 s", ready < 3000, `${ready} ms`);
-    CheckEqual("only the summary has been read", await page.evaluate(() => window.parsed), 1);
+    CheckEqual("only the summary has been read", await CountRead(page), 1);
     Check("only what is in sight is laid out", await CountElements(page) < 1500,
         await CountElements(page));
     await page.locator("#search").fill("");
-    const sorting = Date.now();
     await page.locator("[data-column=failed] button").click();
-    Check("sorting takes less than 1 s", Date.now() - sorting < 1000, Date.now() - sorting);
+    CheckEqual("sorting reads nothing", await CountRead(page), 1);
     await page.evaluate(() => { document.getElementById("grid").scrollTop = 2000 * 36; });
     await page.locator("#row-2005").waitFor();
     Check("scrolling draws what comes into sight", await CountElements(page) < 1500);
@@ -948,8 +956,9 @@ async function TestArchive() {
     await page.locator("#command-0").waitFor();
     await OpenCommand(page, 3);
     const took = Date.now() - opening;
-    Check("a file and a command open within 1 s", took < 1000, `${took} ms`);
-    CheckEqual("one file's commands have been read", await page.evaluate(() => window.parsed), 2);
+    const laidOut = await CountElements(page);
+    Check("a file and a command add what is in sight", laidOut < 2500, laidOut);
+    CheckEqual("one file's commands have been read", await CountRead(page), 2);
     console.log(`4,000 files: list after ${ready} ms, file and command after ${took} ms, ` +
         `page of ${SizeOf(file)}`);
     await Close(page, "archive");
@@ -975,18 +984,18 @@ async function TestManyCommands() {
     const page = await Open(file);
     await page.locator("#row-0").waitFor();
     const ready = Date.now() - page.started;
-    Check("a file of 100,000 commands: list within 3 s", ready < 3000, `${ready} ms`);
+    CheckEqual("a file of 100,000 commands: the list does not read them", await CountRead(page), 1);
     const opening = Date.now();
     await page.locator("#row-0").click();
     await page.locator("#command-99").waitFor();
     const opened = Date.now() - opening;
-    Check("its commands show within 3 s", opened < 3000, `${opened} ms`);
+    CheckEqual("they are read once to be shown", await CountRead(page), 2);
     const elements = await CountElements(page);
     Check("a page of them is laid out", elements < 2500, elements);
     const showing = Date.now();
     await OpenCommand(page, 42);
     const shown = Date.now() - showing;
-    Check("a command opens within 1 s", shown < 1000, `${shown} ms`);
+    CheckEqual("one that opens is not read again", await CountRead(page), 2);
     await page.locator("#later-page").click();
     Check("the next page", (await Text(page, "#command-count")).startsWith("101 to 200 of 100,0"),
         await Text(page, "#command-count"));
@@ -1010,10 +1019,10 @@ async function TestManyCommands() {
     await Close(page, "many");
 }
 
-async function TestSamples() {
+async function TestSamples(all) {
     const report = MixedReport();
     const file = WritePage("mixed", report);
-    const tests = [
+    const scenarios = [
         ["any page", () => TestAnyPage(file, "mixed")], ["search", () => TestSearch(file)],
         ["paths", () => TestPaths(file)], ["hostile", () => TestHostile(file, report)],
         ["highlighting", () => TestHighlighting(file)], ["address", () => TestAddress(file)],
@@ -1022,7 +1031,7 @@ async function TestSamples() {
         ["paper", () => TestPaper(file)], ["kinds", TestKinds], ["archive", TestArchive],
         ["many commands", TestManyCommands],
     ];
-    for (const [name, test] of tests) await Try(name, test);
+    for (const [name, scenario] of scenarios) await Try(all, name, scenario);
 }
 
 // The page as it opens, and with the first command that failed.
@@ -1055,26 +1064,20 @@ function ReadArguments() {
     return words[0];
 }
 
-async function Main() {
+test("report", async (all) => {
     const given = ReadArguments();
     if (g_screenshots) fs.mkdirSync(g_screenshots, {recursive: true});
     g_folder = fs.mkdtempSync(path.join(os.tmpdir(), "report-test-"));
     try {
         g_browser = await chromium.launch({executablePath: "/usr/bin/chromium", args: kFlags});
         if (given) {
-            await Try("page", () => TestAnyPage(given, "page"));
-            await Try("pictures", () => PicturePage(given));
+            await Try(all, "page", () => TestAnyPage(given, "page"));
+            await Try(all, "pictures", () => PicturePage(given));
         } else {
-            await TestSamples();
+            await TestSamples(all);
         }
-    } catch (error) {
-        Check("the browser works", false, error.stack);
     } finally {
         if (g_browser) await g_browser.close();
         fs.rmSync(g_folder, {recursive: true, force: true});
     }
-    console.log(`report: ${g_passed} passed, ${g_failed} failed`);
-    process.exitCode = g_failed ? 1 : 0;
-}
-
-Main();
+});
