@@ -13,7 +13,7 @@ const kSpareRows = 8;          // rows drawn above and below those in sight
 const kPrintedRows = 1000;     // a printed list that is longer than this serves nobody
 const kCommandsPerPage = 100;  // keeps the page small however many commands a file has
 const kLinesAtOnce = 1000;     // of one command's text
-const kHighlightedLength = 5000;  // characters; colours in longer lines cost more than they help
+const kHighlightedLength = 5000;  // characters; colors in longer lines cost more than they help
 
 const kFileOutcomes = new Map([
     ["converted", {label: "Converted", tone: "good"}],
