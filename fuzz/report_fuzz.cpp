@@ -23,7 +23,6 @@
 namespace {
 
 using quillet::fuzz::StoreBytes;
-using quillet::migrate::FileFacts;
 using quillet::migrate::Report;
 using quillet::migrate::StoredFile;
 
@@ -43,17 +42,6 @@ public:
     std::string text;
 };
 
-bool IsSame(const FileFacts& left, const FileFacts& right) {
-    return left.path == right.path && left.outcome == right.outcome &&
-           left.result == right.result && left.hasSourceChanged == right.hasSourceChanged &&
-           left.isLinkNotFollowed == right.isLinkNotFollowed && left.bytes == right.bytes &&
-           left.modified == right.modified && left.encoding == right.encoding &&
-           left.lines == right.lines && left.copied == right.copied &&
-           left.converted == right.converted && left.failed == right.failed &&
-           left.unreadable == right.unreadable && left.warnings == right.warnings &&
-           left.message == right.message && left.errors == right.errors;
-}
-
 // But for the seconds, which are rounded.
 bool IsSame(const quillet::migrate::RunFacts& left, const quillet::migrate::RunFacts& right) {
     const bool isSameShard = left.shard.has_value() == right.shard.has_value() &&
@@ -67,7 +55,7 @@ bool IsSame(const quillet::migrate::RunFacts& left, const quillet::migrate::RunF
 bool IsSame(const Report& left, const Report& right) {
     if (left.files.size() != right.files.size() || !IsSame(left.run, right.run)) return false;
     for (std::size_t index = 0; index < left.files.size(); ++index) {
-        if (!IsSame(left.files[index].facts, right.files[index].facts)) return false;
+        if (left.files[index].facts != right.files[index].facts) return false;
     }
     return true;
 }

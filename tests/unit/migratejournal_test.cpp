@@ -10,24 +10,10 @@
 #include "migrate/journal.h"
 #include "migrate/jsonreport.h"
 #include "migratehelper.h"
+#include "migratereports.h"
 
 namespace quillet::migrate {
 namespace {
-
-FileFacts FactsOf(std::string path, FileOutcome outcome = FileOutcome::kConverted) {
-    FileFacts facts;
-    facts.path = std::move(path);
-    facts.outcome = outcome;
-    facts.bytes = 10;
-    return facts;
-}
-
-JournalRecord RecordOf(std::string path, std::uint64_t result = 2) {
-    JournalRecord record;
-    record.facts = FactsOf(std::move(path));
-    record.identity = {{0, 1}, {0, result}, "1.2.3", "layout=batch;encoding=x", false};
-    return record;
-}
 
 std::string CommandsOf(const FileEntry& entry) {
     TextCollector output;

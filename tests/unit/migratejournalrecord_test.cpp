@@ -7,24 +7,10 @@
 #include <vector>
 
 #include "migrate/journalrecord.h"
+#include "migratereports.h"
 
 namespace quillet::migrate {
 namespace {
-
-FileFacts FactsOf(std::string path, FileOutcome outcome = FileOutcome::kConverted) {
-    FileFacts facts;
-    facts.path = std::move(path);
-    facts.outcome = outcome;
-    facts.bytes = 10;
-    return facts;
-}
-
-JournalRecord RecordOf(std::string path, std::uint64_t result = 2) {
-    JournalRecord record;
-    record.facts = FactsOf(std::move(path));
-    record.identity = {{0, 1}, {0, result}, "1.2.3", "layout=batch;encoding=x", false};
-    return record;
-}
 
 JournalRecord FullRecord() {
     JournalRecord record = RecordOf("a \"b\"\n/\xFF%41.syn");
@@ -47,18 +33,7 @@ JournalRecord FullRecord() {
 
 void ExpectSame(const JournalRecord& left, const JournalRecord& right) {
     EXPECT_EQ(left.identity, right.identity);
-    EXPECT_EQ(left.facts.path, right.facts.path);
-    EXPECT_EQ(left.facts.outcome, right.facts.outcome);
-    EXPECT_EQ(left.facts.bytes, right.facts.bytes);
-    EXPECT_EQ(left.facts.encoding, right.facts.encoding);
-    EXPECT_EQ(left.facts.lines, right.facts.lines);
-    EXPECT_EQ(left.facts.copied, right.facts.copied);
-    EXPECT_EQ(left.facts.converted, right.facts.converted);
-    EXPECT_EQ(left.facts.failed, right.facts.failed);
-    EXPECT_EQ(left.facts.unreadable, right.facts.unreadable);
-    EXPECT_EQ(left.facts.warnings, right.facts.warnings);
-    EXPECT_EQ(left.facts.message, right.facts.message);
-    EXPECT_EQ(left.facts.errors, right.facts.errors);
+    ExpectSameFacts(left.facts, right.facts);
     EXPECT_EQ(left.commands.place, right.commands.place);
     EXPECT_EQ(left.commands.offset, right.commands.offset);
     EXPECT_EQ(left.commands.length, right.commands.length);

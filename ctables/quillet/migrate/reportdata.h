@@ -74,6 +74,8 @@ struct FileFacts {
     std::int64_t warnings = 0;
     std::string message;              ///< Why it was skipped or failed, or its result left alone.
     std::vector<std::string> errors;  ///< The reasons of its failed commands, sorted, once each.
+
+    friend bool operator==(const FileFacts&, const FileFacts&) = default;
 };
 
 /// A number that is known about a file, under the name that it has wherever it is written.

@@ -1,0 +1,420 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "migrate/jsonreport.h"
+#include "migrate/reportreader.h"
+#include "migrate/timetext.h"
+#include "migratereports.h"
+
+namespace quillet::migrate {
+namespace {
+
+using nlohmann::json;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+using MigrateReportReaderTest = ReportTest;
+
+TEST_F(MigrateReportReaderTest, ComesBackAsItWasWritten) {
+    const std::vector<std::string> paths = {"a \"b\"\n.syn", "b\xFC\xC3\xBC/%41.syn",
+                                            "c/\xE2\x80\xA8", "d"};
+    Report report = ReportOf(paths, *m_commands);
+    report.files.back() = {FileFacts{}, {}};
+    report.files.back().facts.path = "z";
+    report.files.back().facts.isLinkNotFollowed = true;
+    TextCollector output;
+    ASSERT_TRUE(WriteJsonReport(report, output));
+
+    const std::unique_ptr<StoredFile> file = m_folder.Store("report", output.text);
+    Report read;
+    std::string error;
+    ASSERT_TRUE(ReadJsonReport(*file, read, error)) << error;
+    EXPECT_EQ(read.run.source, "/old");
+    EXPECT_EQ(read.run.target, "/new");
+    EXPECT_TRUE(read.run.batchMode && read.run.dryRun && read.run.isInterrupted);
+    ASSERT_TRUE(read.run.shard);
+    EXPECT_EQ(LabelOf(*read.run.shard), "2-of-3");
+    EXPECT_EQ(read.run.started, 1795230000);
+    EXPECT_DOUBLE_EQ(read.run.seconds, 12.345);
+    ASSERT_EQ(read.files.size(), report.files.size());
+    for (std::size_t index = 0; index < read.files.size(); ++index) {
+        ExpectSameFacts(read.files[index].facts, report.files[index].facts);
+    }
+    // And so does what is written from that.
+    TextCollector again;
+    ASSERT_TRUE(WriteJsonReport(read, again));
+    EXPECT_EQ(again.text, output.text);
+}
+
+TEST_F(MigrateReportReaderTest, AnEmptyReportIsOne) {
+    Report report;
+    TextCollector output;
+    ASSERT_TRUE(WriteJsonReport(report, output));
+    EXPECT_TRUE(json::parse(output.text)["files"].empty());
+    EXPECT_TRUE(json::parse(output.text)["shard"].is_null());
+    const std::unique_ptr<StoredFile> file = m_folder.Store("report", output.text);
+    std::string error;
+    EXPECT_TRUE(ReadJsonReport(*file, report, error)) << error;
+    EXPECT_FALSE(report.run.shard);
+}
+
+TEST_F(MigrateReportReaderTest, TheLayoutDoesNotMatter) {
+    const std::string written = TextOfFiles({"a", "b"});
+    // Members in alphabetical order, many lines, and members that nobody knows.
+    json changed = json::parse(written);
+    changed["new"] = {{"files", {{{"path", "no"}}}}, {"index", 9}};
+    changed["files"][0]["new"] = {{"path", "no"}, {"commands", {1, 2}}};
+    const std::unique_ptr<StoredFile> file = m_folder.Store("report", changed.dump(3));
+    Report read;
+    std::string error;
+    ASSERT_TRUE(ReadJsonReport(*file, read, error)) << error;
+    ASSERT_EQ(read.files.size(), 2U);
+    ExpectSameFacts(read.files[0].facts, SomeFacts("a"));
+    TextCollector again;
+    ASSERT_TRUE(WriteJsonReport(read, again));
+    EXPECT_EQ(json::parse(again.text), json::parse(written));
+    EXPECT_EQ(std::count(again.text.begin(), again.text.end(), '\n'), 5);
+}
+
+TEST_F(MigrateReportReaderTest, RefusesWhatIsNoReport) {
+    const std::string written = TextOfFiles({"a"});
+    const std::string known = "\"formatVersion\":1";
+    std::string newer = written;
+    newer.replace(newer.find(known), known.size(), "\"formatVersion\":2");
+    std::string nameless = written;
+    nameless.replace(nameless.find("\"path\""), 6, "\"Path\"");
+    std::string strange = written;
+    strange.replace(strange.find("partly"), 6, "eaten!");
+    for (const std::string& text :
+         {std::string(), std::string("{}"), std::string("[]"), std::string("nonsense"),
+          written.substr(0, written.size() / 2), written + "}", newer, nameless, strange}) {
+        const std::unique_ptr<StoredFile> file = m_folder.Store("report", text);
+        Report read;
+        std::string error;
+        EXPECT_FALSE(ReadJsonReport(*file, read, error)) << text;
+        EXPECT_THAT(error, HasSubstr("no report"));
+    }
+}
+
+// A report in which one thing is replaced by another.
+struct HostileCase {
+    const char* name;
+    std::string from;
+    std::string to;
+    std::string problem;  // what the error ends in
+};
+
+const std::string kCount = "is not a whole number from 0 to 9007199254740991";
+const std::string kBytes = "is not a whole number from 0 to 9223372036854775807";
+const std::string kTime = "is not a whole number from -9223372036854775808 to 9223372036854775807";
+const std::string kColumn = "is not a whole number from 0 to 2147483647";
+const std::string kSlice = "is not a whole number from 1 to 4294967295";
+const std::string kSeconds = "is not a number from 0 to 315569519999";
+const std::string kDate = "is not a time such as \"2026-11-21T09:30:00Z\"";
+
+const HostileCase kHostileCases[] = {
+    {"CountBelowZero", R"("copied":7)", R"("copied":-1)", "files[0].copied " + kCount},
+    {"CountOfInt64Min", R"("failed":1)", R"("failed":-9223372036854775808)",
+     "files[0].failed " + kCount},
+    {"CountWithFraction", R"("converted":1)", R"("converted":1.5)", "files[0].converted " + kCount},
+    {"CountWithExponent", R"("unreadable":0)", R"("unreadable":1e300)",
+     "files[0].unreadable " + kCount},
+    {"CountJustTooLarge", R"("warnings":1)", R"("warnings":9007199254740992)",
+     "files[0].warnings " + kCount},
+    {"CountBeyondInt64", R"("lines":40)", R"("lines":9223372036854775808)",
+     "files[0].lines " + kCount},
+    {"CountBeyondUint64", R"("lines":40)", R"("lines":18446744073709551616)",
+     "files[0].lines " + kCount},
+    {"CountAsText", R"("lines":40)", R"("lines":"40")", "files[0].lines " + kCount},
+    {"CountAsTruth", R"("lines":40)", R"("lines":true)", "files[0].lines " + kCount},
+    {"CountAsNull", R"("lines":40)", R"("lines":null)", "files[0].lines " + kCount},
+    {"CountAsObject", R"("lines":40)", R"("lines":{})", "files[0].lines " + kCount},
+    {"CountAsArray", R"("lines":40)", R"("lines":[40])", "files[0].lines " + kCount},
+    {"BytesBelowZero", R"("bytes":5000000000,"m)", R"("bytes":-1,"m)", "files[0].bytes " + kBytes},
+    {"BytesBeyondInt64", R"("bytes":5000000000,"m)", R"("bytes":9223372036854775808,"m)",
+     "files[0].bytes " + kBytes},
+    {"ModifiedBeyondInt64", R"("modified":1700000000)", R"("modified":9223372036854775808)",
+     "files[0].modified " + kTime},
+    {"ModifiedBelowInt64", R"("modified":1700000000)", R"("modified":-9223372036854775809)",
+     "files[0].modified " + kTime},
+    {"KeptAsNumber", R"("kept":true)", R"("kept":1)", "files[0].kept is not true or false"},
+    {"PathAsNumber", R"("path":"a")", R"("path":1)", "files[0].path is not a text"},
+    {"PathTooLong", R"("path":"a")", R"("path":")" + std::string(262145, 'x') + '"',
+     "files[0].path is longer than 262144 bytes"},
+    {"RawPathBroken", R"("path":"a")", R"("path":"a","rawPath":"%G")",
+     "files[0].rawPath is not what it should be"},
+    {"MessageTooLong", R"("message":"a )", R"("message":")" + std::string(1048577, 'x'),
+     "files[0].message is longer than 1048576 bytes"},
+    {"OutcomeOfFile", R"("partly")", R"("eaten")", "files[0].outcome is no outcome of a file"},
+    {"MemberTwice", R"("copied":7)", R"("copied":7,"copied":7)",
+     "files[0].copied stands there twice"},
+    {"CommandsAsObject", R"("commands":[)", R"("commands":{},"x":[)",
+     "files[0].commands is not an array"},
+    {"CommandAsText", R"("commands":[)", R"("commands":["x",)",
+     "files[0].commands[0] is not an object"},
+    {"CommandsTwice", R"("commands":[)", R"("commands":[],"commands":[)",
+     "files[0].commands stands there twice"},
+    {"FirstLineBelowZero", R"("firstLine":3)", R"("firstLine":-3)",
+     "files[0].commands[0].firstLine " + kCount},
+    {"LastLineWithExponent", R"("lastLine":3)", R"("lastLine":1e300)",
+     "files[0].commands[0].lastLine " + kCount},
+    {"GeneratedLineBeyondInt64", R"("generatedLine":7)", R"("generatedLine":9223372036854775808)",
+     "files[0].commands[0].generatedLine " + kCount},
+    {"ErrorLineBeyondUint64", R"("errorLine":13)", R"("errorLine":99999999999999999999)",
+     "files[0].commands[1].errorLine " + kCount},
+    {"ErrorColumnBeyondInt", R"("errorColumn":4)", R"("errorColumn":2147483648)",
+     "files[0].commands[1].errorColumn " + kColumn},
+    {"ErrorColumnBelowZero", R"("errorColumn":4)", R"("errorColumn":-1)",
+     "files[0].commands[1].errorColumn " + kColumn},
+    {"SourceAsNumber", R"("source":"TABLES)", R"("source":5,"x":"TABLES)",
+     "files[0].commands[1].source is not a text"},
+    {"OutcomeOfCommand", R"("outcome":"failed")", R"("outcome":"copied")",
+     "files[0].commands[1].outcome is no outcome of a command"},
+    {"WarningsAsText", R"("warnings":["left)", R"("warnings":"left","x":["left)",
+     "files[0].commands[0].warnings is not an array"},
+    {"WarningAsNumber", R"("warnings":["left)", R"("warnings":["left",7,"left)",
+     "files[0].commands[0].warnings[1] is not a text"},
+    {"FileTwice", R"("path":"b")", R"("path":"a")",
+     "files[1] is the same file as the one before it"},
+    {"FilesOutOfOrder", R"("path":"a")", R"("path":"c")",
+     "files[1] is not in the order of the paths"},
+    {"SumOfCopied", R"("copied":7)", R"("copied":9007199254740985)",
+     "files[1] makes the sum of all \"copied\" too large"},
+    {"SumOfCommands", R"("copied":7)", R"("copied":9007199254740984)",
+     "files[1] makes the sum of all \"commands\" too large"},
+    {"FilesAsObject", R"("files":[)", R"("files":{},"x":[)", "files is not an array"},
+    {"FileAsNumber", R"("files":[)", R"("files":[3,)", "files[0] is not an object"},
+    {"FilesTwice", R"("files":[)", R"("files":[],"files":[)", "files stands there twice"},
+    {"FileWithoutPath", R"("path":"a")", R"("Path":"a")", "files[0] lacks its path or outcome"},
+    {"SecondsOf1e300", R"("seconds":12.345)", R"("seconds":1e300)", "seconds " + kSeconds},
+    {"SecondsBeyondDouble", R"("seconds":12.345)", R"("seconds":1e999)",
+     "seconds is a number out of range"},
+    {"SecondsBelowZero", R"("seconds":12.345)", R"("seconds":-0.5)", "seconds " + kSeconds},
+    {"SecondsBelowZeroAndWhole", R"("seconds":12.345)", R"("seconds":-5)", "seconds " + kSeconds},
+    {"SecondsBeyondTheCalendar", R"("seconds":12.345)", R"("seconds":315569520000)",
+     "seconds " + kSeconds},
+    {"SecondsAsText", R"("seconds":12.345)", R"("seconds":"12")", "seconds " + kSeconds},
+    {"EndBeyondTheCalendar", R"("seconds":12.345)", R"("seconds":300000000000.0)",
+     "by started and seconds the run ended after the year 9999"},
+    {"StartedInYear10000", R"("started":"2026)", R"("started":"12026)", "started " + kDate},
+    {"StartedBeforeYearZero", R"("started":"2026)", R"("started":"-026)", "started " + kDate},
+    {"StartedInMonth13", R"("started":"2026-11)", R"("started":"2026-13)", "started " + kDate},
+    {"StartedOnFebruary30", R"("started":"2026-11-21)", R"("started":"2026-02-30)",
+     "started " + kDate},
+    {"StartedAtAnyTime", R"("started":"2026-11-21T03)", R"("started":"2026-11-21T24)",
+     "started " + kDate},
+    {"StartedAsNumber", R"("started":")", R"("started":5,"x":")", "started " + kDate},
+    {"ShardIndexOfZero", R"("index":2)", R"("index":0)", "shard.index " + kSlice},
+    {"ShardIndexBelowZero", R"("index":2)", R"("index":-1)", "shard.index " + kSlice},
+    {"ShardIndexBeyondCount", R"("index":2)", R"("index":4)",
+     "shard has an index beyond its count"},
+    {"ShardCountBeyondUint32", R"("count":3)", R"("count":4294967296)", "shard.count " + kSlice},
+    {"ShardCountWithFraction", R"("count":3)", R"("count":3.0)", "shard.count " + kSlice},
+    {"ShardWithoutCount", R"("count":3)", R"("Count":3)", "shard lacks its index or count"},
+    {"ShardAsText", R"("shard":{)", R"("shard":"2/3","x":{)", "shard is not an object or null"},
+    {"TotalBelowZero", R"("filesConverted":0)", R"("filesConverted":-1)",
+     "totals.filesConverted " + kCount},
+    {"TotalBytesBeyondUint64", R"("bytes":10000000000)", R"("bytes":18446744073709551616)",
+     "totals.bytes is not a whole number from 0 to 18446744073709551615"},
+    {"TotalsAsArray", R"("totals":{)", R"("totals":[],"x":{)", "totals is not an object"},
+    {"BatchModeAsText", R"("batchMode":true)", R"("batchMode":"true")",
+     "batchMode is not true or false"},
+    {"SourceTooLong", R"("source":"/old)", R"("source":")" + std::string(1048577, 'x'),
+     "source is longer than 1048576 bytes"},
+    {"NestedTooDeep", R"("files":[)", R"("x":)" + std::string(100000, '[') + R"("files":[)",
+     "(another member)" +
+         [] {
+             std::string brackets;
+             for (int level = 1; level < 63; ++level) brackets += "[0]";
+             return brackets;
+         }() +
+         "[0] is nested deeper than 64 levels"},
+    {"FormatVersionOfNextYear", R"("formatVersion":1)", R"("formatVersion":2)",
+     "formatVersion is none that is known"},
+    {"FormatVersionBeyondInt64", R"("formatVersion":1)", R"("formatVersion":18446744073709551617)",
+     "formatVersion " + kCount},
+    {"FormatOfSomethingElse", "quillet-report", "quillet-repose", "format is not that of a report"},
+    {"FormatMissing", R"("format":)", R"("Format":)", "it lacks its format or formatVersion"},
+};
+
+class MigrateHostileReportTest : public MigrateReportReaderTest,
+                                 public testing::WithParamInterface<HostileCase> {};
+
+std::string Replaced(std::string text, const std::string& from, const std::string& to) {
+    const std::size_t place = text.find(from);
+    EXPECT_NE(place, std::string::npos) << from;
+    return place == std::string::npos ? text : text.replace(place, from.size(), to);
+}
+
+TEST_P(MigrateHostileReportTest, IsRefusedByName) {
+    const HostileCase& hostile = GetParam();
+    const std::string written = TextOfFiles({"a", "b"});
+    const std::unique_ptr<StoredFile> file =
+        m_folder.Store("report", Replaced(written, hostile.from, hostile.to));
+    // Twice, so that it shows when anything stays behind.
+    for (int run = 0; run < 2; ++run) {
+        Report read;
+        std::string error;
+        EXPECT_FALSE(ReadJsonReport(*file, read, error));
+        EXPECT_EQ(error, "this is no report, or it is damaged: " + hostile.problem);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Reports, MigrateHostileReportTest, testing::ValuesIn(kHostileCases),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(MigrateReportReaderTest, TheSumOfBytesIsInRange) {
+    Report report = ReportOf({"a", "b", "c"}, *m_commands);
+    for (FileEntry& entry : report.files) entry.facts.bytes = 9223372036854775807;
+    report.files[2].facts.bytes = 1;
+    for (const bool isTooLarge : {false, true}) {
+        if (isTooLarge) report.files[2].facts.bytes = 2;
+        TextCollector output;
+        ASSERT_TRUE(WriteJsonReport(report, output));
+        const std::unique_ptr<StoredFile> file = m_folder.Store("report", output.text);
+        Report read;
+        std::string error;
+        EXPECT_EQ(ReadJsonReport(*file, read, error), !isTooLarge);
+        EXPECT_EQ(error, isTooLarge ? "this is no report, or it is damaged: files[2] makes the sum "
+                                      "of all \"bytes\" too large"
+                                    : "");
+    }
+}
+
+TEST_F(MigrateReportReaderTest, TakesNumbersAtTheEdgesOfTheirRanges) {
+    const std::string written = TextOfFiles({"a"});
+    std::string text = written;
+    const std::pair<std::string, std::string> edges[] = {
+        {R"("bytes":5000000000,"m)", R"("bytes":9223372036854775807,"m)"},
+        {R"("modified":1700000000)", R"("modified":-9223372036854775808)"},
+        {R"("lines":40)", R"("lines":9007199254740991)"},
+        {R"("copied":7)", R"("copied":-0)"},
+        {R"("errorColumn":4)", R"("errorColumn":2147483647)"},
+        {R"("errorLine":13)", R"("errorLine":9007199254740991)"},
+        {R"("index":2,"count":3)", R"("index":4294967295,"count":4294967295)"},
+        {R"("started":"2026-11-21T03:00:00Z")", R"("started":"0000-01-01T00:00:00Z")"},
+        {R"("seconds":12.345)", R"("seconds":315569519999)"},
+    };
+    for (const auto& [from, to] : edges) text = Replaced(text, from, to);
+    const std::unique_ptr<StoredFile> file = m_folder.Store("report", text);
+    Report read;
+    std::string error;
+    ASSERT_TRUE(ReadJsonReport(*file, read, error)) << error;
+    EXPECT_EQ(read.files[0].facts.bytes, 9223372036854775807U);
+    EXPECT_EQ(read.files[0].facts.modified, std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(read.files[0].facts.lines, 9007199254740991);
+    EXPECT_EQ(read.files[0].facts.copied, 0);
+    ASSERT_TRUE(read.run.shard);
+    EXPECT_EQ(LabelOf(*read.run.shard), "4294967295-of-4294967295");
+    EXPECT_EQ(read.run.started, kFirstTime);
+    EXPECT_EQ(read.run.seconds, 315569519999);
+    std::vector<std::int64_t> numbers;
+    ASSERT_TRUE(ForEachCommand(read.files[0].commands, [&](const CommandFacts& command) {
+        numbers.push_back(command.errorLine);
+        numbers.push_back(command.errorColumn);
+    }));
+    EXPECT_THAT(numbers, ElementsAre(0, 0, 9007199254740991, 2147483647));
+}
+
+TEST_F(MigrateReportReaderTest, ADamagedReportNamesItsPlace) {
+    const std::string written = TextOfFiles({"a", "b"});
+    for (const char* number : {"NaN", "Infinity", "-Infinity", "0x10", "01", "1.", "+1"}) {
+        const std::unique_ptr<StoredFile> file =
+            m_folder.Store("report", Replaced(written, "12.345", number));
+        Report read;
+        std::string error;
+        EXPECT_FALSE(ReadJsonReport(*file, read, error)) << number;
+        EXPECT_THAT(error, HasSubstr("damaged near byte "));
+        EXPECT_THAT(error, HasSubstr(" (seconds)"));
+    }
+}
+
+TEST_F(MigrateReportReaderTest, ATextThatIsTooLongIsNotKept) {
+    const std::string written = TextOfFiles({"a"});
+    constexpr std::uint64_t kLimit = 200000;
+    const std::string source = R"("source":"IGRAPH)";
+    // In steps of the blocks that are read at once.
+    for (const std::size_t length : {kLimit, 2 * kLimit}) {
+        const std::string text =
+            Replaced(written, source, R"("source":")" + std::string(length - 10000, 'x'));
+        const std::unique_ptr<StoredFile> file = m_folder.Store("report", text);
+        Report read;
+        std::string error;
+        EXPECT_EQ(ReadJsonReport(*file, read, error, kLimit), length == kLimit);
+        EXPECT_EQ(error, length == kLimit ? ""
+                                          : "this is no report, or it is damaged: files[0]"
+                                            ".commands[0].source is longer than 200000 bytes");
+    }
+    // And no gap is either.
+    const std::unique_ptr<StoredFile> file =
+        m_folder.Store("report", Replaced(written, ",\n", "," + std::string(2 * kLimit, ' ')));
+    Report read;
+    std::string error;
+    EXPECT_FALSE(ReadJsonReport(*file, read, error, kLimit));
+    EXPECT_THAT(error, HasSubstr("totals is longer than 200000 bytes"));
+}
+
+TEST_F(MigrateReportReaderTest, AFileHasOnlySoManyReasons) {
+    const std::string part = R"({"outcome":"failed","error":")";
+    for (const int count : {256, 257}) {
+        std::string commands;
+        for (int number = 0; number < count; ++number) {
+            commands += (number > 0 ? "," : "") + part + std::to_string(number) + "\"}";
+        }
+        const std::unique_ptr<StoredFile> file =
+            m_folder.Store("report", R"({"format":"quillet-report","formatVersion":1,"files":[)"
+                                     R"({"path":"a","outcome":"partly","commands":[)" +
+                                         commands + "]}]}");
+        Report read;
+        std::string error;
+        EXPECT_EQ(ReadJsonReport(*file, read, error), count == 256) << error;
+        if (count > 256) {
+            EXPECT_THAT(error, HasSubstr("files[0].commands[256].error is one reason more"));
+        }
+    }
+}
+
+// A report may change after it was read.
+TEST_F(MigrateReportReaderTest, CommandsThatHaveChangedAreRefused) {
+    for (const char* number : {"-1", "1e300", "0.5", "2147483648", "18446744073709551615",
+                               "99999999999999999999999", "1e999", "\"1\"", "null", "[]", "true"}) {
+        const std::unique_ptr<StoredFile> file =
+            m_folder.Store("commands", R"([{"errorColumn":)" + std::string(number) + "}]");
+        EXPECT_FALSE(ForEachCommand({file.get(), 0, file->Size()}, [](const CommandFacts&) {
+            ADD_FAILURE() << "should not have been handed over";
+        })) << number;
+    }
+}
+
+TEST_F(MigrateReportReaderTest, DeepNestingIsNoDanger) {
+    const std::string deep = "{\"x\":" + std::string(1000000, '[');
+    const std::unique_ptr<StoredFile> file = m_folder.Store("report", deep);
+    Report read;
+    std::string error;
+    EXPECT_FALSE(ReadJsonReport(*file, read, error));
+}
+
+TEST_F(MigrateReportReaderTest, GoesThroughCommands) {
+    const std::unique_ptr<StoredFile> file =
+        m_folder.Store("commands", "xx" + CommandsText() + "yy");
+    std::vector<std::string> sources;
+    const CommandsPlace place = {file.get(), 2, file->Size() - 4};
+    EXPECT_TRUE(ForEachCommand(
+        place, [&](const CommandFacts& command) { sources.push_back(command.source); }));
+    EXPECT_THAT(sources, ElementsAre("IGRAPH \xC3\xA9.", "TABLES \"x\"\n /y\t</script>."));
+    EXPECT_FALSE(ForEachCommand({file.get(), 0, 20}, [](const CommandFacts&) {}));
+    EXPECT_FALSE(ForEachCommand({file.get(), 2, file->Size() + 5}, [](const CommandFacts&) {}));
+    EXPECT_TRUE(ForEachCommand({}, [](const CommandFacts&) { ADD_FAILURE(); }));
+}
+
+}  // namespace
+}  // namespace quillet::migrate
