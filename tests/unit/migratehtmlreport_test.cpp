@@ -3,6 +3,8 @@
 
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "migrate/htmlreport.h"
 #include "migrate/jsonreport.h"
@@ -111,6 +113,19 @@ TEST(MigrateHtmlReportTest, ThePageHasItsMark) {
     TextCollector output;
     EXPECT_TRUE(WriteHtmlReport({}, ReportPage(), output));
     EXPECT_EQ(ElementOf(output.text, "report")["format"], "quillet-report");
+}
+
+TEST(MigrateHtmlReportTest, ThePageKnowsEveryReason) {
+    constexpr std::pair<std::string_view, std::string_view> kRows[] = {
+#define QUILLET_REASON(kind, name, message, heading) {name, heading},
+#include "quillet-messages.def"
+    };
+    const std::string page(ReportPage());
+    for (const auto& [name, heading] : kRows) {
+        const std::string row =
+            std::string("    [\"").append(name).append("\", \"").append(heading).append("\"],\n");
+        EXPECT_EQ(CountOf(page, row), 1U) << row;
+    }
 }
 
 TEST(MigrateHtmlReportTest, FailuresAreNoticed) {

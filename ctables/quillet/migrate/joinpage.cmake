@@ -1,15 +1,38 @@
-# Makes one page of its three parts: the style and the script take the places of the comments that
-# name them. A page that fetches nothing has to bring along everything.
+# Makes one page of its parts: the style and the script take the places of the comments that name
+# them, for a page that fetches nothing has to bring along everything. Into the script go the names of
+# the reasons why commands fail, with the headings that people see, from the list of messages.
 #
-# usage: cmake -D PARTS=page -D PAGE=report.html -P joinpage.cmake
+# usage: cmake -D PARTS=page -D MESSAGES=quillet-messages.def -D PAGE=report.html -P joinpage.cmake
+
+# Puts `text`, which must not be empty, in place of the line `mark` of the page.
+function(put_in_place mark text)
+    string(FIND "${page}" "${mark}" place)
+    if(place EQUAL -1 OR text STREQUAL "")
+        message(FATAL_ERROR "Nothing is to be put in place of ${mark}, or the page does not have it")
+    endif()
+    string(REPLACE "${mark}" "${text}" page "${page}")
+    set(page "${page}" PARENT_SCOPE)
+endfunction()
+
 file(READ "${PARTS}/report.html" page)
 foreach(part report.css report.js)
     file(READ "${PARTS}/${part}" text)
-    set(mark "/* ${part} */\n")
-    string(FIND "${page}" "${mark}" place)
-    if(place EQUAL -1 OR text STREQUAL "")
-        message(FATAL_ERROR "${PARTS}/${part} is empty, or has no place in report.html")
-    endif()
-    string(REPLACE "${mark}" "${text}" page "${page}")
+    put_in_place("/* ${part} */\n" "${text}")
 endforeach()
+
+# Of QUILLET_..._REASON(kind, "name", "message", "heading") each becomes a row; the rest goes.
+file(READ "${MESSAGES}" reasons)
+string(REGEX REPLACE "(//|#)[^\n]*\n" "\n" reasons "${reasons}")
+set(literals "[ \n]*(\"[^\"]*\"[ \n]*)+")
+string(REGEX REPLACE "QUILLET_WARNING\\([A-Za-z]+,${literals}\\)" "" reasons "${reasons}")
+string(REGEX REPLACE
+    "QUILLET_([A-Z]+_)?REASON\\([A-Za-z]+,[ \n]*(\"[^\"]*\"),${literals},[ \n]*(\"[^\"]*\")\\)"
+    "    [\\2, \\4],\n" reasons "${reasons}")
+string(REGEX REPLACE "\n\n+" "\n" reasons "${reasons}")
+string(REGEX REPLACE "^\n" "" reasons "${reasons}")
+if(NOT reasons MATCHES "^(    \\[\"[a-z-]+\", \"[^\"\\\n]+\"\\],\n)+$")
+    message(FATAL_ERROR "${MESSAGES} has a row that is not understood:\n${reasons}")
+endif()
+put_in_place("    /* reasons */\n" "${reasons}")
+
 file(WRITE "${PAGE}" "${page}")

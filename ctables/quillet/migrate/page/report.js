@@ -29,27 +29,7 @@ const kCommandOutcomes = new Map([
     ["unreadable", {label: "Unreadable", tone: "stopped"}],
 ]);
 const kReasons = new Map([
-    ["unclosed-literal", "Quoted text is not closed"],
-    ["exponent-without-digits", "Number without digits in its exponent"],
-    ["invalid-number", "Invalid number"],
-    ["invalid-character", "Invalid character"],
-    ["subcommand-syntax", "Subcommand not understood"],
-    ["observation-range", "TO among observation variables"],
-    ["parenthesized-word", "Unknown word in parentheses"],
-    ["tables-syntax", "TABLES command not understood"],
-    ["unknown-function", "Unknown summary function"],
-    ["unknown-sort-function", "Unknown function for sorting"],
-    ["misplaced-total", "Total in the wrong place"],
-    ["nothing-to-follow", "Total that follows nothing"],
-    ["nothing-to-precede", "Total that precedes nothing"],
-    ["total-without-stacking", "Total that stands alone"],
-    ["total-beside-scale", "Total beside a scale variable"],
-    ["table-too-large", "Table too large"],
-    ["igraph-too-large", "Graph command too large"],
-    ["out-of-memory", "Not enough memory"],
-    ["igraph-syntax", "IGRAPH command not understood"],
-    ["igraph-not-expressible", "Chart without an equivalent"],
-    ["unknown", "Unknown reason"],
+    /* reasons */
 ]);
 const kEncodings = new Map([
     ["utf-8", "UTF-8"], ["windows-1252", "Windows-1252"], ["system", "system code page"],
