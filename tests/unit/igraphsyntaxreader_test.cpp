@@ -85,7 +85,7 @@ TEST(IgraphSyntaxReaderTest, NumbersOutOfRangeAreReadAndMarked) {
     EXPECT_TRUE(length->HasNumberOutOfRange());
 }
 
-TEST(IgraphSyntaxReaderTest, RecognisesReferences) {
+TEST(IgraphSyntaxReaderTest, RecognizesReferences) {
     struct Case {
         const char* text;
         bool isReference;

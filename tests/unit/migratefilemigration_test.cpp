@@ -114,7 +114,7 @@ private:
     FinishedFile m_finished;
 };
 
-struct JudgementCase {
+struct JudgmentCase {
     const char* name;
     const char* pResult;  // what stands; null for nothing
     std::vector<JournalRecord> records;
@@ -124,10 +124,10 @@ struct JudgementCase {
     How how = {};
 };
 
-void PrintTo(const JudgementCase& c, std::ostream* pStream) { *pStream << c.name; }
+void PrintTo(const JudgmentCase& c, std::ostream* pStream) { *pStream << c.name; }
 
-const std::vector<JudgementCase>& Cases() {
-    static const std::vector<JudgementCase> kCases = {
+const std::vector<JudgmentCase>& Cases() {
+    static const std::vector<JudgmentCase> kCases = {
         {"nothing stands", nullptr, {}, ResultState::kNew},
         {"nothing stands any more", nullptr, {RecordOf(kSource, kMade)}, ResultState::kNew},
         {"the result of this", kMade, {RecordOf(kSource, kMade)}, ResultState::kKept, false, true},
@@ -232,10 +232,10 @@ const std::vector<JudgementCase>& Cases() {
     return kCases;
 }
 
-class MigrateFileMigrationTest : public testing::TestWithParam<JudgementCase> {};
+class MigrateFileMigrationTest : public testing::TestWithParam<JudgmentCase> {};
 
 TEST_P(MigrateFileMigrationTest, JudgesWhatStands) {
-    const JudgementCase& c = GetParam();
+    const JudgmentCase& c = GetParam();
     const Migration migration(c.pResult, c.records, c.how);
     EXPECT_EQ(NameOf(migration.Facts().result), NameOf(c.state));
     EXPECT_EQ(migration.Facts().hasSourceChanged, c.hasSourceChanged);
@@ -257,7 +257,7 @@ TEST_P(MigrateFileMigrationTest, JudgesWhatStands) {
     EXPECT_EQ(migration.Recorded().size(), c.areRecordedFacts ? 0U : 1U);
 }
 
-std::string NameOfCase(const testing::TestParamInfo<JudgementCase>& info) {
+std::string NameOfCase(const testing::TestParamInfo<JudgmentCase>& info) {
     std::string name = info.param.name;
     std::replace_if(
         name.begin(), name.end(), [](char byte) { return byte == ' ' || byte == ','; }, '_');

@@ -22,7 +22,7 @@ public:
         std::size_t byte = 0;   ///< and how many bytes.
     };
 
-    /// Appends a piece. A leading space is part of the piece: it counts towards the width and
+    /// Appends a piece. A leading space is part of the piece: it counts toward the width and
     /// is dropped where the piece starts a line.
     void Add(std::string_view text, bool leadingSpace);
 

@@ -6,7 +6,7 @@ namespace quillet::igraph {
 
 namespace {
 
-// A legend variable that stands on the axis too colours what the axis has already told apart.
+// A legend variable that stands on the axis too colors what the axis has already told apart.
 bool MakesClusters(const IgraphCommand& command, const LegendVariable& legend) {
     return legend.dimension.IsCategorical() && legend.arrangement == Arrangement::kCluster &&
            !legend.dimension.variable.IsSameAs(command.x1.variable);

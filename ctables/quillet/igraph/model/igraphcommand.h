@@ -219,7 +219,7 @@ struct IgraphCommand {
 /// True when a BAR, AREA or LINE of a complete command shows the data as they are.
 [[nodiscard]] bool ShowsRawValues(const IgraphCommand& command, const ChartElement& element);
 
-/// What the slices of a PIE summarise.
+/// What the slices of a PIE summarize.
 [[nodiscard]] VariableReference PieQuantity(const IgraphCommand& command);
 
 /// The last CATORDER of a variable; null when there is none. Linear in the CATORDERs.
