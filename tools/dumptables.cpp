@@ -29,7 +29,7 @@ const CodePage& CodePageOf(std::string_view text) {
     return mayBeUtf8 && validator.IsValid() ? CodePage::Utf8() : CodePage::Windows1252();
 }
 
-// A period is found by the line end behind it, which a text given on the fly may lack.
+// A period is found by the line end after it, which a text given on the fly may lack.
 std::string WithoutTerminator(const CodePage& codePage, std::string text) {
     text += '\n';
     const std::ptrdiff_t end =

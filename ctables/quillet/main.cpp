@@ -47,7 +47,7 @@ struct CommandLine {
     std::string outputName;
 };
 
-// Letters behind the "b" of the switch are not looked at.
+// Letters after the "b" of the switch are not looked at.
 bool IsBatchSwitch(std::string_view argument) {
     return argument.starts_with("-b") || argument.starts_with("/b");
 }

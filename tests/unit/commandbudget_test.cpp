@@ -63,7 +63,7 @@ TEST(CommandBudgetTest, ALabelOnManyTerms) {
 }
 
 TEST(CommandBudgetTest, APercentageWithSeveralBases) {
-    // "ROWPCT.VALIDN,'xx...'" comes first, then the same behind a comma with LAYERPCT.
+    // "ROWPCT.VALIDN,'xx...'" comes first, then the same after a comma with LAYERPCT.
     const auto source = [](std::size_t groupSize) {
         const std::string label = Literal(groupSize - std::string(",LAYERPCT.VALIDN,").size());
         return "TABLES /TABLE a + b BY c /STATISTICS CPCT(c " + label + ":a)";

@@ -174,7 +174,7 @@ TEST(CommandReportTest, GivesTheWarnings) {
     const Kept& warned = told.listener.kept[0];
     ASSERT_EQ(warned.report.warnings.size(), 1U);
     EXPECT_NE(told.output.find("***** " + warned.report.warnings.front()), std::string::npos);
-    // Behind the warning, not before it.
+    // After the warning, not before it.
     EXPECT_EQ(LinesFrom(told.output, warned.report.generatedLine, warned.generated),
               warned.generated);
     EXPECT_TRUE(told.listener.kept[1].report.warnings.empty());

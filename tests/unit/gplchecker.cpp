@@ -212,7 +212,7 @@ std::vector<std::string> Checker::Check(std::string_view gpl) {
         if (line.find_first_not_of(" \t\r") == std::string_view::npos) Fault("an empty line");
         if (line.find('\r') != std::string_view::npos) Fault("a carriage return", line);
         if (line.starts_with("    ")) {
-            if (!statement.ends_with(',')) Fault("broken elsewhere than behind a comma", line);
+            if (!statement.ends_with(',')) Fault("broken elsewhere than after a comma", line);
             statement += ' ';
             statement += line.substr(4);
         } else {

@@ -11,7 +11,7 @@ namespace quillet::igraph {
 /// The faults of a program, in words; none for a good one.
 ///
 /// A good program begins and ends with a line end and has no empty line. Each statement begins
-/// behind two blanks and goes on behind four; statements stand in the order SOURCE, DATA, TRANS,
+/// after two blanks and goes on after four; statements stand in the order SOURCE, DATA, TRANS,
 /// COORD, GUIDE, SCALE, ELEMENT, with one SOURCE, at most one COORD and at least one ELEMENT.
 /// Quotes and parentheses are balanced. Every identifier is declared once, before its first use,
 /// but for letter case; every function and constant is a known one. The columns of the data set

@@ -351,7 +351,7 @@ TEST(IgraphChartElementsTest, FitLine) {
          {"line(position(smooth.linear(x*y)))"}},
         {"/X1=VAR(x) /Y=VAR(y) /COLOR=VAR(c) TYPE=SCALE /STYLE=VAR(t) /FITLINE LINE=MEFFECT",
          {"line(position(smooth.linear(x*y)), shape.interior(t))"}},
-        // Fit lines stand behind the elements.
+        // Fit lines stand after the elements.
         {"/X1=VAR(x) /Y=VAR(y) /FITLINE MEAN /SCATTER /FITLINE",
          {"point(position(x*y))", "line(position(smooth.mean(x*y, uniform())))",
           "line(position(smooth.linear(x*y)))"}},

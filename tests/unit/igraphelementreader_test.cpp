@@ -119,7 +119,7 @@ TEST(IgraphElementReaderTest, ReadsFitLines) {
     EXPECT_FALSE(ReadFit("LLR X1MULTIPLIER=1 X2MULTIPLIER=1").hasMultiplier);
     EXPECT_TRUE(ReadFit("SPIKE=ON").hasSpikes);
     EXPECT_FALSE(ReadFit("NONE").IsDrawn());
-    // The word behind INTERVAL is no method.
+    // The word after INTERVAL is no method.
     const FitLine interval = ReadFit("ORIGIN LINEAR INTERVAL(80)=MEAN LINE=MEFFECT TOTAL");
     EXPECT_EQ(interval.method, Keyword::kOrigin);
     EXPECT_EQ(interval.confidence, 80.0);

@@ -110,9 +110,9 @@ std::string Layout(std::initializer_list<std::string> arguments) {
     return program.ToText();
 }
 
-TEST(IgraphGplStatementTest, BreaksLongLinesBehindArguments) {
+TEST(IgraphGplStatementTest, BreaksLongLinesAfterArguments) {
     const auto word = [](char c, std::size_t length) { return std::string(length, c); };
-    const std::string head = "\n  GUIDE: f(";  // 11 bytes behind the line end
+    const std::string head = "\n  GUIDE: f(";  // 11 bytes after the line end
     struct Case {
         const char* name;
         std::string text;

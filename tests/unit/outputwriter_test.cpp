@@ -53,7 +53,7 @@ TEST(OutputWriterTest, WritesACommand) {
         {"several lines, one period", "FREQ\n  x\n  y\n", 0, "FREQ\n  x\n  y.\n"},
         {"a period inside", "FREQ x.\n y\n", 0, "FREQ x.\n y.\n"},
         {"a blank at the end parts it from the period", "FREQ x \n", 0, "FREQ x .\n"},
-        {"a blank behind a period", "FREQ x. \n", 0, "FREQ x. .\n"},
+        {"a blank after a period", "FREQ x. \n", 0, "FREQ x. .\n"},
         {"one line feed alone is taken off", "FREQ x\n\n", 0, "FREQ x\n.\n"},
         {"a line feed alone: an empty line, which is dropped", "\n", 0, ""},
         {"a period alone", ".\n", 0, ".\n"},
@@ -83,7 +83,7 @@ struct CommentCase {
     std::string written;
 };
 
-TEST(OutputWriterTest, EndsACommandBehindItsLastLines) {
+TEST(OutputWriterTest, EndsACommandAfterItsLastLines) {
     const auto written = [](std::string_view lines) {
         return Written([lines](OutputFile& out) {
             out.Write("BEGIN DATA\n");

@@ -129,7 +129,7 @@ void CommandStream::ReadInlineData() {
     }
 }
 
-// Steps over the plain lines that are at hand. There is always a line behind them.
+// Steps over the plain lines that are at hand. There is always a line after them.
 bool CommandStream::FindPlainLines() {
     m_plainLines = FindPlainDataLines(m_lines.Unread(), m_lines.FirstLineEndsInCrLf());
     if (m_plainLines.count == 0) return false;
@@ -148,8 +148,8 @@ void CommandStream::ReadNextPart() {
     if (!isEndData) ReadInlineData();
 }
 
-// Takes the buffered line once the line behind it tells whether the command goes on. True when
-// the command is complete; the line behind it stays buffered.
+// Takes the buffered line once the line after it tells whether the command goes on. True when
+// the command is complete; the line after it stays buffered.
 bool CommandStream::ReadBatchLine() {
     m_keptLine.swap(m_lineBuffer);
     m_lineBuffer.clear();

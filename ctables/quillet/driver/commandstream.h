@@ -65,7 +65,7 @@ public:
     /// until the next read.
     [[nodiscard]] const quillet::PlainLines& PlainLines() const { return m_plainLines; }
 
-    /// Replaces the text by the command's next part behind the plain lines, which is never
+    /// Replaces the text by the command's next part after the plain lines, which is never
     /// empty.
     void ReadNextPart();
 

@@ -19,7 +19,7 @@ struct ChunkFindings {
     unsigned char surprises = 0;  // 0 when no line end needs a closer look
 };
 
-// Looks at the `kChunkSize` bytes behind the one at `pBefore`; one more must follow them.
+// Looks at the `kChunkSize` bytes after the one at `pBefore`; one more must follow them.
 ChunkFindings LookAtChunk(const char* pBefore, unsigned char endsInCrLf) {
     ChunkFindings findings;
     for (std::size_t i = 0; i < kChunkSize; ++i) {
@@ -59,7 +59,7 @@ PlainLines FindPlainDataLines(std::string_view text, bool endsInCrLf) {
             count += findings.lineFeeds;
             position += kChunkSize;
         }
-        // The line in which the chunks ended began behind the last line feed passed.
+        // The line in which the chunks ended began after the last line feed passed.
         length = std::max(length, text.rfind('\n', position - 1) + 1);
         const std::size_t end = text.find('\n', position);
         if (end == std::string_view::npos || end + 1 == text.size()) break;

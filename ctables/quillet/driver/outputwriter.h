@@ -21,7 +21,7 @@ void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent);
 void EndWithPeriod(std::string& text);
 
 /// Writes the last lines of a command whose lines before have been written as they are. They end
-/// as a command does, behind a blank line with a period of its own.
+/// as a command does, after a blank line with a period of its own.
 void WriteLastLines(std::string_view lines, OutputFile& out);
 
 /// Writes `text` as a block of comment lines: " *" in front of every line, also of the empty one

@@ -34,7 +34,7 @@ struct CommandLine {
     bool isError = false;
 };
 
-/// Reads what stands behind the program's name.
+/// Reads what stands after the program's name.
 [[nodiscard]] CommandLine ParseCommandLine(std::vector<std::string> arguments);
 
 }  // namespace quillet::migrate

@@ -71,7 +71,7 @@ NamePattern::Characters NamePattern::Fold(std::string_view text) {
     return characters;
 }
 
-// `position` stands behind the "["; it is moved behind the "]" only when there is one.
+// `position` stands after the "["; it is moved after the "]" only when there is one.
 bool NamePattern::ParseSet(const Characters& pattern, std::size_t& position, Element& element) {
     std::size_t next = position;
     element.isNegated = next < pattern.size() && (pattern[next] == '!' || pattern[next] == '^');
@@ -113,18 +113,18 @@ bool NamePattern::Matches(std::string_view path) const {
     std::size_t position = 0;
     // Where to go on when what follows the last star does not fit: the star takes one more
     // character. Earlier stars need not be looked at again.
-    std::size_t elementBehindStar = m_elements.size() + 1;
+    std::size_t elementAfterStar = m_elements.size() + 1;
     std::size_t starEnd = 0;
     while (position < name.size()) {
         if (element < m_elements.size() &&
             m_elements[element].kind == ElementKind::kAnyCharacters) {
-            elementBehindStar = ++element;
+            elementAfterStar = ++element;
             starEnd = position;
         } else if (element < m_elements.size() && MatchesOne(m_elements[element], name[position])) {
             ++element;
             ++position;
-        } else if (elementBehindStar <= m_elements.size()) {
-            element = elementBehindStar;
+        } else if (elementAfterStar <= m_elements.size()) {
+            element = elementAfterStar;
             position = ++starEnd;
         } else {
             return false;

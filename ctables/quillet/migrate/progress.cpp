@@ -19,7 +19,7 @@ constexpr auto kTerminalInterval = 200ms;
 constexpr auto kPlainInterval = 10s;
 constexpr double kMegabyte = 1e6;
 constexpr double kPercent = 100;
-// Back to the line's beginning, and what is behind the cursor goes away.
+// Back to the line's beginning, and what is after the cursor goes away.
 constexpr std::string_view kLineStart = "\r";
 constexpr std::string_view kClearRest = "\x1b[K";
 

@@ -30,7 +30,7 @@ std::string ResolvePath(const std::string& path, std::error_code& error) {
     if (error) return {};
     std::string resolved = std::filesystem::weakly_canonical(absolute, error).native();
     if (error) return {};
-    // What does not exist yet keeps the slash behind it.
+    // What does not exist yet keeps the slash after it.
     if (resolved.size() > 1 && resolved.ends_with('/')) resolved.pop_back();
     return resolved;
 }

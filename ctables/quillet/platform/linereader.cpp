@@ -8,7 +8,7 @@ namespace quillet {
 
 LineReader::LineReader(TextInput& input) : m_input(input), m_buffer(kBlockSize) {}
 
-// Reads more behind the unread bytes, which move to the front. False when there is no more.
+// Reads more after the unread bytes, which move to the front. False when there is no more.
 bool LineReader::FillBuffer() {
     if (m_begin > 0) {
         std::copy(m_buffer.begin() + static_cast<std::ptrdiff_t>(m_begin),

@@ -15,7 +15,7 @@ using ModuleHandle = const void*;
 /// The handle of the running program. `pName` must be null: other modules are not known here.
 [[nodiscard]] ModuleHandle GetModuleHandleA(const char* pName);
 
-/// What the user wrote behind the program's name, given what `main` was given. UTF-8 on Windows,
+/// What the user wrote after the program's name, given what `main` was given. UTF-8 on Windows,
 /// bytes elsewhere.
 [[nodiscard]] std::vector<std::string> ProgramArguments(int argc, char* argv[]);
 

@@ -21,7 +21,7 @@ std::string_view Trim(std::string_view text) {
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-// Lays out pieces one behind the other. Keeps the place of the last emitted string, which a
+// Lays out pieces one after the other. Keeps the place of the last emitted string, which a
 // comma may still take along to the next line.
 class LineFiller {
 public:
@@ -56,7 +56,7 @@ public:
     [[nodiscard]] std::string Take() { return std::move(m_text); }
 
 private:
-    // Appends a string that a comma behind it may take along to the next line.
+    // Appends a string that a comma after it may take along to the next line.
     void Emit(std::string_view text) {
         m_lastEmitted = m_text.size();
         m_text.append(text);

@@ -98,7 +98,7 @@ Expression Chart::Across(Expression measure) const {
 }
 
 std::vector<Expression> Chart::Cases() const {
-    // Without further dimensions behind it the place of the measure stays empty.
+    // Without further dimensions after it the place of the measure stays empty.
     const bool isLast = m_command.panels.empty() && m_layout.kind != Layout::Kind::kCluster;
     if (!isLast) return {Across(Expression::Number(1))};
     switch (m_layout.kind) {

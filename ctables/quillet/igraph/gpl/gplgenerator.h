@@ -16,9 +16,9 @@ public:
     gplGenerator(iGraphSpec& spec, const TAVQ_DataSource* pSource, FacSTDictionary* pDictionary);
 
     /// The program's text: it begins and ends with a line end, and each statement is a line
-    /// behind two blanks. Where GPL cannot express the graph, sets the error message of the
+    /// after two blanks. Where GPL cannot express the graph, sets the error message of the
     /// specification and returns an empty text. For an incomplete specification the message is
-    /// that of an empty chart, behind an assertion. Throws `CommandTooLarge` when names repeated
+    /// that of an empty chart, after an assertion. Throws `CommandTooLarge` when names repeated
     /// in element after element exceed the command's budget. Linear in the command
     /// and the text.
     [[nodiscard]] std::string getGPL();

@@ -48,7 +48,7 @@ public:
     /// Appends the text.
     void AppendTo(std::string& text) const;
 
-    /// Appends the text of a call, and to `breaks` the places in `text` behind the separators of
+    /// Appends the text of a call, and to `breaks` the places in `text` after the separators of
     /// the call's own arguments.
     void AppendCall(std::string& text, std::vector<std::size_t>& breaks) const;
 
@@ -84,8 +84,8 @@ public:
     /// The same for a statement that gives its result a name.
     void AddNamed(StatementLabel label, std::string_view name, Expression call);
 
-    /// The program's text: it begins with a line end, and each statement is a line behind two
-    /// blanks. A line of more than 250 bytes goes on behind four blanks, where arguments of the
+    /// The program's text: it begins with a line end, and each statement is a line after two
+    /// blanks. A line of more than 250 bytes goes on after four blanks, where arguments of the
     /// statement's function allow. Line breaks within strings become blanks, so that no string
     /// can end a command. Linear in the text.
     [[nodiscard]] std::string ToText() const;

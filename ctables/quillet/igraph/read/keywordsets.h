@@ -25,7 +25,7 @@ struct KeywordMatch {
 ///
 /// A word is a keyword when it is equal to it, or when it has at least three characters and is
 /// the beginning of one keyword alone. Both sets count as one for this, so that an optional word
-/// is never mistaken for the setting behind it; a keyword in both counts as of the first.
+/// is never mistaken for the setting after it; a keyword in both counts as of the first.
 [[nodiscard]] KeywordMatch MatchKeyword(std::string_view word, KeywordSet first,
                                         KeywordSet second = {});
 

@@ -73,13 +73,13 @@ void CutTerminator(SyntaxItem& word) {
 }
 
 // The period that ends the command is an operator, or the last byte of the last word. A comment
-// behind it leaves a slash. `lastCode` is the operator code of the last item that is no slash.
+// after it leaves a slash. `lastCode` is the operator code of the last item that is no slash.
 void TakeOffTerminator(std::vector<SyntaxItem>& items, int lastCode) {
-    const auto behindLast = std::find_if(items.rbegin(), items.rend(), [](const SyntaxItem& item) {
-                                return item.kind != Kind::kSlash;
-                            }).base();
-    if (behindLast == items.begin()) return;
-    const auto last = behindLast - 1;
+    const auto afterLast = std::find_if(items.rbegin(), items.rend(), [](const SyntaxItem& item) {
+                               return item.kind != Kind::kSlash;
+                           }).base();
+    if (afterLast == items.begin()) return;
+    const auto last = afterLast - 1;
     if (last->kind == Kind::kOther && lastCode == TokenCodes::kPeriod) {
         items.erase(last);
     } else if (last->kind == Kind::kWord) {

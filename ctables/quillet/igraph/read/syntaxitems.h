@@ -12,7 +12,7 @@ namespace quillet::igraph {
 /// One lexical unit of the command. The views live as long as the token sequence.
 struct SyntaxItem {
     enum class Kind {
-        kEnd,           ///< Behind the last token.
+        kEnd,           ///< After the last token.
         kWord,          ///< A keyword or a name.
         kReservedWord,  ///< TO, WITH, BY, ALL, EQ and the like: never a name.
         kNumber,        ///< Its sign included.

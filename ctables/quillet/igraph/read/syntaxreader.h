@@ -25,7 +25,7 @@ enum class SyntaxFault {
     kParenthesis,  ///< One is missing or not closed.
     kFunction,     ///< No such summary function, or a wrong number of arguments.
     kTwoExtents,   ///< An error bar with two of CI, SD and SE.
-    kEmptyList,    ///< Empty parentheses behind an element, or a PANEL without variables.
+    kEmptyList,    ///< Empty parentheses after an element, or a PANEL without variables.
 };
 
 /// The numbers that a setting takes, both ends included.
@@ -85,14 +85,14 @@ public:
     [[nodiscard]] bool IsAtReference(KeywordSet settings) const;
     /// Reads VAR(name), a bare name or one of $count, $pct and $case.
     [[nodiscard]] bool ReadReference(KeywordSet settings, VariableReference& reference);
-    /// Reads the number behind MIN or MAX.
+    /// Reads the number after MIN or MAX.
     [[nodiscard]] bool ReadEnd(Keyword end, ScaleEnds& ends);
     /// Reads a summary function with its arguments.
     [[nodiscard]] bool ReadSummary(SummaryCall& call);
     /// Reads the arguments of `call.function`.
     [[nodiscard]] bool ReadSummaryArguments(SummaryCall& call);
 
-    /// Reads settings of `set` until something other than a word comes. `read`, called behind
+    /// Reads settings of `set` until something other than a word comes. `read`, called after
     /// each setting's keyword with it, reads the rest and returns whether it could.
     template <typename ReadSetting>
     [[nodiscard]] bool ReadSettings(KeywordSet set, ReadSetting read) {
