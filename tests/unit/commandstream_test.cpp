@@ -10,7 +10,6 @@
 #include <utility>
 #include <vector>
 
-#include "lineartime.h"
 #include "memorytext.h"
 #include "platform/codepage.h"
 #include "platform/linereader.h"
@@ -489,56 +488,6 @@ TEST(CommandStreamTest, AReadErrorIsAnEnd) {
         EXPECT_TRUE(lines.Failed());
         const std::string whole = "LIST\nFREQ\n x\n";
         EXPECT_EQ(gathered, whole.substr(0, gathered.size()));
-    }
-}
-
-struct ShapeCase {
-    const char* name;
-    std::string before;
-    std::string part;
-    std::size_t count;
-};
-
-TEST(CommandStreamTest, TakesTimeInProportion) {
-    const ShapeCase cases[] = {
-        {"many small commands", "", "LIST x.\n", 15000},
-        {"many blank lines", "", " \n", 125000},
-        {"a command of many lines", "LIST\n", " x\n", 50000},
-        {"a command of many blank lines", "LIST\n", "\n", 125000},
-        {"a comment of many lines", "* x\n", " it's. so\n", 25000},
-        {"one long line of words", "LIST", " x", 75000},
-        {"one long line of periods", "LIST ", ". ", 75000},
-        {"one long line of periods and comments", "LIST ", ". /**/", 25000},
-        {"one long line of literals", "LIST x", " 'a'", 50000},
-        {"one long line of comments", "LIST x", " /* */", 25000},
-        {"a long comment line of periods", "* ", ". ", 75000},
-        {"a long comment line of periods and blanks", "* .", " ", 250000},
-        {"one long word", "LIST ", "x", 250000},
-        {"one long literal", "LIST x 'a' '", "x", 250000},
-        {"slashes", "LIST ", "/", 250000},
-        {"lines of inline data", "BEGIN DATA\n", "1 2 3\n", 75000},
-        {"one long line of inline data", "BEGIN DATA\n", "1 2 3 ", 125000},
-        {"blocks of inline data", "", "BEGIN DATA\n1\nEND DATA\n", 10000},
-    };
-    for (const ShapeCase& c : cases) {
-        for (const bool batchMode : {false, true}) {
-            SCOPED_TRACE(c.name + (batchMode ? " in batch mode"s : ""s));
-            ExpectLinearTime(c.count, [&](std::size_t count) {
-                std::string text = c.before;
-                text.reserve(text.size() + count * c.part.size());
-                for (std::size_t i = 0; i < count; ++i) text += c.part;
-                MemoryInput input(std::move(text));
-                LineReader lines(input);
-                CommandStream stream(lines, CodePage::Utf8(), batchMode);
-                try {
-                    while (!stream.ReadCommand()) {
-                        while (stream.HasMoreParts()) stream.ReadNextPart();
-                    }
-                } catch (const ParseError& error) {
-                    EXPECT_EQ(error.Kind(), ParseErrorKind::kUnclosedLiteral);
-                }
-            });
-        }
     }
 }
 

@@ -9,7 +9,6 @@
 #include <string_view>
 
 #include "driver/outputfile.h"
-#include "lineartime.h"
 
 namespace quillet {
 namespace {
@@ -106,30 +105,6 @@ TEST(DataLinesTest, FindsWhatLooksAtSingleLinesFind) {
             const PlainLines expected = LineByLine(part, endsInCrLf);
             ExpectRun(part, endsInCrLf, expected.text.size(), expected.count);
         }
-    }
-}
-
-struct ShapeCase {
-    const char* name;
-    std::string part;
-    std::size_t count;
-};
-
-TEST(DataLinesTest, TakesTimeInProportion) {
-    const ShapeCase cases[] = {
-        {"short lines", "1\n", 1000000},
-        {"short lines that begin with a blank", " 1\n", 500000},
-        {"a single line", "1 ", 1000000},
-        {"blanks", " ", 1000000},
-    };
-    for (const ShapeCase& c : cases) {
-        SCOPED_TRACE(c.name);
-        ExpectLinearTime(c.count, [&c](std::size_t count) {
-            std::string text;
-            text.reserve(count * c.part.size());
-            for (std::size_t i = 0; i < count; ++i) text += c.part;
-            EXPECT_LT(FindPlainDataLines(text, false).text.size(), text.size());
-        });
     }
 }
 

@@ -8,7 +8,6 @@
 #include <utility>
 #include <vector>
 
-#include "lineartime.h"
 #include "memorytext.h"
 
 namespace quillet {
@@ -246,38 +245,6 @@ TEST(LineReaderTest, ReadsFromWhereTheInputStands) {
     ASSERT_EQ(input.Read(buffer, sizeof buffer), 3U);
     LineReader reader(input);
     EXPECT_EQ(ReadLines(reader), Lines{"cd"});
-}
-
-struct ShapeCase {
-    const char* name;
-    std::string part;
-    std::size_t count;
-    std::size_t pieceSize;
-};
-
-TEST(LineReaderTest, TakesTimeInProportion) {
-    const ShapeCase cases[] = {
-        {"many lines", "LIST x.\r\n", 300000, kNever},
-        {"empty lines", "\n", 1000000, kNever},
-        {"one long line", "x", 3000000, kNever},
-        {"one long line in small pieces", "x", 1000000, 100},
-        {"a line of carriage returns", "\r", 1000000, kNever},
-    };
-    for (const ShapeCase& c : cases) {
-        SCOPED_TRACE(c.name);
-        ExpectLinearTime(c.count, [&c](std::size_t count) {
-            std::string text;
-            text.reserve(count * c.part.size());
-            for (std::size_t i = 0; i < count; ++i) text += c.part;
-            MemoryInput input(std::move(text), c.pieceSize);
-            LineReader reader(input);
-            EXPECT_FALSE(reader.FirstLineEndsInCrLf() && c.part.back() != '\n');
-            std::size_t length = 0;
-            std::string_view line;
-            while (reader.ReadLine(line)) length += line.size();
-            EXPECT_LE(length, count * c.part.size());
-        });
-    }
 }
 
 }  // namespace

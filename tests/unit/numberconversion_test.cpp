@@ -11,8 +11,6 @@
 #include <limits>
 #include <string>
 
-#include "lineartime.h"
-
 namespace quillet {
 namespace {
 
@@ -129,18 +127,6 @@ TEST(NumberConversionTest, DoesNotMindTheLocale) {
     ASSERT_EQ(std::strtod("1,5", nullptr), 1.5) << "the locale is in force";
     ExpectAllConverted();
     EXPECT_EQ(std::localeconv()->decimal_point, std::string(",")) << "and stays in force";
-}
-
-TEST(NumberConversionTest, TakesTimeInProportion) {
-    for (const std::string before : {"", "0.", "1e", "0x", "0."}) {
-        SCOPED_TRACE(before);
-        for (const char digit : {'0', '7'}) {
-            ExpectLinearTime(std::size_t{200000}, [&](std::size_t count) {
-                const std::string text = before + std::string(count, digit);
-                EXPECT_EQ(*ConvertNumber(text.c_str()).pEnd, '\0');
-            });
-        }
-    }
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include "lineartime.h"
 #include "memorytext.h"
 
 namespace quillet {
@@ -233,30 +232,6 @@ TEST(OutputFileTest, TellsWhenTheLastWriteFails) {
         EXPECT_FALSE(out.Finish());
         EXPECT_TRUE(out.Failed());
         EXPECT_EQ(memory.WritesAfterFailure(), 0U);
-    }
-}
-
-struct ShapeCase {
-    const char* name;
-    std::string part;
-    std::size_t count;
-};
-
-TEST(OutputFileTest, TakesTimeInProportion) {
-    const ShapeCase cases[] = {
-        {"many lines", "LIST x.\n", 200000},
-        {"many empty lines", "\n", 500000},
-        {"a line in many parts", "x", 500000},
-        {"blanks in many parts", " ", 500000},
-    };
-    for (const ShapeCase& c : cases) {
-        SCOPED_TRACE(c.name);
-        ExpectLinearTime(c.count, [&c](std::size_t count) {
-            MemoryOutput memory;
-            OutputFile out(memory);
-            for (std::size_t i = 0; i < count; ++i) out.Write(c.part);
-            EXPECT_TRUE(out.Finish());
-        });
     }
 }
 

@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstddef>
-#include <ctime>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -264,55 +261,6 @@ TEST(OutputSequenceTest, JoinsTheCurrentLineOnly) {
         EXPECT_EQ(sequence.CurrentLineLength(), length);
         AddAll(sequence, c.after);
         EXPECT_EQ(sequence.Format(c.width, 2), c.expected);
-    }
-}
-
-double BestSeconds(const std::function<void()>& work) {
-    double best = 1e9;
-    for (int run = 0; run < 5; ++run) {
-        const std::clock_t begin = std::clock();
-        work();
-        best = std::min(best, static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC);
-    }
-    return best;
-}
-
-TEST(OutputSequenceTest, CostIsLinear) {
-    constexpr std::size_t kCount = 20000;
-    struct Case {
-        const char* name;
-        std::vector<std::string> unit;
-        bool join;
-    };
-    const Case cases[] = {
-        {"pieces", {"abc"}, false},
-        {"commas", {"+,"}, false},
-        {"pieces and commas", {"abcdefgh", "+,"}, false},
-        {"breaks", {"a", "\n"}, false},
-        {"pieces that are joined", {"abc"}, true},
-        {"joined piece by piece", {"a", "b", "\n"}, true},
-        {"overlong pieces",
-         {"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa"
-          "a",
-          "+,"},
-         false},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        std::size_t bytes = 0;
-        const auto work = [&](std::size_t count) {
-            return BestSeconds([&] {
-                OutputSequence sequence;
-                for (std::size_t i = 0; i < count; ++i) AddAll(sequence, c.unit);
-                bytes += sequence.CurrentLineLength();
-                if (c.join) sequence.JoinCurrentLine();
-                bytes += sequence.Format(80, 2).size();
-            });
-        };
-        const double once = work(kCount);
-        const double fourTimes = work(4 * kCount);
-        EXPECT_LT(fourTimes, 10 * once + 0.02);
-        EXPECT_GT(bytes, kCount);
     }
 }
 

@@ -16,7 +16,6 @@
 #include <utility>
 #include <vector>
 
-#include "lineartime.h"
 #include "memorytext.h"
 #include "platform/assertion.h"
 
@@ -767,51 +766,6 @@ TEST(QuilletTest, TellsWhenASmallOutputFails) {
         Listener listener;
         EXPECT_EQ(ConvertStream(input, output, listener, Options()), Outcome::kWriteError);
         EXPECT_EQ(output.WritesAfterFailure(), 0U);
-    }
-}
-
-struct ShapeCase {
-    const char* name;
-    std::string before;
-    std::string part;
-    std::string behind;
-    std::size_t count;
-};
-
-TEST(QuilletTest, TakesTimeInProportion) {
-    const ShapeCase cases[] = {
-        {"many small commands", "", "LIST x.\n", "", 6500},
-        {"many comments", "", "* it's.\n", "", 6500},
-        {"many blank lines", "", " \n", "", 50000},
-        {"blank lines in a command", "LIST\n", "\n", "x.\n", 50000},
-        {"a command of many lines", "LIST\n", " x 1 'a'\n", ".\n", 5000},
-        {"a command in one line", "LIST", " x 1 'a'", ".\n", 5000},
-        {"one long word", "LIST ", "x", ".\n", 83000},
-        {"one long literal", "LIST x '", "x", "'.\n", 83000},
-        {"one literal of many parts", "LIST x 'a'", "+'b'", ".\n", 16500},
-        {"doubled quotes", "LIST x '", "''", "'.\n", 33000},
-        {"a plus and no literal behind it", "LIST x 'a'", "+ ", ".\n", 33000},
-        {"one long number", "LIST x ", "7", ".\n", 33000},
-        {"operators", "LIST x ", "*>", ".\n", 33000},
-        {"commas", "LIST x ", ",", ".\n", 83000},
-        {"comments in a command", "LIST x\n", "/* x\n", ".\n", 16500},
-        {"a long comment", "* x", " it's. so\n", ".\n", 10000},
-        {"inline data", "BEGIN DATA\n", "1 2 3\n", "END DATA.\n", 33000},
-        {"frames", "", "IGRAPH /NONSENSE.\n", "", 666},
-        {"a frame around a command of many lines", "IGRAPH\n", "/NONSENSE\n", ".\n", 5000},
-        {"periods in a line", "LIST x", ". ", ".\n", 33000},
-    };
-    for (const ShapeCase& c : cases) {
-        for (const bool batchMode : {false, true}) {
-            SCOPED_TRACE(c.name + (batchMode ? " in batch mode"s : ""s));
-            ExpectLinearTime(c.count, [&](std::size_t count) {
-                std::string text = c.before;
-                text.reserve(text.size() + count * c.part.size() + c.behind.size());
-                for (std::size_t i = 0; i < count; ++i) text += c.part;
-                text += c.behind;
-                EXPECT_GT(ConvertText(text, InBatchMode(batchMode)).output.size(), 0U);
-            });
-        }
     }
 }
 
