@@ -11,7 +11,6 @@
 #include "igraph/model/keyword.h"
 #include "igraph/read/commandreader.h"
 #include "igraphtesting.h"
-#include "lineartime.h"
 #include "platform/codepage.h"
 #include "tokenizer/tavqtokensequence.h"
 
@@ -450,26 +449,6 @@ TEST(IgraphCommandReaderTest, ReadsPercentilesWithAndWithoutParentheses) {
         ASSERT_TRUE(bar.summary) << command;
         EXPECT_EQ(bar.summary->function, Keyword::kPercentile);
         EXPECT_EQ(bar.summary->arguments[0], 90.0);
-    }
-}
-
-TEST(IgraphCommandReaderTest, TakesTimeInProportionToTheCommand) {
-    const auto repeat = [](std::string_view piece, int count) {
-        std::string text = "IGRAPH /X1=VAR(a) /Y=VAR(b)";
-        for (int i = 0; i < count; ++i) text += piece;
-        return text;
-    };
-    for (const char* piece :
-         {" /BAR(SUMSQ)", " /LINE STYLE=NONE", " /PANEL p", " /CATORDER VAR(a) (SUM DESCENDING)",
-          " /SCALERANGE b MAX=3", " /CHARTLOOK='x'", " /", " /BOX", " /TITLE='a'", " /FORMAT ( ( (",
-          " /POINTLABEL v ALL", " /REFLINE b 3", " /FITLINE", " /SCATTER"}) {
-        SCOPED_TRACE(piece);
-        ExpectLinearTime(2000, [&](int count) {
-            const std::string text = repeat(piece, count);
-            TAVQTokenSequence sequence(CodePage::Utf8(), text, false, 0);
-            IgraphCommand command;
-            EXPECT_EQ(ReadCommand(sequence, command), SyntaxFault::kNone);
-        });
     }
 }
 

@@ -4,7 +4,6 @@
 
 #include "igraph/read/completion.h"
 #include "igraphtesting.h"
-#include "lineartime.h"
 
 namespace quillet::igraph {
 
@@ -323,26 +322,6 @@ TEST(IgraphCompletionTest, TheLastEndOfAScaleHolds) {
         ASSERT_TRUE(result.command.y.ends.minimum);
         EXPECT_EQ(result.command.y.ends.minimum->value, c.minimum);
     }
-}
-
-TEST(IgraphCompletionTest, TakesTimeInProportionToTheCommand) {
-    ExpectLinearTime(5000, [](int count) {
-        IgraphCommand command;
-        command.y.variable.source = VariableReference::Source::kVariable;
-        command.y.variable.key = command.y.variable.name = "Y";
-        for (int i = 0; i < count; ++i) {
-            command.panels.push_back(command.y.variable);
-            command.panels.back().key = command.panels.back().name = "P" + std::to_string(i);
-            command.scaleRanges.emplace_back().variable = command.y.variable;
-            command.categoryOrders.emplace_back().variable = command.y.variable;
-            command.referenceLines.emplace_back().variable = command.y.variable;
-            command.elements.emplace_back().kind =
-                i % 2 == 0 ? ChartElement::Kind::kBar : ChartElement::Kind::kBox;
-            command.fitLines.emplace_back().method = Keyword::kNone;
-        }
-        std::vector<VariableRole> roles;
-        EXPECT_EQ(CompleteCommand(command, roles), ValidityFault::kNone);
-    });
 }
 
 }  // namespace

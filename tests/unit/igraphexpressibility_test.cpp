@@ -4,7 +4,6 @@
 
 #include "igraph/gpl/expressibility.h"
 #include "igraphtesting.h"
-#include "lineartime.h"
 
 namespace quillet::igraph {
 
@@ -205,23 +204,6 @@ TEST(IgraphExpressibilityTest, MessagesAreOneLineWithoutWhatMakesThemComments) {
         EXPECT_FALSE(error.ends_with('.')) << error;
         EXPECT_EQ(error.find_first_of("\r\n"), std::string::npos) << error;
     }
-}
-
-TEST(IgraphExpressibilityTest, TakesTimeInProportionToTheCommand) {
-    ExpectLinearTime(20000, [](int count) {
-        IgraphCommand command;
-        command.coordinates = Coordinates::kVertical;
-        command.y.variable.source = VariableReference::Source::kVariable;
-        command.y.variable.key = command.y.variable.name = "Y";
-        command.y.level = MeasurementLevel::kScale;
-        for (int i = 0; i < count; ++i) {
-            command.referenceLines.emplace_back().variable = command.y.variable;
-            command.elements.emplace_back().kind =
-                i < count / 2 ? ChartElement::Kind::kBar : ChartElement::Kind::kBox;
-            command.fitLines.emplace_back().method = Keyword::kNone;
-        }
-        EXPECT_EQ(FindObstacle(command, LayoutOf(command), "Y"), "");
-    });
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 #include "igraph/gpl/gplcolumns.h"
 #include "igraphtesting.h"
-#include "lineartime.h"
 
 namespace quillet::igraph {
 
@@ -148,17 +147,6 @@ TEST(IgraphGplColumnsTest, ComputedVariablesGetNamesOfTheirOwn) {
     EXPECT_EQ(
         result.Lines("TRANS"),
         (std::vector<std::string>{"y_t1_2=eval(y*y)", "y_t2=eval(abs(y))", "y_t3=eval(y > 3)"}));
-}
-
-TEST(IgraphGplColumnsTest, TakesTimeInProportionToTheNames) {
-    ExpectLinearTime(20000, [](int count) {
-        IdentifierPool pool;
-        for (int i = 0; i < count; ++i) {
-            // Half of the names take what the suffixes of the others would be.
-            (void)pool.Take("a_" + std::to_string(i), "A_" + std::to_string(i));
-            (void)pool.Take("a", "A");
-        }
-    });
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 #include "igraph/gpl/gplgenerator.h"
 #include "igraph/read/igraphparser.h"
 #include "igraphtesting.h"
-#include "lineartime.h"
 #include "platform/assertion.h"
 
 namespace quillet::igraph {
@@ -332,28 +331,6 @@ TEST(IgraphGplGeneratorTest, NormalizedStacksAreSharesOfTheirPlace) {
             "interval.stack(position(summary.percent.count(depot, base.coordinate(dim(1)))), "
             "color.interior(grade), shape.interior(shape.square))"));
     EXPECT_EQ(result.Lines("GUIDE")[1], "axis(dim(2), label(\"Parcels\"))");
-}
-
-TEST(IgraphGplGeneratorTest, TakesTimeInProportionToTheCommand) {
-    const IgraphCommand command =
-        ConvertIgraphText(
-            "IGRAPH /X1=VAR(a) /Y=VAR(b) /PANEL p q /BAR(NGT 1) LABEL VAL /BOX "
-            "/LINE STYLE=NONE /LINE(SUM) /REFLINE b 3")
-            .command;
-    ExpectLinearTime(500, [&command](int count) {
-        iGraphSpec spec;
-        spec.Command() = command;
-        for (const ChartElement& element : command.elements) {
-            spec.Command().elements.insert(spec.Command().elements.end(),
-                                           static_cast<std::size_t>(count), element);
-        }
-        for (int i = 0; i < count; ++i) {
-            spec.Command().referenceLines.push_back(command.referenceLines.front());
-        }
-        spec.Command().title.assign(static_cast<std::size_t>(count) * 100, '"');
-        spec.SetComplete(VariableRoles(spec.Command()));
-        EXPECT_NE(gplGenerator(spec, nullptr, nullptr).getGPL(), "");
-    });
 }
 
 TEST(IgraphGplGeneratorTest, RefusesASpecificationThatIsNotComplete) {
