@@ -10,6 +10,9 @@ namespace {
 // An indentation this deep is a runaway; one blank shows that there was one.
 constexpr std::size_t kIndentLimit = 21;
 
+// What a command that ends in `text` is closed with: one period, whoever wrote it, and a line end.
+std::string_view ClosingOf(std::string_view text) { return text.ends_with('.') ? "\n" : ".\n"; }
+
 }  // namespace
 
 void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent) {
@@ -25,14 +28,14 @@ void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent) {
 void EndWithPeriod(std::string& text) {
     if (text.empty()) return;
     if (text.ends_with('\n')) text.pop_back();
-    if (!text.ends_with('.')) text += '.';
+    text += ClosingOf(text);
+    text.pop_back();
 }
 
 void WriteLastLines(std::string_view lines, OutputFile& out) {
     if (lines.ends_with('\n')) lines.remove_suffix(1);
     out.Write(lines);
-    constexpr std::string_view kPeriodAndLineEnd = ".\n";
-    out.Write(kPeriodAndLineEnd.substr(lines.ends_with('.') ? 1 : 0));
+    out.Write(ClosingOf(lines));
 }
 
 void WriteCommentedOut(std::string_view text, OutputFile& out) {
@@ -41,7 +44,7 @@ void WriteCommentedOut(std::string_view text, OutputFile& out) {
         const std::string_view line = text.substr(0, end);
         out.Write(" *");
         out.Write(line);
-        if (end == std::string_view::npos) return out.Write(line.ends_with('.') ? "\n" : ".\n");
+        if (end == std::string_view::npos) return out.Write(ClosingOf(line));
         out.Write("\n");
         text.remove_prefix(end + 1);
     }
