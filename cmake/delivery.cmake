@@ -7,8 +7,8 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 # Names of folders must not get into the result.
 target_compile_options(quillet_settings INTERFACE
-    -ffile-prefix-map=${CMAKE_BINARY_DIR}=build
-    -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
+    -ffile-prefix-map=${PROJECT_BINARY_DIR}=build
+    -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
 # Nor must times, owners and access rights, which archives of object files hold by default.
 set(CMAKE_CXX_ARCHIVE_CREATE "<CMAKE_AR> qcD <TARGET> <LINK_FLAGS> <OBJECTS>")
 set(CMAKE_CXX_ARCHIVE_APPEND "<CMAKE_AR> qD <TARGET> <LINK_FLAGS> <OBJECTS>")
@@ -26,5 +26,6 @@ else()
         -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
     set(hardened_link -Wl,-z,relro -Wl,-z,now)
 endif()
-target_compile_options(quillet_settings INTERFACE "$<$<CONFIG:Release>:${hardening}>")
+target_compile_options(quillet_settings INTERFACE
+    "$<$<AND:$<CONFIG:Release>,${is_tested}>:${hardening}>")
 target_link_options(quillet_settings INTERFACE "$<$<CONFIG:Release>:${hardened_link}>")

@@ -1,6 +1,7 @@
 # Which components go into which kind of package; read by cpack for each of them.
 if(CPACK_GENERATOR STREQUAL "DEB")
-    set(CPACK_COMPONENTS_ALL program debian development debian_development)
+    set(CPACK_COMPONENTS_ALL program debian library debian_library
+        development debian_development)
     set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 else()
     # One archive that unpacks into one folder.
@@ -9,6 +10,6 @@ else()
     set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
     set(CPACK_COMPONENTS_ALL program upstream)
     if(CPACK_GENERATOR STREQUAL "TGZ")
-        list(APPEND CPACK_COMPONENTS_ALL development)
+        list(APPEND CPACK_COMPONENTS_ALL library development)
     endif()
 endif()

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "quillet_export.h"
+
 namespace quillet {
 
 /// How to read a text that is not valid UTF-8. Valid UTF-8 is always read as such.
@@ -53,10 +55,10 @@ struct Conversion {
 /// Throws `std::bad_alloc` alone, and that only where not even the result itself can be kept. Time
 /// is linear in the input and the output; what a command asks for beyond its own size is limited
 /// to 64 MiB.
-[[nodiscard]] Conversion ConvertText(std::string_view input, const Options& options);
+[[nodiscard]] QUILLET_EXPORT Conversion ConvertText(std::string_view input, const Options& options);
 
 /// A text that is read in pieces, twice: the whole of it decides the code page.
-class TextInput {
+class QUILLET_EXPORT TextInput {
 public:
     virtual ~TextInput() = default;
     /// Reads up to `size` bytes into `buffer`, returns how many. 0 at the end and after an
@@ -76,7 +78,7 @@ protected:
 };
 
 /// Takes the converted text in pieces, in order.
-class TextOutput {
+class QUILLET_EXPORT TextOutput {
 public:
     virtual ~TextOutput() = default;
     /// Takes all of `bytes`, or returns false; it is not called again after that.
@@ -116,7 +118,7 @@ enum class ErrorKind {
 
 /// A short name of lower-case words and hyphens, such as "tables-syntax", that stays the same
 /// in all versions; "none" for `kNone`.
-[[nodiscard]] std::string_view NameOf(ErrorKind kind);
+[[nodiscard]] QUILLET_EXPORT std::string_view NameOf(ErrorKind kind);
 
 /// How the bytes of a text are to be read.
 enum class TextEncoding {
@@ -146,7 +148,7 @@ struct CommandReport {
 };
 
 /// Takes what a conversion has to say while it runs.
-class ConversionListener {
+class QUILLET_EXPORT ConversionListener {
 public:
     virtual ~ConversionListener() = default;
     /// A command was converted or could not be; `line` ends in "\n".
@@ -166,12 +168,13 @@ protected:
 
 /// `text`, which is in `encoding`, in UTF-8. Each byte that is no character there becomes the
 /// replacement character U+FFFD.
-[[nodiscard]] std::string ToUtf8(std::string_view text, TextEncoding encoding);
+[[nodiscard]] QUILLET_EXPORT std::string ToUtf8(std::string_view text, TextEncoding encoding);
 
 /// Converts a text of any size, keeping no more of it than its largest command (inline data:
 /// its longest line) and a few hundred KiB. Otherwise as `ConvertText`.
-[[nodiscard]] Outcome ConvertStream(TextInput& input, TextOutput& output,
-                                    ConversionListener& listener, const Options& options);
+[[nodiscard]] QUILLET_EXPORT Outcome ConvertStream(TextInput& input, TextOutput& output,
+                                                   ConversionListener& listener,
+                                                   const Options& options);
 
 }  // namespace quillet
 
