@@ -5,14 +5,13 @@ Needs bash, zsh and fish. The shells run without the user's own settings.
 """
 
 import os
-import pathlib
-import shutil
 import subprocess
-import tempfile
-import unittest
 
-COMPLETIONS = pathlib.Path(__file__).resolve().parent.parent / "completions"
-TIME_LIMIT = 60  # seconds for one shell
+import pytest
+
+from support.foldercase import TIME_LIMIT, TOP, FolderCase
+
+COMPLETIONS = TOP / "completions"
 
 BASH = """
 source "$1"; shift
@@ -43,12 +42,11 @@ source $script
 """
 
 
-class CompletionTest(unittest.TestCase):
+class TestCompletion(FolderCase):
     """Each test states the words in front of the cursor and what the shell offers then."""
 
-    def setUp(self):
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quillet-completion-"))
-        self.addCleanup(shutil.rmtree, self.folder)
+    def setup_method(self):
+        super().setup_method()
         self.work = self.folder / "work"
         self.work.mkdir()
         for name in ("survey.syn", "survey two.syn", "results.txt"):
@@ -63,7 +61,7 @@ class CompletionTest(unittest.TestCase):
         }
         run = subprocess.run(command, cwd=self.work, env=environment, timeout=TIME_LIMIT,
                              stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
-        self.assertEqual(run.stderr, "")
+        assert run.stderr == ""
         return run.stdout
 
     def bash(self, *words):
@@ -77,34 +75,25 @@ class CompletionTest(unittest.TestCase):
     def zsh(self, *words):
         return self.run_shell("zsh", "-f", "-c", ZSH, "zsh", str(COMPLETIONS / "_quillet"), *words)
 
-    def check(self, *words, exactly):
-        for shell in (self.bash, self.fish, self.zsh):
-            with self.subTest(shell.__name__, words=words):
-                offered = sorted(set(shell("quillet", *words).splitlines()) - {""})
-                self.assertEqual(offered, exactly)
-
-    def test_the_first_word_may_be_the_switch(self):
-        self.check("-", exactly=["-b"])
-
-    def test_the_first_word_may_be_a_file(self):
-        self.check("survey.", exactly=["survey.syn"])
-
-    def test_a_file_follows_the_switch(self):
-        for switch in ("-b", "/b", "-batch"):
-            self.check(switch, "survey.", exactly=["survey.syn"])
-
-    def test_files_of_any_name(self):
-        self.check("res", exactly=["results.txt"])
-        self.check("survey.syn", "res", exactly=["results.txt"])
-        self.check("-b", "survey.syn", "res", exactly=["results.txt"])
-
-    def test_no_third_file(self):
-        self.check("survey.syn", "a", "sur", exactly=[])
-        self.check("-b", "survey.syn", "a", "sur", exactly=[])
-
-    def test_only_the_first_word_is_the_switch(self):
-        self.check("survey.syn", "-", exactly=[])
-
-
-if __name__ == "__main__":
-    unittest.main()
+    @pytest.mark.parametrize("words, offered", (
+        # The first word may be the switch, or a file.
+        (("-",), ["-b"]),
+        (("survey.",), ["survey.syn"]),
+        # A file follows the switch.
+        (("-b", "survey."), ["survey.syn"]),
+        (("/b", "survey."), ["survey.syn"]),
+        (("-batch", "survey."), ["survey.syn"]),
+        # Files may have any name.
+        (("res",), ["results.txt"]),
+        (("survey.syn", "res"), ["results.txt"]),
+        (("-b", "survey.syn", "res"), ["results.txt"]),
+        # There is no third file.
+        (("survey.syn", "a", "sur"), []),
+        (("-b", "survey.syn", "a", "sur"), []),
+        # Only the first word is the switch.
+        (("survey.syn", "-"), []),
+    ), ids=" ".join)
+    @pytest.mark.parametrize("shell", ("bash", "fish", "zsh"))
+    def test_what_is_offered(self, shell, words, offered):
+        said = getattr(self, shell)("quillet", *words)
+        assert sorted(set(said.splitlines()) - {""}) == offered

@@ -2,10 +2,10 @@
 """Runs quillet-migrate as an office does: whole archives, slices of them, interrupted runs, and
 everything that can be wrong with files.
 
-usage: tests/migrate_test.py PROGRAM [TEST...]
-       QUILLET_MIGRATE_PROGRAM=PROGRAM [QUILLET_PROGRAM=PROGRAM] tests/migrate_test.py [TEST...]
+usage: [QUILLET_MIGRATE_PROGRAM=PROGRAM] [QUILLET_PROGRAM=PROGRAM] pytest-3 tests/migrate_test.py
+           [-k TEST]
 
-With the second program, which else is looked for beside the first, results are compared with its.
+Results are compared with those of the second program.
 """
 
 import contextlib
@@ -21,16 +21,16 @@ import signal
 import stat
 import subprocess
 import sys
-import tempfile
 import time
-import unittest
 import xml.etree.ElementTree
 
-PROGRAM = os.environ.get("QUILLET_MIGRATE_PROGRAM", "")
-SINGLE_PROGRAM = os.environ.get("QUILLET_PROGRAM", "")
+import pytest
 
-TIME_LIMIT = 120  # seconds for one run
-MEBIBYTE = 1 << 20
+from support.foldercase import MEBIBYTE, TIME_LIMIT, FolderCase, program, row_name
+
+PROGRAM = program("quillet-migrate", "QUILLET_MIGRATE_PROGRAM")
+SINGLE_PROGRAM = program("quillet", "QUILLET_PROGRAM")
+
 NOBODY = 65534
 
 ORDINARY = b"LIST x y.\n"
@@ -100,22 +100,17 @@ def exchange(left, right):
 signal.signal(signal.SIGINT, signal.default_int_handler)
 
 
-class MigrateTest(unittest.TestCase):
-    """Gives each test a folder of its own with an empty source in it, and the program to run."""
+class MigrateCase(FolderCase):
+    """Gives each test a folder with an empty source in it, and the program to run."""
 
-    def setUp(self):
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quillet-migrate-"))
-        self.addCleanup(self.remove_folder)
+    def setup_method(self):
+        super().setup_method()
+        self.program = PROGRAM
         self.source = self.folder / "source"
         self.target = self.folder / "target"
         self.source.mkdir()
         self.user = None
         self.report_name = "quillet-report.json"
-
-    def remove_folder(self):
-        subprocess.run(["chmod", "-R", "u+rwx", str(self.folder)], check=False,
-                       stderr=subprocess.DEVNULL)
-        shutil.rmtree(self.folder)
 
     def create(self, name, text):
         path = os.path.join(os.fsencode(self.source), os.fsencode(name))
@@ -136,7 +131,7 @@ class MigrateTest(unittest.TestCase):
         self.create("picture.png", BINARY)
 
     def command(self, *arguments):
-        return [PROGRAM, *(os.fspath(argument) for argument in arguments)]
+        return [self.program, *(os.fspath(argument) for argument in arguments)]
 
     def options(self, **options):
         options.setdefault("stdin", subprocess.DEVNULL)
@@ -154,7 +149,7 @@ class MigrateTest(unittest.TestCase):
 
     def start_program(self, *arguments, **options):
         process = subprocess.Popen(self.command(*arguments), **self.options(**options))
-        self.addCleanup(self.end_process, process)
+        self.add_cleanup(self.end_process, process)
         return process
 
     @staticmethod
@@ -167,7 +162,7 @@ class MigrateTest(unittest.TestCase):
         """Migrates source to target and returns the run. Its report is the one that is read."""
         self.report_name = f"quillet-report{'-dry-run' * ('--dry-run' in options)}.json"
         run = self.run_program(*options, self.source, target or self.target)
-        self.assertEqual((run.returncode, run.stdout), (status, b""), run.stderr)
+        assert (run.returncode, run.stdout) == (status, b""), run.stderr
         return run
 
     def change(self, name, text, seconds=0):
@@ -203,79 +198,69 @@ class MigrateTest(unittest.TestCase):
 
     def expect_no_left_overs(self, target=None):
         names = [name for name in contents_of(target or self.target) if b"quillet-tmp" in name]
-        self.assertEqual(names, [])
+        assert names == []
 
     def as_ordinary_user(self):
         """From here on the program has no rights that files do not give it."""
         if os.geteuid() != 0:
             return
-        global PROGRAM
         copy = self.folder / "program"
-        shutil.copy(PROGRAM, copy)
+        shutil.copy(self.program, copy)
         copy.chmod(0o755)
-        original, PROGRAM = PROGRAM, os.fspath(copy)
-
-        def restore():
-            global PROGRAM
-            PROGRAM = original
-
-        self.addCleanup(restore)
+        self.program = os.fspath(copy)
         self.folder.chmod(0o777)
         self.user = NOBODY
 
 
-class TreeTest(MigrateTest):
+class TestTree(MigrateCase):
     def test_mirrors_a_tree(self):
         self.create("a/b/one.syn", b"LIST x\n\n  y.\nLIST z")
         self.create("two", b"LIST.\r\n")
         (self.source / "empty" / "inner").mkdir(parents=True)
         self.migrate()
-        self.assertEqual(self.results(), {
-            b"a": None, b"a/b": None, b"a/b/one.syn": b"LIST x\n  y.\nLIST z.\n",
-            b"two": b"LIST.\r\n", b"empty": None, b"empty/inner": None})
+        assert self.results() == {
+  b"a": None, b"a/b": None, b"a/b/one.syn": b"LIST x\n  y.\nLIST z.\n",
+  b"two": b"LIST.\r\n", b"empty": None, b"empty/inner": None}
         self.expect_no_left_overs()
 
-    def test_results_are_those_of_the_single_program(self):
-        single = SINGLE_PROGRAM or os.path.join(os.path.dirname(PROGRAM), "quillet")
-        if not os.path.exists(single):
-            self.skipTest("the program for single files is not there")
+    @pytest.mark.parametrize("mode", ([], ["--batch"]), ids=row_name)
+    def test_results_are_those_of_the_single_program(self, mode):
         self.create_archive()
-        for mode in ([], ["--batch"]):
-            with self.subTest(mode):
-                target = self.folder / f"target{len(mode)}"
-                self.migrate(*mode, status=1, target=target)
-                files = [file["path"] for file in self.report(target)["files"]
-                         if file["outcome"] != "skipped"]
-                self.assertEqual(len(files), 61)
-                for name in files:
-                    expected = self.folder / "expected"
-                    subprocess.run([single, *(["-b"] if mode else []), self.source / name, expected],
-                                   check=False, stdout=subprocess.DEVNULL,
-                                   stderr=subprocess.DEVNULL, env={"LC_ALL": "C"})
-                    self.assertEqual((target / name).read_bytes(), expected.read_bytes(), name)
+        target = self.folder / f"target{len(mode)}"
+        self.migrate(*mode, status=1, target=target)
+        files = [file["path"] for file in self.report(target)["files"]
+                 if file["outcome"] != "skipped"]
+        assert len(files) == 61
+        for name in files:
+            expected = self.folder / "expected"
+            switch = ["-b"] if mode else []
+            subprocess.run([SINGLE_PROGRAM, *switch, self.source / name, expected], check=False,
+                           stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                           env={"LC_ALL": "C"})
+            assert (target / name).read_bytes() == expected.read_bytes(), name
 
     def test_a_single_file(self):
         self.create("one.syn", ORDINARY)
         self.create("two.syn", ORDINARY)
         run = self.run_program(self.source / "one.syn", self.target)
-        self.assertEqual(run.returncode, 0, run.stderr)
-        self.assertEqual(self.results(), {b"one.syn": ORDINARY})
-        self.assertEqual([file["path"] for file in self.report()["files"]], ["one.syn"])
+        assert run.returncode == 0, run.stderr
+        assert self.results() == {b"one.syn": ORDINARY}
+        assert [file["path"] for file in self.report()["files"]] == ["one.syn"]
 
     def test_an_empty_folder(self):
         run = self.migrate()
-        self.assertIn(b"0 files", run.stderr)
-        self.assertEqual(self.results(), {})
-        self.assertEqual(self.report()["files"], [])
-        self.assertTrue((self.target / "quillet-report.html").exists())
+        assert b"0 files" in run.stderr
+        assert self.results() == {}
+        assert self.report()["files"] == []
+        assert (self.target / "quillet-report.html").exists()
 
     def test_include_and_exclude(self):
         for name in ("a.syn", "B.SYN", "c.sps", "d.txt", "old/e.syn", "old/deep/f.syn"):
             self.create(name, ORDINARY)
         self.migrate("--include", "*.syn", "--include=*.sps", "--exclude", "OLD/deep/*")
         names = {name for name, content in self.results().items() if content is not None}
-        self.assertEqual(names, {b"a.syn", b"B.SYN", b"c.sps", b"old/e.syn"})
-        self.assertEqual(self.report()["totals"]["files"], 4)
+        assert names == {b"a.syn", b"B.SYN", b"c.sps", b"old/e.syn"}
+        assert self.report()["totals"]["files"] == 4
 
     def test_other_files_are_copied_when_asked_for(self):
         self.create("a.syn", b"LIST")
@@ -284,16 +269,16 @@ class TreeTest(MigrateTest):
         self.create("c.syn", b"x" * 65536 + b"\0.")
         os.chmod(self.source / "a.txt", 0o751)
         self.migrate("--include", "*.syn")
-        self.assertEqual(sorted(self.results()), [b"a.syn", b"c.syn"])
-        self.assertEqual(self.facts("b.syn")["outcome"], "skipped")
-        self.assertIn("zero byte", self.facts("b.syn")["message"])
+        assert sorted(self.results()) == [b"a.syn", b"c.syn"]
+        assert self.facts("b.syn")["outcome"] == "skipped"
+        assert "zero byte" in self.facts("b.syn")["message"]
         self.migrate("--include", "*.syn", "--copy-others", "--force")
-        self.assertEqual(self.results()[b"a.syn"], b"LIST.\n")
-        self.assertEqual(self.results()[b"a.txt"], b"LIST")
-        self.assertEqual(self.results()[b"b.syn"], BINARY)
-        self.assertEqual(self.facts("a.txt")["outcome"], "copied")
-        self.assertEqual(stat.S_IMODE((self.target / "a.txt").stat().st_mode), 0o751)
-        self.assertEqual(self.report()["totals"]["filesCopied"], 2)
+        assert self.results()[b"a.syn"] == b"LIST.\n"
+        assert self.results()[b"a.txt"] == b"LIST"
+        assert self.results()[b"b.syn"] == BINARY
+        assert self.facts("a.txt")["outcome"] == "copied"
+        assert stat.S_IMODE((self.target / "a.txt").stat().st_mode) == 0o751
+        assert self.report()["totals"]["filesCopied"] == 2
 
     def test_rights_are_kept(self):
         for mode in (0o444, 0o600, 0o755):
@@ -302,28 +287,28 @@ class TreeTest(MigrateTest):
         self.migrate()
         self.migrate("--force")
         for mode in (0o444, 0o600, 0o755):
-            self.assertEqual(stat.S_IMODE((self.target / oct(mode)).stat().st_mode), mode)
+            assert stat.S_IMODE((self.target / oct(mode)).stat().st_mode) == mode
 
     def test_batch_mode(self):
         self.create("a", b"LIST\n x\nLIST y\n")
         self.migrate()
-        self.assertEqual(self.results()[b"a"], b"LIST\n x\nLIST y.\n")
-        self.assertEqual(self.report()["batchMode"], False)
+        assert self.results()[b"a"] == b"LIST\n x\nLIST y.\n"
+        assert self.report()["batchMode"] is False
         self.migrate("--batch")
-        self.assertEqual(self.results()[b"a"], b"LIST\n x.\nLIST y.\n")
-        self.assertEqual(self.report()["batchMode"], True)
+        assert self.results()[b"a"] == b"LIST\n x.\nLIST y.\n"
+        assert self.report()["batchMode"] is True
 
     def test_a_dry_run_writes_the_report_alone(self):
         self.create_archive(10)
         run = self.migrate("--dry-run", status=1)
-        self.assertIn(b"12 files", run.stderr)
-        self.assertIn(b"quillet-report-dry-run.html", run.stderr)
-        self.assertEqual(sorted(os.listdir(self.target)),
-                         ["quillet-report-dry-run.html", "quillet-report-dry-run.json"])
+        assert b"12 files" in run.stderr
+        assert b"quillet-report-dry-run.html" in run.stderr
+        assert sorted(os.listdir(self.target)) == (
+            ["quillet-report-dry-run.html", "quillet-report-dry-run.json"])
         dry = self.report(name="quillet-report-dry-run.json")
-        self.assertTrue(dry["dryRun"])
+        assert dry["dryRun"]
         self.migrate(status=1)
-        self.assertEqual({**timeless(self.report()), "dryRun": True}, timeless(dry))
+        assert {**timeless(self.report()), "dryRun": True} == timeless(dry)
 
     def test_a_dry_run_changes_nothing_that_stands(self):
         self.create_archive(10)
@@ -336,11 +321,11 @@ class TreeTest(MigrateTest):
         self.migrate("--dry-run", "--accept-edited", status=1)
         after = {name: (self.target / name).read_bytes() for name in os.listdir(self.target)
                  if (self.target / name).is_file() and "dry-run" not in name}
-        self.assertEqual(after, before)
+        assert after == before
         dry = {file["path"]: file.get("result")
                for file in self.report(name="quillet-report-dry-run.json")["files"]}
-        self.assertEqual((dry["new.syn"], dry["stopped.syn"]), ("new", "new"))
-        self.assertEqual(set(dry.values()), {None, "new", "kept"})
+        assert (dry["new.syn"], dry["stopped.syn"]) == ("new", "new")
+        assert set(dry.values()) == {None, "new", "kept"}
 
     def test_patterns_that_match_nothing(self):
         self.create("a.syn", ORDINARY)
@@ -349,26 +334,24 @@ class TreeTest(MigrateTest):
                 (["*.sps"], b"--include *.sps"),
                 (["*.syn", "x/*", "*.old"], b"--include x/*, --include *.old"),
                 (["b"], b"--include b")):
-            with self.subTest(patterns):
-                options = [option for pattern in patterns for option in ("--include", pattern)]
-                run = self.migrate(*options, status=2)
-                self.assertEqual(run.stderr,
-                                 b"quillet-migrate: No file of SOURCE matches " + named + b"\n")
-                self.assertFalse(self.target.exists())
+            options = [option for pattern in patterns for option in ("--include", pattern)]
+            run = self.migrate(*options, status=2)
+            assert run.stderr == b"quillet-migrate: No file of SOURCE matches " + named + b"\n"
+            assert not self.target.exists()
         # What is excluded is there nevertheless.
         self.migrate("--include", "*.syn", "--include", "*.txt", "--exclude", "b/*")
-        self.assertEqual(self.report()["totals"]["files"], 1)
+        assert self.report()["totals"]["files"] == 1
 
 
-class KeptTest(MigrateTest):
+class TestKept(MigrateCase):
     """Results that stand already, and what the journal says about them."""
 
     def expect(self, path, result, status=0, *options, changed=False):
+        # pylint: disable=keyword-arg-before-vararg  # options follow a status
         self.migrate(*options, status=status)
         facts = self.facts(path)
-        self.assertEqual((facts.get("result"), facts.get("sourceChanged", False)),
-                         (result, changed))
-        self.assertEqual(facts.get("kept", False), result in ("kept", "edited"))
+        assert (facts.get("result"), facts.get("sourceChanged", False)) == (result, changed)
+        assert facts.get("kept", False) == (result in ("kept", "edited"))
         return facts
 
     def result(self, name="a"):
@@ -381,45 +364,44 @@ class KeptTest(MigrateTest):
         dates = {path: path.stat().st_mtime_ns for path in self.target.glob("*/*/*.syn")}
         for _ in range(2):
             run = self.migrate(status=1)
-            self.assertIn(b"11 of them kept", run.stderr)
-            self.assertEqual(unkept(self.report()), unkept(first))
-            self.assertEqual(self.report()["totals"]["filesKept"], 11)
-        self.assertEqual(dates, {path: path.stat().st_mtime_ns for path in dates})
+            assert b"11 of them kept" in run.stderr
+            assert unkept(self.report()) == unkept(first)
+            assert self.report()["totals"]["filesKept"] == 11
+        assert dates == {path: path.stat().st_mtime_ns for path in dates}
 
     def test_what_is_recorded(self):
         self.create("a", TABLES + FAILING)
         self.migrate(status=1)
         [record] = self.records()["a"]
-        self.assertEqual(
-            (record["outcome"], record["options"], record["converted"], record["failed"]),
+        assert (record["outcome"], record["options"], record["converted"], record["failed"]) == (
             ("partly", "layout=interactive;encoding=windows-1252", 1, 1))
-        self.assertRegex(record["version"], r"^\d+\.\d+\.\d+$")
+        assert re.search(r"^\d+\.\d+\.\d+$", record["version"])
         # Its commands stand in the report alone.
         place = record["commands"]
         report = (self.target / "quillet-report.json").read_bytes()
         commands = report[place["offset"]:place["offset"] + place["length"]]
-        self.assertEqual(json.loads(commands), self.facts("a")["commands"])
+        assert json.loads(commands) == self.facts("a")["commands"]
 
     def test_the_journal_does_not_grow(self):
         self.create_archive(20)
         self.migrate(status=1)
         journal = self.target / "quillet-report.journal"
         size = journal.stat().st_size
-        self.assertLess(size, 21 * 1000)
+        assert size < 21 * 1000
         for _ in range(3):
             self.migrate(status=1)
             self.migrate("--force", status=1)
-            self.assertLess(abs(journal.stat().st_size - size), 100)
+            assert abs(journal.stat().st_size - size) < 100
 
     def test_other_options_convert_again(self):
         # Two commands in one layout, one that fails in the other.
         self.create("a", b"TABLES /TABLE=sex BY region\nLIST x.\n")
         self.create("b", BINARY)
         self.migrate("--copy-others", status=1)
-        self.assertEqual(self.facts("a")["failed"], 1)
+        assert self.facts("a")["failed"] == 1
         self.expect("a", "new", 0, "--batch", "--copy-others")
-        self.assertEqual(self.facts("a")["failed"], 0)
-        self.assertEqual(self.facts("b")["result"], "kept")
+        assert self.facts("a")["failed"] == 0
+        assert self.facts("b")["result"] == "kept"
         self.expect("a", "kept", 0, "--batch")
         self.expect("a", "new", 1)
 
@@ -428,7 +410,7 @@ class KeptTest(MigrateTest):
         self.create("b", b"LIST")
         self.migrate()
         self.expect("a", "new", 0, "--include", "b", "--copy-others")
-        self.assertEqual((self.result("a"), self.result("b")), (b"LIST", b"LIST.\n"))
+        assert (self.result("a"), self.result("b")) == (b"LIST", b"LIST.\n")
         self.expect("a", "kept", 0, "--include", "b", "--copy-others")
 
     def test_another_code_page_converts_again(self):
@@ -438,7 +420,7 @@ class KeptTest(MigrateTest):
         made = subprocess.run(["localedef", "-i", "de_DE", "-f", "ISO-8859-1", self.folder / name],
                               check=False, capture_output=True)
         if not (self.folder / name).exists():
-            self.skipTest("no locale can be made here: " + made.stderr.decode())
+            pytest.skip("no locale can be made here: " + made.stderr.decode())
         environment = {
             "LC_ALL": name,
             # The C library itself never frees its copy of LOCPATH.
@@ -446,47 +428,45 @@ class KeptTest(MigrateTest):
             "ASAN_OPTIONS": "detect_leaks=0",
         }
         run = self.run_program(self.source, self.target, env=environment)
-        self.assertEqual(run.returncode, 0, run.stderr)
-        self.assertEqual(self.facts("a")["result"], "new")
-        self.assertIn("8859", self.records()["a"][0]["options"])
+        assert run.returncode == 0, run.stderr
+        assert self.facts("a")["result"] == "new"
+        assert "8859" in self.records()["a"][0]["options"]
 
     def test_dates_mean_nothing(self):
         self.create("a", b"LIST old.\n")
         self.migrate()
         for seconds in (-1000, 0, 1000):
-            with self.subTest(seconds):
-                text = b"LIST new%d.\n" % (seconds + 2000)
-                self.change("a", text, seconds)
-                self.expect("a", "new")
-                self.assertEqual(self.result(), text)
+            text = b"LIST new%d.\n" % (seconds + 2000)
+            self.change("a", text, seconds)
+            self.expect("a", "new")
+            assert self.result() == text
         os.utime(self.source / "a", (5000, 5000))
         os.utime(self.target / "a", (1000, 1000))
-        self.assertEqual(self.expect("a", "kept")["modified"], 5000)
+        assert self.expect("a", "kept")["modified"] == 5000
 
     def test_edited_results_stay(self):
         self.create("a", TABLES + FAILING)
         self.migrate(status=1)
         made = self.result()
         for text in (b"", made[:100], made + b"\n", b"edited by hand"):
-            with self.subTest(text):
-                (self.target / "a").write_bytes(text)
-                for _ in range(2):
-                    run = self.migrate(status=1)
-                    self.assertIn(b"Left alone: 1 edited result\n", run.stderr)
-                    facts = self.facts("a")
-                    self.assertEqual((facts["result"], facts["failed"], facts["converted"]),
-                                     ("edited", 1, 1))
-                    self.assertEqual(facts["message"], "the result was edited")
-                    self.assertEqual(len(facts["commands"]), 2)
-                    self.assertEqual(self.result(), text)
-                self.expect("a", "edited", 1, "--batch")
-                self.assertEqual(self.result(), text)
+            (self.target / "a").write_bytes(text)
+            for _ in range(2):
+                run = self.migrate(status=1)
+                assert b"Left alone: 1 edited result\n" in run.stderr
+                facts = self.facts("a")
+                assert (facts["result"], facts["failed"], facts["converted"]) == (
+                    ("edited", 1, 1))
+                assert facts["message"] == "the result was edited"
+                assert len(facts["commands"]) == 2
+                assert self.result() == text
+            self.expect("a", "edited", 1, "--batch")
+            assert self.result() == text
         # Whoever undoes it has what was made.
         (self.target / "a").write_bytes(made)
         self.expect("a", "kept", 1)
         (self.target / "a").write_bytes(b"edited again")
         self.expect("a", "new", 1, "--force")
-        self.assertEqual(self.result(), made)
+        assert self.result() == made
 
     def test_edited_copies_stay(self):
         self.create("a", BINARY)
@@ -495,7 +475,7 @@ class KeptTest(MigrateTest):
         self.expect("a", "edited", 0, "--copy-others")
         self.change("a", BINARY + b"x")
         self.expect("a", "edited", 1, "--copy-others", changed=True)
-        self.assertEqual(self.result(), b"")
+        assert self.result() == b""
 
     def test_an_edited_result_whose_source_changes(self):
         self.create("a", ORDINARY)
@@ -505,13 +485,12 @@ class KeptTest(MigrateTest):
         self.change("a", TABLES, -10)
         for _ in range(2):
             facts = self.expect("a", "edited", 1, changed=True)
-            self.assertIn("its source has changed since", facts["message"])
-            self.assertEqual(facts["converted"], 1)
-            self.assertEqual(self.result(), b"edited")
+            assert "its source has changed since" in facts["message"]
+            assert facts["converted"] == 1
+            assert self.result() == b"edited"
         run = self.migrate(status=1)
-        self.assertIn(b"1 edited result, 1 of them with a source that has changed since\n",
-                      run.stderr)
-        self.assertEqual(self.report()["totals"]["filesOutdated"], 1)
+        assert b"1 edited result, 1 of them with a source that has changed since\n" in run.stderr
+        assert self.report()["totals"]["filesOutdated"] == 1
         # By chance it may hold what is to be made now.
         other = self.folder / "other"
         self.migrate(target=other)
@@ -525,9 +504,9 @@ class KeptTest(MigrateTest):
         (self.target / "stopped.syn").unlink()
         shutil.rmtree(self.target / "a")
         self.migrate(status=1)
-        self.assertEqual(self.results(), before)
-        self.assertEqual(self.facts("stopped.syn")["result"], "new")
-        self.assertGreater(self.report()["totals"]["filesKept"], 0)
+        assert self.results() == before
+        assert self.facts("stopped.syn")["result"] == "new"
+        assert self.report()["totals"]["filesKept"] > 0
 
     def test_edited_results_can_be_accepted(self):
         self.create("a", TABLES)
@@ -537,19 +516,19 @@ class KeptTest(MigrateTest):
         self.expect("a", "edited")
         self.expect("a", "kept", 0, "--accept-edited")
         self.expect("a", "kept")
-        self.assertEqual(self.result(), b"better")
-        self.assertEqual(self.facts("b")["result"], "kept")
+        assert self.result() == b"better"
+        assert self.facts("b")["result"] == "kept"
         # It was accepted for this source and these options.
         self.expect("a", "edited", 0, "--batch")
         self.change("a", ORDINARY)
         self.expect("a", "edited", 1, changed=True)
         self.expect("a", "edited", 1, changed=True)
-        self.assertEqual(self.result(), b"better")
+        assert self.result() == b"better"
         self.expect("a", "kept", 0, "--accept-edited")
         (self.target / "a").write_bytes(b"still better")
         self.expect("a", "edited")
         self.expect("a", "new", 0, "--force")
-        self.assertEqual(self.result(), ORDINARY)
+        assert self.result() == ORDINARY
         self.expect("a", "kept")
 
     def test_results_without_a_record(self):
@@ -562,14 +541,13 @@ class KeptTest(MigrateTest):
         (self.target / "b").write_bytes(b"made elsewhere")
         (self.target / "quillet-report.journal").unlink()
         self.migrate("--copy-others")
-        self.assertEqual([file["result"] for file in self.report()["files"]],
-                         ["kept", "edited", "kept"])
-        self.assertEqual(self.result("b"), b"made elsewhere")
-        self.assertEqual(sorted(self.records()), ["a", "c"])
+        assert [file["result"] for file in self.report()["files"]] == ["kept", "edited", "kept"]
+        assert self.result("b") == b"made elsewhere"
+        assert sorted(self.records()) == ["a", "c"]
         (self.target / "b").write_bytes(made[b"b"])
         self.migrate("--copy-others")
-        self.assertEqual(unkept(self.report()), unkept(first))
-        self.assertEqual(sorted(self.records()), ["a", "b", "c"])
+        assert unkept(self.report()) == unkept(first)
+        assert sorted(self.records()) == ["a", "b", "c"]
 
     def test_results_of_another_version(self):
         self.create("a", TABLES)
@@ -579,7 +557,7 @@ class KeptTest(MigrateTest):
         # As every reader of a damaged journal does, this one converts again to compare.
         journal.write_bytes(text.replace(b'"version":"', b'"version":"9'))
         self.expect("a", "kept")
-        self.assertEqual(journal.read_bytes().count(b'"version":"9'), 0)
+        assert journal.read_bytes().count(b'"version":"9') == 0
 
     def test_orphans(self):
         self.create("a/b", TABLES)
@@ -589,23 +567,22 @@ class KeptTest(MigrateTest):
         shutil.rmtree(self.source / "a")
         for _ in range(2):
             run = self.migrate(status=0)
-            self.assertIn(b"Left alone: 2 results without a source\n", run.stderr)
+            assert b"Left alone: 2 results without a source\n" in run.stderr
             files = {file["path"]: file for file in self.report()["files"]}
             for name in ("a/b", "a/c"):
-                self.assertEqual((files[name]["outcome"], files[name]["result"]),
-                                 ("skipped", "orphaned"))
-                self.assertEqual(files[name]["commands"], [])
-            self.assertEqual(self.report()["totals"]["filesOrphaned"], 2)
-        self.assertTrue((self.target / "a" / "b").exists())
+                assert (files[name]["outcome"], files[name]["result"]) == ("skipped", "orphaned")
+                assert files[name]["commands"] == []
+            assert self.report()["totals"]["filesOrphaned"] == 2
+        assert (self.target / "a" / "b").exists()
         # What is left out by a pattern or cannot be seen is not gone.
         self.create("a/b", TABLES)
         self.migrate("--include", "d", status=0)
-        self.assertEqual(self.report()["totals"]["filesOrphaned"], 1)
+        assert self.report()["totals"]["filesOrphaned"] == 1
         (self.target / "a" / "c").unlink()
         self.migrate(status=0)
-        self.assertEqual(self.report()["totals"]["filesOrphaned"], 0)
-        self.assertEqual(self.facts("a/b")["result"], "kept")
-        self.assertEqual(sorted(self.records()), ["a/b", "d"])
+        assert self.report()["totals"]["filesOrphaned"] == 0
+        assert self.facts("a/b")["result"] == "kept"
+        assert sorted(self.records()) == ["a/b", "d"]
 
     def test_what_cannot_be_seen_is_not_orphaned(self):
         self.create("a/b", ORDINARY)
@@ -614,14 +591,14 @@ class KeptTest(MigrateTest):
         self.migrate()
         os.chmod(self.source / "a", 0)
         self.migrate(status=2)
-        self.assertEqual(self.report()["totals"]["filesOrphaned"], 0)
+        assert self.report()["totals"]["filesOrphaned"] == 0
         os.chmod(self.source / "a", 0o755)
         self.migrate()
-        self.assertEqual(self.report()["totals"]["filesKept"], 2)
+        assert self.report()["totals"]["filesKept"] == 2
         # Nor is anything gone because only one file was named.
         run = self.run_program(self.source / "c", self.target)
-        self.assertEqual(run.returncode, 0)
-        self.assertEqual(self.report()["totals"]["filesOrphaned"], 0)
+        assert run.returncode == 0
+        assert self.report()["totals"]["filesOrphaned"] == 0
 
     def test_a_result_that_cannot_be_read_is_not_replaced(self):
         self.create("a", ORDINARY)
@@ -630,18 +607,18 @@ class KeptTest(MigrateTest):
         self.change("a", TABLES)
         os.chmod(self.target / "a", 0)
         run = self.migrate(status=2)
-        self.assertIn(b"a: its result cannot be read: Permission denied\n", run.stderr)
+        assert b"a: its result cannot be read: Permission denied\n" in run.stderr
         os.chmod(self.target / "a", 0o644)
-        self.assertEqual(self.result(), ORDINARY)
+        assert self.result() == ORDINARY
 
     def test_facts_survive_a_run_over_a_part(self):
         self.create_archive(12)
         self.migrate(status=1)
         first = self.report()
         self.run_program("--include", "a/*", self.source, self.target)
-        self.assertLess(self.report()["totals"]["files"], 13)
+        assert self.report()["totals"]["files"] < 13
         self.migrate(status=1)
-        self.assertEqual(unkept(self.report()), unkept(first))
+        assert unkept(self.report()) == unkept(first)
 
     def test_an_edited_report_is_not_believed(self):
         self.create_archive(5)
@@ -651,14 +628,13 @@ class KeptTest(MigrateTest):
         text = path.read_bytes()
         for lie in (b"", b"nonsense", text.replace(b"TABLES /TABLE=sex", b"TABLES /TABLE=xes"),
                     text.replace(b'"failed":', b'"failed":1'), b" " + text):
-            with self.subTest(lie[:50]):
-                self.assertNotEqual(lie, text)
-                path.write_bytes(lie)
-                self.migrate(status=1)
-                self.assertEqual(unkept(self.report()), unkept(first))
+            assert lie != text
+            path.write_bytes(lie)
+            self.migrate(status=1)
+            assert unkept(self.report()) == unkept(first)
         path.unlink()
         self.migrate(status=1)
-        self.assertEqual(unkept(self.report()), unkept(first))
+        assert unkept(self.report()) == unkept(first)
 
     def test_a_damaged_journal_does_no_harm(self):
         self.create_archive(5)
@@ -674,48 +650,45 @@ class KeptTest(MigrateTest):
                 damaged[generator.randrange(len(damaged))] = generator.randrange(256)
             journal.write_bytes(damaged[:generator.randrange(len(damaged) + 1)])
             self.migrate(status=1)
-            self.assertEqual(unkept(self.report()), unkept(first))
-        self.assertEqual(self.results(), before)
+            assert unkept(self.report()) == unkept(first)
+        assert self.results() == before
 
 
-class ReportTest(MigrateTest):
+class TestReport(MigrateCase):
     def test_tells_about_files_and_commands(self):
         self.create("a b.syn", ORDINARY + TABLES + b"VAR LAB x '\xf6'.\n" + FAILING)
         self.create("c.syn", ORDINARY + UNREADABLE)
         self.create("d.syn", "LIST 'ö'.\n".encode() + b"LIST")
         self.migrate(status=1)
         report = self.report()
-        self.assertEqual(
-            (report["format"], report["formatVersion"], report["source"], report["target"]),
+        assert (report["format"], report["formatVersion"], report["source"], report["target"]) == (
             ("quillet-report", 1, str(self.source.resolve()), str(self.target.resolve())))
-        self.assertEqual(
-            (report["batchMode"], report["dryRun"], report["interrupted"], report["shard"]),
+        assert (report["batchMode"], report["dryRun"], report["interrupted"], report["shard"]) == (
             (False, False, False, None))
-        self.assertEqual(report["totals"], {
-            "files": 3, "filesConverted": 1, "filesPartly": 1, "filesStopped": 1, "filesKept": 0,
-            "filesEdited": 0, "filesOutdated": 0, "filesOrphaned": 0,
-            "filesCopied": 0, "filesSkipped": 0, "filesFailed": 0, "linksNotFollowed": 0,
-            "bytes": sum(path.stat().st_size for path in self.source.iterdir()),
-            "commands": 8, "commandsCopied": 5, "commandsConverted": 1, "commandsFailed": 1,
-            "commandsUnreadable": 1, "warnings": 0})
+        assert report["totals"] == {
+  "files": 3, "filesConverted": 1, "filesPartly": 1, "filesStopped": 1, "filesKept": 0,
+  "filesEdited": 0, "filesOutdated": 0, "filesOrphaned": 0,
+  "filesCopied": 0, "filesSkipped": 0, "filesFailed": 0, "linksNotFollowed": 0,
+  "bytes": sum(path.stat().st_size for path in self.source.iterdir()),
+  "commands": 8, "commandsCopied": 5, "commandsConverted": 1, "commandsFailed": 1,
+  "commandsUnreadable": 1, "warnings": 0}
         first, second, third = report["files"]
-        self.assertEqual((first["outcome"], first["encoding"], first["lines"]),
-                         ("partly", "windows-1252", 4))
+        assert (first["outcome"], first["encoding"], first["lines"]) == (
+            ("partly", "windows-1252", 4))
         converted, failed = first["commands"]
-        self.assertEqual((converted["type"], converted["outcome"], converted["firstLine"]),
-                         ("TABLES", "converted", 2))
-        self.assertEqual(converted["source"], TABLES.decode().strip())
+        assert (converted["type"], converted["outcome"], converted["firstLine"]) == (
+            ("TABLES", "converted", 2))
+        assert converted["source"] == TABLES.decode().strip()
         result = (self.target / "a b.syn").read_text("windows-1252").split("\n")
         begin = converted["generatedLine"] - 1
         generated = converted["generated"].split("\n")
-        self.assertEqual(result[begin:begin + len(generated)], generated)
-        self.assertEqual((failed["type"], failed["outcome"], failed["error"], failed["firstLine"]),
-                         ("IGRAPH", "failed", "igraph-syntax", 4))
-        self.assertEqual((second["outcome"], second["lines"], second["unreadable"]),
-                         ("stopped", 2, 1))
-        self.assertEqual(second["commands"][0]["error"], "unclosed-literal")
-        self.assertEqual((third["outcome"], third["encoding"], third["lines"], third["commands"]),
-                         ("converted", "utf-8", 2, []))
+        assert result[begin:begin + len(generated)] == generated
+        assert (failed["type"], failed["outcome"], failed["error"], failed["firstLine"]) == (
+            ("IGRAPH", "failed", "igraph-syntax", 4))
+        assert (second["outcome"], second["lines"], second["unreadable"]) == ("stopped", 2, 1)
+        assert second["commands"][0]["error"] == "unclosed-literal"
+        assert (third["outcome"], third["encoding"], third["lines"], third["commands"]) == (
+            ("converted", "utf-8", 2, []))
 
     def test_the_page_holds_the_same(self):
         self.create_archive(8)
@@ -726,15 +699,15 @@ class ReportTest(MigrateTest):
             r'<script type="application/json" id="([^"]*)">(.*?)</script>', page, re.DOTALL))
         report = self.report()
         summary = json.loads(elements["report"])
-        self.assertEqual(summary["totals"], report["totals"])
-        self.assertEqual(len(summary["files"]), len(report["files"]))
+        assert summary["totals"] == report["totals"]
+        assert len(summary["files"]) == len(report["files"])
         for short, full in zip(summary["files"], report["files"]):
             chunk = short.pop("chunk", None)
             errors = short.pop("errors")
             commands = [] if chunk is None else json.loads(elements[f"chunk-{chunk}"])
-            self.assertEqual({**short, "commands": commands}, full)
+            assert {**short, "commands": commands} == full
             reasons = {command["error"] for command in commands if "error" in command}
-            self.assertEqual(errors, sorted(reasons))
+            assert errors == sorted(reasons)
 
     def test_junit(self):
         self.create_archive(8)
@@ -743,20 +716,18 @@ class ReportTest(MigrateTest):
         self.migrate("--junit", junit, status=1)
         totals = self.report()["totals"]
         suites = xml.etree.ElementTree.parse(junit).getroot()
-        self.assertEqual(suites.tag, "testsuites")
-        self.assertEqual([suite.get("name") for suite in suites],
-                         [file["path"] for file in self.report()["files"]])
-        self.assertEqual(len(suites.findall("./testsuite/testcase/failure")),
-                         totals["commandsFailed"])
-        self.assertEqual(len(suites.findall("./testsuite/testcase/error")),
-                         totals["commandsUnreadable"])
-        self.assertEqual(len(suites.findall("./testsuite/testcase/skipped")), 1)
+        assert suites.tag == "testsuites"
+        assert [suite.get("name") for suite in suites] == (
+            [file["path"] for file in self.report()["files"]])
+        assert len(suites.findall("./testsuite/testcase/failure")) == totals["commandsFailed"]
+        assert len(suites.findall("./testsuite/testcase/error")) == totals["commandsUnreadable"]
+        assert len(suites.findall("./testsuite/testcase/skipped")) == 1
         cases = suites.findall("./testsuite/testcase")
-        self.assertEqual(int(suites.get("tests")), len(cases))
+        assert int(suites.get("tests")) == len(cases)
         for suite in suites:
             for kind, tag in (("failures", "failure"), ("errors", "error"), ("skipped", "skipped")):
-                self.assertEqual(int(suite.get(kind)), len(suite.findall(f"testcase/{tag}")))
-        self.assertIn("& <b>", suites.find("./testsuite[@name='control.syn']//failure").text)
+                assert int(suite.get(kind)) == len(suite.findall(f"testcase/{tag}"))
+        assert "& <b>" in suites.find("./testsuite[@name='control.syn']//failure").text
 
     def test_strange_names(self):
         names = [b"it's.syn", b'a "b".syn', b"new\nline.syn", b"gr\xf6\xdfe/\xff\xfe.syn", b" ",
@@ -766,49 +737,49 @@ class ReportTest(MigrateTest):
             self.create(name, TABLES)
         junit = self.folder / "junit.xml"
         run = self.migrate("--junit", junit)
-        self.assertNotIn(b"\x1b", run.stderr)
+        assert b"\x1b" not in run.stderr
         results = {name for name, content in self.results().items() if content is not None}
-        self.assertEqual(results, set(names))
+        assert results == set(names)
         files = self.report()["files"]
-        self.assertEqual(len(files), len(names))
-        self.assertEqual([file.get("rawPath", file["path"]) for file in files],
-                         [("gr%F6%DFe/%FF%FE.syn" if b"\xff" in name else name.decode())
-                          for name in sorted(names)])
+        assert len(files) == len(names)
+        assert [file.get("rawPath", file["path"]) for file in files] == [
+            "gr%F6%DFe/%FF%FE.syn" if b"\xff" in name else name.decode()
+            for name in sorted(names)]
         xml.etree.ElementTree.parse(junit)
         # And the names are found again.
         self.migrate()
-        self.assertEqual(self.report()["totals"]["filesKept"], len(names))
+        assert self.report()["totals"]["filesKept"] == len(names)
 
     def test_no_result_takes_the_place_of_the_report(self):
         self.create("quillet-report.json", ORDINARY)
         self.create("a/quillet-report.json", ORDINARY)
         self.create("a/.quillet-tmp-all-1-1", ORDINARY)
         self.migrate()
-        self.assertEqual(self.report()["format"], "quillet-report")
-        self.assertEqual(self.facts("quillet-report.json")["outcome"], "skipped")
-        self.assertEqual(sorted(self.results()), [b"a", b"a/quillet-report.json"])
+        assert self.report()["format"] == "quillet-report"
+        assert self.facts("quillet-report.json")["outcome"] == "skipped"
+        assert sorted(self.results()) == [b"a", b"a/quillet-report.json"]
 
 
-class ProgressTest(MigrateTest):
+class TestProgress(MigrateCase):
     def test_the_summary(self):
         self.create_archive(5, 10)
         run = self.migrate(status=1)
         lines = run.stderr.decode().splitlines()
-        self.assertRegex(lines[0], r"^7 files in \d+\.\d s: .*1 stopped at an error, 1 skipped$")
-        self.assertRegex(lines[1], r"^5\d commands: \d+ copied, \d+ converted, ")
-        self.assertEqual(lines[2], f"Report: {self.target.resolve()}/quillet-report.html")
-        self.assertEqual(len(lines), 3)
+        assert re.search(r"^7 files in \d+\.\d s: .*1 stopped at an error, 1 skipped$", lines[0])
+        assert re.search(r"^5\d commands: \d+ copied, \d+ converted, ", lines[1])
+        assert lines[2] == f"Report: {self.target.resolve()}/quillet-report.html"
+        assert len(lines) == 3
 
     def test_quiet(self):
         self.create_archive(5, 10)
-        self.assertEqual(self.migrate("--quiet", status=1).stderr, b"")
+        assert self.migrate("--quiet", status=1).stderr == b""
 
     def test_one_line_on_a_terminal(self):
         self.create("big.syn", TABLES * 60000)
         try:
             master, slave = pty.openpty()
         except OSError as error:
-            self.skipTest(f"no terminal: {error}")
+            pytest.skip(f"no terminal: {error}")
         process = self.start_program(self.source, self.target, stderr=slave)
         os.close(slave)
         shown = b""
@@ -816,18 +787,20 @@ class ProgressTest(MigrateTest):
             while piece := os.read(master, 65536):
                 shown += piece
         os.close(master)
-        self.assertEqual(process.wait(TIME_LIMIT), 0)
+        assert process.wait(TIME_LIMIT) == 0
         progress, summary = shown.rsplit(b"\r\x1b[K", 1)
-        self.assertNotIn(b"\n", progress)
+        assert b"\n" not in progress
         lines = [line for line in progress.replace(b"\x1b[K", b"").split(b"\r") if line]
-        self.assertGreater(len(lines), 0)
+        assert len(lines) > 0
         for line in lines:
-            self.assertRegex(line, rb"^0/1 files \(\d+%\), \d+ commands, 0 failures, [0-9.]+ MB/s")
-            self.assertLess(len(line), 80)
-        self.assertIn(b"1 file in", summary)
+            # On a busy machine the file may be done when a line is shown, but the run is not.
+            assert re.search(rb"^(0/1 files \(\d+%\)|1/1 files \(100%\)), "
+                             rb"\d+ commands, 0 failures, [0-9.]+ MB/s", line)
+            assert len(line) < 80
+        assert b"1 file in" in summary
 
 
-class InterruptionTest(MigrateTest):
+class TestInterruption(MigrateCase):
     def start_and_wait(self, *options, results=5, **keywords):
         """Starts a run and returns when it has written some files."""
         process = self.start_program("--jobs", "1", *options, self.source, self.target, **keywords)
@@ -851,46 +824,44 @@ class InterruptionTest(MigrateTest):
             process.kill()
             process.wait()
             written = self.results()
-            self.assertLess(len([name for name in written if b"quillet-tmp" not in name]), total)
+            assert len([name for name in written if b"quillet-tmp" not in name]) < total
             for name, content in written.items():
                 if b"quillet-tmp" not in name:
-                    self.assertEqual(content, self.results(undisturbed)[name])
+                    assert content == self.results(undisturbed)[name]
         kept = [path.stat().st_mtime_ns for path in self.target.glob("*/*/*.syn")]
-        self.assertGreater(len(kept), 50)
+        assert len(kept) > 50
         self.migrate(status=1)
-        self.assertEqual(self.results(), self.results(undisturbed))
-        self.assertEqual(unkept(self.report()), unkept(self.report(undisturbed)))
-        self.assertGreaterEqual(self.report()["totals"]["filesKept"], 60)
+        assert self.results() == self.results(undisturbed)
+        assert unkept(self.report()) == unkept(self.report(undisturbed))
+        assert self.report()["totals"]["filesKept"] >= 60
         now = {path.stat().st_mtime_ns for path in self.target.glob("*/*/*.syn")}
-        self.assertLessEqual(set(kept), now)
+        assert set(kept) <= now
         self.expect_no_left_overs()
 
-    def test_an_interrupted_run_stops_cleanly(self):
+    @pytest.mark.parametrize("number", (signal.SIGINT, signal.SIGTERM), ids=row_name)
+    def test_an_interrupted_run_stops_cleanly(self, number):
         self.create_archive(150, 200)
         undisturbed = self.folder / "undisturbed"
         self.migrate(status=1, target=undisturbed)
-        for number in (signal.SIGINT, signal.SIGTERM):
-            with self.subTest(number):
-                shutil.rmtree(self.target, ignore_errors=True)
-                process = self.start_and_wait()
-                process.send_signal(number)
-                _, error = process.communicate(timeout=TIME_LIMIT)
-                self.assertEqual(process.returncode, 130)
-                self.assertIn(b"Stopped after ", error)
-                self.assertIn(b"quillet-report-interrupted.html", error)
-                self.expect_no_left_overs()
-                self.assertFalse((self.target / "quillet-report.json").exists())
-                report = self.report(name="quillet-report-interrupted.json")
-                self.assertTrue(report["interrupted"])
-                written = {name for name, content in self.results().items() if content is not None}
-                self.assertEqual(
-                    {file["path"].encode() for file in report["files"]
-                     if file["outcome"] != "skipped"}, written)
-                self.assertLess(len(report["files"]), 152)
-                self.migrate(status=1)
-                self.assertEqual(self.results(), self.results(undisturbed))
-                self.assertEqual(unkept(self.report()), unkept(self.report(undisturbed)))
-                self.assertEqual(list(self.target.glob("*interrupted*")), [])
+        shutil.rmtree(self.target, ignore_errors=True)
+        process = self.start_and_wait()
+        process.send_signal(number)
+        _, error = process.communicate(timeout=TIME_LIMIT)
+        assert process.returncode == 130
+        assert b"Stopped after " in error
+        assert b"quillet-report-interrupted.html" in error
+        self.expect_no_left_overs()
+        assert not (self.target / "quillet-report.json").exists()
+        report = self.report(name="quillet-report-interrupted.json")
+        assert report["interrupted"]
+        written = {name for name, content in self.results().items() if content is not None}
+        assert {file["path"].encode() for file in report["files"]
+   if file["outcome"] != "skipped"} == written
+        assert len(report["files"]) < 152
+        self.migrate(status=1)
+        assert self.results() == self.results(undisturbed)
+        assert unkept(self.report()) == unkept(self.report(undisturbed))
+        assert list(self.target.glob("*interrupted*")) == []
 
     def test_an_interrupted_run_leaves_the_whole_report(self):
         self.create_archive(150, 200)
@@ -903,10 +874,10 @@ class InterruptionTest(MigrateTest):
         process = self.start_and_wait("--junit", junit)
         process.send_signal(signal.SIGINT)
         process.communicate(timeout=TIME_LIMIT)
-        self.assertEqual(process.returncode, 130)
+        assert process.returncode == 130
         after = [(self.target / name).read_bytes() for name in names] + [junit.read_bytes()]
-        self.assertTrue(after == before)
-        self.assertTrue(self.report(name="quillet-report-interrupted.json")["interrupted"])
+        assert after == before
+        assert self.report(name="quillet-report-interrupted.json")["interrupted"]
 
     def test_killed_at_any_moment(self):
         # Other options replace what stands, so that there are old results and new ones.
@@ -922,10 +893,10 @@ class InterruptionTest(MigrateTest):
             process.wait()
             if number % 5 == 4:
                 self.migrate(*(["--batch"] if number % 10 == 9 else []), status=1)
-                self.assertEqual(self.report()["totals"]["filesEdited"], 0)
+                assert self.report()["totals"]["filesEdited"] == 0
         self.migrate("--batch", status=1)
-        self.assertEqual(self.results(), self.results(undisturbed))
-        self.assertEqual(unkept(self.report()), unkept(self.report(undisturbed)))
+        assert self.results() == self.results(undisturbed)
+        assert unkept(self.report()) == unkept(self.report(undisturbed))
         self.expect_no_left_overs()
 
     def test_a_second_signal_ends_at_once(self):
@@ -934,11 +905,11 @@ class InterruptionTest(MigrateTest):
         wait_until(lambda: list(self.target.glob(".quillet-tmp*")), "the file was in work")
         process.send_signal(signal.SIGINT)
         time.sleep(0.1)
-        self.assertIsNone(process.poll())
+        assert process.poll() is None
         process.send_signal(signal.SIGINT)
-        self.assertEqual(process.wait(TIME_LIMIT), 130)
-        self.assertFalse((self.target / "big.syn").exists())
-        self.assertFalse((self.target / "quillet-report.json").exists())
+        assert process.wait(TIME_LIMIT) == 130
+        assert not (self.target / "big.syn").exists()
+        assert not (self.target / "quillet-report.json").exists()
 
     def test_signals_that_are_ignored_stay_ignored(self):
         self.create_archive(100, 200)
@@ -946,33 +917,33 @@ class InterruptionTest(MigrateTest):
             preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
         process.send_signal(signal.SIGHUP)
         process.communicate(timeout=TIME_LIMIT)
-        self.assertEqual(process.returncode, 1)
-        self.assertFalse(self.report()["interrupted"])
+        assert process.returncode == 1
+        assert not self.report()["interrupted"]
 
     def test_one_run_at_a_time(self):
         self.create_archive(150, 200)
         process = self.start_and_wait()
         process.send_signal(signal.SIGSTOP)
         run = self.migrate(status=2)
-        self.assertIn(b"Another run is writing to TARGET", run.stderr)
+        assert b"Another run is writing to TARGET" in run.stderr
         process.send_signal(signal.SIGCONT)
         process.communicate(timeout=TIME_LIMIT)
-        self.assertEqual(process.returncode, 1)
-        self.assertEqual(self.report()["totals"]["files"], 152)
+        assert process.returncode == 1
+        assert self.report()["totals"]["files"] == 152
 
     def test_a_result_appears_when_it_is_whole(self):
         self.create("big.syn", TABLES * 100000)
         process = self.start_program(self.source, self.target)
         wait_until(lambda: any(path.stat().st_size > MEBIBYTE
                                for path in self.target.glob(".quillet-tmp*")), "much was written")
-        self.assertFalse((self.target / "big.syn").exists())
+        assert not (self.target / "big.syn").exists()
         process.communicate(timeout=TIME_LIMIT)
-        self.assertEqual((self.target / "big.syn").read_bytes().count(b"Begin CTABLES"), 100000)
+        assert (self.target / "big.syn").read_bytes().count(b"Begin CTABLES") == 100000
 
 
-class ShardTest(MigrateTest):
-    def setUp(self):
-        super().setUp()
+class TestShard(MigrateCase):
+    def setup_method(self):
+        super().setup_method()
         self.create_archive(80, 20)
         (self.source / "empty").mkdir()
         self.whole = self.folder / "whole"
@@ -981,25 +952,25 @@ class ShardTest(MigrateTest):
     def expect_whole(self):
         reports = [self.target / f"quillet-report-{index}-of-4.json" for index in range(1, 5)]
         for index, report in enumerate(reports, 1):
-            self.assertEqual(self.report(name=report.name)["shard"], {"index": index, "count": 4})
-        self.assertEqual(self.results(), self.results(self.whole))
+            assert self.report(name=report.name)["shard"] == {"index": index, "count": 4}
+        assert self.results() == self.results(self.whole)
         run = self.run_program("--merge-reports", *reports, self.target)
-        self.assertEqual(run.returncode, 1, run.stderr)
-        self.assertEqual(timeless(self.report()), timeless(self.report(self.whole)))
-        self.assertIsNone(self.report()["shard"])
+        assert run.returncode == 1, run.stderr
+        assert timeless(self.report()) == timeless(self.report(self.whole))
+        assert self.report()["shard"] is None
         sizes = [self.report(name=report.name)["totals"]["files"] for report in reports]
-        self.assertEqual(sum(sizes), 82)
-        self.assertGreater(min(sizes), 5)
+        assert sum(sizes) == 82
+        assert min(sizes) > 5
         merged, whole = (
             re.sub(r'"(started|seconds|target)":("[^"]*"|[0-9.e-]+)', "",
                    (folder / "quillet-report.html").read_text("utf-8"))
             for folder in (self.target, self.whole))
-        self.assertEqual(merged, whole)
+        assert merged == whole
 
     def test_slices_make_up_the_whole(self):
         for index in (3, 1, 4, 2):
             run = self.run_program("--shard", f"{index}/4", self.source, self.target)
-            self.assertIn(run.returncode, (0, 1), run.stderr)
+            assert run.returncode in (0, 1), run.stderr
         self.expect_whole()
 
     def test_slices_side_by_side(self):
@@ -1007,13 +978,13 @@ class ShardTest(MigrateTest):
                      for index in range(1, 5)]
         for process in processes:
             process.communicate(timeout=TIME_LIMIT)
-            self.assertIn(process.returncode, (0, 1))
+            assert process.returncode in (0, 1)
         self.expect_whole()
 
     def test_slices_by_gnu_parallel(self):
         if shutil.which("parallel") is None:
-            self.skipTest("GNU parallel is not there")
-        command = ["parallel", "--jobs", "2", PROGRAM, "--jobs", "1", "--shard", "{}/4",
+            pytest.skip("GNU parallel is not there")
+        command = ["parallel", "--jobs", "2", self.program, "--jobs", "1", "--shard", "{}/4",
                    os.fspath(self.source), os.fspath(self.target), ":::", "1", "2", "3", "4"]
         environment = {**os.environ, "LC_ALL": "C", "HOME": os.fspath(self.folder)}
         subprocess.run(command, env=environment, timeout=TIME_LIMIT, check=False,
@@ -1025,26 +996,26 @@ class ShardTest(MigrateTest):
             self.run_program("--shard", f"{index}/4", self.source, self.target)
         one, two = (self.target / f"quillet-report-{index}-of-4.json" for index in (1, 2))
         run = self.run_program("--merge-reports", one, one, self.folder / "m")
-        self.assertEqual(run.returncode, 2)
-        self.assertIn(b"both tell about the file", run.stderr)
-        self.assertFalse((self.folder / "m").exists())
+        assert run.returncode == 2
+        assert b"both tell about the file" in run.stderr
+        assert not (self.folder / "m").exists()
         run = self.run_program("--merge-reports", one, self.folder / "missing", self.folder / "m")
-        self.assertEqual(run.returncode, 2)
-        self.assertIn(b"No such file", run.stderr)
+        assert run.returncode == 2
+        assert b"No such file" in run.stderr
         run = self.run_program("--merge-reports", one, self.source / "stopped.syn",
                                self.folder / "m")
-        self.assertEqual(run.returncode, 2)
-        self.assertIn(b"no report", run.stderr)
+        assert run.returncode == 2
+        assert b"no report" in run.stderr
         run = self.run_program("--merge-reports", one, two, one)
-        self.assertEqual(run.returncode, 2)
-        self.assertEqual(self.report(name=one.name)["shard"]["index"], 1)
+        assert run.returncode == 2
+        assert self.report(name=one.name)["shard"]["index"] == 1
         run = self.run_program("--merge-reports", "--junit", "junit.xml", one, two, "m")
-        self.assertEqual(run.returncode, 1)
-        self.assertIn(b"No report of slice 3 of 4 was given\n", run.stderr)
+        assert run.returncode == 1
+        assert b"No report of slice 3 of 4 was given\n" in run.stderr
         xml.etree.ElementTree.parse(self.folder / "junit.xml")
 
 
-class HostileReportTest(MigrateTest):
+class TestHostileReport(MigrateCase):
     """Reports that nobody wrote in good faith."""
 
     SUMS = {"files": 1, "filesConverted": 1}
@@ -1091,24 +1062,22 @@ class HostileReportTest(MigrateTest):
     def merge(self, *reports):
         return self.run_program("--merge-reports", "--junit", "junit.xml", *reports, "merged")
 
-    def test_each_is_refused_by_name(self):
+    @pytest.mark.parametrize("member, old, new", CASES, ids=row_name)
+    def test_each_is_refused_by_name(self, member, old, new):
         good = self.folder / "good.json"
         good.write_text(json.dumps({**self.REPORT, "files": []}))
         bad = self.folder / "bad.json"
         whole = json.dumps(self.REPORT)
-        for member, old, new in self.CASES:
-            with self.subTest((member, new[:60])):
-                self.assertIn(old, whole)
-                bad.write_text(whole.replace(old, new, 1))
-                run = self.merge(good, bad)
-                error = run.stderr.decode("ascii")
-                self.assertEqual(run.returncode, 2, error)
-                self.assertTrue(error.startswith(f"quillet-migrate: {bad}: this is no report"),
-                                error[:200])
-                self.assertIn(member, error)
-                self.assertLess(len(error), 1000)
-                self.assertEqual(sorted(path.name for path in self.folder.iterdir()),
-                                 ["bad.json", "good.json", "source"])
+        assert old in whole
+        bad.write_text(whole.replace(old, new, 1))
+        run = self.merge(good, bad)
+        error = run.stderr.decode("ascii")
+        assert run.returncode == 2, error
+        assert error.startswith(f"quillet-migrate: {bad}: this is no report"), error[:200]
+        assert member in error
+        assert len(error) < 1000
+        assert sorted(path.name for path in self.folder.iterdir()) == [
+            "bad.json", "good.json", "source"]
 
     def test_sums_of_several_reports(self):
         names = []
@@ -1117,11 +1086,12 @@ class HostileReportTest(MigrateTest):
             names.append(self.folder / f"{number}.json")
             names[-1].write_text(json.dumps({**self.REPORT, "files": [file]}))
         run = self.merge(*names)
-        self.assertEqual(run.returncode, 2)
-        self.assertEqual(run.stderr.decode(), f"quillet-migrate: {names[1]}: the file 1 makes the sum "
-                                              'of all "warnings" too large\n')
-        self.assertFalse((self.folder / "merged").exists())
-        self.assertFalse((self.folder / "junit.xml").exists())
+        assert run.returncode == 2
+        assert run.stderr.decode() == (
+            f"quillet-migrate: {names[1]}: the file 1 makes the sum of all "
+            '"warnings" too large\n')
+        assert not (self.folder / "merged").exists()
+        assert not (self.folder / "junit.xml").exists()
 
     def test_what_is_at_the_edges_is_taken(self):
         (self.folder / "edge.json").write_text(json.dumps({
@@ -1129,47 +1099,48 @@ class HostileReportTest(MigrateTest):
             "files": [{**self.FILE, "warnings": 2 ** 53 - 1, "bytes": 2 ** 63 - 1,
                        "modified": -2 ** 63}]}))
         run = self.merge("edge.json")
-        self.assertEqual(run.returncode, 1, run.stderr)
+        assert run.returncode == 1, run.stderr
         merged = self.report(self.folder / "merged")
-        self.assertEqual((merged["started"], merged["seconds"]), ("9999-12-31T23:59:58Z", 1))
-        self.assertEqual(merged["totals"]["warnings"], 2 ** 53 - 1)
-        self.assertEqual(merged["files"][0]["bytes"], 2 ** 63 - 1)
+        assert (merged["started"], merged["seconds"]) == ("9999-12-31T23:59:58Z", 1)
+        assert merged["totals"]["warnings"] == 2 ** 53 - 1
+        assert merged["files"][0]["bytes"] == 2 ** 63 - 1
         xml.etree.ElementTree.parse(self.folder / "junit.xml")
         again = self.run_program("--merge-reports", "merged/quillet-report.json", "again")
-        self.assertEqual(again.returncode, 1, again.stderr)
-        self.assertEqual(timeless(self.report(self.folder / "again")), timeless(merged))
+        assert again.returncode == 1, again.stderr
+        assert timeless(self.report(self.folder / "again")) == timeless(merged)
 
-    def test_an_earlier_report_is_not_trusted(self):
+    @pytest.mark.parametrize("old, new", (
+        ('"warnings":0', '"warnings":1e300'),
+        ('"converted":1', '"converted":-1'),
+        ('"firstLine":1', '"firstLine":1e300'),
+    ), ids=row_name)
+    def test_an_earlier_report_is_not_trusted(self, old, new):
         self.create("a.syn", TABLES)
         self.migrate()
         first = self.report()
         path = self.target / "quillet-report.json"
-        for old, new in (('"warnings":0', '"warnings":1e300'), ('"converted":1', '"converted":-1'),
-                         ('"firstLine":1', '"firstLine":1e300')):
-            with self.subTest(new):
-                text = path.read_text()
-                self.assertIn(old, text)
-                path.write_text(text.replace(old, new))
-                self.migrate()
-                self.assertEqual(unkept(self.report()), unkept(first))
+        text = path.read_text()
+        assert old in text
+        path.write_text(text.replace(old, new))
+        self.migrate()
+        assert unkept(self.report()) == unkept(first)
 
 
-class FaultTest(MigrateTest):
+class TestFault(MigrateCase):
     def test_exit_statuses(self):
         cases = {0: ORDINARY + TABLES, 1: FAILING}
         for status, text in cases.items():
-            with self.subTest(status):
-                self.create("a", text)
-                self.migrate("--force", status=status)
+            self.create("a", text)
+            self.migrate("--force", status=status)
         self.create("a", UNREADABLE)
         self.migrate("--force", status=1)
-        self.assertEqual(self.run_program().returncode, 2)
-        self.assertEqual(self.run_program("--nonsense").returncode, 2)
-        self.assertEqual(self.run_program(self.folder / "missing", self.target).returncode, 2)
-        self.assertEqual(self.run_program("--help").returncode, 0)
+        assert self.run_program().returncode == 2
+        assert self.run_program("--nonsense").returncode == 2
+        assert self.run_program(self.folder / "missing", self.target).returncode == 2
+        assert self.run_program("--help").returncode == 0
         version = self.run_program("--version")
-        self.assertEqual((version.returncode, version.stderr), (0, b""))
-        self.assertRegex(version.stdout, rb"^quillet-migrate \d+\.\d+\.\d+\n$")
+        assert (version.returncode, version.stderr) == (0, b"")
+        assert re.search(rb"^quillet-migrate \d+\.\d+\.\d+\n$", version.stdout)
 
     def test_help_that_does_not_arrive(self):
         for option in ("--help", "--version"):
@@ -1186,17 +1157,16 @@ class FaultTest(MigrateTest):
         self.create("e", FAILING)
         self.as_ordinary_user()
         run = self.migrate(status=2)
-        self.assertIn(b"b: it cannot be opened: Permission denied\n", run.stderr)
-        self.assertIn(b"c: the folder cannot be read: Permission denied\n", run.stderr)
-        self.assertEqual({name for name, content in self.results().items() if content},
-                         {b"a", b"e"})
-        self.assertEqual([file["outcome"] for file in self.report()["files"]],
-                         ["converted", "failed", "failed", "partly"])
+        assert b"b: it cannot be opened: Permission denied\n" in run.stderr
+        assert b"c: the folder cannot be read: Permission denied\n" in run.stderr
+        assert {name for name, content in self.results().items() if content} == {b"a", b"e"}
+        assert [file["outcome"] for file in self.report()["files"]] == (
+            ["converted", "failed", "failed", "partly"])
         os.chmod(self.source / "b", 0o644)
         os.chmod(self.source / "c", 0o755)
         self.migrate(status=1)
-        self.assertEqual(self.report()["totals"]["files"], 4)
-        self.assertEqual(self.report()["totals"]["filesFailed"], 0)
+        assert self.report()["totals"]["files"] == 4
+        assert self.report()["totals"]["filesFailed"] == 0
 
     def test_a_target_that_cannot_be_written(self):
         self.create("a/b", ORDINARY)
@@ -1204,15 +1174,15 @@ class FaultTest(MigrateTest):
         self.as_ordinary_user()
         (self.folder / "locked").mkdir(0o555)
         run = self.migrate(status=2, target=self.folder / "locked")
-        self.assertIn(b"Permission denied", run.stderr)
+        assert b"Permission denied" in run.stderr
         run = self.migrate(status=2, target=self.folder / "locked" / "new")
-        self.assertIn(b"Permission denied", run.stderr)
+        assert b"Permission denied" in run.stderr
         run = self.migrate(status=2, target=self.source / "a" / "b" / "new")
         self.migrate()
         os.chmod(self.target / "a", 0o555)
         run = self.migrate("--force", status=2)
-        self.assertIn(b"a/b: the result cannot be written: Permission denied\n", run.stderr)
-        self.assertEqual(self.facts("c/d")["outcome"], "converted")
+        assert b"a/b: the result cannot be written: Permission denied\n" in run.stderr
+        assert self.facts("c/d")["outcome"] == "converted"
 
     def test_a_file_in_the_place_of_a_folder(self):
         self.create("a/b", ORDINARY)
@@ -1222,11 +1192,11 @@ class FaultTest(MigrateTest):
         (self.target / "a").write_bytes(b"precious")
         (self.target / "c").mkdir()
         run = self.migrate(status=2)
-        self.assertIn(b"a: the folder cannot be made", run.stderr)
-        self.assertIn(b"c: the result cannot be written: Is a directory", run.stderr)
-        self.assertEqual(self.results(), {b"a": b"precious", b"c": None, b"d": ORDINARY})
+        assert b"a: the folder cannot be made" in run.stderr
+        assert b"c: the result cannot be written: Is a directory" in run.stderr
+        assert self.results() == {b"a": b"precious", b"c": None, b"d": ORDINARY}
         run = self.migrate(status=2, target=self.target / "a")
-        self.assertIn(b"Not a directory", run.stderr)
+        assert b"Not a directory" in run.stderr
 
     def test_a_folder_with_two_problems(self):
         self.create("a/b", ORDINARY)
@@ -1247,33 +1217,33 @@ class FaultTest(MigrateTest):
 
     def test_a_full_disk(self):
         if os.geteuid() != 0:
-            self.skipTest("a small file system can only be mounted by root")
+            pytest.skip("a small file system can only be mounted by root")
         self.target.mkdir()
         mount = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=512k", "tmpfs", self.target],
                                check=False, capture_output=True)
         if mount.returncode != 0:
-            self.skipTest("nothing can be mounted here: " + mount.stderr.decode())
-        self.addCleanup(subprocess.run, ["umount", self.target], check=True)
+            pytest.skip("nothing can be mounted here: " + mount.stderr.decode())
+        self.add_cleanup(subprocess.run, ["umount", self.target], check=True)
         self.create_archive(100, 60)
         undisturbed = self.folder / "undisturbed"
         self.migrate(status=1, target=undisturbed)
         run = self.migrate(status=2)
-        self.assertIn(b"No space left on device", run.stderr)
+        assert b"No space left on device" in run.stderr
         # Every result that stands has its record.
-        self.assertLessEqual({os.fsdecode(name) for name, content in self.results().items()
-                              if content is not None}, set(self.records()))
-        self.assertRegex(run.stderr, rb"The report .* cannot be written: No space left on device")
+        assert {os.fsdecode(name) for name, content in self.results().items()
+                if content is not None} <= set(self.records())
+        assert re.search(rb"The report .* cannot be written: No space left on device", run.stderr)
         expected = self.results(undisturbed)
         written = self.results()
-        self.assertLess(len(written), len(expected))
+        assert len(written) < len(expected)
         for name, content in written.items():
-            self.assertEqual(content, expected[name])
-        self.assertEqual(list(self.target.glob("**/.quillet-tmp*")), [])
-        self.assertEqual(list(self.target.glob("*.html")) + list(self.target.glob("*.json")), [])
+            assert content == expected[name]
+        assert list(self.target.glob("**/.quillet-tmp*")) == []
+        assert list(self.target.glob("*.html")) + list(self.target.glob("*.json")) == []
         subprocess.run(["mount", "-o", "remount,size=64m", self.target], check=True)
         self.migrate(status=1)
-        self.assertEqual(self.results(), expected)
-        self.assertEqual(unkept(self.report()), unkept(self.report(undisturbed)))
+        assert self.results() == expected
+        assert unkept(self.report()) == unkept(self.report(undisturbed))
         self.expect_no_left_overs()
 
     def test_a_file_that_vanishes(self):
@@ -1285,29 +1255,28 @@ class FaultTest(MigrateTest):
         # The walk is over when the first file is in work.
         wait_until(lambda: list(self.target.glob(".quillet-tmp*")), "the first file was in work")
         process.send_signal(signal.SIGSTOP)
-        self.assertFalse((self.target / "b").exists())
+        assert not (self.target / "b").exists()
         (self.source / "b").unlink()
         (self.source / "c").unlink()
         os.mkfifo(self.source / "c")
         process.send_signal(signal.SIGCONT)
         _, error = process.communicate(timeout=TIME_LIMIT)
-        self.assertEqual(process.returncode, 2)
-        self.assertIn(b"b: it cannot be opened: No such file or directory\n", error)
-        self.assertIn(b"c: it cannot be opened: Invalid argument\n", error)
-        self.assertEqual(sorted(self.results()), [b"a big.syn", b"d"])
+        assert process.returncode == 2
+        assert b"b: it cannot be opened: No such file or directory\n" in error
+        assert b"c: it cannot be opened: Invalid argument\n" in error
+        assert sorted(self.results()) == [b"a big.syn", b"d"]
 
     def test_utf16_is_not_converted_in_silence(self):
         self.create("a.syn", "TABLES /TABLE a.\n".encode("utf-16"))
         self.create("b.syn", b"\xfe\xffno zero byte\n")
         self.create("c.syn", ORDINARY)
         for options in ((), ("--dry-run",), ("--force",), ("--copy-others", "--force")):
-            with self.subTest(options):
-                run = self.run_program(self.source, self.target, *options)
-                self.assertEqual(run.returncode, 2)
-                for name in ("a.syn", "b.syn"):
-                    self.assertEqual(self.facts(name)["outcome"], "failed")
-                    self.assertIn("UTF-16", self.facts(name)["message"])
-                self.assertEqual(sorted(self.results()), [b"c.syn"])
+            run = self.run_program(self.source, self.target, *options)
+            assert run.returncode == 2
+            for name in ("a.syn", "b.syn"):
+                assert self.facts(name)["outcome"] == "failed"
+                assert "UTF-16" in self.facts(name)["message"]
+            assert sorted(self.results()) == [b"c.syn"]
 
     def test_a_file_that_changes_while_it_is_read(self):
         path = self.create("a", TABLES * 100000)
@@ -1317,9 +1286,9 @@ class FaultTest(MigrateTest):
         with open(path, "ab") as file:
             file.write(ORDINARY)
         _, error = process.communicate(timeout=TIME_LIMIT)
-        self.assertEqual(process.returncode, 2)
-        self.assertIn(b"a: it was changed while it was read\n", error)
-        self.assertEqual(self.results(), {})
+        assert process.returncode == 2
+        assert b"a: it was changed while it was read\n" in error
+        assert self.results() == {}
 
     def test_links(self):
         outside = self.folder / "outside"
@@ -1333,21 +1302,21 @@ class FaultTest(MigrateTest):
         os.mkfifo(self.source / "pipe")
         self.migrate(status=1)
         results = self.results()
-        self.assertEqual(sorted(results), [b"a", b"a/file", b"c", b"g"])
-        self.assertEqual(results[b"c"], results[b"a/file"])
+        assert sorted(results) == [b"a", b"a/file", b"c", b"g"]
+        assert results[b"c"] == results[b"a/file"]
         skipped = {file["path"] for file in self.report()["files"] if file["outcome"] == "skipped"}
-        self.assertEqual(skipped, {"a/loop", "a/itself", "b", "d", "e", "f", "pipe"})
-        self.assertEqual(self.not_followed(), skipped - {"pipe"})
-        self.assertEqual(self.report()["totals"]["linksNotFollowed"], 6)
+        assert skipped == {"a/loop", "a/itself", "b", "d", "e", "f", "pipe"}
+        assert self.not_followed() == skipped - {"pipe"}
+        assert self.report()["totals"]["linksNotFollowed"] == 6
         for file in self.report()["files"]:
-            self.assertEqual(file["outcome"] == "skipped", file["message"] != "")
+            assert (file["outcome"] == "skipped") == (file["message"] != "")
 
     def test_deep_folders(self):
         depth = 700
         path = b"/".join([b"d"] * depth)
         self.create(path + b"/file", ORDINARY)
         self.migrate()
-        self.assertEqual(self.results()[path + b"/file"], ORDINARY)
+        assert self.results()[path + b"/file"] == ORDINARY
 
     def test_a_path_that_is_too_long(self):
         self.create("a", ORDINARY)
@@ -1356,10 +1325,10 @@ class FaultTest(MigrateTest):
                   "open('file', 'w').close()")
         subprocess.run([sys.executable, "-c", script], cwd=self.source, check=True)
         run = self.migrate(status=2)
-        self.assertIn(b": File name too long\n", run.stderr)
-        self.assertEqual(self.results()[b"a"], ORDINARY)
+        assert b": File name too long\n" in run.stderr
+        assert self.results()[b"a"] == ORDINARY
         failed = [file for file in self.report()["files"] if file["outcome"] == "failed"]
-        self.assertGreater(len(failed), 0)
+        assert len(failed) > 0
 
     def test_nothing_is_written_into_the_source(self):
         self.create("a/b", ORDINARY)
@@ -1375,15 +1344,14 @@ class FaultTest(MigrateTest):
             (self.source, self.folder),
         )
         for source, target in cases:
-            with self.subTest((source, target)):
-                run = self.run_program(source, target)
-                self.assertEqual(run.returncode, 2)
-                self.assertRegex(run.stderr, rb"SOURCE")
-                self.assertEqual(contents_of(self.source), before)
+            run = self.run_program(source, target)
+            assert run.returncode == 2
+            assert re.search(rb"SOURCE", run.stderr)
+            assert contents_of(self.source) == before
         run = self.run_program("--junit", self.source / "j.xml", self.source, self.target)
-        self.assertEqual(run.returncode, 2)
-        self.assertIn(b"lies in SOURCE", run.stderr)
-        self.assertEqual(contents_of(self.source), before)
+        assert run.returncode == 2
+        assert b"lies in SOURCE" in run.stderr
+        assert contents_of(self.source) == before
 
     def test_a_link_in_the_target_does_not_lead_into_the_source(self):
         self.create("a/b", b"LIST")
@@ -1394,41 +1362,40 @@ class FaultTest(MigrateTest):
         (self.target / "c").symlink_to(self.source / "c")
         before = contents_of(self.source)
         for options in ([], ["--force"], ["--dry-run"]):
-            with self.subTest(options):
-                self.migrate(*options, status=1)
-                self.assertEqual(self.not_followed(),
-                                 {"a/b", "c"} | (set() if "--dry-run" in options else {"a"}))
-                self.assertEqual(self.facts("a/b")["message"],
-                                 "the folder a of TARGET is a link, which is not followed")
-                self.assertEqual(self.facts("c")["message"],
-                                 "the result's name in TARGET is a link, which is not followed")
-                self.assertEqual(contents_of(self.source), before)
-                self.assertTrue((self.target / "c").is_symlink())
-                self.assertEqual((self.target / "d").read_bytes(), b"LIST.\n")
+            self.migrate(*options, status=1)
+            assert self.not_followed() == (
+                {"a/b", "c"} | (set() if "--dry-run" in options else {"a"}))
+            assert self.facts("a/b")["message"] == (
+                "the folder a of TARGET is a link, which is not followed")
+            assert self.facts("c")["message"] == (
+                "the result's name in TARGET is a link, which is not followed")
+            assert contents_of(self.source) == before
+            assert (self.target / "c").is_symlink()
+            assert (self.target / "d").read_bytes() == b"LIST.\n"
 
     def test_a_source_inside_the_target_is_no_harm_where_nothing_meets(self):
         self.create("a", ORDINARY)
         before = contents_of(self.source)
         run = self.migrate(target=self.folder)
-        self.assertEqual(run.returncode, 0)
-        self.assertEqual((self.folder / "a").read_bytes(), ORDINARY)
-        self.assertEqual(contents_of(self.source), before)
+        assert run.returncode == 0
+        assert (self.folder / "a").read_bytes() == ORDINARY
+        assert contents_of(self.source) == before
 
     def test_where_the_junit_file_cannot_be(self):
         self.create("a", ORDINARY)
         for name in (self.folder / "missing" / "j.xml", self.folder):
             run = self.run_program("--junit", name, self.source, self.target)
-            self.assertEqual(run.returncode, 2)
-            self.assertIn(b"--junit", run.stderr)
-            self.assertFalse(self.target.exists())
+            assert run.returncode == 2
+            assert b"--junit" in run.stderr
+            assert not self.target.exists()
 
 
-class LinkTest(MigrateTest):
+class TestLink(MigrateCase):
     """Nothing outside of the target is written, and nothing outside of the source is read,
     whatever links and mounts say."""
 
-    def setUp(self):
-        super().setUp()
+    def setup_method(self):
+        super().setup_method()
         self.outside = self.folder / "outside"
         self.outside.mkdir()
         for name in ("one.syn", "two.syn", ".quillet-tmp-all-1-0", ".quillet-tmp-all-77-json"):
@@ -1436,6 +1403,7 @@ class LinkTest(MigrateTest):
         self.create("sub/one.syn", TABLES)
         self.create("sub/two.syn", ORDINARY)
         self.create("three.syn", ORDINARY)
+        self.before = None
 
     def create_first_file(self, path="a first.syn"):
         """A file that is in work long before the others, for it is large."""
@@ -1447,26 +1415,26 @@ class LinkTest(MigrateTest):
 
     def expect_unharmed(self):
         source, outside = self.before
-        self.assertEqual(contents_of(self.outside), outside)
+        assert contents_of(self.outside) == outside
         # Compared one by one: a difference may be large.
         now = contents_of(self.source)
-        self.assertEqual(sorted(now), sorted(source))
+        assert sorted(now) == sorted(source)
         for name, content in now.items():
-            self.assertTrue(content == source[name], name)
+            assert content == source[name], name
 
     def expect_no_secrets(self):
         for name, content in self.results().items():
-            self.assertNotIn(b"secret", content or b"", name)
+            assert b"secret" not in (content or b""), name
 
     def bind(self, source, target):
         """Mounts a folder a second time, until the test is over."""
         if os.geteuid() != 0:
-            self.skipTest("folders can only be mounted by root")
+            pytest.skip("folders can only be mounted by root")
         mount = subprocess.run(["mount", "--bind", source, target], check=False,
                                capture_output=True)
         if mount.returncode != 0:
-            self.skipTest("nothing can be mounted here: " + mount.stderr.decode())
-        self.addCleanup(subprocess.run, ["umount", target], check=True)
+            pytest.skip("nothing can be mounted here: " + mount.stderr.decode())
+        self.add_cleanup(subprocess.run, ["umount", target], check=True)
 
     def run_with_pause(self, act, *options, temporary_in=".", status):
         """Migrates and calls `act` while the first file is in work, everything else standing
@@ -1481,8 +1449,10 @@ class LinkTest(MigrateTest):
         # A machine that is busy may let the run go on too far, or to its end; then once more.
         for _ in range(20):
             process = self.start_program("--jobs", "1", *options, self.source, self.target)
-            wait_until(lambda: process.poll() is not None or list(place.glob(".quillet-tmp*")),
-                       "the first file was in work")
+            wait_until(
+                # pylint: disable-next=cell-var-from-loop  # it is over before the next round
+                lambda: process.poll() is not None or list(place.glob(".quillet-tmp*")),
+                "the first file was in work")
             process.send_signal(signal.SIGSTOP)
             if process.poll() is None:
                 os.waitid(os.P_PID, process.pid, os.WSTOPPED | os.WEXITED | os.WNOWAIT)
@@ -1491,12 +1461,12 @@ class LinkTest(MigrateTest):
             self.end_process(process)
             shutil.rmtree(self.target)
         else:
-            self.fail("the first file was never seen in work")
-        self.assertFalse((self.target / "three.syn").exists())
+            pytest.fail("the first file was never seen in work")
+        assert not (self.target / "three.syn").exists()
         act()
         process.send_signal(signal.SIGCONT)
         _, error = process.communicate(timeout=TIME_LIMIT)
-        self.assertEqual(process.returncode, status, error)
+        assert process.returncode == status, error
         return error
 
     def test_a_folder_of_the_target_that_is_a_link(self):
@@ -1507,26 +1477,25 @@ class LinkTest(MigrateTest):
         for options in ([], ["--force"], ["--copy-others"]):
             self.migrate(*options, status=1)
             self.expect_unharmed()
-            self.assertEqual(self.not_followed(),
-                             {"sub", "sub/one.syn", "sub/two.syn", "sub/deep/four.syn"})
+            assert self.not_followed() == {"sub", "sub/one.syn", "sub/two.syn", "sub/deep/four.syn"}
             for path in self.not_followed():
-                self.assertEqual(self.facts(path)["outcome"], "skipped")
-                self.assertEqual(self.facts(path)["message"],
-                                 "the folder sub of TARGET is a link, which is not followed")
-            self.assertEqual((self.target / "three.syn").read_bytes(), ORDINARY)
+                assert self.facts(path)["outcome"] == "skipped"
+                assert self.facts(path)["message"] == (
+                    "the folder sub of TARGET is a link, which is not followed")
+            assert (self.target / "three.syn").read_bytes() == ORDINARY
         self.migrate("--dry-run", status=1)
-        self.assertEqual(self.not_followed(), {"sub/one.syn", "sub/two.syn", "sub/deep/four.syn"})
+        assert self.not_followed() == {"sub/one.syn", "sub/two.syn", "sub/deep/four.syn"}
 
     def test_the_exit_status_of_joined_reports_counts_links(self):
         (self.source / "link").symlink_to(self.outside)
         for index in (1, 2):
             run = self.run_program("--shard", f"{index}/2", self.source, self.target)
-            self.assertIn(run.returncode, (0, 1), run.stderr)
+            assert run.returncode in (0, 1), run.stderr
         reports = [self.target / f"quillet-report-{index}-of-2.json" for index in (1, 2)]
         run = self.run_program("--merge-reports", *reports, self.folder / "joined")
-        self.assertEqual(run.returncode, 1, run.stderr)
-        self.assertEqual(self.not_followed(self.folder / "joined"), {"link"})
-        self.assertEqual(self.report(self.folder / "joined")["totals"]["linksNotFollowed"], 1)
+        assert run.returncode == 1, run.stderr
+        assert self.not_followed(self.folder / "joined") == {"link"}
+        assert self.report(self.folder / "joined")["totals"]["linksNotFollowed"] == 1
 
     def test_results_that_are_links(self):
         self.target.mkdir()
@@ -1536,8 +1505,8 @@ class LinkTest(MigrateTest):
         self.remember()
         self.migrate("--force", status=1)
         self.expect_unharmed()
-        self.assertEqual(self.not_followed(), {"sub/one.syn", "three.syn"})
-        self.assertEqual(os.readlink(self.target / "three.syn"), "nowhere")
+        assert self.not_followed() == {"sub/one.syn", "three.syn"}
+        assert os.readlink(self.target / "three.syn") == "nowhere"
 
     def test_reports_and_journals_that_are_links(self):
         self.target.mkdir()
@@ -1546,17 +1515,17 @@ class LinkTest(MigrateTest):
         self.remember()
         self.migrate()
         self.expect_unharmed()
-        self.assertFalse((self.target / "quillet-report.json").is_symlink())
+        assert not (self.target / "quillet-report.json").is_symlink()
         journal = self.target / "quillet-report.journal"
         journal.unlink()
         journal.symlink_to(self.outside / "one.syn")
         run = self.migrate(status=2)
-        self.assertIn(b"quillet-report.journal: there is a link in its path", run.stderr)
+        assert b"quillet-report.journal: there is a link in its path" in run.stderr
         self.expect_unharmed()
         journal.unlink()
         os.link(self.outside / "one.syn", journal)
         run = self.migrate(status=2)
-        self.assertIn(b"quillet-report.journal: Too many links", run.stderr)
+        assert b"quillet-report.journal: Too many links" in run.stderr
         self.expect_unharmed()
 
     def test_roots_may_be_reached_over_links(self):
@@ -1564,24 +1533,23 @@ class LinkTest(MigrateTest):
         self.target.mkdir()
         (self.folder / "target link").symlink_to(self.target)
         run = self.run_program(self.folder / "source link", self.folder / "target link" / "new")
-        self.assertEqual(run.returncode, 0, run.stderr)
-        self.assertEqual((self.target / "new" / "three.syn").read_bytes(), ORDINARY)
+        assert run.returncode == 0, run.stderr
+        assert (self.target / "new" / "three.syn").read_bytes() == ORDINARY
 
     def test_a_folder_of_the_target_that_becomes_a_link(self):
         self.create_first_file()
         self.remember()
         for destination in (self.outside, self.source / "sub"):
-            with self.subTest(destination):
-                shutil.rmtree(self.target, ignore_errors=True)
+            shutil.rmtree(self.target, ignore_errors=True)
 
-                def act(destination=destination):
-                    (self.target / "sub").rename(self.target / "moved")
-                    (self.target / "sub").symlink_to(destination)
+            def act(destination=destination):
+                (self.target / "sub").rename(self.target / "moved")
+                (self.target / "sub").symlink_to(destination)
 
-                self.run_with_pause(act, status=1)
-                self.expect_unharmed()
-                self.assertEqual(self.not_followed(), {"sub/one.syn", "sub/two.syn"})
-                self.assertEqual(list((self.target / "moved").iterdir()), [])
+            self.run_with_pause(act, status=1)
+            self.expect_unharmed()
+            assert self.not_followed() == {"sub/one.syn", "sub/two.syn"}
+            assert list((self.target / "moved").iterdir()) == []
 
     def test_a_folder_that_becomes_a_link_while_a_result_is_in_it(self):
         self.create_first_file("sub/a first.syn")
@@ -1592,10 +1560,10 @@ class LinkTest(MigrateTest):
             (self.target / "sub").symlink_to(self.outside)
 
         error = self.run_with_pause(act, temporary_in="sub", status=2)
-        self.assertIn(b"sub/a first.syn: the folder sub of TARGET is a link", error)
+        assert b"sub/a first.syn: the folder sub of TARGET is a link" in error
         self.expect_unharmed()
-        self.assertEqual(list((self.target / "moved").iterdir()), [])
-        self.assertEqual(self.not_followed(), {"sub/one.syn", "sub/two.syn"})
+        assert list((self.target / "moved").iterdir()) == []
+        assert self.not_followed() == {"sub/one.syn", "sub/two.syn"}
 
     def test_a_folder_that_is_replaced_while_a_result_is_in_it(self):
         self.create_first_file("sub/a first.syn")
@@ -1605,10 +1573,10 @@ class LinkTest(MigrateTest):
             (self.target / "sub").mkdir()
 
         error = self.run_with_pause(act, temporary_in="sub", status=2)
-        self.assertIn(b"sub/a first.syn: the folder of its result was replaced", error)
-        self.assertEqual(list((self.target / "moved").iterdir()), [])
-        self.assertEqual(sorted(self.results()),
-                         [b"moved", b"sub", b"sub/one.syn", b"sub/two.syn", b"three.syn"])
+        assert b"sub/a first.syn: the folder of its result was replaced" in error
+        assert list((self.target / "moved").iterdir()) == []
+        assert sorted(self.results()) == (
+            [b"moved", b"sub", b"sub/one.syn", b"sub/two.syn", b"three.syn"])
 
     def test_the_target_is_moved_into_the_source(self):
         self.create_first_file()
@@ -1616,30 +1584,29 @@ class LinkTest(MigrateTest):
         self.remember()
         error = self.run_with_pause(lambda: self.target.rename(self.source / "new" / "target"),
                                     status=2)
-        self.assertIn(b"three.syn: TARGET lies in SOURCE\n", error)
+        assert b"three.syn: TARGET lies in SOURCE\n" in error
         (self.source / "new" / "target").rename(self.target)
         self.expect_unharmed()
-        self.assertEqual({name for name, content in self.results().items() if content}, set())
+        assert {name for name, content in self.results().items() if content} == set()
 
-    def test_the_source_replaces_a_folder_of_the_target(self):
+    @pytest.mark.parametrize("known", (False, True), ids=row_name)
+    def test_the_source_replaces_a_folder_of_the_target(self, known):
         self.create_first_file()
         # A new one, which the walk has not met, and one that it has.
-        for known in (False, True):
-            with self.subTest(known):
-                shutil.rmtree(self.target, ignore_errors=True)
-                self.remember()
+        shutil.rmtree(self.target, ignore_errors=True)
+        self.remember()
 
-                def act(known=known):
-                    name = "sub" if known else "new"
-                    (self.source / "new").mkdir(exist_ok=True)
-                    (self.target / "sub").rename(self.folder / "away")
-                    (self.target / "sub").symlink_to(self.source / name)
+        def act(known=known):
+            name = "sub" if known else "new"
+            (self.source / "new").mkdir(exist_ok=True)
+            (self.target / "sub").rename(self.folder / "away")
+            (self.target / "sub").symlink_to(self.source / name)
 
-                self.run_with_pause(act, status=1)
-                self.assertEqual(list((self.source / "new").iterdir()), [])
-                (self.source / "new").rmdir()
-                (self.folder / "away").rmdir()
-                self.expect_unharmed()
+        self.run_with_pause(act, status=1)
+        assert list((self.source / "new").iterdir()) == []
+        (self.source / "new").rmdir()
+        (self.folder / "away").rmdir()
+        self.expect_unharmed()
 
     def test_a_file_of_the_source_that_becomes_a_link(self):
         self.create_first_file()
@@ -1658,10 +1625,10 @@ class LinkTest(MigrateTest):
 
         error = self.run_with_pause(act, status=2)
         for name in ("three.syn", "four.syn", "sub/one.syn", "sub/two.syn"):
-            self.assertEqual(self.facts(name)["outcome"], "failed")
-            self.assertIn(f"{name}: it cannot be opened: there is a link in its path, which is "
-                          "not followed\n".encode(), error)
-        self.assertIn(b"sub2/one.syn: it cannot be opened: Not a directory\n", error)
+            assert self.facts(name)["outcome"] == "failed"
+            assert (f"{name}: it cannot be opened: there is a link in its path, which is "
+                   "not followed\n".encode()) in error
+        assert b"sub2/one.syn: it cannot be opened: Not a directory\n" in error
         self.expect_no_secrets()
 
     def test_a_link_to_a_file_goes_where_it_went_in_the_walk(self):
@@ -1673,7 +1640,7 @@ class LinkTest(MigrateTest):
             (self.source / "link.syn").symlink_to(self.outside / "one.syn")
 
         self.run_with_pause(act, status=0)
-        self.assertEqual(self.results()[b"link.syn"], ORDINARY)
+        assert self.results()[b"link.syn"] == ORDINARY
 
     def test_parts_of_the_source_that_are_mounted_into_the_target(self):
         self.create("sub/deep/four.syn", ORDINARY)
@@ -1687,38 +1654,38 @@ class LinkTest(MigrateTest):
         for options in ([], ["--force"]):
             run = self.migrate(*options, status=2)
             self.expect_unharmed()
-            self.assertIn(b"sub: the folder sub of TARGET is a folder of SOURCE\n", run.stderr)
+            assert b"sub: the folder sub of TARGET is a folder of SOURCE\n" in run.stderr
             failed = {file["path"] for file in self.report()["files"]
                       if file["outcome"] == "failed"}
-            self.assertEqual(failed, {"sub", "sub/one.syn", "sub/two.syn", "sub/deep/four.syn",
-                                      "other/deep", "other/deep/five.syn"})
-            self.assertEqual((self.target / "other" / "five.syn").read_bytes(), ORDINARY)
-            self.assertEqual((self.target / "three.syn").read_bytes(), ORDINARY)
+            assert failed == {"sub", "sub/one.syn", "sub/two.syn", "sub/deep/four.syn",
+                            "other/deep", "other/deep/five.syn"}
+            assert (self.target / "other" / "five.syn").read_bytes() == ORDINARY
+            assert (self.target / "three.syn").read_bytes() == ORDINARY
         self.migrate("--dry-run", status=2)
-        self.assertEqual(self.facts("sub/one.syn")["outcome"], "failed")
+        assert self.facts("sub/one.syn")["outcome"] == "failed"
 
     def test_a_part_of_the_source_is_mounted_during_the_run(self):
         self.create_first_file()
         self.remember()
         error = self.run_with_pause(lambda: self.bind(self.source / "sub", self.target / "sub"),
                                     status=2)
-        self.assertIn(b"sub/one.syn: the folder sub of TARGET is a folder of SOURCE\n", error)
+        assert b"sub/one.syn: the folder sub of TARGET is a folder of SOURCE\n" in error
         self.expect_unharmed()
 
-    def test_files_of_the_source_that_are_mounted_into_the_target(self):
+    @pytest.mark.parametrize("name, problem", (
+        ("three.syn", b"three.syn: the result cannot be written: Device or resource busy"),
+        ("quillet-report.json", b"cannot be written: Device or resource busy"),
+        ("quillet-report.journal", b"quillet-report.journal: Device or resource busy"),
+    ), ids=row_name)
+    def test_files_of_the_source_that_are_mounted_into_the_target(self, name, problem):
         self.target.mkdir()
-        for name in ("three.syn", "quillet-report.json", "quillet-report.journal"):
-            (self.target / name).touch()
+        for other in ("three.syn", "quillet-report.json", "quillet-report.journal"):
+            (self.target / other).touch()
         self.remember()
-        for name, problem in (
-                ("three.syn", b"three.syn: the result cannot be written: Device or resource busy"),
-                ("quillet-report.json", b"cannot be written: Device or resource busy"),
-                ("quillet-report.journal", b"quillet-report.journal: Device or resource busy")):
-            with self.subTest(name):
-                self.bind(self.source / "three.syn", self.target / name)
-                run = self.migrate("--force", status=2)
-                self.assertIn(problem, run.stderr)
-                self.expect_unharmed()
+        self.bind(self.source / "three.syn", self.target / name)
+        run = self.migrate("--force", status=2)
+        assert problem in run.stderr
+        self.expect_unharmed()
 
     def test_a_target_or_junit_file_in_the_source_by_another_name(self):
         mounted = self.folder / "mounted"
@@ -1728,17 +1695,17 @@ class LinkTest(MigrateTest):
         self.remember()
         for target in (mounted, mounted / "new" / "er", self.folder / "link" / "new"):
             run = self.migrate(status=2, target=target)
-            self.assertIn(b"TARGET lies in SOURCE\n", run.stderr)
+            assert b"TARGET lies in SOURCE\n" in run.stderr
             self.expect_unharmed()
         for junit in (mounted / "j.xml", mounted / "one.syn", self.folder / "link" / "j.xml"):
             run = self.migrate("--junit", junit, status=2)
-            self.assertIn(b"lies in SOURCE\n", run.stderr)
+            assert b"lies in SOURCE\n" in run.stderr
             self.expect_unharmed()
-            self.assertFalse(self.target.exists())
+            assert not self.target.exists()
         run = self.run_program("--junit", mounted / "one.syn", self.source / "sub" / "one.syn",
                                self.target)
-        self.assertEqual(run.returncode, 2)
-        self.assertIn(b"lies in SOURCE\n", run.stderr)
+        assert run.returncode == 2
+        assert b"lies in SOURCE\n" in run.stderr
         self.expect_unharmed()
 
     def test_a_junit_file_stays_in_its_folder(self):
@@ -1766,7 +1733,7 @@ class LinkTest(MigrateTest):
             exchange(left, right)
             exchange(left, right)
         except (OSError, AttributeError) as error:
-            self.skipTest(str(error))
+            pytest.skip(str(error))
         for _ in range(rounds):
             # That there is a journal shows that the walk is over.
             journal = self.target / "quillet-report.journal"
@@ -1780,26 +1747,24 @@ class LinkTest(MigrateTest):
             if swaps % 2 == 1:
                 exchange(left, right)
             _, error = process.communicate(timeout=TIME_LIMIT)
-            self.assertIn(process.returncode, (1, 2), error)
+            assert process.returncode in (1, 2), error
             yield
 
     def test_a_race_with_links_in_the_target(self):
         spare = self.folder / "spare"
         for destination in (self.outside, self.source / "sub"):
-            with self.subTest(destination):
-                shutil.rmtree(self.target, ignore_errors=True)
-                spare.unlink(missing_ok=True)
-                spare.symlink_to(destination)
-                for _ in self.run_while_names_are_swapped(self.target / "sub", spare):
-                    self.expect_unharmed()
-                    self.assertEqual(self.report()["format"], "quillet-report")
+            shutil.rmtree(self.target, ignore_errors=True)
+            spare.unlink(missing_ok=True)
+            spare.symlink_to(destination)
+            for _ in self.run_while_names_are_swapped(self.target / "sub", spare):
+                self.expect_unharmed()
+                assert self.report()["format"] == "quillet-report"
 
-    def test_a_race_with_folders_of_the_source_in_the_target(self):
-        for name in ("sub", "a"):
-            with self.subTest(name):
-                shutil.rmtree(self.target, ignore_errors=True)
-                for _ in self.run_while_names_are_swapped(self.target / "sub", self.source / name):
-                    self.expect_unharmed()
+    @pytest.mark.parametrize("name", ("sub", "a"), ids=row_name)
+    def test_a_race_with_folders_of_the_source_in_the_target(self, name):
+        shutil.rmtree(self.target, ignore_errors=True)
+        for _ in self.run_while_names_are_swapped(self.target / "sub", self.source / name):
+            self.expect_unharmed()
 
     def test_a_race_with_links_in_the_source(self):
         spare = self.folder / "spare"
@@ -1809,11 +1774,11 @@ class LinkTest(MigrateTest):
             self.expect_no_secrets()
 
 
-class LoadTest(MigrateTest):
+class TestLoad(MigrateCase):
     def test_memory_does_not_grow_with_a_file(self):
-        program = pathlib.Path(PROGRAM).read_bytes()
+        program = pathlib.Path(self.program).read_bytes()
         if b"__asan_init" in program or b"__tsan_init" in program:
-            self.skipTest("the sanitizer keeps memory that was given back")
+            pytest.skip("the sanitizer keeps memory that was given back")
         # One large file of commands that are all in the report.
         self.create("big.syn", TABLES * 400000)
         script = ("import resource, subprocess, sys; "
@@ -1823,15 +1788,6 @@ class LoadTest(MigrateTest):
             [sys.executable, "-c", script, *self.command("--quiet", self.source, self.target)],
             timeout=TIME_LIMIT, check=True, **self.options())
         status, kibibytes = map(int, run.stdout.split())
-        self.assertEqual(status, 0)
-        self.assertGreater((self.target / "quillet-report.json").stat().st_size, 100 * MEBIBYTE)
-        self.assertLess(kibibytes, 60 * 1024)
-
-
-if __name__ == "__main__":
-    if len(sys.argv) > 1 and (os.path.sep in sys.argv[1] or os.path.isfile(sys.argv[1])):
-        PROGRAM = sys.argv.pop(1)
-    if not PROGRAM:
-        sys.exit(__doc__)
-    PROGRAM = os.path.abspath(PROGRAM)
-    unittest.main()
+        assert status == 0
+        assert (self.target / "quillet-report.json").stat().st_size > 100 * MEBIBYTE
+        assert kibibytes < 60 * 1024

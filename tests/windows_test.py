@@ -1,36 +1,24 @@
 #!/usr/bin/env python3
 """What only Windows does: runs the program under wine, as tests/program_test.py runs it on Linux.
 
-usage: QUILLET_PROGRAM=PROGRAM tests/windows_test.py [TEST...]
+usage: QUILLET_PROGRAM=PROGRAM pytest-3 tests/windows_test.py [-k TEST]
 
 Names are given as on Linux; wine shows the root folder as drive Z.
 """
 
 import os
-import pathlib
-import shutil
 import subprocess
-import tempfile
-import unittest
 
-PROGRAM = os.environ.get("QUILLET_PROGRAM", "")
+import pytest
+
+from support.foldercase import TIME_LIMIT, FolderCase, program, row_name
+
+PROGRAM = program("quillet.exe", "QUILLET_PROGRAM")
 
 USAGE = b"Usage:\n quillet [-b | /b] inputFile outputFile \n"
 
-TIME_LIMIT = 120  # seconds for one run
 
-
-class WindowsTest(unittest.TestCase):
-    def setUp(self):
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quillet-windows-"))
-        self.addCleanup(shutil.rmtree, self.folder)
-
-    def create(self, name, text):
-        (self.folder / name).write_bytes(text)
-
-    def contents(self, name):
-        return (self.folder / name).read_bytes()
-
+class TestWindows(FolderCase):
     def run_program(self, *arguments, **streams):
         if "input" not in streams:
             streams.setdefault("stdin", subprocess.DEVNULL)
@@ -41,20 +29,20 @@ class WindowsTest(unittest.TestCase):
                               stderr=subprocess.PIPE, check=False, **streams)
 
     def expect(self, run, status=0, output=b"", error=b""):
-        self.assertEqual((run.stderr, run.stdout, run.returncode), (error, output, status))
+        assert (run.stderr, run.stdout, run.returncode) == (error, output, status)
 
     def test_the_switch(self):
         self.create("in", b"LIST\n x\nLIST y\n")
         for switch in ("/b", "-b"):
             self.expect(self.run_program(switch, "in", "out"))
-            self.assertEqual(self.contents("out"), b"LIST\n x.\nLIST y.\n")
+            assert self.contents("out") == b"LIST\n x.\nLIST y.\n"
         self.expect(self.run_program("/x", "in", "out"), 1, error=USAGE)
 
     def test_names_outside_of_the_code_page(self):
         name = "größe Ελλάδα 한국.syn"
         self.create(name, b"LIST x\n")
         self.expect(self.run_program(name, "вывод.syn"))
-        self.assertEqual(self.contents("вывод.syn"), b"LIST x.\n")
+        assert self.contents("вывод.syn") == b"LIST x.\n"
         missing = "нет.syn"
         error = b"Error opening input file " + missing.encode() + b"\n\n" + USAGE
         self.expect(self.run_program(missing, "out"), 1, error=error)
@@ -68,33 +56,32 @@ class WindowsTest(unittest.TestCase):
         (self.folder / "sub").mkdir()
         self.create("in", b"LIST x\n")
         self.expect(self.run_program(".\\in", "sub\\out"))
-        self.assertEqual(self.contents("sub/out"), b"LIST x.\n")
+        assert self.contents("sub/out") == b"LIST x.\n"
 
     def test_line_ends(self):
         self.create("in", b"LIST x\r\n\r\n  y.\nLIST z\r\n")
         self.expect(self.run_program("in", "out"))
-        self.assertEqual(self.contents("out"), b"LIST x\r\n  y.\r\nLIST z.\r\n")
+        assert self.contents("out") == b"LIST x\r\n  y.\r\nLIST z.\r\n"
 
     def test_bytes_that_end_a_text_elsewhere(self):
         self.create("in", b"* a\x1ab.\nLIST z\n")
         self.expect(self.run_program("in", "out"))
-        self.assertEqual(self.contents("out"), b"* a\x1ab.\nLIST z.\n")
+        assert self.contents("out") == b"* a\x1ab.\nLIST z.\n"
 
-    def test_the_input_is_never_the_output(self):
+    @pytest.mark.parametrize("name", ("in", "IN", ".\\in", "hard", "symbolic"), ids=row_name)
+    def test_the_input_is_never_the_output(self, name):
         self.create("in", b"LIST x\n\n y\n")
         os.link(self.folder / "in", self.folder / "hard")
         (self.folder / "symbolic").symlink_to("in")
-        for name in ("in", "IN", ".\\in", "hard", "symbolic"):
-            with self.subTest(name):
-                error = b"Error opening output file " + name.encode() + b"\n\n" + USAGE
-                self.expect(self.run_program("in", name), 1, error=error)
-                self.assertEqual(self.contents("in"), b"LIST x\n\n y\n")
+        error = b"Error opening output file " + name.encode() + b"\n\n" + USAGE
+        self.expect(self.run_program("in", name), 1, error=error)
+        assert self.contents("in") == b"LIST x\n\n y\n"
 
     def test_an_old_output_is_replaced(self):
         self.create("in", b"LIST x\n")
         self.create("out", b"a longer text than what replaces it\n" * 10)
         self.expect(self.run_program("in", "out"))
-        self.assertEqual(self.contents("out"), b"LIST x.\n")
+        assert self.contents("out") == b"LIST x.\n"
 
     def test_folders(self):
         self.create("in", b"LIST x\n")
@@ -105,8 +92,8 @@ class WindowsTest(unittest.TestCase):
     def test_streams(self):
         text = b"LIST x.\n" * 100000
         run = self.run_program("/dev/stdin", "/dev/stdout", input=text)
-        self.assertEqual((run.stderr, run.returncode), (b"", 0))
-        self.assertTrue(run.stdout == text)
+        assert (run.stderr, run.returncode) == (b"", 0)
+        assert run.stdout == text
 
     def test_a_closed_pipe(self):
         self.create("in", b"LIST x.\n" * 100000)
@@ -121,7 +108,3 @@ class WindowsTest(unittest.TestCase):
         with open("/dev/full", "wb") as stream:
             run = self.run_program("in", "/dev/stdout", stdout=stream)
         self.expect(run, 1, output=None, error=b"Error writing output file /dev/stdout\n")
-
-
-if __name__ == "__main__":
-    unittest.main()

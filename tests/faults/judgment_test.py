@@ -1,23 +1,22 @@
 #!/usr/bin/env python3
 """Whether the judgment about runs under faults lets through what is right and nothing else.
 
-usage: tests/faults/judgment_test.py QUILLET [TEST...]
+usage: [QUILLET_PROGRAM=PROGRAM] pytest-3 tests/faults/judgment_test.py [-k TEST]
 
 Shows it runs that never were: outputs, messages and exit statuses made up from those of a real one.
 """
 
 import dataclasses
 import pathlib
-import sys
+import shutil
 import tempfile
-import unittest
 
-sys.dont_write_bytecode = True
+import injection
+import quilletfaults
 
-import injection  # noqa: E402
-import quilletfaults  # noqa: E402
+from support.foldercase import program
 
-PROGRAM = None
+PROGRAM = pathlib.Path(program("quillet", "QUILLET_PROGRAM"))
 
 ONE_ALLOCATION = injection.Fault("allocation", "ENOMEM", "once", 1)
 ALL_ALLOCATIONS = injection.Fault("allocation", "ENOMEM", "from", 1)
@@ -32,12 +31,11 @@ READ_ERROR = b"Error reading input file in\n"
 OPEN_ERROR = b"Error opening output file out\n\nUsage:\n quillet [-b | /b] inputFile outputFile \n"
 
 
-class JudgmentTest(unittest.TestCase):
+class TestJudgment:
     @classmethod
-    def setUpClass(cls):
-        cls.temporary = tempfile.TemporaryDirectory(prefix="quillet-judgment-")
-        cls.addClassCleanup(cls.temporary.cleanup)
-        cls.folder = pathlib.Path(cls.temporary.name) / "test"
+    def setup_class(cls):
+        cls.temporary = pathlib.Path(tempfile.mkdtemp(prefix="quillet-judgment-"))
+        cls.folder = cls.temporary / "test"
         # Only the library would be missing, and nothing that is looked at here comes from it.
         library = PROGRAM.parent / "libquillet_faults.so"
         cls.test = quilletfaults.QuilletTest(PROGRAM, library, quilletfaults.SCENARIOS[0],
@@ -45,6 +43,10 @@ class JudgmentTest(unittest.TestCase):
         cls.blocks = cls.test.blocks
         cls.converted = [number for number, block in enumerate(cls.blocks)
                          if b"\nCTABLES" in block.text or b"\nGGRAPH" in block.text]
+
+    @classmethod
+    def teardown_class(cls):
+        shutil.rmtree(cls.temporary)
 
     def judge(self, fault, status, output, lines, error=b"", leaked=0, text=None):
         (self.folder / "in").write_bytes(self.test.text if text is None else text)
@@ -55,10 +57,10 @@ class JudgmentTest(unittest.TestCase):
         return self.test.check(injection.Run(status, lines, error, record), fault, self.folder)
 
     def expect_right(self, *arguments, **options):
-        self.assertEqual(self.judge(*arguments, **options), [])
+        assert self.judge(*arguments, **options) == []
 
     def expect_wrong(self, *arguments, **options):
-        self.assertNotEqual(self.judge(*arguments, **options), [])
+        assert self.judge(*arguments, **options) != []
 
     def output(self, *too_large):
         """What the program would write if these blocks were too large."""
@@ -83,8 +85,7 @@ class JudgmentTest(unittest.TestCase):
         return b"".join(block.text for block in self.blocks[:count])
 
     def test_the_scenario_converts_commands_of_both_kinds(self):
-        self.assertEqual({self.blocks[number].command for number in self.converted},
-                         {"Tables", "Igraph"})
+        assert {self.blocks[number].command for number in self.converted} == {"Tables", "Igraph"}
 
     def test_what_is_undisturbed_is_right(self):
         for fault in (None, ONE_ALLOCATION, WRITE, READ, SHORT_WRITE):
@@ -110,8 +111,7 @@ class JudgmentTest(unittest.TestCase):
 
     def test_one_command_may_be_too_large(self):
         for number in self.converted:
-            with self.subTest(number):
-                self.expect_right(ONE_ALLOCATION, 0, self.output(number), self.lines(number))
+            self.expect_right(ONE_ALLOCATION, 0, self.output(number), self.lines(number))
 
     def test_of_two_commands_one_is_too_many(self):
         two = self.converted[:2]
@@ -138,15 +138,14 @@ class JudgmentTest(unittest.TestCase):
 
     def test_memory_may_end_at_any_command(self):
         for count, block in enumerate(self.blocks):
-            with self.subTest(count):
-                message = MESSAGE % block.start
-                lines = self.lines(count=count)
-                output = self.beginning(count) + b"***** " + message
-                self.expect_right(ONE_ALLOCATION, 1, output, lines, message)
-                self.expect_wrong(ONE_ALLOCATION, 1, output, lines, b"")
-                self.expect_wrong(ONE_ALLOCATION, 1, self.beginning(count), lines, message)
-                self.expect_wrong(READ, 1, output, lines, message)
-                self.expect_wrong(ONE_ALLOCATION, 1, output, lines + b"x\n", message)
+            message = MESSAGE % block.start
+            lines = self.lines(count=count)
+            output = self.beginning(count) + b"***** " + message
+            self.expect_right(ONE_ALLOCATION, 1, output, lines, message)
+            self.expect_wrong(ONE_ALLOCATION, 1, output, lines, b"")
+            self.expect_wrong(ONE_ALLOCATION, 1, self.beginning(count), lines, message)
+            self.expect_wrong(READ, 1, output, lines, message)
+            self.expect_wrong(ONE_ALLOCATION, 1, output, lines + b"x\n", message)
 
     def test_the_message_names_the_command(self):
         message = MESSAGE % (self.blocks[2].start + 1)
@@ -194,11 +193,3 @@ class JudgmentTest(unittest.TestCase):
         self.expect_right(STATUS, 1, quilletfaults.STALE, b"", OPEN_ERROR)
         self.expect_wrong(STATUS, 1, quilletfaults.STALE, b"", READ_ERROR)
         self.expect_wrong(STATUS, 1, quilletfaults.STALE[:-1], b"", OPEN_ERROR)
-
-
-if __name__ == "__main__":
-    if len(sys.argv) < 2:
-        print(__doc__, file=sys.stderr)
-        sys.exit(2)
-    PROGRAM = pathlib.Path(sys.argv.pop(1)).resolve(strict=True)
-    unittest.main()
