@@ -1,46 +1,71 @@
-# Runs the steps of a test run one after the other and keeps count. To be sourced by bash.
-#
-# A step that prints how many of its tests passed and failed (as GoogleTest, unittest and the
-# golden runner do) counts with those numbers, any other as one. How long it took is told as well.
+# Runs the steps of a test run one after the other and keeps count. To be sourced by bash in the top
+# folder. How long each step took is told as well.
 
 passed=0
 failed=0
+skipped=0
 steps_log=$(mktemp)
 trap 'rm -f "$steps_log"' EXIT
 
-# first_number PATTERN: the number in the last line of the log that matches, or nothing.
-first_number() {
-    sed -nE "s/$1/\1/p" "$steps_log" | tail -n 1
+# add PASSED FAILED SKIPPED SECONDS: counts and tells what a step has found.
+add() {
+    echo "   $1 passed, $2 failed, $3 skipped ($4 s)"
+    passed=$((passed + $1))
+    failed=$((failed + $2))
+    skipped=$((skipped + $3))
 }
 
-# step NAME COMMAND...
+# step NAME COMMAND...: counts as one test.
 step() {
-    local name=$1 status=0 good bad total start=$SECONDS
+    local name=$1 status=0 start=$SECONDS
     shift
     echo "== $name"
     "$@" >"$steps_log" 2>&1 || status=$?
-    good=$(first_number '^\[  PASSED  \] ([0-9]+) tests?\..*$')
-    bad=$(first_number '^ *([0-9]+) FAILED TESTS?$')
-    if [ -z "$good" ]; then
-        good=$(first_number '^.*: ([0-9]+) passed, [0-9]+ failed$')
-        bad=$(first_number '^.*: [0-9]+ passed, ([0-9]+) failed$')
+    if [ "$status" -eq 0 ]; then
+        add 1 0 0 "$((SECONDS - start))"
+    else
+        tail -n 100 "$steps_log"
+        add 0 1 0 "$((SECONDS - start))"
     fi
-    if [ -z "$good" ]; then
-        total=$(first_number '^Ran ([0-9]+) tests? in .*$')
-        if [ -n "$total" ] && [ "$status" -eq 0 ]; then good=$total; fi
+}
+
+# tests NAME PRESET COMMAND...: a command that runs the tests of a test preset. They count one by one;
+# so does a failure of the command of which no test knows.
+tests() {
+    local name=$1 results=build/tests/$2.xml status=0 start=$SECONDS counts good bad left
+    shift 2
+    echo "== $name"
+    mkdir -p "${results%/*}"
+    rm -f "$results"
+    "$@" >"$steps_log" 2>&1 || status=$?
+    if counts=$(scripts/count-tests "$results" 5); then
+        read -r good bad left _ <<<"$counts"
+    else
+        good=0 bad=0 left=0
     fi
-    good=${good:-0}
-    bad=${bad:-0}
-    if [ "$status" -ne 0 ] && [ "$bad" -eq 0 ]; then bad=1; fi
-    if [ "$status" -eq 0 ] && [ "$good" -eq 0 ]; then good=1; fi
-    if [ "$status" -ne 0 ]; then tail -n 100 "$steps_log"; fi
-    echo "   $good passed, $bad failed ($((SECONDS - start)) s)"
-    passed=$((passed + good))
-    failed=$((failed + bad))
+    if [ "$status" -ne 0 ] || [ -z "$counts" ]; then
+        tail -n 200 "$steps_log"
+        if [ "$bad" -eq 0 ]; then bad=1; fi
+    fi
+    tail -n +2 <<<"$counts" | sed 's/^/   /'
+    add "$good" "$bad" "$left" "$((SECONDS - start))"
+}
+
+# workflow PRESET: configures, builds and tests.
+workflow() {
+    tests "$1: build and tests" "$1" cmake --workflow --preset "$1"
+}
+
+# What ./test runs, and .ci/run first.
+basic_steps() {
+    step "configuration" cmake --preset release-tests
+    tests "sources" quick ctest --preset quick
+    workflow release
+    workflow asan
 }
 
 # The closing line, and whether all is well.
 finish_steps() {
-    echo "$passed passed, $failed failed"
+    echo "$passed passed, $failed failed, $skipped skipped"
     [ "$failed" -eq 0 ]
 }

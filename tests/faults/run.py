@@ -7,9 +7,9 @@ For each scenario, each kind of call (write, read, open, ..., allocation) and ea
 program runs with the n-th call of the kind failing, or with it and all later ones, until a run gets
 by without reaching the fault. What has to hold is stated in quilletfaults.py and migratefaults.py.
 
-Calls to the system are taken one by one, but for the scenario with threads; so are allocations over
-the small file. Elsewhere there are too many allocations, and every so many of them fails: which ones
-is drawn at random with a fixed seed (--seed).
+Calls to the system are taken one by one, but for the scenario with threads; so are allocations
+over the small file. Elsewhere there are too many allocations, and every so many of them fails:
+which ones is drawn at random with a fixed seed (--seed).
 
     --library FILE     the preloaded library (default: libquillet_faults.so beside QUILLET)
     --program NAME     "quillet" or "quillet-migrate" alone
@@ -19,6 +19,7 @@ is drawn at random with a fixed seed (--seed).
     --budget SECONDS   begin no new kind after this time; what is left out is told and counts as
                        failed
     --seed N           for other draws
+    --jobs N           so many runs at once (default: 2)
     --only CASE        one run, as failures name it, shown in full
 
 The last line counts the runs.
@@ -37,11 +38,10 @@ import time
 
 sys.dont_write_bytecode = True
 
-import injection  # noqa: E402
-import migratefaults  # noqa: E402
-import quilletfaults  # noqa: E402
+import injection  # pylint: disable=wrong-import-position
+import migratefaults  # pylint: disable=wrong-import-position
+import quilletfaults  # pylint: disable=wrong-import-position
 
-AT_A_TIME = 2
 # Allocations and later ones: when there is no more memory at all, it matters little at which of
 # thousands of places that is noticed first.
 LASTING_ALLOCATIONS = 3
@@ -76,7 +76,7 @@ class Faults:
         self.tests = tests
         self.counter = Counter()
         self.folders = queue.Queue()
-        for number in range(AT_A_TIME):
+        for number in range(arguments.jobs):
             (folder / str(number)).mkdir()
             self.folders.put(folder / str(number))
         self.delivered = {}  # by program and kind
@@ -106,7 +106,7 @@ class Faults:
         waiting = []
         goes_on = True
         while goes_on or waiting:
-            while goes_on and len(waiting) < 2 * AT_A_TIME:
+            while goes_on and len(waiting) < 2 * self.arguments.jobs:
                 waiting.append(executor.submit(task, next(numbers)))
             fault, run, problems = waiting.pop(0).result()
             delivered += run.record.delivered > 0
@@ -121,7 +121,7 @@ class Faults:
         return delivered
 
     def run_all(self):
-        with concurrent.futures.ThreadPoolExecutor(AT_A_TIME) as executor:
+        with concurrent.futures.ThreadPoolExecutor(self.arguments.jobs) as executor:
             for test in self.tests:
                 self.counter.note(f"{test.program_name}:{test.name}: without a fault",
                                   check_self(test, self.folders))
@@ -208,6 +208,7 @@ def parse(arguments):
     parser.add_argument("--coarser", type=int, default=1)
     parser.add_argument("--budget", type=float)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--only")
     return parser.parse_args(arguments)
 

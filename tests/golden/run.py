@@ -2,6 +2,7 @@
 """Runs the program over whole syntax files and compares what comes out, byte for byte.
 
 usage: tests/golden/run.py PROGRAM [--regenerate] [FILTER]
+       tests/golden/run.py PROGRAM --case FILE | --files
 
 A case is a file name.syn below this folder, or name.batch.syn, which is converted in batch mode.
 Beside it stand
@@ -19,9 +20,11 @@ period and keep to the line width.
 
 --regenerate writes name.expected and name.console anew; read every changed line before it is
 committed. FILTER limits the run to cases whose path contains it.
+
+--case runs one, named by its path from the top folder, and --files only looks at all files
+together: so CTest runs them, a process each.
 """
 
-import difflib
 import os
 import pathlib
 import re
@@ -79,9 +82,13 @@ class Result:
         self.standard_output = standard_output
 
 
+def case_of(source):
+    is_example = source.is_relative_to(EXAMPLES)
+    return Case(source, GOLDEN / "examples" if is_example else source.parent)
+
+
 def find_cases():
-    cases = [Case(source, source.parent) for source in GOLDEN.rglob("*.syn")]
-    cases += [Case(source, GOLDEN / "examples") for source in EXAMPLES.glob("*.syn")]
+    cases = [case_of(source) for source in [*GOLDEN.rglob("*.syn"), *EXAMPLES.glob("*.syn")]]
     return sorted(cases, key=lambda case: case.name)
 
 
@@ -129,6 +136,9 @@ def difference(name, expected, actual):
         return [f"there should be no {name}, but there is:\n" + readable(actual)]
     if actual is None:
         return [f"the {name} is missing"]
+    # Takes longer than most runs, which need it not.
+    import difflib  # pylint: disable=import-outside-toplevel
+
     lines = difflib.unified_diff(
         readable(expected).splitlines(),
         readable(actual).splitlines(),
@@ -347,35 +357,59 @@ def check_files(cases):
     return complaints
 
 
-def main(arguments):
-    regenerate = "--regenerate" in arguments
-    names = [argument for argument in arguments if argument != "--regenerate"]
-    if len(names) not in (1, 2) or any(name.startswith("-") for name in names):
-        print(__doc__, file=sys.stderr)
-        return 2
-    program = os.path.abspath(names[0])
-    wanted = names[1] if len(names) == 2 else ""
-
-    cases = find_cases()
+def run_cases(program, cases, regenerate):
+    """How many passed and how many failed; tells about the latter."""
     passed = failed = 0
-    for complaint in check_files(cases) if not wanted else []:
-        print(f"FAIL {complaint}")
-        failed += 1
     with tempfile.TemporaryDirectory(prefix="quillet-golden-") as folder:
         for case in cases:
-            if wanted not in case.name:
-                continue
             try:
                 complaints = run_case(program, case, regenerate, pathlib.Path(folder))
             except subprocess.TimeoutExpired:
                 complaints = [f"still running after {TIME_LIMIT} s"]
-            if complaints:
-                failed += 1
-                print(f"FAIL {case.name}")
-                for complaint in complaints:
-                    print("    " + complaint.replace("\n", "\n    "))
-            else:
+            if not complaints:
                 passed += 1
+                continue
+            failed += 1
+            print(f"FAIL {case.name}")
+            for complaint in complaints:
+                print("    " + complaint.replace("\n", "\n    "))
+    return passed, failed
+
+
+def report_files(cases):
+    """How many complaints there are about all files together; tells them."""
+    complaints = check_files(cases)
+    for complaint in complaints:
+        print(f"FAIL {complaint}")
+    return len(complaints)
+
+
+def main(arguments):
+    program, options, names = None, [], []
+    for argument in arguments:
+        if argument.startswith("-"):
+            options.append(argument)
+        elif program is None:
+            program = os.path.abspath(argument)
+        else:
+            names.append(argument)
+    wrong_number = {"--case": len(names) != 1, "--files": bool(names)}
+    if (program is None or len(names) > 1
+            or options not in ([], ["--regenerate"], ["--case"], ["--files"])
+            or any(wrong_number.get(option) for option in options)):
+        print(__doc__, file=sys.stderr)
+        return 2
+    if options == ["--files"]:
+        return 1 if report_files(find_cases()) else 0
+    if options == ["--case"]:
+        return run_cases(program, [case_of(ROOT / names[0])], False)[1]
+
+    cases = find_cases()
+    failed_files = report_files(cases) if not names else 0
+    wanted = names[0] if names else ""
+    passed, failed = run_cases(program, [case for case in cases if wanted in case.name],
+                               "--regenerate" in options)
+    failed += failed_files
     if passed + failed == 0:
         print("no such case")
     print(f"golden: {passed} passed, {failed} failed")
