@@ -30,7 +30,8 @@ class Maker:
     def ordinary(self):
         first, second, third = self.random.sample(VARIABLES, 3)
         return self.random.choice([
-            f"FREQUENCIES VARIABLES={first} {second}\n  /STATISTICS=MEAN STDDEV\n  /ORDER=ANALYSIS.",
+            f"FREQUENCIES VARIABLES={first} {second}\n  /STATISTICS=MEAN STDDEV\n"
+            "  /ORDER=ANALYSIS.",
             f"RECODE {first} (1=2) (2 THRU 5=3.5) (ELSE=SYSMIS) INTO {first}_r.",
             f"VARIABLE LABELS {first} '{self.label()}'\n  {second} \"{self.label()}\".",
             f"VALUE LABELS {first} 1 'Yes' 2 'No' 9 '{self.label()}'.",
@@ -95,7 +96,8 @@ class Maker:
             parts.append(self.command())
             commands -= 2 if parts[-1].startswith("DATA LIST") else 1
         if self.random.random() < 0.01:
-            parts.insert(self.random.randrange(len(parts) + 1), "FREQUENCIES /FORMAT='never closed.")
+            parts.insert(self.random.randrange(len(parts) + 1),
+                         "FREQUENCIES /FORMAT='never closed.")
         return "\n\n".join(parts) + "\n"
 
     def encoded(self, text):

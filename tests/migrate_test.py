@@ -1147,8 +1147,8 @@ class TestFault(MigrateCase):
             with open("/dev/full", "wb") as full:
                 run = subprocess.run(self.command(option), stdout=full, stderr=subprocess.PIPE,
                                      check=False)
-            self.assertEqual(run.returncode, 2)
-            self.assertEqual(run.stderr, b"quillet-migrate: Standard output cannot be written\n")
+            assert run.returncode == 2
+            assert run.stderr == b"quillet-migrate: Standard output cannot be written\n"
 
     def test_a_file_that_cannot_be_read(self):
         self.create("a", ORDINARY)
@@ -1207,13 +1207,13 @@ class TestFault(MigrateCase):
         os.chmod(self.source / "a", 0)
         self.as_ordinary_user()
         run = self.migrate(status=2)
-        self.assertIn(b"a: the folder cannot be read: Permission denied\n", run.stderr)
-        self.assertEqual([file["path"] for file in self.report()["files"]], ["a", "c"])
+        assert b"a: the folder cannot be read: Permission denied\n" in run.stderr
+        assert [file["path"] for file in self.report()["files"]] == ["a", "c"]
         # A report in which a path stands twice would be refused.
         run = self.run_program("--merge-reports", self.target / self.report_name,
                                self.folder / "merged")
-        self.assertEqual(run.returncode, 2, run.stderr)
-        self.assertEqual(self.report(self.folder / "merged")["totals"]["filesFailed"], 1)
+        assert run.returncode == 2, run.stderr
+        assert self.report(self.folder / "merged")["totals"]["filesFailed"] == 1
 
     def test_a_full_disk(self):
         if os.geteuid() != 0:

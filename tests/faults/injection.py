@@ -12,7 +12,7 @@ import subprocess
 import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
-import messages  # noqa: E402
+import messages  # pylint: disable=wrong-import-position
 
 TIME_LIMIT = 60  # seconds for one run; one that takes them hangs
 
@@ -111,7 +111,7 @@ class Run:
         if self.status is None:
             return f"hangs (still running after {TIME_LIMIT} s)"
         if self.status < 0:
-            last = self.error.decode("latin-1").strip().split("\n")[-1]
+            last = self.error.decode("latin-1").strip().rpartition("\n")[2]
             return f"ended by {signal.Signals(-self.status).name}: {last}"
         return None
 

@@ -16,7 +16,8 @@ TEMPORARY = "quillet-tmp"
 
 # What differs from run to run in the report's other forms.
 VOLATILE = re.compile(
-    rb'"(?:started|target)":"[^"]*"|"(?:seconds|filesKept)":[^,}]*|,?"kept":true|,?"result":"(?:new|kept)"|'
+    rb'"(?:started|target)":"[^"]*"|"(?:seconds|filesKept)":[^,}]*|,?"kept":true|'
+    rb',?"result":"(?:new|kept)"|'
     rb' (?:time|timestamp)="[^"]*"')
 
 STATUS_OF_TROUBLE = 2
