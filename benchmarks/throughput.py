@@ -3,18 +3,19 @@
 
     benchmarks/throughput.py PROGRAM [MEGABYTES [ROUNDS]]
 
-Every figure is the median of ROUNDS (10) runs in turn, so that a busy machine slows all alike;
-the ratios are what counts. Peak memory is the largest resident set of any run.
+Every figure is the median of ROUNDS (10) runs in turn, in seconds of processor time, so that other
+programs count as little as can be; the ratios are what counts. Peak memory is the largest resident
+set of any run.
 """
 
 import os
 import pathlib
 import random
+import resource
 import statistics
 import subprocess
 import sys
 import tempfile
-import time
 
 WORDS = "age sex income region q1 q2 q3_a weight educ marital occup".split()
 
@@ -63,10 +64,11 @@ def run_once(command, locale, outputs):
     for output in outputs:
         output.unlink(missing_ok=True)
     environment = dict(os.environ, LC_ALL=locale)
-    start = time.monotonic()
+    before = resource.getrusage(resource.RUSAGE_CHILDREN)
     with open(outputs[0], "wb") as stream:
         subprocess.run(command, check=True, stdout=stream, env=environment)
-    return time.monotonic() - start
+    after = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime
 
 
 def compare(title, commands, rounds, outputs):
