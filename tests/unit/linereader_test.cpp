@@ -160,7 +160,7 @@ TEST(LineReaderTest, StepsOverAByteOrderMark) {
          {"a",
           "\xEF\xBB\xBF"
           "b"}},
-        {"behind a blank", " \xEF\xBB\xBF\n", false, {" \xEF\xBB\xBF"}},
+        {"after a blank", " \xEF\xBB\xBF\n", false, {" \xEF\xBB\xBF"}},
         {"a mark of another kind",
          "\xFF\xFE"
          "a\n",
@@ -179,7 +179,7 @@ TEST(LineReaderTest, StepsOverAByteOrderMark) {
     }
 }
 
-TEST(LineReaderTest, TellsTheFirstLineEndBehindAMark) {
+TEST(LineReaderTest, TellsTheFirstLineEndAfterAMark) {
     for (const std::size_t pieceSize : {kNever, std::size_t{1}}) {
         MemoryInput input(
             "\xEF\xBB\xBF"

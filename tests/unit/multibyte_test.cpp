@@ -199,7 +199,7 @@ TEST(MultibyteTest, FindsTheLastOccurrence) {
         {"the last of many", utf8, "a.b.c", '.', 3},
         {"the first byte", utf8, ".", '.', 0},
         {"the offset is in bytes", utf8, "éé.", '.', 4},
-        {"behind an invalid byte", utf8, "a\xFF.", '.', 2},
+        {"after an invalid byte", utf8, "a\xFF.", '.', 2},
         {"before an invalid byte", utf8, "a.\xFF", '.', 1},
         {"single bytes", latin, "\xE9.\xE9", '.', 1},
         {"a trail byte does not count", doubleByte, "a.\x81.", '.', 1},

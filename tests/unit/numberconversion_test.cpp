@@ -30,7 +30,7 @@ const NumberCase kNumberCases[] = {
     {"leading zeros", "007", 7.0, 3, false},
     {"a fraction", "1.25", 1.25, 4, false},
     {"no digit before the period", ".5", 0.5, 2, false},
-    {"no digit behind the period", "5.", 5.0, 2, false},
+    {"no digit after the period", "5.", 5.0, 2, false},
     {"an exponent", "1e5", 1e5, 3, false},
     {"a large E", "2.5E3", 2500.0, 5, false},
     {"a plus in the exponent", "1e+5", 1e5, 4, false},

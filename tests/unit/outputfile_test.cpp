@@ -28,7 +28,7 @@ const FilterCase kFilterCases[] = {
     {"blanks without a line end", "  \t", "\n", "\r\n"},
     {"a line", "a\n", "a\n", "a\r\n"},
     {"the last line gets its end", "a", "a\n", "a\r\n"},
-    {"blanks behind the last line", "a\n  ", "a\n", "a\r\n"},
+    {"blanks after the last line", "a\n  ", "a\n", "a\r\n"},
     {"empty lines go", "\n\na\n\n\nb\n\n", "a\nb\n", "a\r\nb\r\n"},
     {"blank lines go", " \na\n\t\n \t \nb\n  \n", "a\nb\n", "a\r\nb\r\n"},
     {"a carriage return is as good as a blank", "\r\na\n \r\n\r\r\n\t\r \n", "a\n", "a\r\n"},

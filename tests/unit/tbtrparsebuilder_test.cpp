@@ -466,7 +466,7 @@ TEST(TbTrParseBuilderTest, ExpressionsInParentheses) {
     OpaqueValue_SetParseNode(noVariable, MakeNode(SP_NONVARNAME, nullptr));
     const Case cases[] = {
         {"a variable", Variable("x"), "x", TablesErrorKind::kNone},
-        {"a variable that is spelt so", Variable("LABEL"), "LABELS", TablesErrorKind::kNone},
+        {"a variable that is spelled so", Variable("LABEL"), "LABELS", TablesErrorKind::kNone},
         {"a marker", Node(TB_LABELS), "LABELS", TablesErrorKind::kNone},
         {"an operation", Operand("+(ab)"), "PLUS(a b)", TablesErrorKind::kNone},
         {"a word that is no variable", noVariable, "empty", TablesErrorKind::kParenthesizedWord},

@@ -317,7 +317,7 @@ TEST(TotalsTest, AssertTheShapeOfTheTree) {
     }
 }
 
-TEST(TotalsTest, SkipNeighboursThatAreNoVariables) {
+TEST(TotalsTest, SkipNeighborsThatAreNoVariables) {
     ParsedCommand parsed("TABLES /FTOTAL t /TABLE a + t");
     parsed.Table().GetChild(0)->ReplaceChild(0, MakeNode(TB_LABELS, nullptr));
     const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
