@@ -122,8 +122,9 @@ constexpr std::array kPlainOrderWords = {
 // COUNT is the order by the number of cases here, not the function.
 constexpr std::array kCategoryOrderWords = [] {
     std::array<Keyword, kPlainOrderWords.size() + kSummaryFunctionsWords.size() - 1> words{};
-    const auto end = std::copy(kPlainOrderWords.begin(), kPlainOrderWords.end(), words.begin());
-    std::copy_if(kSummaryFunctionsWords.begin(), kSummaryFunctionsWords.end(), end,
+    std::copy(kPlainOrderWords.begin(), kPlainOrderWords.end(), words.begin());
+    std::copy_if(kSummaryFunctionsWords.begin(), kSummaryFunctionsWords.end(),
+                 words.begin() + kPlainOrderWords.size(),
                  [](Keyword function) { return function != Keyword::kCount; });
     return words;
 }();
