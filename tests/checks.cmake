@@ -28,7 +28,7 @@ add_check(scripts quick)
 
 add_check(parser check)
 add_check(tidy check LOCKS debug PROCESSORS 2 COST 500)
-add_check(abi check LOCKS debug)
+add_check(abi check)
 add_check(page check LOCKS page)
 add_check(report check LOCKS page)
 add_check(work check LOCKS release)
