@@ -66,6 +66,7 @@ basic_steps() {
 
 # The closing line, and whether all is well.
 finish_steps() {
-    echo "$passed passed, $failed failed, $skipped skipped"
+    echo "$skipped skipped"
+    echo "$passed passed, $failed failed"
     [ "$failed" -eq 0 ]
 }
