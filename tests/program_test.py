@@ -352,7 +352,7 @@ class TestStream(ProgramCase):
         self.expect(self.run_program("/dev/null", "out"))
         assert self.contents("out") == b"\n"
 
-    def test_writes_a_pipe_and_result_lines_behind_it(self):
+    def test_writes_a_pipe_and_result_lines_after_it(self):
         self.create("in", FAILING + b"LIST x.\n" + FAILING)
         text = FAILED_FRAME + b"LIST x.\n" + FAILED_FRAME + 2 * RESULT_LINE
         self.expect(self.run_program("in", "/dev/stdout"), output=text)
@@ -363,7 +363,7 @@ class TestStream(ProgramCase):
         assert (run.returncode, run.stderr) == (0, b"")
         assert run.stdout == FAILED_FRAME + text[len(FAILING) :] + RESULT_LINE
 
-    def test_writes_a_redirected_file_and_result_lines_behind_it(self):
+    def test_writes_a_redirected_file_and_result_lines_after_it(self):
         self.create("in", FAILING)
         with (self.folder / "out").open("wb") as stream:
             self.expect(self.run_program("in", "/dev/stdout", stdout=stream), output=None)
@@ -376,9 +376,9 @@ class TestStream(ProgramCase):
             stream.write(b"before\n")
             self.expect(self.run_program("in", "/dev/stdout", stdout=stream), output=None)
             stream.seek(0, os.SEEK_END)
-            stream.write(b"behind\n")
+            stream.write(b"after\n")
         assert self.contents("out") == (
-            b"before\n" + FAILED_FRAME + RESULT_LINE + b"behind\n")
+            b"before\n" + FAILED_FRAME + RESULT_LINE + b"after\n")
         (self.folder / "out").unlink()
 
     @pytest.mark.parametrize("name", ("/dev/fd/1", "/proc/self/fd/1"))
@@ -544,7 +544,7 @@ class TestWriteError(ProgramCase):
             run = self.run_program("in", "/dev/stdout", stdout=stream)
         self.expect(run, 1, output=None, error=write_error("/dev/stdout"))
 
-    def test_result_lines_behind_an_error(self):
+    def test_result_lines_after_an_error(self):
         if not os.path.exists("/dev/full"):
             pytest.skip("this system has no full device")
         self.create("in", FAILING + b"LIST 'b.\n")
@@ -602,7 +602,7 @@ class TestReadError(ProgramCase):
 
     def test_an_input_that_fails_in_the_middle(self):
         # The memory of a process is a file whose reading fails where nothing is mapped: two pages
-        # of text, and nothing behind them.
+        # of text, and nothing after them.
         text = FAILING + b"LIST x.\n" * 2000
         size = 2 * mmap.PAGESIZE
         try:

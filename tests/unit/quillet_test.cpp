@@ -134,8 +134,8 @@ TEST(QuilletTest, CopiesWhatItDoesNotConvert) {
         {"a first word of two letters", "TA x.\nIG y.\n", "TA x.\nIG y.\n"},
         {"another first word", "CTABLES /TABLE=a.\nGGRAPH.\n", "CTABLES /TABLE=a.\nGGRAPH.\n"},
         {"the word elsewhere", "LIST TABLES IGRAPH.\n", "LIST TABLES IGRAPH.\n"},
-        {"behind a slash", "/TABLES x.\n", "/TABLES x.\n"},
-        {"behind a comment, which leaves a slash", "/* x */ TABLES y.\n", "/* x */ TABLES y.\n"},
+        {"after a slash", "/TABLES x.\n", "/TABLES x.\n"},
+        {"after a comment, which leaves a slash", "/* x */ TABLES y.\n", "/* x */ TABLES y.\n"},
         {"a macro of that name", "!TABLES x.\n", "!TABLES x.\n"},
         {"a literal is compared as it is written", "'tables' x.\n", "'tables' x.\n"},
         {"a literal that is not glued", "'TA'\n'BLES' x.\n", "'TA'\n'BLES' x.\n"},
@@ -162,7 +162,7 @@ TEST(QuilletTest, CopiesWhatItDoesNotConvert) {
          "BEGIN 'DATA'\n+'X' \\\nEND DATA.\n"},
         {"a number", "1 TABLES.\n", "1 TABLES.\n"},
         {"a literal glued over a line end", "X y 'a'+\n'b'.\n", "X y 'a'+\n'b'.\n"},
-        {"a NUL byte hides the word behind it", "\0TABLES x.\n"s, "\0TABLES x.\n"s},
+        {"a NUL byte hides the word after it", "\0TABLES x.\n"s, "\0TABLES x.\n"s},
         {"a NUL byte hides what is no syntax", "LIST x\0'\\.\nFREQ.\n"s, "LIST x\0'\\.\nFREQ.\n"s},
         {"NUL bytes in comments and data", "* a\0b\n c.\nBEGIN DATA\n\0\nEND DATA.\n"s,
          "* a\0b\n c.\nBEGIN DATA\n\0\nEND DATA.\n"s},
@@ -178,7 +178,7 @@ TEST(QuilletTest, CopiesWhatItDoesNotConvert) {
          "\xC4\xB1"
          "graph x.\n"},
         {"a lone carriage return", "* a\rb.\n", "* a\rb.\n"},
-        {"a period behind a closed comment at the end", "LIST. /* x */\n", "LIST. /* x */.\n"},
+        {"a period after a closed comment at the end", "LIST. /* x */\n", "LIST. /* x */.\n"},
         {"numbers of all kinds", "X 1 .5 5. 1e5 1E-5 1e+5.\n", "X 1 .5 5. 1e5 1E-5 1e+5.\n"},
     };
     for (const CopyCase& c : cases) ExpectCopied(c, false);
@@ -209,8 +209,8 @@ TEST(QuilletTest, KeepsLineEndsAndMark) {
         {"CR LF, the last line without", "A.\r\nB.", "A.\r\nB.\r\n"},
         {"CR LF first, then LF", "A.\r\nB\n x.\n", "A.\r\nB\r\n x.\r\n"},
         {"LF first, then CR LF", "A.\nB\r\n x.\r\n", "A.\nB\n x.\n"},
-        {"CR LF behind a blank first line", "\r\nA.\n", "A.\r\n"},
-        {"LF behind a blank first line", "\nA.\r\n", "A.\n"},
+        {"CR LF after a blank first line", "\r\nA.\n", "A.\r\n"},
+        {"LF after a blank first line", "\nA.\r\n", "A.\n"},
         {"CR LF alone", "\r\n", "\r\n"},
         {"no line end at all", "A", "A.\n"},
         {"CR LF in inline data", "BEGIN DATA\r\n1\r\n\r\nEND DATA.\r\n",
@@ -240,7 +240,7 @@ std::string CopiedData(const std::vector<std::string>& lines, std::string_view l
     std::string output;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         std::string line = lines[i];
-        // The period that ends the command stands behind its last line, blank or not.
+        // The period that ends the command stands after its last line, blank or not.
         if (i + 1 == lines.size() && !line.ends_with('.')) line += '.';
         if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
         output.append(line).append(lineEnd);
@@ -296,9 +296,9 @@ TEST(QuilletTest, CopiesLongInlineData) {
         {"with a period", "END DATA.\nLIST.\n", "END DATA.\nLIST.\n"},
         {"without a period", "END DATA\nLIST\n", "END DATA.\nLIST.\n"},
         {"without an end", "1 2", "1 2.\n"},
-        {"without an end, behind a period", "", ""},
-        {"without an end, behind blank lines", " \n\n", ".\n"},
-        {"an error behind it", "END DATA\nLIST 'x\n",
+        {"without an end, after a period", "", ""},
+        {"without an end, after blank lines", " \n\n", ".\n"},
+        {"an error after it", "END DATA\nLIST 'x\n",
          "END DATA.\n" + TokenizingError(666672, 8, kLiteralReason)},
     };
     for (const EndCase& c : cases) {
@@ -333,9 +333,9 @@ const FrameCase kIgraphCases[] = {
     {"a quoted word", "'IGRAPH' /NONSENSE.\n", false, " *'IGRAPH' /NONSENSE\n *.\n"},
     {"a word glued over a line end", "'I'\n\n  +\"GRAPH\" /NONSENSE.\n", false,
      " *'I'\n *\n *  +\"GRAPH\" /NONSENSE\n *.\n"},
-    {"behind a comment line", "/* x.\nIGRAPH /NONSENSE.\n", false,
+    {"after a comment line", "/* x.\nIGRAPH /NONSENSE.\n", false,
      " */* x.\n *IGRAPH /NONSENSE\n *.\n"},
-    {"behind commas", ",, IGRAPH /NONSENSE.\n", false, " *,, IGRAPH /NONSENSE\n *.\n"},
+    {"after commas", ",, IGRAPH /NONSENSE.\n", false, " *,, IGRAPH /NONSENSE\n *.\n"},
     {"indented", "  IGRAPH /NONSENSE.\n", false, " *  IGRAPH /NONSENSE\n *.\n"},
     {"batch mode", "IGRAPH\n /NONSENSE\nLIST", true, " *IGRAPH\n * /NONSENSE\n *.\n"},
     {"batch mode, a sign", "+IGRAPH /NONSENSE\nLIST", true, " *+IGRAPH /NONSENSE\n *.\n"},
@@ -345,8 +345,8 @@ TEST(QuilletTest, FramesAnIgraphCommandThatCannotBeConverted) {
     for (const FrameCase& c : kIgraphCases) {
         SCOPED_TRACE(c.name);
         const Conversion conversion = Convert(c.text, InBatchMode(c.batchMode));
-        const std::string behind = c.batchMode ? "LIST.\n" : "";
-        EXPECT_EQ(conversion.output, kIgraphSource + c.commentedOut + kIgraphFailure + behind);
+        const std::string after = c.batchMode ? "LIST.\n" : "";
+        EXPECT_EQ(conversion.output, kIgraphSource + c.commentedOut + kIgraphFailure + after);
         EXPECT_EQ(conversion.outcome, Outcome::kDone);
         EXPECT_EQ(conversion.resultLines, "Igraph conversion failed!\n");
         EXPECT_EQ(conversion.diagnostics, "");
@@ -370,7 +370,7 @@ const FrameCase kTablesCases[] = {
     {"a word glued over a line end", "'TA'\n+'BLES'.\n", false, " *'TA'\n *+'BLES'\n *.\n"},
     {"a word glued of three lines", "'T'\n\n+'A'\n+'B'.\n", false,
      " *'T'\n *\n *+'A'\n *+'B'\n *.\n"},
-    {"a word glued behind a comment line", "/* x\n'TA'\n+'B'.\n", false,
+    {"a word glued after a comment line", "/* x\n'TA'\n+'B'.\n", false,
      " */* x\n *'TA'\n *+'B'\n *.\n"},
     {"batch mode, a glued word", "'TA'\n  +'BLES'\n", true, " *'TA'\n *  +'BLES'\n *.\n"},
     {"batch mode, a sign and a glued word", "+'TA'\n +'BLES'\n", true,
@@ -460,7 +460,7 @@ TEST(QuilletTest, ATokenizingErrorEndsTheRun) {
         {"also for a surrogate", "LIST é 'é' 1e.\n* \xED\xA0\x80.\n", false, "", 1, 16,
          kExponentReason},
         {"a mark is no column", kMark + "LIST é 1e.\n", false, kMark, 1, 10, kExponentReason},
-        {"line breaks behind a literal are not counted", "LIST x 'a'\n\n 1e.\n", false, "", 1, 16,
+        {"line breaks after a literal are not counted", "LIST x 'a'\n\n 1e.\n", false, "", 1, 16,
          kExponentReason},
     };
     for (const ErrorCase& c : cases) {
@@ -507,8 +507,8 @@ TEST(QuilletTest, OnlyItsOwnAssertionsAreDiagnostics) {
         [&texts](const AssertionFailure& failure) { texts.emplace_back(failure.text); });
     ReportAssertion({"before", "test", 1});
     EXPECT_NE(ConvertText("LIST a b 1e999.\n", Options()).diagnostics, "");
-    ReportAssertion({"behind", "test", 1});
-    EXPECT_EQ(texts, (std::vector<std::string>{"before", "behind"}));
+    ReportAssertion({"after", "test", 1});
+    EXPECT_EQ(texts, (std::vector<std::string>{"before", "after"}));
 }
 
 TEST(QuilletTest, TouchesNoConsole) {
@@ -804,14 +804,14 @@ TEST(QuilletTest, ACommandThatMemoryIsNotEnoughForEndsTheRun) {
 // A text far larger than the memory that its conversion may take.
 class RepeatingInput final : public TextInput {
 public:
-    RepeatingInput(std::string before, std::string part, std::size_t count, std::string behind)
+    RepeatingInput(std::string before, std::string part, std::size_t count, std::string after)
         : m_before(std::move(before)),
           m_part(std::move(part)),
           m_count(count),
-          m_behind(std::move(behind)) {}
+          m_after(std::move(after)) {}
 
     [[nodiscard]] std::size_t Size() const {
-        return m_before.size() + m_part.size() * m_count + m_behind.size();
+        return m_before.size() + m_part.size() * m_count + m_after.size();
     }
 
     std::size_t Read(char* buffer, std::size_t size) override {
@@ -841,13 +841,13 @@ private:
             return std::string_view(m_part).substr(position % m_part.size());
         }
         position -= m_part.size() * m_count;
-        return std::string_view(m_behind).substr(position);
+        return std::string_view(m_after).substr(position);
     }
 
     std::string m_before;
     std::string m_part;
     std::size_t m_count;
-    std::string m_behind;
+    std::string m_after;
     std::size_t m_position = 0;
 };
 

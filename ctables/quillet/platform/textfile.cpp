@@ -125,8 +125,8 @@ std::unique_ptr<FileOutput> FileOutput::Open(const std::string& name, const File
     }
     std::unique_ptr<FileOutput> output(new FileOutput(std::move(file), isStandardOutput));
     // Last of all that can fail.
-    const bool isTruncated = !status.isRegularFile || isStandardOutput;
-    return isTruncated || Truncate(output->m_file.Get()) ? std::move(output) : nullptr;
+    const bool isKept = !status.isRegularFile || isStandardOutput;
+    return isKept || Truncate(output->m_file.Get()) ? std::move(output) : nullptr;
 }
 
 bool FileOutput::Write(std::string_view bytes) {

@@ -421,7 +421,7 @@ function UpdateFiles() {
     Find("grid").setAttribute("aria-rowcount", count + 1);
     Find("grid").scrollTop = 0;
     DrawRows();
-    ShowNeighbours();
+    ShowNeighbors();
 }
 
 function FilterFiles(which, value) {
@@ -619,7 +619,7 @@ function ShowFile(file) {
     Find("file-title").textContent = Visible(file.path);
     ShowFileFacts(file);
     FillCommandFilter();
-    ShowNeighbours();
+    ShowNeighbors();
     ListCommands();
     Find("file").scrollIntoView();
     Find("file-title").focus({preventScroll: true});
@@ -663,13 +663,13 @@ function ShowFileFacts(file) {
     message.textContent = Visible(file.message || "");
 }
 
-function ShowNeighbours() {
+function ShowNeighbors() {
     const index = g_list.shown.indexOf(g_open.file);
     Find("previous-file").disabled = index <= 0;
     Find("next-file").disabled = index < 0 || index + 1 >= g_list.shown.length;
 }
 
-function GoToNeighbour(step) {
+function GoToNeighbor(step) {
     Choose(g_list.shown[g_list.shown.indexOf(g_open.file) + step]);
 }
 
@@ -1078,8 +1078,8 @@ function Listen() {
     }
     const clicks = {
         "clear": () => { ClearFilters(); Find("search").focus(); },
-        "previous-file": () => GoToNeighbour(-1),
-        "next-file": () => GoToNeighbour(1),
+        "previous-file": () => GoToNeighbor(-1),
+        "next-file": () => GoToNeighbor(1),
         "close-file": () => Go(null, null),
         "first-page": () => ShowPage(0),
         "earlier-page": () => ShowPage(g_open.page - 1),
