@@ -1,10 +1,11 @@
 // How the work of comparing names with patterns grows.
+#include "migrate/pattern.h"
+
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <string>
 
-#include "migrate/pattern.h"
 #include "support/repetition.h"
 #include "support/work.h"
 
