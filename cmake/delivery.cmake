@@ -5,10 +5,12 @@ include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
-# Names of folders must not get into the result.
-target_compile_options(quillet_settings INTERFACE
-    -ffile-prefix-map=${PROJECT_BINARY_DIR}=build
-    -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+# Names of folders must not get into the result. Where lines are counted they have to be found again.
+if(NOT QUILLET_COVERAGE)
+    target_compile_options(quillet_settings INTERFACE
+        -ffile-prefix-map=${PROJECT_BINARY_DIR}=build
+        -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+endif()
 # Nor must times, owners and access rights, which archives of object files hold by default.
 set(CMAKE_CXX_ARCHIVE_CREATE "<CMAKE_AR> qcD <TARGET> <LINK_FLAGS> <OBJECTS>")
 set(CMAKE_CXX_ARCHIVE_APPEND "<CMAKE_AR> qD <TARGET> <LINK_FLAGS> <OBJECTS>")

@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "bison/tbtrtables.h"
+#include "driver/reasons.h"
 #include "parser/tbtrtablescommand.h"
 #include "platform/codepage.h"
 #include "tokenizer/parseerror.h"
@@ -47,8 +48,8 @@ int DumpCommand(std::string text, bool trace) {
     if (trace) command.SetTrace(&std::cerr);
     const quillet::ParseStatus status = quillet::ParseTables(command);
 
-    for (const std::string& warning : command.Warnings())
-        std::cout << "warning: " << warning << '\n';
+    for (const quillet::Warning& warning : command.Warnings())
+        std::cout << "warning: " << quillet::MessageOf(warning) << '\n';
     if (status == quillet::ParseStatus::kSuccess) {
         command.ParseResult()->Dump(std::cout, 0);
         return 0;
