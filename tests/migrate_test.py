@@ -26,7 +26,8 @@ import xml.etree.ElementTree
 
 import pytest
 
-from support.foldercase import MEBIBYTE, TIME_LIMIT, FolderCase, program, row_name
+from support.foldercase import (MEBIBYTE, TIME_LIMIT, FolderCase, is_sanitized, program,
+                                row_name)
 
 PROGRAM = program("quillet-migrate", "QUILLET_MIGRATE_PROGRAM")
 SINGLE_PROGRAM = program("quillet", "QUILLET_PROGRAM")
@@ -38,6 +39,9 @@ TABLES = b"TABLES /TABLE=sex BY region /STATISTICS=COUNT.\n"
 FAILING = b"IGRAPH /NONSENSE.\n"
 UNREADABLE = b'LIST "x.\n'
 BINARY = b"LIST\0x.\n"
+
+# A file with so many commands is in work for a while. A sanitizer alone makes that long enough.
+MANY = 25000 if is_sanitized(PROGRAM) else 100000
 
 REPORT_NAME = re.compile(r"^quillet-report.*\.(json|html|journal)$")
 
@@ -932,13 +936,13 @@ class TestInterruption(MigrateCase):
         assert self.report()["totals"]["files"] == 152
 
     def test_a_result_appears_when_it_is_whole(self):
-        self.create("big.syn", TABLES * 100000)
+        self.create("big.syn", TABLES * MANY)
         process = self.start_program(self.source, self.target)
         wait_until(lambda: any(path.stat().st_size > MEBIBYTE
                                for path in self.target.glob(".quillet-tmp*")), "much was written")
         assert not (self.target / "big.syn").exists()
         process.communicate(timeout=TIME_LIMIT)
-        assert (self.target / "big.syn").read_bytes().count(b"Begin CTABLES") == 100000
+        assert (self.target / "big.syn").read_bytes().count(b"Begin CTABLES") == MANY
 
 
 class TestShard(MigrateCase):
@@ -1279,7 +1283,7 @@ class TestFault(MigrateCase):
             assert sorted(self.results()) == [b"c.syn"]
 
     def test_a_file_that_changes_while_it_is_read(self):
-        path = self.create("a", TABLES * 100000)
+        path = self.create("a", TABLES * MANY)
         process = self.start_program(self.source, self.target)
         wait_until(lambda: any(file.stat().st_size > MEBIBYTE
                                for file in self.target.glob(".quillet-tmp*")), "much was written")
@@ -1407,7 +1411,7 @@ class TestLink(MigrateCase):
 
     def create_first_file(self, path="a first.syn"):
         """A file that is in work long before the others, for it is large."""
-        self.create(path, TABLES * 100000)
+        self.create(path, TABLES * MANY)
 
     def remember(self):
         """What must be the same in the end."""
@@ -1776,8 +1780,7 @@ class TestLink(MigrateCase):
 
 class TestLoad(MigrateCase):
     def test_memory_does_not_grow_with_a_file(self):
-        program = pathlib.Path(self.program).read_bytes()
-        if b"__asan_init" in program or b"__tsan_init" in program:
+        if is_sanitized(PROGRAM):
             pytest.skip("the sanitizer keeps memory that was given back")
         # One large file of commands that are all in the report.
         self.create("big.syn", TABLES * 400000)

@@ -21,7 +21,8 @@ import threading
 
 import pytest
 
-from support.foldercase import MEBIBYTE, TIME_LIMIT, FolderCase, program, row_name
+from support.foldercase import (MEBIBYTE, TIME_LIMIT, FolderCase, is_sanitized, program,
+                                row_name)
 
 PROGRAM = program("quillet", "QUILLET_PROGRAM")
 
@@ -724,10 +725,9 @@ class LargeInputCase(ProgramCase):
 
     def setup_method(self):
         super().setup_method()
-        with open(PROGRAM, "rb") as stream:
-            if b"__asan_init" in stream.read():
-                self.teardown_method()
-                pytest.skip("the sanitizer keeps memory that was given back")
+        if is_sanitized(PROGRAM):
+            self.teardown_method()
+            pytest.skip("the sanitizer keeps memory that was given back")
 
     def run_limited(self, *arguments, **streams):
         def limit():

@@ -18,6 +18,12 @@ def program(name, variable):
     return os.path.abspath(os.environ.get(variable) or TOP / "build" / "release" / name)
 
 
+def is_sanitized(path):
+    """True when a program was built with a sanitizer of memory or threads."""
+    content = pathlib.Path(path).read_bytes()
+    return b"__asan_init" in content or b"__tsan_init" in content
+
+
 def row_name(value):
     """What a row of parameters is called: short, whatever the value is."""
     text = ascii(value)
