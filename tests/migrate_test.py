@@ -40,9 +40,6 @@ FAILING = b"IGRAPH /NONSENSE.\n"
 UNREADABLE = b'LIST "x.\n'
 BINARY = b"LIST\0x.\n"
 
-# A file with so many commands is in work for a while. A sanitizer alone makes that long enough.
-MANY = 25000 if is_sanitized(PROGRAM) else 100000
-
 REPORT_NAME = re.compile(r"^quillet-report.*\.(json|html|journal)$")
 
 
@@ -115,6 +112,8 @@ class MigrateCase(FolderCase):
         self.source.mkdir()
         self.user = None
         self.report_name = "quillet-report.json"
+        # A file with so many commands is in work for a while. A sanitizer makes that long as well.
+        self.many = 25000 if is_sanitized(PROGRAM) else 100000
 
     def create(self, name, text):
         path = os.path.join(os.fsencode(self.source), os.fsencode(name))
@@ -936,13 +935,13 @@ class TestInterruption(MigrateCase):
         assert self.report()["totals"]["files"] == 152
 
     def test_a_result_appears_when_it_is_whole(self):
-        self.create("big.syn", TABLES * MANY)
+        self.create("big.syn", TABLES * self.many)
         process = self.start_program(self.source, self.target)
         wait_until(lambda: any(path.stat().st_size > MEBIBYTE
                                for path in self.target.glob(".quillet-tmp*")), "much was written")
         assert not (self.target / "big.syn").exists()
         process.communicate(timeout=TIME_LIMIT)
-        assert (self.target / "big.syn").read_bytes().count(b"Begin CTABLES") == MANY
+        assert (self.target / "big.syn").read_bytes().count(b"Begin CTABLES") == self.many
 
 
 class TestShard(MigrateCase):
@@ -1283,7 +1282,7 @@ class TestFault(MigrateCase):
             assert sorted(self.results()) == [b"c.syn"]
 
     def test_a_file_that_changes_while_it_is_read(self):
-        path = self.create("a", TABLES * MANY)
+        path = self.create("a", TABLES * self.many)
         process = self.start_program(self.source, self.target)
         wait_until(lambda: any(file.stat().st_size > MEBIBYTE
                                for file in self.target.glob(".quillet-tmp*")), "much was written")
@@ -1411,7 +1410,7 @@ class TestLink(MigrateCase):
 
     def create_first_file(self, path="a first.syn"):
         """A file that is in work long before the others, for it is large."""
-        self.create(path, TABLES * MANY)
+        self.create(path, TABLES * self.many)
 
     def remember(self):
         """What must be the same in the end."""
