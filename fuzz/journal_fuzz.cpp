@@ -46,7 +46,7 @@ void TryText(std::string_view text, std::size_t pieceSize) {
     const Contents contents = Read(text, text.size());
     Check(contents == Read(text, pieceSize));
     const std::size_t lineFeed = text.rfind('\n');
-    Check(contents.endOfLines == (lineFeed == text.npos ? 0 : lineFeed + 1));
+    Check(contents.endOfLines == (lineFeed == std::string_view::npos ? 0 : lineFeed + 1));
     std::string written;
     for (const std::string& record : contents.records) written += record;
     Check(Read(written, pieceSize).records == contents.records);

@@ -75,7 +75,7 @@ TEST(CommandBudgetTest, APercentageWithSeveralBases) {
 TEST(CommandBudgetTest, VariablesThatAreMultipliedOut) {
     const std::string outer =
         std::string(64, 'a') + ">" + std::string(64, 'b') + ">" + std::string(64, 'c');
-    constexpr std::size_t kRepetitions = kMaxText / (3 * 64);
+    constexpr std::size_t kRepetitions = kMaxText / (std::size_t{3} * 64);
     const auto source = [&outer](std::size_t terms) {
         return "TABLES /TABLE " + outer + ">(x" + Repeated("+x", terms - 1) + ")";
     };

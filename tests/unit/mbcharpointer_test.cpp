@@ -207,8 +207,7 @@ TEST(MbCharPointerTest, SkipRunEqualsAdvancingOneByOne) {
                                  "abc def",
                                  "éabc",
                                  "abcé",
-                                 "ab\xFF"
-                                 "cd",
+                                 "ab\377cd",
                                  "ab\0cd"s,
                                  "ab\xC3",
                                  " \t \t",

@@ -382,7 +382,7 @@ TEST(MigrateFilesTest, JoinsReportsFromBothEndsOfTheCalendar) {
               "0 files in 315569519999.0 s: 0 converted\n"
               "0 commands: 0 copied, 0 converted; 0 warnings\n");
     Report longName = RunOf({}, 0, 0);
-    longName.run.source = std::string(1024 * 1024, 'x');
+    longName.run.source = std::string(std::size_t{1024} * 1024, 'x');
     EXPECT_FALSE(JoinReports({first, longName}, {"1", "2"}, joined, error));
     EXPECT_EQ(error, "the names of all sources or targets are longer than 1048576 bytes together");
 }

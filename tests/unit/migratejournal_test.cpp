@@ -29,7 +29,7 @@ std::unique_ptr<Journal> OpenJournal(const TemporaryFolder& folder, EarlierResul
     return journal;
 }
 
-void AddTo(Journal& journal, JournalRecord record) {
+void AddTo(Journal& journal, const JournalRecord& record) {
     std::error_code error;
     EXPECT_TRUE(journal.Record(record, error)) << error.message();
 }

@@ -926,7 +926,7 @@ TEST(QuilletDeathTest, ACommandNeedsAFewTimesItsSize) {
     if (HasInstrumentedMemory()) GTEST_SKIP() << "the sanitizer keeps memory that was given back";
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(ExitAfterConverting({"LIST\n", " x y z\n", 16 * kMebibyte / 7, " a.\n"}, false,
-                                    16 * 1024 * 5),
+                                    16L * 1024 * 5),
                 testing::ExitedWithCode(0), "");
 }
 

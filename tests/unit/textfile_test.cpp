@@ -48,7 +48,7 @@ protected:
     [[nodiscard]] std::string Path(const std::string& name) const { return m_folder + "/" + name; }
 
     std::string Create(const std::string& name, std::string_view text) const {
-        const std::string path = Path(name);
+        std::string path = Path(name);
         std::ofstream(path, std::ios::binary) << text;
         return path;
     }
@@ -301,7 +301,7 @@ void WaitForANewTime(const std::string& path) {
     timespec now = last;
     while (now.tv_sec == last.tv_sec && now.tv_nsec == last.tv_nsec) {
         std::filesystem::remove(probe);
-        std::ofstream{probe};
+        static_cast<void>(std::ofstream(probe));
         now = ChangeTimeOf(probe);
     }
 }
