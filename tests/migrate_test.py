@@ -12,7 +12,6 @@ import contextlib
 import ctypes
 import json
 import os
-import pathlib
 import pty
 import random
 import re
