@@ -1,8 +1,8 @@
 // Counts what the library does, so that a test can say how its cost grows without a clock: a busy
 // machine changes nothing.
 //
-// The program work_tests is linked with a copy of the library that is compiled to call back at each of
-// its basic blocks (-fsanitize-coverage=trace-pc).
+// The program work_tests is linked with a copy of the library that is compiled to call back at
+// each of its basic blocks (-fsanitize-coverage=trace-pc).
 #ifndef QUILLET_TESTS_SUPPORT_WORK_H
 #define QUILLET_TESTS_SUPPORT_WORK_H
 
