@@ -294,12 +294,10 @@ TEST(StatisticsTest, AssertsTheShapeOfATotal) {
         const char* assertion;
     };
     const Case cases[] = {
-        {[](TbTrParseNode& variable) { variable.RemoveChild(kTotalSlot); },
-         "pVar->GetChildCount() > 1"},
-        {[](TbTrParseNode& variable) { variable.GetChild(kTotalSlot)->SetNodeType(SP_VARNAME); },
+        {[](TbTrParseNode& variable) { variable.RemoveChild(1); }, "pVar->GetChildCount() > 1"},
+        {[](TbTrParseNode& variable) { variable.GetChild(1)->SetNodeType(SP_VARNAME); },
          "totalType == TBI_FTOTALVAR || totalType == TBI_PTOTALVAR"},
-        {[](TbTrParseNode& variable) { variable.GetChild(kTotalSlot)->SetToken(nullptr); },
-         "pTotalTok"},
+        {[](TbTrParseNode& variable) { variable.GetChild(1)->SetToken(nullptr); }, "pTotalTok"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.assertion);

@@ -30,19 +30,6 @@ struct Case {
     const char* expected;
 };
 
-TEST(SubcommandsTest, FindsTheFirstAndTheLast) {
-    ParsedCommand parsed("TABLES /TABLE a /TITLE 'x'/CORNER 'y'/TITLE 'z'");
-    const TbTrParseNode& group = parsed.Group();
-    EXPECT_EQ(FirstTableSubcommand(group, TB_TITLE), group.GetChild(1));
-    EXPECT_EQ(LastTableSubcommand(group, TB_TITLE), group.GetChild(3));
-    EXPECT_EQ(FirstTableSubcommand(group, TB_CORNER), group.GetChild(2));
-    EXPECT_EQ(LastTableSubcommand(group, TB_CORNER), group.GetChild(2));
-    EXPECT_EQ(FirstTableSubcommand(group, TB_SORT), nullptr);
-    EXPECT_EQ(LastTableSubcommand(group, TB_SORT), nullptr);
-    EXPECT_EQ(FirstTableSubcommand(group, TB_TABLE), nullptr);
-    EXPECT_EQ(LastTableSubcommand(group, TB_TABLE), nullptr);
-}
-
 TEST(SubcommandsTest, WritesTheFormat) {
     const Case cases[] = {
         {"none", "/TABLE a", "/FORMAT EMPTY=BLANK"},

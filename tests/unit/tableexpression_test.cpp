@@ -11,44 +11,6 @@
 namespace quillet {
 namespace {
 
-TEST(TableExpressionTest, ChecksTheShapeOfATable) {
-    struct Case {
-        const char* name;
-        void (*damage)(TbTrParseNode& table);
-        std::vector<std::string> assertions;
-    };
-    const Case cases[] = {
-        {"good", [](TbTrParseNode&) {}, {}},
-        {"an empty dimension", [](TbTrParseNode& table) { table.ReplaceChild(0, nullptr); }, {}},
-        {"no table",
-         [](TbTrParseNode& table) { table.SetNodeType(TB_TITLE); },
-         {"tableSubcommand.GetNodeType() == TB_TABLE"}},
-        {"no dimensions",
-         [](TbTrParseNode& table) {
-             while (table.GetChildCount() > 0) table.RemoveChild(0);
-         },
-         {"0 < nDim && nDim <= 3"}},
-        {"four dimensions",
-         [](TbTrParseNode& table) { table.AddChild(nullptr); },
-         {"0 < nDim && nDim <= 3"}},
-        {"a bad second dimension",
-         [](TbTrParseNode& table) {
-             table.GetChild(1)->SetNodeType(SP_PLUS);
-             table.GetChild(1)->RemoveChild(0);
-             table.GetChild(1)->RemoveChild(0);
-         },
-         {"pChild->GetChildCount() > 0"}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        const AssertionRecorder assertions;
-        ParsedCommand parsed("TABLES /TABLE a BY b BY c");
-        c.damage(parsed.Table());
-        EXPECT_EQ(HasTableShape(parsed.Table()), c.assertions.empty());
-        EXPECT_EQ(assertions.Texts(), c.assertions);
-    }
-}
-
 TEST(TableExpressionTest, RemovesMarkers) {
     struct Case {
         const char* dimensions;

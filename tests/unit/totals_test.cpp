@@ -24,7 +24,7 @@ std::string SlotsOf(const TbTrParseNode* pDimension) {
     for (const TbTrParseNode* pLeaf : LeavesOf(*pDimension)) {
         if (!text.empty()) text += " ";
         text += SpellingOf(*pLeaf);
-        const TbTrParseNode* pTotal = pLeaf->GetChild(kTotalSlot);
+        const TbTrParseNode* pTotal = pLeaf->GetChild(1);
         if (!pTotal) continue;
         const bool following = pTotal->GetNodeType() == TBI_FTOTALVAR;
         text += following ? "=" : "~";
@@ -131,7 +131,7 @@ TEST(TotalsTest, AttachTheNameAndLeaveTheLabelInTheDeclaration) {
     const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
     TotalRecords records;
     ASSERT_TRUE(CollectTotals(parsed.Table(), 0, context, records));
-    const TbTrParseNode* pTotal = parsed.Table().GetChild(0)->GetChild(kTotalSlot);
+    const TbTrParseNode* pTotal = parsed.Table().GetChild(0)->GetChild(1);
     ASSERT_NE(pTotal, nullptr);
     const TbTrParseNode* pDeclaration = parsed.Globals()->GetChild(0)->GetChild(0);
     EXPECT_EQ(records["A"], pDeclaration);

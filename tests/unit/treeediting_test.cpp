@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "conversionhelper.h"
+#include "parser/tbtrnodeviews.h"
 #include "translator/variabletypes.h"
 
 namespace quillet {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "bison/tbtrparsevalues.h"
+#include "parser/tbtrnodeviews.h"
 #include "platform/assertion.h"
 
 namespace quillet {
@@ -70,11 +71,8 @@ OpaqueValue BuildCommand(TablesCommand& command, OpaqueValue& globalGroup,
                          OpaqueValue& tableGroupList) {
     const ConsumedValues consumed(globalGroup, tableGroupList);
     if (!CheckGenericList(globalGroup) || !CheckGenericList(tableGroupList)) return {};
-    std::unique_ptr<TbTrParseNode> root = MakeListNode(TBI_GENERICLIST);
-    root->AddChild(OpaqueValue_ReleaseParseNode(globalGroup));
-    const std::unique_ptr<TbTrParseNode> groups = OpaqueValue_ReleaseParseNode(tableGroupList);
-    MoveChildren(*groups, *root);
-    command.SetParseResult(std::move(root));
+    command.SetParseResult(CommandView::Make(OpaqueValue_ReleaseParseNode(globalGroup),
+                                             OpaqueValue_ReleaseParseNode(tableGroupList)));
     return {};
 }
 
@@ -85,11 +83,8 @@ OpaqueValue BuildTableGroup(OpaqueValue& table, OpaqueValue& localSubcommandList
         !CheckGenericList(localSubcommandList)) {
         return {};
     }
-    std::unique_ptr<TbTrParseNode> group = MakeListNode(TBI_GENERICLIST);
-    group->AddChild(OpaqueValue_ReleaseParseNode(table));
-    const std::unique_ptr<TbTrParseNode> locals = OpaqueValue_ReleaseParseNode(localSubcommandList);
-    MoveChildren(*locals, *group);
-    return ValueWith(std::move(group));
+    return ValueWith(TableGroupView::Make(OpaqueValue_ReleaseParseNode(table),
+                                          OpaqueValue_ReleaseParseNode(localSubcommandList)));
 }
 
 }  // namespace quillet

@@ -1,11 +1,11 @@
 // The subcommands that set something: for the whole command, or the texts around one table.
-#include <cstddef>
 #include <memory>
 #include <string_view>
 #include <utility>
 
 #include "bison/tbtrparsebuilder.h"
 #include "bison/tbtrparsevalues.h"
+#include "parser/tbtrnodeviews.h"
 #include "platform/assertion.h"
 
 namespace quillet {
@@ -16,9 +16,8 @@ constexpr std::string_view kModule = "bison/tbtrparsesettings";
 
 /// A subcommand node with the node of its setting, if there is one.
 OpaqueValue BuildSetting(NodeType type, OpaqueValue& settingKeyword) {
-    std::unique_ptr<TbTrParseNode> node = MakeNode(type, nullptr);
-    if (OpaqueValue_IsTAVQToken(settingKeyword)) node->AddChild(ReleaseKeyword(settingKeyword));
-    return ValueWith(std::move(node));
+    const bool isSet = OpaqueValue_IsTAVQToken(settingKeyword);
+    return ValueWith(SettingView::Make(type, isSet ? ReleaseKeyword(settingKeyword) : nullptr));
 }
 
 }  // namespace
@@ -107,21 +106,7 @@ OpaqueValue BuildFormat(OpaqueValue& keyword, OpaqueValue& formatSettingList) {
                         "parseNode->GetNodeType() == TB_FORMAT")) {
         return {};
     }
-    const std::size_t numchildren = parseNode->GetChildCount();
-    QUILLET_ASSERT(numchildren <= 2, "numchildren >=0 && numchildren <= 2");
-    int nblanks = 0;
-    int nzeros = 0;
-    for (std::size_t index = 0; index < numchildren; ++index) {
-        const TbTrParseNode* child = parseNode->GetChild(index);
-        const NodeType type = child ? child->GetNodeType() : kNoNodeType;
-        QUILLET_ASSERT(type == SP_SLITERAL || type == TB_ZERO || type == TB_BLANK,
-                       "child->GetNodeType() == SP_SLITERAL || child->GetNodeType() == TB_ZERO || "
-                       "child->GetNodeType() == TB_BLANK");
-        if (type != TB_BLANK && type != TB_ZERO) continue;
-        QUILLET_ASSERT(nblanks == 0, "nblanks == 0");
-        QUILLET_ASSERT(nzeros == 0, "nzeros == 0");
-        ++(type == TB_BLANK ? nblanks : nzeros);
-    }
+    FormatView::Check(*parseNode);
     return ValueWith(std::move(parseNode));
 }
 
@@ -138,17 +123,7 @@ OpaqueValue AddFormatSetting(OpaqueValue& formatSettingList, OpaqueValue& format
                         "OpaqueValue_IsParseNode(formatSetting)")) {
         return ValueWith(std::move(listNode));
     }
-    const auto isFill = [](NodeType type) { return type == TB_BLANK || type == TB_ZERO; };
-    const NodeType newType = OpaqueValue_GetParseNodeType(formatSetting);
-    std::unique_ptr<TbTrParseNode> setting = OpaqueValue_ReleaseParseNode(formatSetting);
-    for (std::size_t index = 0; index < listNode->GetChildCount(); ++index) {
-        const NodeType oldType = listNode->GetChild(index)->GetNodeType();
-        if (oldType == newType || (isFill(oldType) && isFill(newType))) {
-            listNode->ReplaceChild(index, std::move(setting));
-            return ValueWith(std::move(listNode));
-        }
-    }
-    listNode->AddChild(std::move(setting));
+    FormatView::Add(*listNode, OpaqueValue_ReleaseParseNode(formatSetting));
     return ValueWith(std::move(listNode));
 }
 

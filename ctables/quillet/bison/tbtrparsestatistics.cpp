@@ -1,11 +1,11 @@
 // SORT and STATISTICS: lists of functions, with what they are applied to.
-#include <cstddef>
 #include <memory>
 #include <string_view>
 #include <utility>
 
 #include "bison/tbtrparsebuilder.h"
 #include "bison/tbtrparsevalues.h"
+#include "parser/tbtrnodeviews.h"
 #include "platform/assertion.h"
 
 namespace quillet {
@@ -13,9 +13,6 @@ namespace quillet {
 namespace {
 
 constexpr std::string_view kModule = "bison/tbtrparsestatistics";
-
-constexpr std::size_t kWeightSlotOfFunction = 0;
-constexpr std::size_t kVariableSlotOfArgument = 0;
 
 }  // namespace
 
@@ -35,11 +32,7 @@ OpaqueValue BuildSort(OpaqueValue& keyword, OpaqueValue& direction, OpaqueValue&
         return sort;
     }
     std::unique_ptr<TbTrParseNode> pSortSubNode = OpaqueValue_ReleaseParseNode(sort);
-    if (QUILLET_ASSERT(pSortSubNode->GetChildCount() > 0, "pSortSubNode->GetChildCount() > 0")) {
-        const std::unique_ptr<TbTrParseNode> pExistingChild =
-            pSortSubNode->ReplaceChild(kDirectionSlotOfSort, ReleaseKeyword(direction));
-        QUILLET_ASSERT(pExistingChild == nullptr, "pExistingChild == 0");
-    }
+    SortView::SetDirection(*pSortSubNode, ReleaseKeyword(direction));
     return ValueWith(std::move(pSortSubNode));
 }
 
@@ -49,7 +42,7 @@ OpaqueValue BuildSortVariable(OpaqueValue& varname) {
                         "OpaqueValue_CheckTAVQToken(varname, SP_VARNAME, 0, 0)")) {
         return {};
     }
-    return ValueWith(MakeNode(TBI_SORTVAR, OpaqueValue_ReleaseTAVQToken(varname)));
+    return ValueWith(SortKeyView::Make(OpaqueValue_ReleaseTAVQToken(varname)));
 }
 
 OpaqueValue BuildSortVariable(OpaqueValue& varname, OpaqueValue& leftParen,
@@ -62,7 +55,7 @@ OpaqueValue BuildSortVariable(OpaqueValue& varname, OpaqueValue& leftParen,
     }
     OpaqueValue variable = BuildSortVariable(varname);
     std::unique_ptr<TbTrParseNode> node = OpaqueValue_ReleaseParseNode(variable);
-    if (node) node->AddChild(OpaqueValue_ReleaseParseNode(sortFunction));
+    if (node) SortKeyView::AddFunction(*node, OpaqueValue_ReleaseParseNode(sortFunction));
     return ValueWith(std::move(node));
 }
 
@@ -78,7 +71,7 @@ OpaqueValue BuildSortFunction(OpaqueValue& functionName, OpaqueValue& leftParen,
     std::unique_ptr<TbTrParseNode> function = ReleaseNamedNode(TBI_SORTFUNCTION, functionName);
     std::unique_ptr<TbTrParseNode> argument = ReleaseVariable(varname);
     if (!function || !argument) return {};
-    function->AddChild(std::move(argument));
+    SortFunctionView::AddArgument(*function, std::move(argument));
     return ValueWith(std::move(function));
 }
 
@@ -97,9 +90,7 @@ OpaqueValue BuildUnweighted(OpaqueValue& unweighted, OpaqueValue& statFuncSpec) 
         return {};
     }
     std::unique_ptr<TbTrParseNode> function = OpaqueValue_ReleaseParseNode(statFuncSpec);
-    const std::unique_ptr<TbTrParseNode> pOldChild =
-        function->ReplaceChild(kWeightSlotOfFunction, ReleaseKeyword(unweighted));
-    QUILLET_ASSERT(pOldChild == nullptr, "pOldChild == 0");
+    StatFunctionView::SetUnweighted(*function, ReleaseKeyword(unweighted));
     return ValueWith(std::move(function));
 }
 
@@ -109,10 +100,7 @@ OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc) {
                         "OpaqueValue_CheckParseNode(statFunc, TBI_STATFUNCTION, 0, 0)")) {
         return {};
     }
-    std::unique_ptr<TbTrParseNode> function = MakeNode(TBI_FULLSTATFUNCTION, nullptr);
-    function->InsertNullChildren(kWeightSlotOfFunction, 1);
-    function->AddChild(OpaqueValue_ReleaseParseNode(statFunc));
-    return ValueWith(std::move(function));
+    return ValueWith(StatFunctionView::Make(OpaqueValue_ReleaseParseNode(statFunc)));
 }
 
 OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc, OpaqueValue& leftParen,
@@ -128,7 +116,7 @@ OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc, OpaqueValue& leftParen,
     OpaqueValue value = BuildFullStatFunction(statFunc, leftParen, rightParen);
     if (OpaqueValue_IsEmpty(value) || !CheckGenericList(statFuncArgs)) return value;
     std::unique_ptr<TbTrParseNode> function = OpaqueValue_ReleaseParseNode(value);
-    function->AddChild(OpaqueValue_ReleaseParseNode(statFuncArgs));
+    StatFunctionView::AddArguments(*function, OpaqueValue_ReleaseParseNode(statFuncArgs));
     return ValueWith(std::move(function));
 }
 
@@ -139,7 +127,7 @@ OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc, OpaqueValue& leftParen,
     OpaqueValue value = BuildFullStatFunction(statFunc, leftParen, statFuncArgs, rightParen);
     if (OpaqueValue_IsEmpty(value) || !CheckVariableList(variableNameList)) return value;
     std::unique_ptr<TbTrParseNode> function = OpaqueValue_ReleaseParseNode(value);
-    function->AddChild(OpaqueValue_ReleaseParseNode(variableNameList));
+    StatFunctionView::AddBaseNames(*function, OpaqueValue_ReleaseParseNode(variableNameList));
     return ValueWith(std::move(function));
 }
 
@@ -153,29 +141,15 @@ OpaqueValue BuildStatFunction(OpaqueValue& functionName, OpaqueValue& number) {
     std::unique_ptr<TbTrParseNode> function = ReleaseNamedNode(TBI_STATFUNCTION, functionName);
     std::unique_ptr<TbTrParseNode> numberNode = ReleaseNumber(number);
     if (!function || !numberNode) return {};
-    function->AddChild(std::move(numberNode));
+    StatFunctionView::AddNumber(*function, std::move(numberNode));
     return ValueWith(std::move(function));
 }
-
-namespace {
-
-OpaqueValue BuildArgumentSlots(std::unique_ptr<TbTrParseNode> variable,
-                               std::unique_ptr<TbTrParseNode> format,
-                               std::unique_ptr<TbTrParseNode> label) {
-    std::unique_ptr<TbTrParseNode> argument = MakeNode(TBI_STATFUNCARG, nullptr);
-    argument->AddChild(std::move(variable));
-    argument->AddChild(std::move(format));
-    argument->AddChild(std::move(label));
-    return ValueWith(std::move(argument));
-}
-
-}  // namespace
 
 OpaqueValue BuildStatDisplay(OpaqueValue& label) {
     const ConsumedValues consumed(label);
     std::unique_ptr<TbTrParseNode> labelNode = ReleaseLiteral(label);
     if (!labelNode) return {};
-    return BuildArgumentSlots(nullptr, nullptr, std::move(labelNode));
+    return ValueWith(StatArgumentView::Make(nullptr, nullptr, std::move(labelNode)));
 }
 
 OpaqueValue BuildStatDisplay(OpaqueValue& leftParen, OpaqueValue& statFormat,
@@ -194,8 +168,8 @@ OpaqueValue BuildStatDisplay(OpaqueValue& leftParen, OpaqueValue& statFormat,
     }
     std::unique_ptr<TbTrParseNode> labelNode;
     if (!OpaqueValue_IsEmpty(label)) labelNode = ReleaseLiteral(label);
-    return BuildArgumentSlots(nullptr, OpaqueValue_ReleaseParseNode(statFormat),
-                              std::move(labelNode));
+    return ValueWith(StatArgumentView::Make(nullptr, OpaqueValue_ReleaseParseNode(statFormat),
+                                            std::move(labelNode)));
 }
 
 OpaqueValue BuildStatFormat(OpaqueValue& formatWord) {
@@ -211,7 +185,7 @@ OpaqueValue BuildStatArgument(OpaqueValue& varname) {
     const ConsumedValues consumed(varname);
     std::unique_ptr<TbTrParseNode> variable = ReleaseVariable(varname);
     if (!variable) return {};
-    return BuildArgumentSlots(std::move(variable), nullptr, nullptr);
+    return ValueWith(StatArgumentView::Make(std::move(variable), nullptr, nullptr));
 }
 
 OpaqueValue BuildStatArgument(OpaqueValue& varname, OpaqueValue& statDisplaySpec) {
@@ -222,12 +196,7 @@ OpaqueValue BuildStatArgument(OpaqueValue& varname, OpaqueValue& statDisplaySpec
     }
     std::unique_ptr<TbTrParseNode> pStatArgVarSpecNode =
         OpaqueValue_ReleaseParseNode(statDisplaySpec);
-    if (QUILLET_ASSERT(pStatArgVarSpecNode->GetChildCount() > 0,
-                       "pStatArgVarSpecNode->GetChildCount() > 0")) {
-        const std::unique_ptr<TbTrParseNode> pOldChild =
-            pStatArgVarSpecNode->ReplaceChild(kVariableSlotOfArgument, ReleaseVariable(varname));
-        QUILLET_ASSERT(pOldChild == nullptr, "pOldChild == 0");
-    }
+    StatArgumentView::SetVariable(*pStatArgVarSpecNode, ReleaseVariable(varname));
     return ValueWith(std::move(pStatArgVarSpecNode));
 }
 

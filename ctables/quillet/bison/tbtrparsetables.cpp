@@ -1,6 +1,5 @@
 // TABLE: expressions over variables. Chains of one operator come out flat, however they are put in
-// parentheses, and a chain of a hundred thousand must not be moved for each of its members.
-#include <cstddef>
+// parentheses.
 #include <memory>
 #include <new>
 #include <string_view>
@@ -8,6 +7,7 @@
 
 #include "bison/tbtrparsebuilder.h"
 #include "bison/tbtrparsevalues.h"
+#include "parser/tbtrnodeviews.h"
 #include "platform/assertion.h"
 #include "tokenizer/words.h"
 
@@ -43,12 +43,12 @@ OpaqueValue BuildDimensions(TablesCommand& command, const TablesLocation& locati
         QUILLET_ASSERT(false, "0 && \"Illegal TABLE subcommand: no arguments\"");
         return {};
     }
-    std::unique_ptr<TbTrParseNode> table = MakeNode(TB_TABLE, nullptr);
+    std::unique_ptr<TbTrParseNode> table = TableView::Make();
     for (OpaqueValue* pDimension :
          {&tableExpressionRows, &tableExpressionColumns, &tableExpressionLayers}) {
         if (OpaqueValue_IsEmpty(*pDimension)) break;
         if (!QUILLET_ASSERT(IsDimension(*pDimension), "IsDimension(tableExpression)")) return {};
-        table->AddChild(OpaqueValue_ReleaseParseNode(*pDimension));
+        TableView::AddDimension(*table, OpaqueValue_ReleaseParseNode(*pDimension));
     }
     command.AddTableLocation(location);
     return ValueWith(std::move(table));
@@ -91,46 +91,6 @@ std::unique_ptr<TbTrParseNode> ReleaseOperand(NodeType type, OpaqueValue& operan
         return nullptr;
     }
     return OpaqueValue_ReleaseParseNode(operand);
-}
-
-/// How many children `operand` adds to a chain of `type`.
-std::size_t LengthInChain(NodeType type, const TbTrParseNode* pOperand) {
-    if (!pOperand) return 0;
-    return pOperand->GetNodeType() == type ? pOperand->GetChildCount() : 1;
-}
-
-/// Puts what `operand` adds to a chain into the slots of `chain` from `index` on.
-void FillSlots(TbTrParseNode& chain, std::size_t index, std::unique_ptr<TbTrParseNode> operand) {
-    if (!operand) return;
-    if (operand->GetNodeType() != chain.GetNodeType()) {
-        chain.ReplaceChild(index, std::move(operand));
-        return;
-    }
-    for (std::size_t child = 0; child < operand->GetChildCount(); ++child) {
-        chain.ReplaceChild(index + child, operand->ReplaceChild(child, nullptr));
-    }
-}
-
-/// The chain of both operands, either of which may be missing. Of two chains the longer one
-/// stays in place and the shorter one is moved, so that however a long chain is put together,
-/// with parentheses on the left or on the right, its operands are moved only a few times.
-std::unique_ptr<TbTrParseNode> JoinOperands(NodeType type, std::unique_ptr<TbTrParseNode> left,
-                                            std::unique_ptr<TbTrParseNode> right) {
-    const std::size_t leftLength = LengthInChain(type, left.get());
-    const std::size_t rightLength = LengthInChain(type, right.get());
-    std::unique_ptr<TbTrParseNode> chain;
-    if (left && left->GetNodeType() == type && leftLength >= rightLength) {
-        chain.swap(left);
-    } else if (right && right->GetNodeType() == type) {
-        chain.swap(right);
-    } else {
-        chain = MakeNode(type, nullptr);
-    }
-    if (left) chain->InsertNullChildren(0, leftLength);
-    if (right) chain->InsertNullChildren(chain->GetChildCount(), rightLength);
-    FillSlots(*chain, 0, std::move(left));
-    FillSlots(*chain, chain->GetChildCount() - rightLength, std::move(right));
-    return chain;
 }
 
 }  // namespace
@@ -204,7 +164,7 @@ OpaqueValue BuildOperation(OpaqueValue& left, OpaqueValue& operation, OpaqueValu
     }
     std::unique_ptr<TbTrParseNode> leftNode = ReleaseOperand(type, left);
     std::unique_ptr<TbTrParseNode> rightNode = ReleaseOperand(type, right);
-    return ValueWith(JoinOperands(type, std::move(leftNode), std::move(rightNode)));
+    return ValueWith(OperatorView::Join(type, std::move(leftNode), std::move(rightNode)));
 }
 
 OpaqueValue BuildOperation(OpaqueValue& leftParen, OpaqueValue& left, OpaqueValue& operation,

@@ -4,6 +4,7 @@
 #include <ostream>
 #include <utility>
 
+#include "parser/tbtrnodeviews.h"
 #include "platform/assertion.h"
 
 namespace quillet {
@@ -108,24 +109,12 @@ bool CheckList(NodeType listType, const OpaqueValue& list) {
     }
 }
 
-std::unique_ptr<TbTrParseNode> MakeListNode(NodeType listType) {
-    std::unique_ptr<TbTrParseNode> listNode = MakeNode(listType, nullptr);
-    if (listType == TB_SORT) listNode->InsertNullChildren(kDirectionSlotOfSort, 1);
-    return listNode;
-}
-
 std::unique_ptr<TbTrParseNode> ReleaseOrMakeList(NodeType listType, OpaqueValue& list) {
     if (!OpaqueValue_IsEmpty(list)) {
         return CheckList(listType, list) ? OpaqueValue_ReleaseParseNode(list) : nullptr;
     }
     std::unique_ptr<TbTrParseNode> listNode = MakeListNode(listType);
     return QUILLET_ASSERT(listNode != nullptr, "listNode != 0") ? std::move(listNode) : nullptr;
-}
-
-void MoveChildren(TbTrParseNode& from, TbTrParseNode& to) {
-    for (std::size_t index = 0; index < from.GetChildCount(); ++index) {
-        to.AddChild(from.ReplaceChild(index, nullptr));
-    }
 }
 
 OpaqueValue BuildFromList(NodeType type, NodeType listType, OpaqueValue& keyword,

@@ -73,19 +73,10 @@ bool CheckKeyword(const OpaqueValue& keyword);
 
 // ---- Lists
 
-/// The slot of the direction, with which a `TB_SORT` list begins.
-inline constexpr std::size_t kDirectionSlotOfSort = 0;
-
-/// A list without elements.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> MakeListNode(NodeType listType);
-
 /// The node of a list that grows, a new one for an empty value; null, after an assertion, when the
 /// value is something else.
 [[nodiscard]] std::unique_ptr<TbTrParseNode> ReleaseOrMakeList(NodeType listType,
                                                                OpaqueValue& list);
-
-/// Moves the children of `from`, in order, to the end of `to`; empty slots stay where they are.
-void MoveChildren(TbTrParseNode& from, TbTrParseNode& to);
 
 /// A node of `type` with the children of the `TBI_GENERICLIST` or `TBI_VARLIST` in `list`.
 [[nodiscard]] OpaqueValue BuildFromList(NodeType type, NodeType listType, OpaqueValue& keyword,

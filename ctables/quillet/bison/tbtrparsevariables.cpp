@@ -1,11 +1,11 @@
 // The subcommands that declare variables: totals, multiple-response groups and scale variables.
-#include <cstddef>
 #include <memory>
 #include <string_view>
 #include <utility>
 
 #include "bison/tbtrparsebuilder.h"
 #include "bison/tbtrparsevalues.h"
+#include "parser/tbtrnodeviews.h"
 #include "platform/assertion.h"
 
 namespace quillet {
@@ -13,8 +13,6 @@ namespace quillet {
 namespace {
 
 constexpr std::string_view kModule = "bison/tbtrparsevariables";
-
-constexpr std::size_t kLabelSlotOfVariable = 0;
 
 }  // namespace
 
@@ -30,7 +28,7 @@ OpaqueValue BuildVariable(OpaqueValue& varname) {
 OpaqueValue BuildLabeledVariable(OpaqueValue& varname, OpaqueValue& label) {
     const ConsumedValues consumed(varname, label);
     std::unique_ptr<TbTrParseNode> variable = ReleaseVariable(varname);
-    if (variable) variable->ReplaceChild(kLabelSlotOfVariable, ReleaseLiteral(label));
+    if (variable) VariableView::SetLabel(*variable, ReleaseLiteral(label));
     return ValueWith(std::move(variable));
 }
 
@@ -60,10 +58,7 @@ std::unique_ptr<TbTrParseNode> BuildSet(NodeType type, OpaqueValue& keyword, Opa
         OpaqueValue_IsEmpty(label) ? BuildVariable(varname) : BuildLabeledVariable(varname, label);
     if (OpaqueValue_IsEmpty(name)) return nullptr;
     std::unique_ptr<TbTrParseNode> nameNode = OpaqueValue_ReleaseParseNode(name);
-    std::unique_ptr<TbTrParseNode> set = MakeNode(type, nullptr);
-    set->AddChild(std::move(nameNode));
-    set->AddChild(OpaqueValue_ReleaseParseNode(variableSpecList));
-    return set;
+    return SetView::Make(type, std::move(nameNode), OpaqueValue_ReleaseParseNode(variableSpecList));
 }
 
 }  // namespace
@@ -99,7 +94,8 @@ OpaqueValue BuildMdGroup(OpaqueValue& keyword, OpaqueValue& varname, OpaqueValue
         return {};
     }
     const bool isNumber = OpaqueValue_GetTbTokenType(countedValue) == SP_NUMBER;
-    set->AddChild(isNumber ? ReleaseNumber(countedValue) : ReleaseLiteral(countedValue));
+    SetView::AddCountedValue(*set,
+                             isNumber ? ReleaseNumber(countedValue) : ReleaseLiteral(countedValue));
     return ValueWith(std::move(set));
 }
 
@@ -110,22 +106,12 @@ bool BuildObservation(TablesCommand& command, const TablesLocation& location, Op
     OpaqueValue_Init(result);
     if (!CheckKeyword(keyword) || !CheckVariableList(variableSpecList)) return false;
     std::unique_ptr<TbTrParseNode> list = OpaqueValue_ReleaseParseNode(variableSpecList);
-    bool hasRange = false;
-    for (std::size_t index = 0; index < list->GetChildCount() && !hasRange; ++index) {
-        const TbTrParseNode* pChild = list->GetChild(index);
-        const NodeType childNodeType = pChild ? pChild->GetNodeType() : kNoNodeType;
-        QUILLET_ASSERT(childNodeType == TBI_VARRANGE || childNodeType == SP_VARNAME,
-                       "childNodeType == TBI_VARRANGE || childNodeType == SP_VARNAME");
-        hasRange = childNodeType == TBI_VARRANGE;
-    }
-    if (hasRange) {
+    if (ObservationView::HasRange(*list)) {
         AddTrace(command, "reportObservationRange ", "");
         AddReport(command, TablesErrorKind::kObservationRange, location, kNoNodeType);
         return false;
     }
-    std::unique_ptr<TbTrParseNode> observation = MakeNode(TB_OBSERVATION, nullptr);
-    observation->AddChild(std::move(list));
-    OpaqueValue_SetParseNode(result, std::move(observation));
+    OpaqueValue_SetParseNode(result, ObservationView::Make(std::move(list)));
     return true;
 }
 

@@ -1,35 +1,24 @@
 #include "translator/globalsettings.h"
 
-#include <cstddef>
+#include "parser/tbtrnodeviews.h"
 
 namespace quillet {
 
-namespace {
-
-NodeType SettingOf(const TbTrParseNode& subcommand) {
-    const TbTrParseNode* pValue = subcommand.GetChild(0);
-    return pValue ? pValue->GetNodeType() : kNoNodeType;
-}
-
-}  // namespace
-
 GlobalSettings::GlobalSettings(const TbTrParseNode* pGlobals) {
-    const std::size_t count = pGlobals ? pGlobals->GetChildCount() : 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        const TbTrParseNode* pSubcommand = pGlobals->GetChild(i);
+    for (const TbTrParseNode* pSubcommand : NodeChildren(pGlobals)) {
         if (!pSubcommand) continue;
         switch (pSubcommand->GetNodeType()) {
             case TB_AUTOLABEL:
-                autolabel = SettingOf(*pSubcommand);
+                autolabel = SettingView(*pSubcommand).Value();
                 break;
             case TB_BASE:
-                base = SettingOf(*pSubcommand);
+                base = SettingView(*pSubcommand).Value();
                 break;
             case TB_GBASE:
-                gbase = SettingOf(*pSubcommand);
+                gbase = SettingView(*pSubcommand).Value();
                 break;
             case TB_MISSINGSUBCOM:
-                missing = SettingOf(*pSubcommand);
+                missing = SettingView(*pSubcommand).Value();
                 break;
             case TB_FORMAT:
                 pFormat = pSubcommand;

@@ -1,8 +1,10 @@
 #include "translator/parsetree.h"
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
+#include "parser/tbtrnodeviews.h"
 #include "platform/assertion.h"
 #include "translator/multipleresponse.h"
 #include "translator/outputsequence.h"
@@ -47,7 +49,7 @@ public:
 
     [[nodiscard]] bool Run() {
         m_out.Add("/TABLE ", false);
-        if (!HasTableShape(m_table) || !RemoveAllMarkers() || !CollectAllTotals() ||
+        if (!TableView(m_table).HasShape() || !RemoveAllMarkers() || !CollectAllTotals() ||
             !PrepareStatistics()) {
             return false;
         }
@@ -65,12 +67,13 @@ private:
     [[nodiscard]] bool RemoveAllMarkers() {
         m_statsDisplayDim = RemoveMarkers(m_table, TB_STATISTICS);
         m_labelsDim = RemoveMarkers(m_table, TB_LABELS);
-        return QUILLET_ASSERT(m_statsDisplayDim <= kMaxDimensions && m_labelsDim <= kMaxDimensions,
+        return QUILLET_ASSERT(m_statsDisplayDim <= TableView::kMaxDimensions &&
+                                  m_labelsDim <= TableView::kMaxDimensions,
                               "statsDisplayDim <= 3 && labelsDim <= 3");
     }
 
     [[nodiscard]] bool CollectAllTotals() {
-        for (std::size_t i = 0; i < m_table.GetChildCount(); ++i) {
+        for (std::size_t i = 0; i < TableView(m_table).DimensionCount(); ++i) {
             if (!CollectTotals(m_table, i, m_context, m_totals)) return false;
         }
         return true;
@@ -89,14 +92,15 @@ private:
     }
 
     void WriteDimensions() {
-        std::size_t count = m_table.GetChildCount();
-        while (!m_table.GetChild(count - 1)) --count;
-        for (std::size_t i = 0; i < count; ++i) {
-            if (i > 0) m_out.Add(" BY ", false);
-            const Node* pDimension = m_table.GetChild(i);
+        const TableView table(m_table);
+        std::size_t count = table.DimensionCount();
+        while (!table.Dimension(count)) --count;
+        for (std::size_t number = 1; number <= count; ++number) {
+            if (number > 1) m_out.Add(" BY ", false);
+            const Node* pDimension = table.Dimension(number);
             if (!pDimension) continue;
             OutputSequence dimension;
-            if (i + 1 == m_statsCompDim) {
+            if (number == m_statsCompDim) {
                 m_pFirstMagnet = WriteStatisticsDimension(m_table, m_statsCompDim, m_statistics,
                                                           m_context, dimension);
             } else {
@@ -133,7 +137,7 @@ private:
     // Statistics are shown where the command says, else where they are computed. Without a
     // STATISTICS subcommand there is nothing to say about them, so their labels are hidden.
     void WriteStatisticsLabelPosition() {
-        const bool hasStatistics = FirstTableSubcommand(m_group, TB_STATISTICS) != nullptr;
+        const bool hasStatistics = TableGroupView(m_group).First(TB_STATISTICS) != nullptr;
         m_out.NewLine();
         m_out.Add("/SLABELS", false);
         if (m_statsDisplayDim != 0 || hasStatistics) {
@@ -146,8 +150,8 @@ private:
 
     [[nodiscard]] bool WriteSortOrder() {
         OutputSequence lines;
-        if (!WriteSort(m_group, *m_table.GetChild(m_statsCompDim - 1), m_pFirstMagnet, m_context,
-                       lines)) {
+        if (!WriteSort(m_group, *TableView(m_table).Dimension(m_statsCompDim), m_pFirstMagnet,
+                       m_context, lines)) {
             return false;
         }
         AppendOnNewLine(m_out, lines);
@@ -188,14 +192,10 @@ private:
 [[nodiscard]] bool WriteTableGroup(Node* pTableGroup, std::size_t tableIndex,
                                    const TranslationContext& context, OutputSequence& out) {
     out.NewLine();
-    if (!QUILLET_ASSERT(pTableGroup && pTableGroup->GetNodeType() == TBI_GENERICLIST,
-                        "pTableGroup && pTableGroup->GetNodeType() == TBI_GENERICLIST")) {
-        return false;
-    }
-    Node* pTableSubcommand = pTableGroup->GetChild(0);
-    if (!QUILLET_ASSERT(pTableSubcommand, "pTableSubcommand")) return false;
+    const std::optional<TableGroupView> group = TableGroupView::Of(pTableGroup);
+    if (!group) return false;
     try {
-        return TableTranslation(*pTableGroup, *pTableSubcommand, tableIndex, context, out).Run();
+        return TableTranslation(*pTableGroup, *group->Table(), tableIndex, context, out).Run();
     } catch (const CommandTooLarge&) {
         context.ReportTooLarge(tableIndex);
         return false;
@@ -208,23 +208,14 @@ bool TranslateTablesCommand(std::unique_ptr<TbTrParseNode> root, TablesCommand& 
                             const CodePage& codePage, std::string& text) {
     text.clear();
     if (!root) return true;
-    if (!QUILLET_ASSERT(root->GetNodeType() == TBI_GENERICLIST,
-                        "pTablesCommand->GetNodeType() == TBI_GENERICLIST")) {
-        return false;
-    }
-    if (!QUILLET_ASSERT(root->GetChildCount() > 0, "tablesCommand.GetChildCount() > 0")) {
-        return false;
-    }
-    const Node* pGlobalsList = root->GetChild(0);
-    if (pGlobalsList && !QUILLET_ASSERT(pGlobalsList->GetNodeType() == TBI_GENERICLIST,
-                                        "pGlobalsList->GetNodeType() == TBI_GENERICLIST")) {
-        return false;
-    }
-    const TranslationContext context(command, codePage, pGlobalsList);
+    const CommandView view(*root);
+    if (!view.HasShape()) return false;
+    const TranslationContext context(command, codePage, view.Globals());
     OutputSequence out;
     if (!WriteGlobals(context, out)) return false;
-    for (std::size_t i = 1; i < root->GetChildCount(); ++i) {
-        if (!WriteTableGroup(root->GetChild(i), i - 1, context, out)) return false;
+    std::size_t tableIndex = 0;
+    for (Node* pTableGroup : view.TableGroups()) {
+        if (!WriteTableGroup(pTableGroup, tableIndex++, context, out)) return false;
     }
     OutputSequence sets;
     if (!WriteSetsCommand(codePage, *root, sets)) return false;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "parser/tbtrnodeviews.h"
 #include "platform/assertion.h"
-#include "translator/treeediting.h"
 #include "translator/variabletypes.h"
 
 namespace quillet {
@@ -37,11 +37,11 @@ DimensionBaseTest::DimensionBaseTest(const TbTrParseNode& dimension, CommandBudg
             }
             continue;
         }
-        const std::size_t childCount = current.pNode->GetChildCount();
-        for (std::size_t i = 0; i < childCount; ++i) {
-            pending.push_back({current.pNode->GetChild(i), m_nodes.size()});
+        const OperatorView operation(*current.pNode);
+        for (const TbTrParseNode* pOperand : operation.Operands()) {
+            pending.push_back({pOperand, m_nodes.size()});
         }
-        m_nodes.push_back({current.parent, type == SP_PLUS, childCount});
+        m_nodes.push_back({current.parent, operation.IsStacking(), operation.Operands().Count()});
     }
 }
 
@@ -125,7 +125,7 @@ PercentageBases::PercentageBases(const TbTrParseNode& table, std::size_t statsCo
                                  CommandBudget& budget)
     : m_budget(budget), m_statsCompIndex(statsCompDim - 1) {
     for (std::size_t i = 0; i < m_otherDimensions.size(); ++i) {
-        const TbTrParseNode* pDimension = table.GetChild(i);
+        const TbTrParseNode* pDimension = TableView(table).Dimension(i + 1);
         if (pDimension && i != m_statsCompIndex) m_otherDimensions[i].emplace(*pDimension, budget);
     }
 }

@@ -1,31 +1,17 @@
 #include "translator/statistics.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 
-#include "platform/assertion.h"
 #include "translator/termpieces.h"
-#include "translator/totals.h"
 
 namespace quillet {
 
 namespace {
 
-constexpr std::string_view kModule = "statistics";
-
 using Node = TbTrParseNode;
-
-// The slots of a TBI_FULLSTATFUNCTION.
-constexpr std::size_t kWeightSlot = 0;
-constexpr std::size_t kFunctionSlot = 1;
-constexpr std::size_t kArgumentsSlot = 2;
-constexpr std::size_t kBaseNamesSlot = 3;
-
-// The slots of a TBI_STATFUNCARG.
-constexpr std::size_t kVariableSlot = 0;
-constexpr std::size_t kFormatSlot = 1;
-constexpr std::size_t kLabelSlot = 2;
 
 constexpr PercentageBase kBasesInOrder[] = {TBTR_ROWPCT, TBTR_COLPCT, TBTR_LAYERPCT, TBTR_TABPCT};
 
@@ -48,18 +34,8 @@ void WriteGroup(const Statistic& statistic, std::string_view base, std::string_v
 
 // The name of the total that hangs on `variable`; empty for none.
 std::string_view TotalNameOf(const Node& variable) {
-    if (!QUILLET_ASSERT(variable.GetChildCount() > kTotalSlot, "pVar->GetChildCount() > 1")) {
-        return {};
-    }
-    const Node* pTotal = variable.GetChild(kTotalSlot);
-    if (!pTotal) return {};
-    const NodeType totalType = pTotal->GetNodeType();
-    if (!QUILLET_ASSERT(totalType == TBI_FTOTALVAR || totalType == TBI_PTOTALVAR,
-                        "totalType == TBI_FTOTALVAR || totalType == TBI_PTOTALVAR") ||
-        !QUILLET_ASSERT(pTotal->GetToken(), "pTotalTok")) {
-        return {};
-    }
-    return UpperCaseName(*pTotal);
+    const TAVQToken* pName = VariableView(variable).TotalName();
+    return pName ? std::string_view(pName->Text(/*raw=*/false)) : std::string_view();
 }
 
 }  // namespace
@@ -85,21 +61,11 @@ private:
 };
 
 bool TableStatistics::Read(const TbTrParseNode& group) {
-    for (std::size_t i = 1; i < group.GetChildCount(); ++i) {
-        const Node* pSubcommand = group.GetChild(i);
+    for (const Node* pSubcommand : TableGroupView(group).Subcommands()) {
         if (!pSubcommand || pSubcommand->GetNodeType() != TB_STATISTICS) continue;
-        if (!ReadSubcommand(*pSubcommand)) return false;
-    }
-    return true;
-}
-
-bool TableStatistics::ReadSubcommand(const TbTrParseNode& subcommand) {
-    for (std::size_t i = 0; i < subcommand.GetChildCount(); ++i) {
-        const Node* pFunction = subcommand.GetChild(i);
-        if (!QUILLET_ASSERT(pFunction && pFunction->GetNodeType() == TBI_FULLSTATFUNCTION,
-                            "pNode->GetNodeType() == TBI_FULLSTATFUNCTION") ||
-            !ReadFunction(*pFunction)) {
-            return false;
+        for (const Node* pFunction : ChildrenOf(*pSubcommand)) {
+            const std::optional<StatFunctionView> function = StatFunctionView::Of(pFunction);
+            if (!function || !ReadFunction(*function)) return false;
         }
     }
     return true;
@@ -107,44 +73,22 @@ bool TableStatistics::ReadSubcommand(const TbTrParseNode& subcommand) {
 
 // A function with several argument variables is a statistic for each of them; one without is a
 // statistic as well.
-bool TableStatistics::ReadFunction(const TbTrParseNode& fullFunction) {
-    const Node* pFunction = fullFunction.GetChild(kFunctionSlot);
-    if (!QUILLET_ASSERT(
-            pFunction && pFunction->GetNodeType() == TBI_STATFUNCTION && pFunction->GetToken(),
-            "pNode->GetNodeType() == TBI_STATFUNCTION")) {
-        return false;
-    }
+bool TableStatistics::ReadFunction(const StatFunctionView& function) {
     Statistic statistic;
-    statistic.pFunction = pFunction->GetToken();
-    if (const Node* pNumber = pFunction->GetChild(0)) statistic.pNumber = pNumber->GetToken();
-    statistic.unweighted = fullFunction.GetChild(kWeightSlot) != nullptr;
-    if (!ReadBaseNames(fullFunction.GetChild(kBaseNamesSlot), statistic)) return false;
-
-    const Node* pArguments = fullFunction.GetChild(kArgumentsSlot);
-    const std::size_t count = pArguments ? pArguments->GetChildCount() : 0;
-    if (count == 0) AddStatistic(statistic);
-    for (std::size_t i = 0; i < count; ++i) {
-        const Node* pNode = pArguments->GetChild(i);
-        if (!QUILLET_ASSERT(pNode && pNode->GetNodeType() == TBI_STATFUNCARG,
-                            "pNode->GetNodeType() == TBI_STATFUNCARG") ||
-            !ReadArgument(*pNode, statistic)) {
-            return false;
-        }
+    statistic.pFunction = &function.Name();
+    statistic.pNumber = function.Number();
+    statistic.unweighted = function.IsUnweighted();
+    if (function.HasBaseNames()) {
+        std::vector<std::string_view> names;
+        for (const Node* pName : function.BaseNames()) names.push_back(UpperCaseName(*pName));
+        statistic.pBaseNames = &SharedNames(std::move(names));
     }
-    return true;
-}
-
-bool TableStatistics::ReadBaseNames(const TbTrParseNode* pBaseVarList, Statistic& statistic) {
-    if (!pBaseVarList) return true;
-    if (!QUILLET_ASSERT(pBaseVarList->GetNodeType() == TBI_VARLIST,
-                        "pBaseVarList->GetNodeType() == TBI_VARLIST")) {
-        return false;
+    if (function.Arguments().IsEmpty()) AddStatistic(statistic);
+    for (const Node* pArgument : function.Arguments()) {
+        const std::optional<StatArgumentView> argument = StatArgumentView::Of(pArgument);
+        if (!argument) return false;
+        AddStatisticOf(*argument, statistic);
     }
-    std::vector<std::string_view> names;
-    for (std::size_t i = 0; i < pBaseVarList->GetChildCount(); ++i) {
-        names.push_back(UpperCaseName(*pBaseVarList->GetChild(i)));
-    }
-    statistic.pBaseNames = &SharedNames(std::move(names));
     return true;
 }
 
@@ -157,26 +101,11 @@ const VariableNames& TableStatistics::SharedNames(std::vector<std::string_view> 
     return found->second;
 }
 
-bool TableStatistics::ReadArgument(const TbTrParseNode& argument, Statistic statistic) {
-    if (const Node* pVariable = argument.GetChild(kVariableSlot)) {
-        statistic.argument = UpperCaseName(*pVariable);
-    }
-    if (const Node* pFormat = argument.GetChild(kFormatSlot)) {
-        if (!QUILLET_ASSERT(pFormat->GetNodeType() == TBI_FMT,
-                            "pFormat->GetNodeType() == TBI_FMT")) {
-            return false;
-        }
-        statistic.pFormat = pFormat->GetToken();
-    }
-    if (const Node* pLabel = argument.GetChild(kLabelSlot)) {
-        if (!QUILLET_ASSERT(pLabel->GetNodeType() == SP_SLITERAL,
-                            "pLabel->GetNodeType() == SP_SLITERAL")) {
-            return false;
-        }
-        statistic.pLabel = pLabel->GetToken();
-    }
+void TableStatistics::AddStatisticOf(const StatArgumentView& argument, Statistic statistic) {
+    if (argument.Variable()) statistic.argument = UpperCaseName(*argument.Variable());
+    statistic.pFormat = argument.Format();
+    statistic.pLabel = argument.Label();
     AddStatistic(statistic);
-    return true;
 }
 
 void TableStatistics::AddStatistic(const Statistic& statistic) {

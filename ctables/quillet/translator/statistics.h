@@ -10,6 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "parser/tbtrnodeviews.h"
 #include "parser/tbtrparsenode.h"
 #include "translator/outputsequence.h"
 #include "translator/percentagebases.h"
@@ -65,11 +66,9 @@ private:
         bool inTotalsOnly;
     };
 
-    [[nodiscard]] bool ReadSubcommand(const TbTrParseNode& subcommand);
-    [[nodiscard]] bool ReadFunction(const TbTrParseNode& fullFunction);
-    [[nodiscard]] bool ReadBaseNames(const TbTrParseNode* pBaseVarList, Statistic& statistic);
+    [[nodiscard]] bool ReadFunction(const StatFunctionView& function);
     [[nodiscard]] const VariableNames& SharedNames(std::vector<std::string_view> names);
-    [[nodiscard]] bool ReadArgument(const TbTrParseNode& argument, Statistic statistic);
+    void AddStatisticOf(const StatArgumentView& argument, Statistic statistic);
     void AddStatistic(const Statistic& statistic);
 
     [[nodiscard]] std::vector<Placed> PlaceOn(const Term& term, std::string_view total) const;

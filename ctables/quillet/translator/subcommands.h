@@ -8,11 +8,6 @@
 
 namespace quillet {
 
-/// The subcommands of the table group `group` that is of type `type`: the first or the last of
-/// them; null when there is none. What stands at index 0 is the TABLE subcommand itself.
-[[nodiscard]] const TbTrParseNode* FirstTableSubcommand(const TbTrParseNode& group, NodeType type);
-[[nodiscard]] const TbTrParseNode* LastTableSubcommand(const TbTrParseNode& group, NodeType type);
-
 /// Writes how empty and missing cells are shown into `out`, which is cleared first. False after
 /// an assertion.
 [[nodiscard]] bool WriteGlobalFormat(const GlobalSettings& settings, OutputSequence& out);

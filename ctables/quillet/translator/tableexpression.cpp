@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "parser/tbtrnodeviews.h"
 #include "platform/assertion.h"
 #include "translator/percentagebases.h"
 #include "translator/term.h"
@@ -112,7 +113,7 @@ public:
         : m_statistics(statistics),
           m_types(context.Types()),
           m_bases(table, statsCompDim, context.Budget()),
-          m_names(*table.GetChild(statsCompDim - 1), context.Budget()),
+          m_names(*TableView(table).Dimension(statsCompDim), context.Budget()),
           m_budget(context.Budget()),
           m_out(out) {}
 
@@ -155,23 +156,9 @@ bool DecidesForItsDimension(const Node& variable, const TotalRecords& records,
 
 }  // namespace
 
-bool HasTableShape(const TbTrParseNode& table) {
-    if (!QUILLET_ASSERT(table.GetNodeType() == TB_TABLE,
-                        "tableSubcommand.GetNodeType() == TB_TABLE")) {
-        return false;
-    }
-    const std::size_t nDim = table.GetChildCount();
-    if (!QUILLET_ASSERT(0 < nDim && nDim <= kMaxDimensions, "0 < nDim && nDim <= 3")) return false;
-    for (std::size_t i = 0; i < nDim; ++i) {
-        const Node* pDimension = table.GetChild(i);
-        if (pDimension && !HasDimensionShape(*pDimension)) return false;
-    }
-    return true;
-}
-
 std::size_t RemoveMarkers(TbTrParseNode& table, NodeType marker) {
     std::size_t markerDim = 0;
-    for (std::size_t i = 0; i < table.GetChildCount(); ++i) {
+    for (std::size_t i = 0; i < TableView(table).DimensionCount(); ++i) {
         if (!table.GetChild(i)) continue;
         bool found = false;
         const auto decide = [&](const Node& leaf, const LeafPlace&) {
@@ -189,27 +176,23 @@ std::size_t RemoveMarkers(TbTrParseNode& table, NodeType marker) {
 
 std::size_t FindStatsCompDim(const TbTrParseNode& table, const TotalRecords& records,
                              const TableStatistics& statistics, const VariableTypes& types) {
-    const std::size_t dimCount = table.GetChildCount();
-    if (!QUILLET_ASSERT(0 < dimCount && dimCount <= kMaxDimensions,
-                        "0 < dimCount && dimCount <= 3")) {
-        return 0;
-    }
-    for (std::size_t i = 0; i < dimCount; ++i) {
-        const Node* pDimension = table.GetChild(i);
+    const TableView view(table);
+    if (!view.HasDimensions()) return 0;
+    for (std::size_t number = 1; number <= view.DimensionCount(); ++number) {
+        const Node* pDimension = view.Dimension(number);
         if (!pDimension) continue;
         for (const Node* pLeaf : LeavesOf(*pDimension)) {
-            if (DecidesForItsDimension(*pLeaf, records, statistics, types)) return i + 1;
+            if (DecidesForItsDimension(*pLeaf, records, statistics, types)) return number;
         }
     }
-    for (const std::size_t dimension : {2UL, 1UL, 3UL}) {
-        if (table.GetChild(dimension - 1)) return dimension;
+    for (const std::size_t number : {2UL, 1UL, 3UL}) {
+        if (view.Dimension(number)) return number;
     }
     return 0;
 }
 
 bool IsTooLarge(const TbTrParseNode& table) {
-    for (std::size_t i = 0; i < table.GetChildCount(); ++i) {
-        const Node* pDimension = table.GetChild(i);
+    for (const Node* pDimension : TableView(table).Dimensions()) {
         if (pDimension &&
             MultipliedLeafCount(*pDimension, kMaxMultipliedLeaves) > kMaxMultipliedLeaves) {
             return true;
@@ -232,7 +215,7 @@ const TbTrParseNode* WriteStatisticsDimension(const TbTrParseNode& table, std::s
     out.Clear();
     const Node* pFirstMagnet = nullptr;
     StatisticsTermWriter writer(table, statsCompDim, statistics, context, out);
-    MultipliedTerms terms(*table.GetChild(statsCompDim - 1));
+    MultipliedTerms terms(*TableView(table).Dimension(statsCompDim));
     while (terms.Next()) {
         const Term term(terms.Leaves(), context.Types());
         if (!pFirstMagnet) pFirstMagnet = term.Magnet().pNode;

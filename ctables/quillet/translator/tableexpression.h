@@ -14,19 +14,14 @@
 
 namespace quillet {
 
-/// Dimensions are numbered as the old command writes them: 1 rows, 2 columns, 3 layers; 0 stands
-/// for none of them.
-inline constexpr std::size_t kMaxDimensions = 3;
+// Dimensions are numbered as the old command writes them: 1 rows, 2 columns, 3 layers; 0 stands
+// for none of them. The functions below rely on the shape of the table (`TableView::HasShape`).
 
 /// What `RemoveMarkers` returns when there are markers in two dimensions.
 inline constexpr std::size_t kTwoDimensions = 4;
 
 /// A dimension may have this many variables when it is multiplied out, no more.
 inline constexpr std::uint64_t kMaxMultipliedLeaves = 1000000;
-
-/// True when `table`, a `TB_TABLE` node, has one to three dimensions, empty or well formed;
-/// asserts otherwise. The functions below rely on it.
-[[nodiscard]] bool HasTableShape(const TbTrParseNode& table);
 
 /// Takes all markers of the type `marker` (`TB_STATISTICS` or `TB_LABELS`) out of the table. A
 /// dimension of markers alone becomes an empty slot. Returns the number of the dimension that

@@ -1,11 +1,14 @@
 #include "translator/totals.h"
 
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "parser/tbtrnodeviews.h"
 #include "platform/assertion.h"
 #include "translator/treeediting.h"
 
@@ -31,11 +34,12 @@ std::vector<Node*> TotaledVariables(Node& term) {
         Node* pNode = pending.back();
         pending.pop_back();
         if (pNode->GetNodeType() == SP_GREATERTHAN) {
-            pending.push_back(pNode->GetChild(0));
+            pending.push_back(OperatorView(*pNode).First());
         } else if (pNode->GetNodeType() == SP_PLUS) {
-            for (std::size_t i = pNode->GetChildCount(); i > 0; --i) {
-                pending.push_back(pNode->GetChild(i - 1));
-            }
+            const NodeChildren operands = OperatorView(*pNode).Operands();
+            pending.insert(pending.end(), operands.begin(), operands.end());
+            std::reverse(pending.end() - static_cast<std::ptrdiff_t>(operands.Count()),
+                         pending.end());
         } else {
             variables.push_back(pNode);
         }
@@ -81,14 +85,13 @@ private:
 
     static void Attach(Node& variable, const Declaration& total, CommandBudget& budget) {
         const NodeType totalType = TotalTypeOf(total);
-        const Node* pAttached = variable.GetChild(kTotalSlot);
-        if (totalType == TBI_PTOTALVAR && pAttached && pAttached->GetNodeType() == TBI_FTOTALVAR) {
+        if (totalType == TBI_PTOTALVAR && VariableView(variable).TotalType() == TBI_FTOTALVAR) {
             return;
         }
         // The node itself is paid for by the variable that it hangs on.
         const TAVQToken& name = *total.pVariable->GetToken();
         budget.ChargeCopies(name.Text(/*raw=*/true).size() + name.Text(/*raw=*/false).size());
-        variable.ReplaceChild(kTotalSlot, MakeNode(totalType, name.Clone()));
+        VariableView::SetTotal(variable, MakeNode(totalType, name.Clone()));
     }
 
     static void Record(const Node& variable, const Declaration& total, const VariableTypes& types,
@@ -148,11 +151,10 @@ private:
     static Nearest FindNearest(const Declaration& total, Node& neighbor) {
         Nearest nearest{&neighbor, nullptr};
         while (IsOperator(nearest.pVariable->GetNodeType())) {
-            Node* pOperator = nearest.pVariable;
-            const bool stacked = pOperator->GetNodeType() == SP_PLUS;
-            if (!stacked) nearest.pLastNesting = pOperator;
-            const bool atEnd = stacked && total.type == TB_FTOTAL;
-            nearest.pVariable = pOperator->GetChild(atEnd ? pOperator->GetChildCount() - 1 : 0);
+            const OperatorView operation(*nearest.pVariable);
+            if (!operation.IsStacking()) nearest.pLastNesting = nearest.pVariable;
+            const bool atEnd = operation.IsStacking() && total.type == TB_FTOTAL;
+            nearest.pVariable = atEnd ? operation.Last() : operation.First();
         }
         return nearest;
     }
@@ -175,12 +177,8 @@ private:
         if (IsTotal(type)) return LeafDecision::kRemove;
         if (type != TB_OBSERVATION) return AssociateWithTerm(*nearest.pVariable, total);
         if (!nearest.pLastNesting) return Fail(TablesErrorKind::kTotalBesideScale, leaf);
-        Node* pRightOperand = nearest.pLastNesting->GetChild(1);
-        if (!QUILLET_ASSERT(nearest.pLastNesting->GetChildCount() > 1,
-                            "pLastNestOp->GetChildCount() > 1") ||
-            !QUILLET_ASSERT(pRightOperand, "pRightOp")) {
-            return LeafDecision::kFail;
-        }
+        Node* pRightOperand = OperatorView(*nearest.pLastNesting).Second();
+        if (!pRightOperand) return LeafDecision::kFail;
         return AssociateWithTerm(*pRightOperand, total);
     }
 
@@ -229,62 +227,35 @@ std::vector<TotalLine> GroupByTotal(const TotalRecords& records) {
     return lines;
 }
 
-std::string LabelOf(const Node& total) {
-    const Node* pLabel = total.GetChild(0);
-    if (!pLabel) return "\"" + std::string(UpperCaseName(total)) + "\"";
-    return pLabel->GetToken()->Text(/*raw=*/true);
+std::string LabelOf(const TotalView& total) {
+    if (total.Label()) return total.Label()->Text(/*raw=*/true);
+    return "\"" + total.Name()->Text(/*raw=*/false) + "\"";
 }
 
-// The subcommand that a declaration stands in says what kind of total it is.
-bool IsDeclared(const Node& total) {
-    const Node* pParent = total.GetParent();
-    if (!QUILLET_ASSERT(total.GetNodeType() == SP_VARNAME,
-                        "totalVarDecl.GetNodeType() == SP_VARNAME") ||
-        !QUILLET_ASSERT(pParent, "pParent")) {
-        return false;
-    }
-    return QUILLET_ASSERT(IsTotal(pParent->GetNodeType()),
-                          "totalType == TB_FTOTAL || totalType == TB_PTOTAL");
-}
-
-// A total is called by its label, which may only be a literal, or by its name.
-bool IsLabeled(const Node& total) {
-    if (!QUILLET_ASSERT(total.GetChildCount() > 0, "pTotalDecl->GetChildCount()")) return false;
-    const Node* pLabel = total.GetChild(0);
-    if (!pLabel) return QUILLET_ASSERT(total.GetToken(), "pTotVarNameTok");
-    return QUILLET_ASSERT(pLabel->GetNodeType() == SP_SLITERAL,
-                          "pLabel->GetNodeType() == SP_SLITERAL") &&
-           QUILLET_ASSERT(pLabel->GetToken(), "pLabelTok");
-}
-
-void WriteTotalLine(const TotalLine& line, OutputSequence& out) {
+void WriteTotalLine(const std::vector<std::string_view>& names, const TotalView& total,
+                    OutputSequence& out) {
     out.Add("/CATEGORIES VAR=", false);
-    for (const std::string_view name : line.names) out.Add(name, name != line.names.front());
+    for (const std::string_view name : names) out.Add(name, name != names.front());
     out.Add("TOTAL=YES", true);
     out.Add("POSITION=", true);
-    out.Add(line.pTotal->GetParent()->GetNodeType() == TB_FTOTAL ? "AFTER" : "BEFORE", false);
+    out.Add(total.Type() == TB_FTOTAL ? "AFTER" : "BEFORE", false);
     out.Add("LABEL=", true);
-    out.Add(LabelOf(*line.pTotal), false);
+    out.Add(LabelOf(total), false);
 }
 
 }  // namespace
 
 bool CollectTotals(TbTrParseNode& table, std::size_t dimension, const TranslationContext& context,
                    TotalRecords& records) {
-    if (!QUILLET_ASSERT(table.GetNodeType() == TB_TABLE,
-                        "pTableSubcommand && pTableSubcommand->GetNodeType() == TB_TABLE")) {
-        return false;
-    }
-    Node* pDimension = table.GetChild(dimension);
-    if (!pDimension) return true;
+    if (!TableView(table).IsTable()) return false;
+    if (!table.GetChild(dimension)) return true;
     TotalCollector collector(context);
     const auto decide = [&collector](Node& leaf, const LeafPlace& place) {
         return collector.Decide(leaf, place);
     };
     if (!RemoveLeaves(table, dimension, decide)) return false;
     collector.Apply(records);
-    pDimension = table.GetChild(dimension);
-    if (pDimension) Flatten(*pDimension);
+    if (Node* pDimension = table.GetChild(dimension)) Flatten(*pDimension);
     return true;
 }
 
@@ -292,10 +263,11 @@ bool WriteTotalCategories(const TotalRecords& records, const TranslationContext&
                           OutputSequence& out) {
     out.Clear();
     for (const TotalLine& line : GroupByTotal(records)) {
-        if (!IsDeclared(*line.pTotal) || !IsLabeled(*line.pTotal)) return false;
-        context.ChargeRepeated(*line.pTotal, LabelOf(*line.pTotal).size());
+        const std::optional<TotalView> total = TotalView::Of(*line.pTotal);
+        if (!total) return false;
+        context.ChargeRepeated(*line.pTotal, LabelOf(*total).size());
         if (!out.IsEmpty()) out.NewLine();
-        WriteTotalLine(line, out);
+        WriteTotalLine(line.names, *total, out);
     }
     return true;
 }

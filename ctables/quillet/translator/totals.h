@@ -17,12 +17,9 @@ namespace quillet {
 /// are written in the order of the names.
 using TotalRecords = std::map<std::string, const TbTrParseNode*>;
 
-/// The child slot of a variable that holds its total: a node of type `TBI_FTOTALVAR` or
-/// `TBI_PTOTALVAR` with the total's name. Its label stays with the declaration alone.
-inline constexpr std::size_t kTotalSlot = 1;
-
-/// Takes the totals out of a dimension and gives each to the variables that it totals: in their
-/// `kTotalSlot` and in `records`.
+/// Takes the totals out of a dimension and gives each to the variables that it totals: in
+/// `records`, and as a node of type `TBI_FTOTALVAR` or `TBI_PTOTALVAR` with the total's name that
+/// hangs on their own (`VariableView`). Its label stays with the declaration alone.
 ///
 /// A following total (FTOTAL) belongs to what it is stacked after, a preceding one (PTOTAL) to
 /// what it is stacked in front of. A variable keeps one total: a following one rather than a

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "parser/tbtrnodeviews.h"
 #include "platform/assertion.h"
 
 namespace quillet {
@@ -14,7 +15,6 @@ namespace {
 constexpr std::string_view kModule = "treeediting";
 
 using Node = TbTrParseNode;
-using NodeOwner = std::unique_ptr<TbTrParseNode>;
 
 // An operator whose children are being walked.
 struct Walk {
@@ -116,7 +116,7 @@ private:
             finished.pOperator->RemoveChild(finished.Count() - 1);
         }
         NodeOwner whole = TakeFinished();
-        if (finished.kept == 1) whole = finished.pOperator->RemoveChild(0);
+        if (finished.kept == 1) whole = TakeOnlyOperand(*finished.pOperator);
         if (finished.kept == 0) whole = nullptr;
         if (m_sweeps.empty()) {
             m_table.ReplaceChild(m_dimension, std::move(whole));
@@ -138,13 +138,6 @@ private:
     std::vector<Sweep> m_sweeps;  // outermost first
 };
 
-bool HasLeafShape(const Node& leaf) {
-    const NodeType nodeType = leaf.GetNodeType();
-    if (nodeType == SP_VARNAME) return QUILLET_ASSERT(leaf.GetToken(), "pVarToken");
-    return QUILLET_ASSERT(nodeType == TB_STATISTICS || nodeType == TB_LABELS,
-                          "nodeType==TB_STATISTICS || nodeType==TB_LABELS");
-}
-
 std::vector<NodeOwner> TakeChildren(Node& node) {
     std::vector<NodeOwner> children;
     while (node.GetChildCount() > 0) {
@@ -155,10 +148,10 @@ std::vector<NodeOwner> TakeChildren(Node& node) {
 }
 
 bool HasChildOfOwnType(const Node& node) {
-    for (std::size_t i = 0; i < node.GetChildCount(); ++i) {
-        if (node.GetChild(i)->GetNodeType() == node.GetNodeType()) return true;
-    }
-    return false;
+    const NodeChildren operands = ChildrenOf(node);
+    return std::any_of(operands.begin(), operands.end(), [&node](const Node* pOperand) {
+        return pOperand->GetNodeType() == node.GetNodeType();
+    });
 }
 
 // Makes the operators of its own type that begin right below `node` one with it.
@@ -207,27 +200,6 @@ MultipliedSize SizeOfNone(NodeType type) {
 
 }  // namespace
 
-bool HasDimensionShape(const TbTrParseNode& subtree) {
-    std::vector<const Node*> pending = {&subtree};
-    while (!pending.empty()) {
-        const Node* pNode = pending.back();
-        pending.pop_back();
-        if (!IsOperator(pNode->GetNodeType())) {
-            if (!HasLeafShape(*pNode)) return false;
-            continue;
-        }
-        if (!QUILLET_ASSERT(pNode->GetChildCount() > 0, "pChild->GetChildCount() > 0")) {
-            return false;
-        }
-        for (std::size_t i = 0; i < pNode->GetChildCount(); ++i) {
-            const Node* pChild = pNode->GetChild(i);
-            if (!QUILLET_ASSERT(pChild, "pChild")) return false;
-            pending.push_back(pChild);
-        }
-    }
-    return true;
-}
-
 std::vector<const TbTrParseNode*> LeavesOf(const TbTrParseNode& subtree) {
     if (!IsOperator(subtree.GetNodeType())) return {&subtree};
     std::vector<const Node*> leaves;
@@ -259,9 +231,7 @@ void Flatten(TbTrParseNode& subtree) {
         pending.pop_back();
         if (!IsOperator(pNode->GetNodeType())) continue;
         if (HasChildOfOwnType(*pNode)) DissolveOwnType(*pNode);
-        for (std::size_t i = 0; i < pNode->GetChildCount(); ++i) {
-            pending.push_back(pNode->GetChild(i));
-        }
+        for (Node* pOperand : ChildrenOf(*pNode)) pending.push_back(pOperand);
     }
 }
 
@@ -324,7 +294,7 @@ void MultipliedTerms::Expand(const TbTrParseNode* pNode, std::size_t rest) {
         switch (pNode->GetNodeType()) {
             case SP_PLUS:
                 m_choices.push_back({pNode, 0, rest, m_rests.size(), m_leaves.size()});
-                pNode = pNode->GetChild(0);
+                pNode = OperatorView(*pNode).First();
                 break;
             case SP_GREATERTHAN:
                 m_rests.push_back({pNode, 0, rest});

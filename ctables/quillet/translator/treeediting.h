@@ -16,15 +16,6 @@
 
 namespace quillet {
 
-[[nodiscard]] constexpr bool IsOperator(NodeType type) {
-    return type == SP_PLUS || type == SP_GREATERTHAN;
-}
-
-/// True when every stacking and nesting of `subtree` has children and no empty slot, and every
-/// leaf is a variable with a name or one of the markers STATISTICS and LABELS; asserts
-/// otherwise. Whatever is told of a dimension holds for such trees.
-[[nodiscard]] bool HasDimensionShape(const TbTrParseNode& subtree);
-
 /// The leaves of `subtree`, from left to right.
 [[nodiscard]] std::vector<const TbTrParseNode*> LeavesOf(const TbTrParseNode& subtree);
 

@@ -32,17 +32,15 @@ std::string MakeSetName(const CodePage& codePage, std::string_view name) {
 
 VariableTypes::VariableTypes(const CodePage& codePage, const TbTrParseNode* pGlobals)
     : m_codePage(codePage) {
-    const std::size_t count = pGlobals ? pGlobals->GetChildCount() : 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        const TbTrParseNode* pSubcommand = pGlobals->GetChild(i);
+    for (const TbTrParseNode* pSubcommand : NodeChildren(pGlobals)) {
         if (!pSubcommand) continue;
         const NodeType type = pSubcommand->GetNodeType();
         if (type == TB_OBSERVATION) {
-            DeclareAll(type, pSubcommand->GetChild(0));
+            DeclareAll(type, ObservationView(*pSubcommand).Variables());
         } else if (IsTotal(type)) {
-            DeclareAll(type, pSubcommand);
+            DeclareAll(type, ChildrenOf(*pSubcommand));
         } else if (IsSet(type)) {
-            Declare(type, pSubcommand->GetChild(0));
+            Declare(type, SetView::NameIn(*pSubcommand));
         }
     }
 }
@@ -52,9 +50,8 @@ void VariableTypes::Declare(VariableType type, const TbTrParseNode* pVariable) {
     m_declarations.try_emplace(UpperCaseName(*pVariable), Declaration{type, pVariable});
 }
 
-void VariableTypes::DeclareAll(VariableType type, const TbTrParseNode* pList) {
-    const std::size_t count = pList ? pList->GetChildCount() : 0;
-    for (std::size_t i = 0; i < count; ++i) Declare(type, pList->GetChild(i));
+void VariableTypes::DeclareAll(VariableType type, NodeChildren variables) {
+    for (const TbTrParseNode* pVariable : variables) Declare(type, pVariable);
 }
 
 const VariableTypes::Declaration* VariableTypes::Find(const TbTrParseNode& variable) const {

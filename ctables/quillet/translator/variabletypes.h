@@ -6,6 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "parser/tbtrnodeviews.h"
 #include "parser/tbtrparsenode.h"
 #include "platform/codepage.h"
 
@@ -60,7 +61,7 @@ public:
 
 private:
     void Declare(VariableType type, const TbTrParseNode* pVariable);
-    void DeclareAll(VariableType type, const TbTrParseNode* pList);
+    void DeclareAll(VariableType type, NodeChildren variables);
 
     const CodePage& m_codePage;
     std::unordered_map<std::string_view, Declaration> m_declarations;
