@@ -1,6 +1,8 @@
 #include "parser/tbtrtablescommand.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <utility>
 
 #include "platform/assertion.h"
@@ -41,6 +43,65 @@ constexpr bool NoTwoKeywordsMeanTheSame() {
     return true;
 }
 static_assert(NoTwoKeywordsMeanTheSame(), "a keyword would never be found");
+
+// The bytes of a word that count, as a number; those of a shorter word end in zeros.
+constexpr std::uint32_t SignificantBits(std::string_view word) {
+    std::uint32_t bits = 0;
+    for (std::size_t i = 0; i < kSignificantBytes && i < word.size(); ++i) {
+        bits |= static_cast<std::uint32_t>(static_cast<unsigned char>(word[i])) << (8 * i);
+    }
+    return bits;
+}
+
+// Finds a keyword by a hash under which no two of them collide. Words of a command are looked up
+// one by one, and most of them are none.
+class KeywordTable {
+public:
+    constexpr KeywordTable() {
+        while (!Fill()) m_multiplier += 2;
+    }
+
+    // The code of the keyword that `word`, in upper case, means; `kNoNodeType` for none.
+    [[nodiscard]] constexpr NodeType Find(std::string_view word) const {
+        const std::uint32_t bits = SignificantBits(word);
+        const Entry& entry = m_entries[SlotOf(bits)];
+        return entry.bits == bits ? entry.code : kNoNodeType;
+    }
+
+private:
+    static constexpr unsigned kSizeBits = 8;
+
+    struct Entry {
+        std::uint32_t bits = 0;
+        NodeType code = kNoNodeType;
+    };
+
+    [[nodiscard]] constexpr std::size_t SlotOf(std::uint32_t bits) const {
+        return static_cast<std::uint32_t>(bits * m_multiplier) >> (32 - kSizeBits);
+    }
+
+    constexpr bool Fill() {
+        m_entries = {};
+        for (const Keyword& keyword : kKeywords) {
+            const std::uint32_t bits = SignificantBits(keyword.text);
+            Entry& entry = m_entries[SlotOf(bits)];
+            if (entry.bits != 0) return false;
+            entry = {bits, keyword.code};
+        }
+        return true;
+    }
+
+    std::uint32_t m_multiplier = 0x9E3779B1;
+    std::array<Entry, std::size_t{1} << kSizeBits> m_entries;
+};
+constexpr KeywordTable kKeywordTable;
+
+constexpr bool EveryKeywordIsFound() {
+    return std::all_of(std::begin(kKeywords), std::end(kKeywords), [](const Keyword& keyword) {
+        return kKeywordTable.Find(keyword.text) == keyword.code;
+    });
+}
+static_assert(EveryKeywordIsFound());
 
 constexpr NodeType kObsoleteSubcommands[] = {
 #define QUILLET_OBSOLETE_SUBCOMMAND(word, code) code,
@@ -250,11 +311,10 @@ NodeType TablesCommand::KeywordCode() const {
                         "m_pTokSeq->Operator() == TokenSequenceBase::kNotOperator")) {
         return kNoNodeType;
     }
-    const auto* pFound =
-        std::find_if(std::begin(kKeywords), std::end(kKeywords), [this](const Keyword& keyword) {
-            return m_pTokSeq->CompareCurrent(keyword.text, kSignificantBytes) == 0;
-        });
-    return pFound == std::end(kKeywords) ? kNoNodeType : pFound->code;
+    const char* chars = nullptr;
+    std::size_t length = 0;
+    m_pTokSeq->GetValueText(chars, length);
+    return kKeywordTable.Find({chars, length});
 }
 
 NodeType TablesCommand::ClassifyOperator() const {

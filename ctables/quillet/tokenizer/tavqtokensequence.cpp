@@ -27,27 +27,33 @@ struct TAVQTokenSequence::Implementation {
     unsigned m_nextIndex = 0;  // the token that the next advance makes current
     TAVQTokenVector m_tokenVec;
     const CodePage& m_codePage;
+    const TAVQToken* m_pToken = nullptr;  // the current token; null at the end
+
+    void GoTo(unsigned index) {
+        m_curr = index;
+        const auto position = static_cast<int>(index);
+        m_pToken = position < m_tokenVec.Count() ? m_tokenVec.At(position) : nullptr;
+    }
 };
 
 TAVQTokenSequence::TAVQTokenSequence(const CodePage& codePage, const std::string& text,
                                      bool skipLeadingSign, int maxTokens)
     : m_pImp(new Implementation{
-          0, 0, TAVQTokenVector(codePage, text, skipLeadingSign, maxTokens, Budget()), codePage}) {}
+          0, 0, TAVQTokenVector(codePage, text, skipLeadingSign, maxTokens, Budget()), codePage}) {
+    m_pImp->GoTo(0);
+}
 
 TAVQTokenSequence::~TAVQTokenSequence() = default;
 
-const TAVQToken* TAVQTokenSequence::Current() const {
-    const auto index = static_cast<int>(m_pImp->m_curr);
-    return index < m_pImp->m_tokenVec.Count() ? m_pImp->m_tokenVec.At(index) : nullptr;
-}
+const TAVQToken* TAVQTokenSequence::Current() const { return m_pImp->m_pToken; }
 
 bool TAVQTokenSequence::Next() {
     const auto count = static_cast<unsigned>(m_pImp->m_tokenVec.Count());
     if (m_pImp->m_nextIndex >= count) {
-        m_pImp->m_curr = count;
+        m_pImp->GoTo(count);
         return false;
     }
-    m_pImp->m_curr = m_pImp->m_nextIndex++;
+    m_pImp->GoTo(m_pImp->m_nextIndex++);
     return true;
 }
 

@@ -32,6 +32,10 @@ bool MeansKeyword(std::string_view value, std::string_view keyword) {
     return CompareTextPrefix(value, keyword, kSignificantBytes) == 0;
 }
 
-int ReservedWordOperator(std::string_view word) { return FindOperator(kReservedWords, word); }
+// Most words are longer than any of these.
+int ReservedWordOperator(std::string_view word) {
+    if (word.size() > kLongestReservedWord) return TokenCodes::kNotOperator;
+    return FindOperator(kReservedWords, word);
+}
 
 }  // namespace quillet
