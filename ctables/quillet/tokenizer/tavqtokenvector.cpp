@@ -13,12 +13,13 @@ namespace {
 
 constexpr std::string_view kModule = "tavqtokenvector";
 
+}  // namespace
+
 // A sink that builds every token.
-class TokenKeeper {
+class TAVQTokenVector::Keeper {
 public:
-    TokenKeeper(const CodePage& codePage, std::vector<std::unique_ptr<TAVQToken>>& tokens,
-                CommandBudget& budget)
-        : m_codePage(codePage), m_tokens(tokens), m_budget(budget) {}
+    Keeper(const CodePage& codePage, Arena& arena, Tokens& tokens, CommandBudget& budget)
+        : m_codePage(codePage), m_arena(arena), m_tokens(tokens), m_budget(budget) {}
 
     [[nodiscard]] int Count() const { return static_cast<int>(m_tokens.size()); }
     [[nodiscard]] std::string_view LastValue() const { return m_tokens.back()->Text(false); }
@@ -50,30 +51,35 @@ public:
 private:
     template <class Token, class... Arguments>
     void Add(const SourceRange& source, Arguments&&... arguments) {
-        m_tokens.push_back(std::make_unique<Token>(source.pBegin, source.pEnd, source.line,
-                                                   source.column,
-                                                   std::forward<Arguments>(arguments)...));
+        std::unique_ptr<TAVQToken, Destroy> token(
+            m_arena.New<Token>(source.pBegin, source.pEnd, source.line, source.column,
+                               std::forward<Arguments>(arguments)...));
+        m_tokens.push_back(std::move(token));
     }
 
     const CodePage& m_codePage;
-    std::vector<std::unique_ptr<TAVQToken>>& m_tokens;
+    Arena& m_arena;
+    Tokens& m_tokens;
     CommandBudget& m_budget;
     std::string m_literal;
 };
 
-}  // namespace
-
 TAVQTokenVector::TAVQTokenVector(const CodePage& codePage, std::string_view text,
                                  bool skipLeadingSign, int maxTokens, CommandBudget& budget) {
-    if (text.data() == nullptr) return;
-    TokenKeeper keeper(codePage, m_TokVec, budget);
-    m_state = TokenScanner(codePage, text, keeper).Run(skipLeadingSign, maxTokens);
+    Read(codePage, text, skipLeadingSign, maxTokens, budget);
 }
 
 TAVQTokenVector::TAVQTokenVector(const CodePage& codePage, std::string_view text,
                                  bool skipLeadingSign, int maxTokens) {
     CommandBudget budget;
-    *this = TAVQTokenVector(codePage, text, skipLeadingSign, maxTokens, budget);
+    Read(codePage, text, skipLeadingSign, maxTokens, budget);
+}
+
+void TAVQTokenVector::Read(const CodePage& codePage, std::string_view text, bool skipLeadingSign,
+                           int maxTokens, CommandBudget& budget) {
+    if (text.data() == nullptr) return;
+    Keeper keeper(codePage, m_arena, m_TokVec, budget);
+    m_state = TokenScanner(codePage, text, keeper).Run(skipLeadingSign, maxTokens);
 }
 
 const TAVQToken* TAVQTokenVector::At(int index) const {

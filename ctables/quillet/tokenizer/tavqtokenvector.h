@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/arena.h"
 #include "platform/codepage.h"
 #include "platform/commandbudget.h"
 #include "tokenizer/commandkind.h"
@@ -13,7 +14,8 @@
 
 namespace quillet {
 
-/// The tokens of one command, kept.
+/// The tokens of one command, kept. They lie one after the other in a few pieces of memory, which
+/// are given back together with the vector.
 ///
 /// Texts are byte strings in `codePage` whose bytes are followed by a NUL (as those of a
 /// `std::string` are); a NUL among them ends the text for the tokenizer. Lines of a
@@ -32,6 +34,10 @@ public:
     TAVQTokenVector(const CodePage& codePage, std::string_view text, bool skipLeadingSign,
                     int maxTokens);
 
+    ~TAVQTokenVector() = default;
+    TAVQTokenVector(const TAVQTokenVector&) = delete;
+    TAVQTokenVector& operator=(const TAVQTokenVector&) = delete;
+
     [[nodiscard]] int Count() const { return static_cast<int>(m_TokVec.size()); }
 
     /// The token at `index`, from 0; null, after an assertion, when there is none.
@@ -41,7 +47,19 @@ public:
     [[nodiscard]] SpecialCommandState State() const { return m_state; }
 
 private:
-    std::vector<std::unique_ptr<TAVQToken>> m_TokVec;
+    // A token's text may have memory of its own; the token itself has not.
+    struct Destroy {
+        void operator()(TAVQToken* pToken) const { pToken->~TAVQToken(); }
+    };
+    using Tokens = std::vector<std::unique_ptr<TAVQToken, Destroy>>;
+
+    class Keeper;
+
+    void Read(const CodePage& codePage, std::string_view text, bool skipLeadingSign, int maxTokens,
+              CommandBudget& budget);
+
+    Arena m_arena;
+    Tokens m_TokVec;
     SpecialCommandState m_state = SpecialCommandState::kOrdinary;
 };
 

@@ -91,6 +91,7 @@ void TakeOffTerminator(std::vector<SyntaxItem>& items, int lastCode) {
 
 std::vector<SyntaxItem> ReadSyntaxItems(TokenSequenceBase& sequence) {
     std::vector<SyntaxItem> items;
+    items.reserve(static_cast<std::size_t>(sequence.Count()) + 1);
     RawToken previous;
     int lastCode = TokenCodes::kNotOperator;  // of the last token that is no slash
     while (sequence.Next()) {
