@@ -38,6 +38,8 @@ bool OpaqueValue_IsValid(const OpaqueValue& opVal) {
 }
 
 void OpaqueValue_Clear(OpaqueValue& opVal) {
+    // Most values are cleared after what they held was taken out of them.
+    if (OpaqueValue_IsEmpty(opVal) && OpaqueValue_IsValid(opVal)) return;
     QUILLET_ASSERT(OpaqueValue_IsValid(opVal), "OpaqueValue_IsValid( opVal )");
     // The pointers end their ownership here, where the value that held them is forgotten.
     if (OpaqueValue_IsParseNode(opVal)) delete opVal.pParseNode;

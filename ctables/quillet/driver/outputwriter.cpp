@@ -28,8 +28,7 @@ void WriteCommand(std::string_view text, OutputFile& out, std::size_t indent) {
 void EndWithPeriod(std::string& text) {
     if (text.empty()) return;
     if (text.ends_with('\n')) text.pop_back();
-    text += ClosingOf(text);
-    text.pop_back();
+    if (!text.ends_with('.')) text += '.';
 }
 
 void WriteLastLines(std::string_view lines, OutputFile& out) {

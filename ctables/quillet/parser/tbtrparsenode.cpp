@@ -20,6 +20,9 @@ constexpr unsigned kMaxIndent = 20;
 
 constexpr std::size_t kVariableNameSlots = 2;
 
+// Room for so many slots takes no more memory than for one, and most nodes need no more.
+constexpr std::size_t kFirstRoom = 3;
+
 // What stands in a tree as a keyword alone: the settings, and STATISTICS, which is a subcommand,
 // but marks a place in a table expression as well.
 constexpr NodeType kSettings[] = {
@@ -103,6 +106,7 @@ std::unique_ptr<TbTrParseNode> TbTrParseNode::RemoveChild(std::size_t index) {
 }
 
 void TbTrParseNode::AddChild(std::unique_ptr<TbTrParseNode> node) {
+    if (m_children.capacity() == 0) m_children.reserve(kFirstRoom);
     m_children.push_back(std::move(node));
     if (m_children.back()) m_children.back()->SetParent(this);
 }
@@ -115,6 +119,7 @@ std::size_t TbTrParseNode::InsertNullChildren(std::size_t index, std::size_t cou
         m_spareFront -= count;
         return count;
     }
+    if (m_children.capacity() == 0) m_children.reserve(std::max(count, kFirstRoom));
     m_children.resize(m_children.size() + count);
     const auto position = static_cast<Slots::difference_type>(m_spareFront + index);
     std::move_backward(m_children.begin() + position,

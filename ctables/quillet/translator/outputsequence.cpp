@@ -12,6 +12,11 @@ namespace {
 constexpr std::string_view kModule = "outputsequence";
 constexpr std::string_view kComma = ",";
 
+// What a sequence has room for from its first piece on. A table is put together from half a dozen
+// sequences, and few are larger.
+constexpr std::size_t kFirstPieces = 16;
+constexpr std::size_t kFirstBytes = 120;
+
 std::string_view TrimLeft(std::string_view text) {
     return text.substr(std::min(text.find_first_not_of(' '), text.size()));
 }
@@ -98,6 +103,10 @@ private:
 }  // namespace
 
 void OutputSequence::Add(std::string_view text, bool leadingSpace) {
+    if (m_ends.capacity() == 0) {
+        m_ends.reserve(kFirstPieces);
+        m_text.reserve(kFirstBytes);
+    }
     if (leadingSpace) m_text += ' ';
     m_text += text;
     m_ends.push_back(m_text.size());

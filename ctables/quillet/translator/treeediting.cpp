@@ -72,7 +72,7 @@ private:
         Sweep& sweep = m_sweeps.back();
         switch (m_decide(leaf, PlaceOf())) {
             case LeafDecision::kKeep:
-                KeepCurrent(sweep.pOperator->ReplaceChild(sweep.next, nullptr));
+                KeepLeaf();
                 return true;
             case LeafDecision::kRemove:
                 if (!QUILLET_ASSERT(sweep.Count() > 1, "pParent->GetChildCount() > 1")) {
@@ -99,6 +99,17 @@ private:
         if (pParent->kept > 0) place.pPrevious = pParent->pOperator->GetChild(pParent->kept - 1);
         place.pNext = pParent->pOperator->GetChild(pParent->next + 1);
         return place;
+    }
+
+    // As long as nothing was removed to the left, a leaf that stays is in its place.
+    void KeepLeaf() {
+        Sweep& sweep = m_sweeps.back();
+        if (sweep.kept < sweep.next) {
+            KeepCurrent(sweep.pOperator->ReplaceChild(sweep.next, nullptr));
+            return;
+        }
+        ++sweep.kept;
+        ++sweep.next;
     }
 
     void KeepCurrent(NodeOwner node) {
