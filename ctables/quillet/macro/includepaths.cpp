@@ -1,0 +1,99 @@
+#include "macro/includepaths.h"
+
+#include "macro/lexer.h"
+#include "platform/codepage.h"
+
+namespace quillet::macro {
+
+namespace {
+
+// `path` with "/" alone, without "." and, as far as it can be, "..".
+std::string Normalized(std::string_view path) {
+    std::vector<std::string_view> components;
+    for (std::size_t begin = 0; begin <= path.size();) {
+        const std::size_t found = path.find_first_of("/\\", begin);
+        const std::size_t end = found == std::string_view::npos ? path.size() : found;
+        const std::string_view component = path.substr(begin, end - begin);
+        begin = end + 1;
+        if (component.empty() || component == ".") continue;
+        if (component == ".." && !components.empty() && components.back() != "..") {
+            components.pop_back();
+        } else {
+            components.push_back(component);
+        }
+    }
+    std::string result;
+    for (const std::string_view component : components) {
+        if (!result.empty()) result += '/';
+        result += component;
+    }
+    return result;
+}
+
+std::string WithoutCase(const std::string& path) { return Capitals(CodePage::Utf8(), path); }
+
+// The next shorter tail; empty after the last one.
+std::string ShorterTail(const std::string& path) {
+    const std::size_t separator = path.find('/');
+    return separator == std::string::npos ? std::string() : path.substr(separator + 1);
+}
+
+bool IsAbsolute(std::string_view path) {
+    return path.starts_with('/') || path.starts_with('\\') || path.substr(1).starts_with(':');
+}
+
+}  // namespace
+
+IncludePaths::IncludePaths(const std::vector<std::string>& names) {
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        std::string tail = Normalized(names[index]);
+        Add(m_names, WithoutCase(tail), index);
+        Add(m_namesAsTheyAre, tail, index);
+        for (; !tail.empty(); tail = ShorterTail(tail)) {
+            Add(m_tails, WithoutCase(tail), index);
+            Add(m_tailsAsTheyAre, tail, index);
+        }
+    }
+}
+
+std::optional<std::size_t> IncludePaths::Find(std::string_view path,
+                                              std::string_view includingFile) const {
+    if (path.empty()) return std::nullopt;
+    std::string tail = Normalized(path);
+    if (!IsAbsolute(path)) {
+        if (const auto index = OnlyOne(m_names, m_namesAsTheyAre, tail)) return index;
+        std::string beside(includingFile);
+        const std::size_t separator = beside.find_last_of("/\\");
+        beside.resize(separator == std::string::npos ? 0 : separator + 1);
+        beside = Normalized(beside.append(path));
+        if (const auto index = OnlyOne(m_names, m_namesAsTheyAre, beside)) return index;
+    }
+    for (; !tail.empty(); tail = ShorterTail(tail)) {
+        if (FindIn(m_tails, WithoutCase(tail)) != nullptr) {
+            return OnlyOne(m_tails, m_tailsAsTheyAre, tail);
+        }
+    }
+    return std::nullopt;
+}
+
+void IncludePaths::Add(FitsByPath& fits, const std::string& path, std::size_t index) {
+    Fits& place = fits[path];
+    ++place.count;
+    place.index = index;
+}
+
+const IncludePaths::Fits* IncludePaths::FindIn(const FitsByPath& fits, const std::string& path) {
+    const auto found = fits.find(path);
+    return found == fits.end() ? nullptr : &found->second;
+}
+
+std::optional<std::size_t> IncludePaths::OnlyOne(const FitsByPath& anyCase,
+                                                 const FitsByPath& sameCase,
+                                                 const std::string& path) {
+    const Fits* pFits = FindIn(anyCase, WithoutCase(path));
+    if (pFits != nullptr && pFits->count > 1) pFits = FindIn(sameCase, path);
+    if (pFits == nullptr || pFits->count != 1) return std::nullopt;
+    return pFits->index;
+}
+
+}  // namespace quillet::macro
