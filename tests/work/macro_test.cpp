@@ -94,6 +94,7 @@ TEST(MacroIncludePathsWorkTest, IsLinear) {
         for (int i = 0; i < count; ++i) names.push_back("a/b" + std::to_string(i) + "/c.sps");
         const IncludePaths paths(names);
         for (int i = 0; i < count; ++i) EXPECT_FALSE(paths.Find("X:\\y\\c.sps", names.front()));
+        EXPECT_FALSE(paths.Find(Repeat("a/", 100 * count), names.front()));
     });
 }
 

@@ -1,5 +1,7 @@
 #include "macro/includepaths.h"
 
+#include <algorithm>
+
 #include "macro/lexer.h"
 #include "platform/codepage.h"
 
@@ -30,12 +32,14 @@ std::string Normalized(std::string_view path) {
     return result;
 }
 
-std::string WithoutCase(const std::string& path) { return Capitals(CodePage::Utf8(), path); }
+std::string WithoutCase(std::string_view path) { return Capitals(CodePage::Utf8(), path); }
 
-// The next shorter tail; empty after the last one.
-std::string ShorterTail(const std::string& path) {
+// Sets `path` to its next shorter tail; false when it was the last one.
+bool ShortenTail(std::string_view& path) {
     const std::size_t separator = path.find('/');
-    return separator == std::string::npos ? std::string() : path.substr(separator + 1);
+    if (separator == std::string_view::npos) return false;
+    path.remove_prefix(separator + 1);
+    return true;
 }
 
 bool IsAbsolute(std::string_view path) {
@@ -46,33 +50,38 @@ bool IsAbsolute(std::string_view path) {
 
 IncludePaths::IncludePaths(const std::vector<std::string>& names) {
     for (std::size_t index = 0; index < names.size(); ++index) {
-        std::string tail = Normalized(names[index]);
-        Add(m_names, WithoutCase(tail), index);
-        Add(m_namesAsTheyAre, tail, index);
-        for (; !tail.empty(); tail = ShorterTail(tail)) {
+        const std::string name = Normalized(names[index]);
+        m_longestName = std::max(m_longestName, name.size());
+        Add(m_names, WithoutCase(name), index);
+        Add(m_namesAsTheyAre, name, index);
+        std::string_view tail = name;
+        do {
             Add(m_tails, WithoutCase(tail), index);
-            Add(m_tailsAsTheyAre, tail, index);
-        }
+            Add(m_tailsAsTheyAre, std::string(tail), index);
+        } while (ShortenTail(tail));
     }
 }
 
 std::optional<std::size_t> IncludePaths::Find(std::string_view path,
                                               std::string_view includingFile) const {
-    if (path.empty()) return std::nullopt;
-    std::string tail = Normalized(path);
+    const std::string normalized = Normalized(path);
+    if (normalized.empty()) return std::nullopt;
     if (!IsAbsolute(path)) {
-        if (const auto index = OnlyOne(m_names, m_namesAsTheyAre, tail)) return index;
+        if (const auto index = OnlyOne(m_names, m_namesAsTheyAre, normalized)) return index;
         std::string beside(includingFile);
         const std::size_t separator = beside.find_last_of("/\\");
         beside.resize(separator == std::string::npos ? 0 : separator + 1);
         beside = Normalized(beside.append(path));
         if (const auto index = OnlyOne(m_names, m_namesAsTheyAre, beside)) return index;
     }
-    for (; !tail.empty(); tail = ShorterTail(tail)) {
+    std::string_view tail = normalized;
+    do {
+        // A path can be as long as its file; no tail is copied for nothing.
+        if (tail.size() > m_longestName) continue;
         if (FindIn(m_tails, WithoutCase(tail)) != nullptr) {
-            return OnlyOne(m_tails, m_tailsAsTheyAre, tail);
+            return OnlyOne(m_tails, m_tailsAsTheyAre, std::string(tail));
         }
-    }
+    } while (ShortenTail(tail));
     return std::nullopt;
 }
 

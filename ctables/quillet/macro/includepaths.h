@@ -20,8 +20,8 @@ public:
 
     /// The index of the file that `path` means in `includingFile`, itself a path like the names:
     /// `path` as it stands, then relative to the including file, then the file with the longest
-    /// tail of `path`, if it is the only one. Letter case (of ASCII letters) counts only where that
-    /// decides between several. None when no file fits, or several do.
+    /// tail of `path`, if it is the only one with that tail. Letter case (of ASCII letters) counts
+    /// only where that decides between several. None when no file fits, or several do.
     [[nodiscard]] std::optional<std::size_t> Find(std::string_view path,
                                                   std::string_view includingFile) const;
 
@@ -41,6 +41,7 @@ private:
     // By the whole name and by each tail of it; in capitals and as they are.
     FitsByPath m_names, m_namesAsTheyAre;
     FitsByPath m_tails, m_tailsAsTheyAre;
+    std::size_t m_longestName = 0;  // in bytes
 };
 
 }  // namespace quillet::macro
