@@ -21,9 +21,9 @@ struct ExpansionCase {
     std::string expected;
 };
 
-class ExpansionTest : public testing::TestWithParam<ExpansionCase> {};
+class MacroExpansionTest : public testing::TestWithParam<ExpansionCase> {};
 
-TEST_P(ExpansionTest, GivesTheText) {
+TEST_P(MacroExpansionTest, GivesTheText) {
     const ExpansionCase& c = GetParam();
     EXPECT_EQ(ExpandAfter(c.definitions, c.calls), c.expected);
 }
@@ -73,7 +73,7 @@ const ExpansionCase kWorkedExamples[] = {
     {"literal", "DEFINE !lit (x=!TOKENS(1)) TITLE '!x is here' . !ENDDEFINE.", "!lit x=a.",
      "TITLE '!x is here' ."},
 };
-INSTANTIATE_TEST_SUITE_P(WorkedExamples, ExpansionTest, testing::ValuesIn(kWorkedExamples),
+INSTANTIATE_TEST_SUITE_P(WorkedExamples, MacroExpansionTest, testing::ValuesIn(kWorkedExamples),
                          NameOfRow<ExpansionCase>);
 
 const ExpansionCase kDefinitions[] = {
@@ -128,7 +128,7 @@ const ExpansionCase kDefinitions[] = {
     {"only ASCII letters change case", "DEFINE größe () f !ENDDEFINE.", "GRößE GRÖSSE GRÖßE.",
      "f GRÖSSE GRÖßE."},
 };
-INSTANTIATE_TEST_SUITE_P(Definitions, ExpansionTest, testing::ValuesIn(kDefinitions),
+INSTANTIATE_TEST_SUITE_P(Definitions, MacroExpansionTest, testing::ValuesIn(kDefinitions),
                          NameOfRow<ExpansionCase>);
 
 const std::string kCol = "DEFINE @c () sex !ENDDEFINE.";
@@ -167,7 +167,7 @@ const ExpansionCase kPlaces[] = {
     {"a line break of the file's own kind", "DEFINE !m () f. !IF (1) !THEN g !IFEND !ENDDEFINE.\r",
      "!m.\r\n", "f.\r\ng.\r\n"},
 };
-INSTANTIATE_TEST_SUITE_P(Places, ExpansionTest, testing::ValuesIn(kPlaces),
+INSTANTIATE_TEST_SUITE_P(Places, MacroExpansionTest, testing::ValuesIn(kPlaces),
                          NameOfRow<ExpansionCase>);
 
 const std::string kOneToken = "DEFINE !m (!POS !TOKENS(1)) <!1> !ENDDEFINE.";
@@ -256,7 +256,7 @@ const ExpansionCase kArguments[] = {
      kCol + "\nDEFINE !m (x=!NOEXPAND !DEFAULT(@c) !TOKENS(1)) <!x> !ENDDEFINE.", "f !m.",
      "f <@c>."},
 };
-INSTANTIATE_TEST_SUITE_P(Arguments, ExpansionTest, testing::ValuesIn(kArguments),
+INSTANTIATE_TEST_SUITE_P(Arguments, MacroExpansionTest, testing::ValuesIn(kArguments),
                          NameOfRow<ExpansionCase>);
 
 const ExpansionCase kBodies[] = {
@@ -323,7 +323,7 @@ const ExpansionCase kBodies[] = {
     {"evaluation when expansion is off",
      kCol + "\nDEFINE !m () f !OFFEXPAND @c !EVAL(@c) !ENDDEFINE.", "!m.", "f  @c sex."},
 };
-INSTANTIATE_TEST_SUITE_P(Bodies, ExpansionTest, testing::ValuesIn(kBodies),
+INSTANTIATE_TEST_SUITE_P(Bodies, MacroExpansionTest, testing::ValuesIn(kBodies),
                          NameOfRow<ExpansionCase>);
 
 std::string Body(const std::string& body) {
@@ -384,7 +384,7 @@ const ExpansionCase kStatements[] = {
      Body("f !DO !i !IN (!DO !j !IN (a b) !CONCAT(!j,!j) !DOEND) <!i> !DOEND"), "!m.",
      "f  <aa>  <bb>."},
 };
-INSTANTIATE_TEST_SUITE_P(Statements, ExpansionTest, testing::ValuesIn(kStatements),
+INSTANTIATE_TEST_SUITE_P(Statements, MacroExpansionTest, testing::ValuesIn(kStatements),
                          NameOfRow<ExpansionCase>);
 
 const ExpansionCase kWhiteSpace[] = {
@@ -435,7 +435,7 @@ const ExpansionCase kWhiteSpace[] = {
     {"blanks as a value", "DEFINE !m () f.!BLANKS(3)g !ENDDEFINE.", "!m.", "f.   g."},
     {"an expansion in its line", "DEFINE !m () a\nb !ENDDEFINE.", "f  !m  /c.", "f  a\nb  /c."},
 };
-INSTANTIATE_TEST_SUITE_P(WhiteSpace, ExpansionTest, testing::ValuesIn(kWhiteSpace),
+INSTANTIATE_TEST_SUITE_P(WhiteSpace, MacroExpansionTest, testing::ValuesIn(kWhiteSpace),
                          NameOfRow<ExpansionCase>);
 
 struct ValueCase {
@@ -443,7 +443,7 @@ struct ValueCase {
     std::string expected;
 };
 
-class FunctionTest : public testing::TestWithParam<ValueCase> {};
+class MacroFunctionTest : public testing::TestWithParam<ValueCase> {};
 
 // `!x` is "Ab c", `!q` is "'it''s'".
 std::string ValueOf(const std::string& expression) {
@@ -453,7 +453,7 @@ std::string ValueOf(const std::string& expression) {
     return ExpandAfter(definitions, "!m x=(Ab c) q='it''s'");
 }
 
-TEST_P(FunctionTest, GivesTheText) {
+TEST_P(MacroFunctionTest, GivesTheText) {
     EXPECT_EQ(ValueOf(GetParam().expression), "<" + GetParam().expected + ">");
 }
 
@@ -508,7 +508,7 @@ const ValueCase kFunctions[] = {
     {"!QUOTE(!EVAL(@c))", "'sex'"},
     {"!1 !*", "!1 "},
 };
-INSTANTIATE_TEST_SUITE_P(Table, FunctionTest, testing::ValuesIn(kFunctions),
+INSTANTIATE_TEST_SUITE_P(Table, MacroFunctionTest, testing::ValuesIn(kFunctions),
                          [](const testing::TestParamInfo<ValueCase>& row) {
                              return RowNameOf(row.param.expression) + "_" +
                                     std::to_string(row.index);
@@ -519,9 +519,9 @@ struct ConditionCase {
     bool holds;
 };
 
-class ConditionTest : public testing::TestWithParam<ConditionCase> {};
+class MacroConditionTest : public testing::TestWithParam<ConditionCase> {};
 
-TEST_P(ConditionTest, Holds) {
+TEST_P(MacroConditionTest, Holds) {
     const std::string condition = GetParam().condition;
     EXPECT_EQ(ValueOf("!IF (" + condition + ") !THEN(yes)!ELSE(no)!IFEND"),
               GetParam().holds ? "<(yes)>" : "<(no)>");
@@ -583,7 +583,7 @@ const ConditionCase kConditions[] = {
     {"a\n =\n a", true},
     {"a /* x */ = a", true},
 };
-INSTANTIATE_TEST_SUITE_P(Table, ConditionTest, testing::ValuesIn(kConditions),
+INSTANTIATE_TEST_SUITE_P(Table, MacroConditionTest, testing::ValuesIn(kConditions),
                          [](const testing::TestParamInfo<ConditionCase>& row) {
                              return RowNameOf(row.param.condition) + "_" +
                                     std::to_string(row.index);
@@ -595,9 +595,9 @@ struct FaultCase {
     std::string expected;
 };
 
-class FaultTest : public testing::TestWithParam<FaultCase> {};
+class MacroFaultTest : public testing::TestWithParam<FaultCase> {};
 
-TEST_P(FaultTest, IsReportedAndLeft) {
+TEST_P(MacroFaultTest, IsReportedAndLeft) {
     const std::string& source = GetParam().source;
     const FileExpansion expansion = ExpandFile(source, {}, /*pResolver=*/nullptr);
     EXPECT_EQ(FaultsOf(expansion), GetParam().expected);
@@ -640,7 +640,8 @@ const FaultCase kWrongLists[] = {
      "positional-after-keyword 2"},
     {"an argument twice", List("(x=!TOKENS(1) / !X=!TOKENS(1))"), "argument-twice 1"},
 };
-INSTANTIATE_TEST_SUITE_P(Lists, FaultTest, testing::ValuesIn(kWrongLists), NameOfRow<FaultCase>);
+INSTANTIATE_TEST_SUITE_P(Lists, MacroFaultTest, testing::ValuesIn(kWrongLists),
+                         NameOfRow<FaultCase>);
 
 // The body begins on line 2.
 std::string Called(const std::string& body) {
@@ -682,7 +683,8 @@ const FaultCase kWrongBodies[] = {
     {"wrong where it is not reached", Called("!IF (0) !THEN !SUBSTR(a) !IFEND"), "operand-count 2"},
     {"a statement in an operand", Called("!LET !v = !DO"), "statement-form 2"},
 };
-INSTANTIATE_TEST_SUITE_P(Bodies, FaultTest, testing::ValuesIn(kWrongBodies), NameOfRow<FaultCase>);
+INSTANTIATE_TEST_SUITE_P(Bodies, MacroFaultTest, testing::ValuesIn(kWrongBodies),
+                         NameOfRow<FaultCase>);
 
 const FaultCase kWrongCalls[] = {
     {"nothing before the first character", "DEFINE !m (x=!ENCLOSE('(',')')) f !ENDDEFINE.\n!m x=a.",
@@ -720,7 +722,8 @@ const FaultCase kWrongCalls[] = {
      "DEFINE !in () !BREAK !ENDDEFINE.\nDEFINE !m (x=!TOKENS(1)) f !x !ENDDEFINE.\ng !m x=!in.",
      "break-outside-loop 1"},
 };
-INSTANTIATE_TEST_SUITE_P(Calls, FaultTest, testing::ValuesIn(kWrongCalls), NameOfRow<FaultCase>);
+INSTANTIATE_TEST_SUITE_P(Calls, MacroFaultTest, testing::ValuesIn(kWrongCalls),
+                         NameOfRow<FaultCase>);
 
 std::string Expanded(const std::string& source, const ExpansionOptions& options = {}) {
     return ExpandedText(source, ExpandFile(source, options, /*pResolver=*/nullptr));
@@ -827,9 +830,9 @@ struct NestingCase {
     std::string closing;
 };
 
-class NestingTest : public testing::TestWithParam<NestingCase> {};
+class MacroNestingTest : public testing::TestWithParam<NestingCase> {};
 
-TEST_P(NestingTest, IsReachedAndNotExceeded) {
+TEST_P(MacroNestingTest, IsReachedAndNotExceeded) {
     const NestingCase& c = GetParam();
     for (const int count : {200, 201, 10000}) {
         const std::string source = "DEFINE !m () f " + Repeat(c.opening, count) + "a" +
@@ -843,10 +846,10 @@ const NestingCase kNestings[] = {
     {"do", "!DO !i !IN (a) ", " !DOEND"},
     {"functions", "!UPCASE(", ")"},
 };
-INSTANTIATE_TEST_SUITE_P(Nesting, NestingTest, testing::ValuesIn(kNestings),
+INSTANTIATE_TEST_SUITE_P(Nesting, MacroNestingTest, testing::ValuesIn(kNestings),
                          NameOfRow<NestingCase>);
 
-TEST(LimitTest, CountsParenthesesOfConditions) {
+TEST(MacroLimitTest, CountsParenthesesOfConditions) {
     for (const int count : {200, 201, 10000}) {
         const std::string source = "DEFINE !m () !IF " + Repeat("(", count) + "1" +
                                    Repeat(")", count) + " !THEN f !IFEND !ENDDEFINE.\n!m.";
@@ -854,7 +857,7 @@ TEST(LimitTest, CountsParenthesesOfConditions) {
     }
 }
 
-TEST(LimitTest, CountsMacrosInsideMacros) {
+TEST(MacroLimitTest, CountsMacrosInsideMacros) {
     for (const int count : {50, 51}) {
         std::string source = "DEFINE m1 () end !ENDDEFINE.\n";
         for (int i = 2; i <= count; ++i) {
@@ -866,7 +869,7 @@ TEST(LimitTest, CountsMacrosInsideMacros) {
     }
 }
 
-TEST(LimitTest, CountsCallsInArguments) {
+TEST(MacroLimitTest, CountsCallsInArguments) {
     for (const int count : {49, 50}) {
         const std::string source =
             "DEFINE m (!POS !CMDEND) <!1> !ENDDEFINE.\nf " + Repeat("m ", count + 1) + ".";
@@ -874,7 +877,7 @@ TEST(LimitTest, CountsCallsInArguments) {
     }
 }
 
-TEST(LimitTest, CountsExpansions) {
+TEST(MacroLimitTest, CountsExpansions) {
     const auto source = [](int count) {
         return "DEFINE @c () !ENDDEFINE.\nDEFINE !d () " + Repeat("@c ", 999) +
                "!ENDDEFINE.\nDEFINE !m () " + Repeat("!d ", count) + " !ENDDEFINE.\nf !m.";
@@ -883,14 +886,14 @@ TEST(LimitTest, CountsExpansions) {
     EXPECT_EQ(FaultsOf(source(100)), "too-many-expansions 2");
 }
 
-TEST(LimitTest, CountsOnlyPassesThatAreMade) {
+TEST(MacroLimitTest, CountsOnlyPassesThatAreMade) {
     EXPECT_EQ(FaultsOf(Called("!DO !i = 1 !TO 1000 !DOEND")), "");
     EXPECT_EQ(FaultsOf(Called("!DO !i = 1 !TO 1000000000000 !IF (!i = 1000) !THEN !BREAK !IFEND "
                               "!DOEND")),
               "");
 }
 
-TEST(LimitTest, HoldsForAFile) {
+TEST(MacroLimitTest, HoldsForAFile) {
     const std::string source =
         "DEFINE !m () !BLANKS(900)x !ENDDEFINE.\nDEFINE !n () !DO !i = 1 !TO 1000 !DOEND "
         "!ENDDEFINE.\n!m.\n!m.\n!n.\n!n.";
@@ -904,7 +907,7 @@ TEST(LimitTest, HoldsForAFile) {
     EXPECT_EQ(FaultsOf(ExpandFile(source, options, nullptr)), "too-much-work 2, too-much-work 2");
 }
 
-TEST(FaultTextTest, NamesTheThingAndTheLine) {
+TEST(MacroFaultTextTest, NamesTheThingAndTheLine) {
     Fault fault;
     fault.kind = FaultKind::kNoWholeNumber;
     fault.name = "!SUBSTR";
@@ -946,7 +949,7 @@ std::string ExpandWith(MapResolver& resolver, const std::string& source, std::st
     return ExpandedText(source, expansion);
 }
 
-TEST(IncludeTest, MakesDefinitionsKnown) {
+TEST(MacroIncludeTest, MakesDefinitionsKnown) {
     MapResolver resolver(Files{{"a", "DEFINE @c () sex !ENDDEFINE.\nf @c."}});
     std::string faults;
     for (const std::string include : {"INCLUDE 'a'.", "include file = \"a\" .",
@@ -957,7 +960,7 @@ TEST(IncludeTest, MakesDefinitionsKnown) {
     }
 }
 
-TEST(IncludeTest, IsAnOrdinaryCommandWithoutAPath) {
+TEST(MacroIncludeTest, IsAnOrdinaryCommandWithoutAPath) {
     MapResolver resolver(Files{{"a", ""}});
     std::string faults;
     const std::string definitions = "DEFINE @c () sex !ENDDEFINE.\n";
@@ -972,7 +975,7 @@ TEST(IncludeTest, IsAnOrdinaryCommandWithoutAPath) {
     EXPECT_TRUE(resolver.asked.empty());
 }
 
-TEST(IncludeTest, KnowsWhatTheIncludingFileKnows) {
+TEST(MacroIncludeTest, KnowsWhatTheIncludingFileKnows) {
     MapResolver resolver(
         Files{{"a", "DEFINE x () from a !ENDDEFINE.\nINCLUDE 'b''c'."},
               {"b'c", "DEFINE y () x @c !ENDDEFINE.\nDEFINE @c () 1 !ENDDEFINE."}});
@@ -983,7 +986,7 @@ TEST(IncludeTest, KnowsWhatTheIncludingFileKnows) {
     EXPECT_EQ(resolver.asked, (std::vector<std::string>{"main:a", "a:b'c"}));
 }
 
-TEST(IncludeTest, ReportsWhatItCannotFollow) {
+TEST(MacroIncludeTest, ReportsWhatItCannotFollow) {
     MapResolver resolver(Files{
         {"a", "\nINCLUDE 'b'."}, {"b", "INCLUDE 'a'.\nDEFINE y () 1 !ENDDEFINE."}, {"main", ""}});
     std::string faults;
@@ -992,7 +995,7 @@ TEST(IncludeTest, ReportsWhatItCannotFollow) {
     EXPECT_EQ(faults, "include-not-found 1, included-within-itself 1, included-within-itself 3");
 }
 
-TEST(IncludeTest, TellsOnlyOfTheFileItself) {
+TEST(MacroIncludeTest, TellsOnlyOfTheFileItself) {
     MapResolver resolver(Files{{"a",
                                 "DEFINE x () 1 !ENDDEFINE.\nx.\nDEFINE bad (/) !ENDDEFINE.\n"
                                 "DEFINE z () !BREAK !ENDDEFINE."}});
@@ -1012,7 +1015,7 @@ TEST(IncludeTest, TellsOnlyOfTheFileItself) {
     EXPECT_EQ(expansion.includes[0].file, "a");
 }
 
-TEST(IncludeTest, IsBounded) {
+TEST(MacroIncludeTest, IsBounded) {
     Files files;
     for (int i = 0; i < 60; ++i) {
         const std::string next = std::to_string(i + 1);
