@@ -489,5 +489,84 @@ TEST(CommandStreamTest, AReadErrorIsAnEnd) {
     }
 }
 
+// What is cut when the stream goes on after each error.
+Cut CutInSpiteOfErrors(const std::string& text, bool batchMode) {
+    MemoryInput input(text);
+    LineReader lines(input);
+    CommandStream stream(lines, CodePage::Utf8(), batchMode);
+    Cut cut;
+    while (true) {
+        try {
+            if (stream.ReadCommand()) return cut;
+            const CommandKind kind = stream.CommandKind();
+            cut.commands.push_back({stream.StartLine(), kind, WholeText(stream)});
+        } catch (const ParseError& error) {
+            cut.hasError = true;
+            cut.line = error.Line();
+            stream.GoOnAfterError();
+        }
+    }
+}
+
+TEST(CommandStreamTest, GoesOnAfterAnError) {
+    struct Case {
+        const char* name;
+        std::string text;
+        bool batchMode;
+        Commands commands;
+    };
+    const Case cases[] = {
+        {"in a first line", "TITLE 'a\nLIST.\n", false, {{2, kOrdinary, "LIST\n"}}},
+        {"in a later line",
+         "TITLE\n'a\nx.\nLIST.\n",
+         false,
+         {{3, kOrdinary, "x\n"}, {4, kOrdinary, "LIST\n"}}},
+        {"in the last line", "LIST.\nTITLE 'a", false, {{1, kOrdinary, "LIST\n"}}},
+        {"several", "'a\n'b\nLIST.\n'c\n", false, {{3, kOrdinary, "LIST\n"}}},
+        {"a first line in batch mode", "TITLE 'a\nLIST\n", true, {{2, kOrdinary, "LIST\n"}}},
+        {"a last line in batch mode",
+         "TITLE\n 'a\nLIST\n x\n",
+         true,
+         {{3, kOrdinary, "LIST\n x\n"}}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const Cut cut = CutInSpiteOfErrors(c.text, c.batchMode);
+        EXPECT_TRUE(cut.hasError);
+        EXPECT_EQ(cut.commands, c.commands);
+    }
+}
+
+// What is cut when commands end at blank lines, but for line 4.
+Commands CutAtBlankLines(const std::string& text, bool batchMode) {
+    MemoryInput input(text);
+    LineReader lines(input);
+    CommandStream stream(lines, CodePage::Utf8(), batchMode);
+    stream.EndAtBlankLines([](long line) { return line != 4; });
+    Commands commands;
+    while (!stream.ReadCommand()) {
+        const CommandKind kind = stream.CommandKind();
+        const long startLine = stream.StartLine();
+        EXPECT_LT(startLine, stream.EndLine() + 1);
+        commands.push_back({startLine, kind, WholeText(stream)});
+    }
+    return commands;
+}
+
+TEST(CommandStreamTest, EndsACommandAtABlankLineWhenAskedTo) {
+    EXPECT_EQ(
+        CutAtBlankLines("FREQ\nx\n \t\nLIST\n\ny.\n", false),
+        (Commands{{1, kOrdinary, "FREQ\nx\n"}, {4, kOrdinary, "LIST\n"}, {6, kOrdinary, "y\n"}}));
+    EXPECT_EQ(CutAtBlankLines("\n* It's\n\nLIST.\n", false),
+              (Commands{{2, kComment, "* It's\n"}, {4, kOrdinary, "LIST\n"}}));
+    EXPECT_EQ(CutAtBlankLines("LIST.\n\nFREQ\n\nx.\n", false),
+              (Commands{{1, kOrdinary, "LIST\n"}, {3, kOrdinary, "FREQ\n\nx\n"}}));
+    EXPECT_EQ(CutAtBlankLines("DOCUMENT a\n\nb.\nBEGIN DATA\n\nEND DATA\n", false),
+              (Commands{{1, kDocument, "DOCUMENT a\n\nb\n"},
+                        {4, kInlineData, "BEGIN DATA\n\nEND DATA\n"}}));
+    EXPECT_EQ(CutAtBlankLines("FREQ\n  \n x\nLIST\n", true),
+              (Commands{{1, kOrdinary, "FREQ\n  \n x\n"}, {4, kOrdinary, "LIST\n"}}));
+}
+
 }  // namespace
 }  // namespace quillet

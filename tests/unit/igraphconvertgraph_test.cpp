@@ -70,6 +70,15 @@ TEST(IgraphConvertGraphTest, TheSameTokensGiveTheSameResult) {
     EXPECT_EQ(ConvertGraph(sequence).ggraph, first.ggraph);
 }
 
+TEST(IgraphConvertGraphTest, KnowsTheWordsOfItsSubcommands) {
+    for (const char* pWord : {"Y", "X1", "SCATTER", "SCA", "VIEWNAMES", "FITLINE"}) {
+        EXPECT_TRUE(IsSubcommand(pWord)) << pWord;
+    }
+    for (const char* pWord : {"X3", "SC", "MIN", "y", "", "TYPE"}) {
+        EXPECT_FALSE(IsSubcommand(pWord)) << pWord;
+    }
+}
+
 TEST(IgraphConvertGraphTest, ChargesTheBudgetOfTheSequence) {
     TAVQTokenSequence sequence(CodePage::Utf8(), "IGRAPH /X1=VAR(a) /Y=VAR(b) /SCATTER /SCATTER.",
                                false, 0);

@@ -388,6 +388,15 @@ TEST(TablesCommandTest, TheResultIsHandedOver) {
     EXPECT_EQ(parsed.command.ParseResult(), nullptr);
 }
 
+TEST(TablesCommandTest, KnowsTheWordsOfItsSubcommands) {
+    for (const char* pWord : {"TABLE", "TAB", "TABULATE", "PFOOTNOTE", "STA", "BREAK"}) {
+        EXPECT_TRUE(TablesCommand::IsSubcommand(pWord)) << pWord;
+    }
+    for (const char* pWord : {"TA", "ZERO", "LABELS", "table", "", "AND"}) {
+        EXPECT_FALSE(TablesCommand::IsSubcommand(pWord)) << pWord;
+    }
+}
+
 TEST(TablesCommandTest, NoSequenceIsABugAndAnEmptyCommand) {
     AssertionRecorder assertions;
     TablesCommand command(CodePage::Utf8(), nullptr);

@@ -44,6 +44,7 @@ bool CommandStream::ReadCommand() {
         FillLineBuffer(/*skipBlankLines=*/isFirstLine);
         if (m_lineBuffer.empty()) return m_commandText.empty();
         if (isFirstLine) ClassifyFirstLine();
+        if (!isFirstLine && EndsAtBlankLine()) return false;
         if (m_commandKind == CommandKind::kInlineData) {
             TakeLine(m_lineBuffer, -1);
             ReadInlineData();
@@ -57,6 +58,20 @@ bool CommandStream::ReadCommand() {
         TakeLine(m_lineBuffer, ixEnd);
         if (ixEnd >= 0) return false;
     }
+}
+
+// In batch mode the line after the one with the error has been read already, unless the error is
+// in the first line of the command.
+void CommandStream::GoOnAfterError() {
+    if (m_keptLine.empty()) m_lineBuffer.clear();
+    m_keptLine.clear();
+    m_commandText.clear();
+}
+
+// True when the buffered line is blank and ends the command; it stays buffered.
+bool CommandStream::EndsAtBlankLine() const {
+    return m_endsAt && !m_batchMode && m_commandKind != CommandKind::kDocument &&
+           IsBlankLine(m_lineBuffer) && m_endsAt(m_lineCount);
 }
 
 void CommandStream::GiveMemoryBack() {

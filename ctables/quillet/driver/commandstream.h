@@ -3,8 +3,10 @@
 #define QUILLET_DRIVER_COMMANDSTREAM_H
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "driver/datalines.h"
 #include "platform/codepage.h"
@@ -21,8 +23,17 @@ public:
     CommandStream(LineReader& lines, const CodePage& codePage, bool batchMode);
 
     /// Gathers the next command. True when the input is exhausted and nothing was gathered.
-    /// Throws `ParseError`, whose line is that of the file; the stream is of no use after that.
+    /// Throws `ParseError`, whose line is that of the file; the stream is of no use after that,
+    /// unless `GoOnAfterError` is called.
     [[nodiscard]] bool ReadCommand();
+
+    /// After an error of `ReadCommand`: passes over what was read of the command, up to the line
+    /// with that error; the next command begins with the line after it.
+    void GoOnAfterError();
+
+    /// In the default layout commands end at blank lines, too, but for DOCUMENT, inline data, and
+    /// where `endsAt`, which is asked for the line from 1, says no.
+    void EndAtBlankLines(std::function<bool(long line)> endsAt) { m_endsAt = std::move(endsAt); }
 
     /// The command: its lines, each ending in LF, without the terminating period. Good until
     /// the next read.
@@ -76,11 +87,13 @@ private:
     void ReadInlineData();
     [[nodiscard]] bool FindPlainLines();
     [[nodiscard]] bool ReadBatchLine();
+    [[nodiscard]] bool EndsAtBlankLine() const;
     [[nodiscard]] std::ptrdiff_t FindTerminator(const std::string& line, long lineNumber) const;
 
     LineReader& m_lines;
     const CodePage& m_codePage;
     bool m_batchMode;
+    std::function<bool(long line)> m_endsAt;  // empty: no blank line ends a command
     bool m_atEnd = false;
     long m_lineCount = 0;
     long m_startLine = 1;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "driver/commandhead.h"
 #include "driver/convertigraph.h"
 #include "driver/converttables.h"
 #include "driver/messagecatalogue.h"
@@ -12,7 +13,6 @@
 #include "platform/commandbudget.h"
 #include "tokenizer/tavqtokensequence.h"
 #include "tokenizer/tokencheck.h"
-#include "tokenizer/tokensurvey.h"
 #include "tokenizer/words.h"
 
 namespace quillet {
@@ -117,22 +117,14 @@ void Driver::HandleCommand() {
 
 // What the command in work is to be converted by; null for one that is only copied. That one is
 // searched for tokenizing errors here; a command to be converted will be when its tokens are kept.
-// The first line alone has decided where the command ends; what it is, its first word decides,
-// which may go on or even begin further down. Inline data has both its words on the first line.
 const ConvertedCommand* Driver::FindConversion() {
-    const std::string& text = m_commands.CommandText();
-    TokenSurvey look;
-    const bool looksAgain = m_commands.FirstValueMayChange();
-    if (looksAgain) {
-        look = SurveyTokens(m_codePage, text, m_batchMode, 1);
-        m_kind = KindOf(look);
-    }
+    const CommandHead head = HeadOf(m_commands, m_codePage, m_batchMode);
+    m_kind = head.kind;
     if (m_kind != CommandKind::kOrdinary) return nullptr;
-    const std::string_view firstValue = looksAgain ? look.firstValue : m_commands.FirstValue();
     for (const ConvertedCommand& command : kConvertedCommands) {
-        if (MeansKeyword(firstValue, command.word)) return &command;
+        if (MeansKeyword(head.firstValue, command.word)) return &command;
     }
-    CheckTokens(m_codePage, text, m_batchMode);
+    CheckTokens(m_codePage, m_commands.CommandText(), m_batchMode);
     return nullptr;
 }
 

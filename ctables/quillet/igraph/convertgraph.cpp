@@ -2,13 +2,15 @@
 // are a parser, a generator and a graph specification.
 #include "igraph/convertgraph.h"
 
-#include <string_view>
+#include <algorithm>
 
 #include "igraph/gpl/ggraphcommand.h"
 #include "igraph/gpl/gplgenerator.h"
 #include "igraph/gpl/postprocessing.h"
 #include "igraph/model/igraphspec.h"
 #include "igraph/read/igraphparser.h"
+#include "igraph/read/keywordsets.h"
+#include "tokenizer/words.h"
 
 namespace quillet::igraph {
 
@@ -41,6 +43,12 @@ GraphConversion ConvertGraph(TokenSequenceBase& sequence) {
     postProcessing.process(spec);
     conversion.ggraph = GgraphCommand(spec, gpl, postProcessing.getImmediateTemplates());
     return conversion;
+}
+
+bool IsSubcommand(std::string_view word) {
+    return std::any_of(
+        keywords::kSubcommands.begin(), keywords::kSubcommands.end(),
+        [word](Keyword subcommand) { return MeansKeyword(word, Spelling(subcommand)); });
 }
 
 }  // namespace quillet::igraph

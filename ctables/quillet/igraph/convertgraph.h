@@ -3,6 +3,7 @@
 #define QUILLET_IGRAPH_CONVERTGRAPH_H
 
 #include <string>
+#include <string_view>
 
 #include "tokenizer/tokensequencebase.h"
 
@@ -32,6 +33,10 @@ struct GraphConversion {
 /// Throws `CommandTooLarge` when names repeated in element after element exceed the budget of
 /// `sequence`, and `std::bad_alloc`. Linear in the tokens and the text.
 [[nodiscard]] GraphConversion ConvertGraph(TokenSequenceBase& sequence);
+
+/// True when `word`, in upper case, may name a subcommand of IGRAPH: as everywhere else, three of
+/// its bytes decide.
+[[nodiscard]] bool IsSubcommand(std::string_view word);
 
 }  // namespace quillet::igraph
 

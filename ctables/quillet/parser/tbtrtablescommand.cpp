@@ -108,6 +108,11 @@ constexpr NodeType kObsoleteSubcommands[] = {
 #include "parser/tbtrcodes.def"
 };
 
+constexpr std::string_view kSubcommandWords[] = {
+#define QUILLET_SUBCOMMAND(word, code) word,
+#include "parser/tbtrcodes.def"
+};
+
 // Whatever stands in these subcommands is passed over.
 bool IsIgnoredSubcommand(NodeType subcommand) {
     return subcommand == TB_UNKNOWNSUBCOM ||
@@ -181,6 +186,11 @@ std::string_view TablesCommand::NameOfCode(NodeType code) {
         std::find_if(std::begin(kKeywords), std::end(kKeywords),
                      [code](const Keyword& keyword) { return keyword.code == code; });
     return pFound == std::end(kKeywords) ? std::string_view{} : pFound->text;
+}
+
+bool TablesCommand::IsSubcommand(std::string_view word) {
+    return std::any_of(std::begin(kSubcommandWords), std::end(kSubcommandWords),
+                       [word](std::string_view name) { return MeansKeyword(word, name); });
 }
 
 bool TablesCommand::AtEnd() const { return m_pTokSeq->Type() == TokenSequenceBase::kAtEnd; }

@@ -121,6 +121,9 @@ public:
     /// The name of a subcommand or keyword for messages; empty for a code that has none.
     [[nodiscard]] static std::string_view NameOfCode(NodeType code);
 
+    /// True when `word`, in upper case, names a subcommand.
+    [[nodiscard]] static bool IsSubcommand(std::string_view word);
+
     /// Where a trace of the parse is written, for developers; null, the default, writes none.
     void SetTrace(std::ostream* pTrace) { m_pTrace = pTrace; }
     [[nodiscard]] std::ostream* Trace() const { return m_pTrace; }
