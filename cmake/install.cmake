@@ -56,7 +56,8 @@ install(TARGETS quillet_static EXPORT quillet
 install(TARGETS quillet_shared EXPORT quillet LIBRARY
     DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development)
 install(FILES ctables/quillet/quillet.h ctables/quillet/quillet_export.h
-    ctables/quillet/quillet-messages.def DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+    ctables/quillet/quillet-messages.def ctables/quillet/quillet-findings.def
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/quillet)
 install(EXPORT quillet NAMESPACE quillet:: FILE quilletTargets.cmake

@@ -6,6 +6,7 @@
 #define QUILLET_QUILLET_H
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -175,6 +176,130 @@ protected:
 [[nodiscard]] QUILLET_EXPORT Outcome ConvertStream(TextInput& input, TextOutput& output,
                                                    ConversionListener& listener,
                                                    const Options& options);
+
+/// Kinds of findings, by what they mean for the whole text.
+enum class FindingKind {
+    kOverlooked,  ///< A legacy command was not dealt with.
+    kChanged,     ///< Text is lost or joined.
+    kTold,        ///< Worth knowing.
+};
+
+/// What a finding is about; "quillet-findings.def" lists them.
+enum class FindingCode {
+#define QUILLET_FINDING(code, name, kind, sentence) code,
+#include "quillet-findings.def"
+};
+
+/// A short name of lower-case words and hyphens, such as "macro-body", that stays the same in all
+/// versions.
+[[nodiscard]] QUILLET_EXPORT std::string_view NameOf(FindingCode code);
+
+[[nodiscard]] QUILLET_EXPORT FindingKind KindOf(FindingCode code);
+
+/// Something to tell of a text besides the results of its conversion. Lines are those of the
+/// source, from 1; all texts are bytes in the input's encoding.
+struct Finding {
+    FindingCode code = FindingCode::kAfterStop;
+    /// The legacy command that it is about: `kTables` or `kIgraph`; `kOrdinary` for none.
+    CommandType command = CommandType::kOrdinary;
+    long firstLine = 0;  ///< Of what it is about; 1 for the whole text.
+    long lastLine = 0;
+    long causeLine = 0;  ///< The line to look at for the reason.
+    std::string macro;   ///< The macro in whose body it stands; else empty.
+    std::string sentence;
+    std::string text;  ///< What it is about, with LF line ends.
+};
+
+/// What became of a legacy command.
+enum class LegacyOutcome {
+    kConverted,
+    kFailed,
+    kUnreadable,
+    kOverlooked,  ///< A finding tells why.
+};
+
+/// A TABLES or IGRAPH command, wherever in a text it stands.
+struct LegacyCommand {
+    CommandType type = CommandType::kTables;  ///< `kTables` or `kIgraph`.
+    LegacyOutcome outcome = LegacyOutcome::kOverlooked;
+    long firstLine = 0;  ///< From 1.
+    long lastLine = 0;
+};
+
+/// All legacy commands of a text, each of them once, and what there is to tell.
+struct LegacyFindings {
+    std::vector<LegacyCommand> commands;  ///< By their first lines.
+    std::vector<Finding> findings;        ///< By their first lines.
+
+    /// How many of the commands came to `outcome`.
+    [[nodiscard]] QUILLET_EXPORT long Count(LegacyOutcome outcome) const;
+};
+
+/// A command as a conversion has dealt with it: what is kept of a `CommandReport` to look for
+/// legacy commands later.
+struct CommandOutline {
+    CommandType type = CommandType::kOrdinary;
+    CommandOutcome outcome = CommandOutcome::kCopied;
+    long firstLine = 0;
+    long lastLine = 0;
+    long errorLine = 0;
+};
+
+/// What is known of a text that is searched.
+struct FindOptions {
+    Options conversion;  ///< With which the text is converted.
+    /// The file had these before it became the text: there is a finding for each.
+    bool hadOldLineEnds = false;
+    bool wasUtf16 = false;
+    /// The name of the encoding that the text is in, where `TextEncoding` has none for it.
+    std::string encodingName;
+    /// Asked for each file that INCLUDE or INSERT names, in the text's encoding: whether it is at
+    /// hand. Empty where nobody knows.
+    std::function<bool(std::string_view path)> isIncludeAtHand;
+};
+
+/// Finds the legacy commands of `text`, converted or not, and what else there is to tell of it.
+///
+/// A text whose lines end in CR alone is read as lines, other than by `ConvertText`. Of UTF-16
+/// nothing is told but that. Every text is taken; throws `std::bad_alloc` alone. Linear in the
+/// text. The commands of macros, includes and the like are those that stand in the text.
+[[nodiscard]] QUILLET_EXPORT LegacyFindings FindLegacyCommands(std::string_view text,
+                                                               const FindOptions& options);
+
+/// The same for a text that has been converted with the options' `conversion`: `commands` is what
+/// the listener was told of, in order.
+[[nodiscard]] QUILLET_EXPORT LegacyFindings FindLegacyCommands(
+    std::string_view text, const FindOptions& options, const std::vector<CommandOutline>& commands);
+
+/// How a text reads in a layout. Counted are commands but for comments, DOCUMENT, inline data and
+/// the bodies of macros.
+struct LayoutReading {
+    long commands = 0;
+    long withCommandWord = 0;  ///< Begin with the word of a command, or call a macro.
+    long withoutPeriod = 0;    ///< Do not end in a period.
+    long withSign = 0;         ///< Have a "+" or "-" in the first column.
+    bool hasTokenizingError = false;
+};
+
+/// The layout in which a text reads well.
+struct LayoutChoice {
+    /// True for batch layout: at least nine in ten commands begin with a command word there, twice
+    /// as many as in interactive layout, most of them have no period, and there is no tokenizing
+    /// error.
+    bool batchMode = false;
+    LayoutReading interactive;
+    LayoutReading batch;
+};
+
+/// Chooses the layout of `text`. `batchMode` of the options means nothing. Linear in the text.
+[[nodiscard]] QUILLET_EXPORT LayoutChoice ChooseLayout(std::string_view text,
+                                                       const Options& options);
+
+/// `text` with a period where a blank line follows a command or comment that has none: after its
+/// last token, before any comment, which is then lost. Blank lines in macros, DOCUMENT, inline
+/// data and glued literals end nothing, nor do any in batch layout. Linear in the text.
+[[nodiscard]] QUILLET_EXPORT std::string EndAtBlankLines(std::string_view text,
+                                                         const Options& options);
 
 }  // namespace quillet
 
