@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <random>
 #include <string>
 #include <string_view>
@@ -36,14 +37,14 @@ const Piece kPieces[] = {
     {"* Income\n\nTABLES /TABLE=a\nIGRAPH /PIE.\n", {0, 0, 0, 2}, {"open-comment", "open-comment"}},
     {"EXECUTE. /* old */\nTABLES /TABLE=a.\n", {0, 0, 0, 1}, {"comment-behind"}},
     {"/* next */\nTABLES /TABLE=a.\n", {0, 0, 0, 1}, {"block-comment-before"}},
-    {"+ TABLES /TABLE=a.\n", {0, 0, 0, 1}, {"sign-before"}},
+    {"LIST.\n+ TABLES /TABLE=a.\nLIST.\nLIST.\n", {0, 0, 0, 1}, {"sign-before"}},
     {"EXECUTE. TABLES /TABLE=c BY d.\n", {0, 0, 0, 1}, {"same-line"}},
     {"GET FILE='x'\n\nTABLES /TABLE=a.\n", {0, 0, 0, 1}, {"open-command"}},
     {"TABLES /TABLE=a BY b\nTABLES /TABLE=c.\n", {0, 1, 0, 1}, {"open-command"}},
     {"DEFINE !f ()\nTABLES /TABLE=a.\nTABLES /TABLE=b.\n!ENDDEFINE.\n",
      {0, 0, 0, 2},
      {"macro-body", "macro-body"}},
-    {"TABLES /TABLE=a BY b. /* foo */\n\nGET FILE=x.\n", {0, 1, 0, 0}, {"command-lost"}},
+    {"TABLES /TABLE=a BY b. /* foo */\n\nGET FILE=x.\n", {1, 0, 0, 0}, {"command-lost"}},
     {"* Note\n\nSORT CASES BY a.\n", {0, 0, 0, 0}, {"swallowed"}},
     {"LIST. /* all\n", {0, 0, 0, 0}, {"comment-dropped"}},
     {"INCLUDE 'x'.\n", {0, 0, 0, 0}, {"include"}},

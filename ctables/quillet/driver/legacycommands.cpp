@@ -238,11 +238,12 @@ private:
     }
 
     void TellOfData(const MeantCommand& command, const CommandExtent& extent) {
-        const long end = LookalikeOfEnd(m_lines, extent);
-        const std::string other = std::to_string(end);
+        if (m_dataLine != extent.firstLine) m_dataEnd = LookalikeOfEnd(m_lines, extent);
+        m_dataLine = extent.firstLine;
+        const std::string other = std::to_string(m_dataEnd);
         Overlook(command, FindingCode::kDataLines,
-                 end != 0 ? Wording::kDataLinesWithEnd : Wording::kDataLines, extent.firstLine,
-                 {.other = other});
+                 m_dataEnd != 0 ? Wording::kDataLinesWithEnd : Wording::kDataLines,
+                 extent.firstLine, {.other = other});
     }
 
     void TellOfMacro(const MeantCommand& command, const MacroDefinition& macro) {
@@ -288,8 +289,9 @@ private:
         Finding finding;
         finding.code = code;
         finding.firstLine = command.line;
+        const std::size_t end = std::max(command.end, command.offset + 1);
         const std::string_view text =
-            WithoutLastBlanks(m_lines.Text().substr(command.offset, command.end - command.offset));
+            WithoutLastBlanks(m_lines.Text().substr(command.offset, end - command.offset));
         finding.lastLine = m_lines.LineOf(command.offset + text.size() - 1);
         finding.text = WithLfLineEnds(text);
         return finding;
@@ -449,6 +451,8 @@ private:
     std::size_t m_next = 0;                   // the first outline not before the extent in work
     const CommandOutline* m_pStop = nullptr;  // where the conversion ended before the text did
     std::string m_macro;                      // of the finding in work
+    long m_dataLine = 0;                      // of the inline data that `m_dataEnd` is about
+    long m_dataEnd = 0;
     std::vector<MeantCommand> m_found;
     std::unique_ptr<LayoutComparison> m_layouts;
     LegacyFindings m_result;

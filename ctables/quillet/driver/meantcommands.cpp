@@ -58,14 +58,10 @@ public:
                 Walk(line);
             }
         }
-        Close(m_extent.end + (EndsInPeriod() ? 1 : 0));
+        Close(m_lines.EndOf(m_extent.lastLine));
     }
 
 private:
-    [[nodiscard]] bool EndsInPeriod() const {
-        return m_extent.isEnded && m_extent.kind != CommandKind::kInlineData;
-    }
-
     void Walk(long line) {
         m_line = line;
         m_lineBegin = m_lines.BeginOf(line);
