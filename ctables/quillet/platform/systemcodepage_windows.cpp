@@ -1,11 +1,17 @@
-// The system's legacy code page: the ANSI code page, by the system's own conversions.
+// The system's legacy code page, the ANSI code page, and others by name, by the system's own
+// conversions.
 #include <windows.h>
 
 #include <array>
+#include <charconv>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
 
 #include "platform/codepage.h"
+#include "platform/namedcodepage.h"
 #include "platform/unicodeuppercase.h"
 
 namespace quillet {
@@ -53,6 +59,9 @@ public:
             wide.size() == 1 ? static_cast<char32_t>(wide.front()) : kReplacementCharacter, result);
     }
 
+    // In those of mainframes no letter is where it is expected.
+    [[nodiscard]] bool HasAscii() const { return Decode("A0 /") == L"A0 /"; }
+
 private:
     static constexpr char32_t kEndOfPlane0 = 0x10000;
 
@@ -90,6 +99,44 @@ std::unique_ptr<const AnsiCodePage> MakeAnsiCodePage() {
     return std::make_unique<const AnsiCodePage>(identifier);
 }
 
+// A number as a whole text; 0 when it is none.
+UINT NumberIn(std::string_view text) {
+    UINT number = 0;
+    const char* pEnd = text.data() + text.size();
+    const auto [pStop, error] = std::from_chars(text.data(), pEnd, number);
+    return error == std::errc() && pStop == pEnd ? number : 0;
+}
+
+// The system knows its code pages by numbers alone. These are the names that the numbers have
+// elsewhere, in lower case.
+UINT IdentifierOf(std::string_view name) {
+    struct Alias {
+        std::string_view name;
+        UINT identifier;
+    };
+    static constexpr Alias kAliases[] = {
+        {"big5", 950},      {"euc-jp", 20932}, {"euc-kr", 949},      {"euckr", 949},
+        {"gb2312", 936},    {"gbk", 936},      {"koi8-r", 20866},    {"koi8-u", 21866},
+        {"latin1", 28591},  {"latin2", 28592}, {"macintosh", 10000}, {"shift-jis", 932},
+        {"shift_jis", 932}, {"sjis", 932},
+    };
+    for (const Alias& alias : kAliases) {
+        if (name == alias.name) return alias.identifier;
+    }
+    constexpr UINT kBeforeIso8859 = 28590;
+    constexpr std::string_view kIso8859 = "iso-8859-";
+    if (name.starts_with(kIso8859)) {
+        const UINT part = NumberIn(name.substr(kIso8859.size()));
+        return part > 0 ? kBeforeIso8859 + part : 0;
+    }
+    for (const std::string_view prefix : {"windows-", "cp", "ibm", ""}) {
+        if (!name.starts_with(prefix)) continue;
+        const UINT identifier = NumberIn(name.substr(prefix.size()));
+        if (identifier != 0) return identifier;
+    }
+    return 0;
+}
+
 }  // namespace
 
 const CodePage* CodePage::System() {
@@ -97,6 +144,21 @@ const CodePage* CodePage::System() {
     if (GetACP() == kWindows1252) return &Windows1252();
     static const std::unique_ptr<const AnsiCodePage> pCodePage = MakeAnsiCodePage();
     return pCodePage.get();
+}
+
+std::unique_ptr<const CodePage> MakeNamedCodePage(const std::string& name) {
+    constexpr UINT kMostBytes = 2;  // what a lead byte tells of
+    std::string lower = name;
+    for (char& letter : lower) {
+        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+    }
+    const UINT identifier = IdentifierOf(lower);
+    CPINFO info{};
+    if (identifier == 0 || GetCPInfo(identifier, &info) == FALSE || info.MaxCharSize > kMostBytes) {
+        return nullptr;
+    }
+    auto page = std::make_unique<const AnsiCodePage>(identifier);
+    return page->HasAscii() ? std::move(page) : nullptr;
 }
 
 }  // namespace quillet
