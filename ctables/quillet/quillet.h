@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,11 +22,23 @@ enum class LegacyCodePage {
     kSystem,       ///< The system's legacy code page; Windows-1252 where it has none.
 };
 
+/// How bytes group into characters; there is nothing to be done with it but pass it on.
+class CodePage;
+
+/// The code page that the system knows as `name`, such as "windows-1250" or "EUC-KR"; letter case
+/// does not count. To be found once for many conversions, which may run side by side.
+///
+/// Null for a name that the system does not know, and for an encoding in which syntax cannot be
+/// read byte by byte, such as UTF-16 or those of mainframes.
+[[nodiscard]] QUILLET_EXPORT std::shared_ptr<const CodePage> FindCodePage(const std::string& name);
+
 struct Options {
     /// Commands continue on lines that begin with a blank, and a "+" or "-" that begins a
     /// command is skipped.
     bool batchMode = false;
     LegacyCodePage legacyCodePage = LegacyCodePage::kWindows1252;
+    /// In place of `legacyCodePage`, unless it is null.
+    std::shared_ptr<const CodePage> namedCodePage;
 };
 
 /// How a conversion ended.
@@ -126,6 +139,7 @@ enum class TextEncoding {
     kUtf8,
     kWindows1252,
     kSystem,  ///< The system's legacy code page.
+    kNamed,   ///< The `namedCodePage` of the options.
 };
 
 /// What became of one command. All texts are bytes in the input's encoding, with LF line ends
@@ -168,8 +182,9 @@ protected:
 };
 
 /// `text`, which is in `encoding`, in UTF-8. Each byte that is no character there becomes the
-/// replacement character U+FFFD.
-[[nodiscard]] QUILLET_EXPORT std::string ToUtf8(std::string_view text, TextEncoding encoding);
+/// replacement character U+FFFD. `pNamed` is what `kNamed` means; without it, Windows-1252.
+[[nodiscard]] QUILLET_EXPORT std::string ToUtf8(std::string_view text, TextEncoding encoding,
+                                                const CodePage* pNamed = nullptr);
 
 /// Converts a text of any size, keeping no more of it than its largest command (inline data:
 /// its longest line) and a few hundred KiB. Otherwise as `ConvertText`.

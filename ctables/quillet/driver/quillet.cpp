@@ -20,9 +20,9 @@ Outcome ConvertStream(TextInput& input, TextOutput& output, ConversionListener& 
     RereadInput source(input);
     std::optional<Driver> driver;
     try {
-        const CodePage* pCodePage = ChooseCodePage(source, options.legacyCodePage);
+        const CodePage* pCodePage = ChooseCodePage(source, options);
         if (pCodePage == nullptr) return Outcome::kReadError;
-        listener.OnEncoding(EncodingOf(*pCodePage));
+        listener.OnEncoding(EncodingOf(*pCodePage, options));
         driver.emplace(source, output, listener, *pCodePage, options.batchMode);
     } catch (const std::bad_alloc&) {
         return StopBeforeTheFirstCommand(output, listener);

@@ -1,22 +1,27 @@
 #include "driver/textencoding.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/blocksize.h"
 #include "platform/codepage.h"
+#include "platform/namedcodepage.h"
 
 namespace quillet {
 
 namespace {
 
-const CodePage& PageOf(TextEncoding encoding) {
+const CodePage& PageOf(TextEncoding encoding, const CodePage* pNamed) {
     switch (encoding) {
         case TextEncoding::kUtf8:
             return CodePage::Utf8();
         case TextEncoding::kWindows1252:
             return CodePage::Windows1252();
+        case TextEncoding::kNamed:
+            return pNamed != nullptr ? *pNamed : CodePage::Windows1252();
         case TextEncoding::kSystem:
             break;
     }
@@ -29,9 +34,20 @@ bool BeginsAsUtf16(std::string_view text) {
     return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
 }
 
+// Not to be read by a table: there is a better one.
+bool IsUtf8Name(std::string_view name) {
+    std::string letters;
+    for (const char character : name) {
+        if (character == '-' || character == '_') continue;
+        const bool isCapital = character >= 'A' && character <= 'Z';
+        letters += isCapital ? static_cast<char>(character - 'A' + 'a') : character;
+    }
+    return letters == "utf8";
+}
+
 }  // namespace
 
-const CodePage* ChooseCodePage(TextInput& input, LegacyCodePage legacyCodePage) {
+const CodePage* ChooseCodePage(TextInput& input, const Options& options) {
     constexpr std::size_t kMarkSize = 2;
     std::vector<char> block(kBlockSize);
     std::string beginning;
@@ -44,18 +60,26 @@ const CodePage* ChooseCodePage(TextInput& input, LegacyCodePage legacyCodePage) 
     }
     if (input.Failed() || !input.Rewind()) return nullptr;
     if (validator.IsValid()) return &CodePage::Utf8();
-    return &PageOf(legacyCodePage == LegacyCodePage::kSystem ? TextEncoding::kSystem
-                                                             : TextEncoding::kWindows1252);
+    if (options.namedCodePage != nullptr) return options.namedCodePage.get();
+    return options.legacyCodePage == LegacyCodePage::kSystem
+               ? &PageOf(TextEncoding::kSystem, nullptr)
+               : &CodePage::Windows1252();
 }
 
-TextEncoding EncodingOf(const CodePage& codePage) {
+TextEncoding EncodingOf(const CodePage& codePage, const Options& options) {
     if (&codePage == &CodePage::Utf8()) return TextEncoding::kUtf8;
+    if (&codePage == options.namedCodePage.get()) return TextEncoding::kNamed;
     if (&codePage == &CodePage::Windows1252()) return TextEncoding::kWindows1252;
     return TextEncoding::kSystem;
 }
 
-std::string ToUtf8(std::string_view text, TextEncoding encoding) {
-    return TextAsUtf8(PageOf(encoding), text);
+std::string ToUtf8(std::string_view text, TextEncoding encoding, const CodePage* pNamed) {
+    return TextAsUtf8(PageOf(encoding, pNamed), text);
+}
+
+std::shared_ptr<const CodePage> FindCodePage(const std::string& name) {
+    if (IsUtf8Name(name)) return {std::shared_ptr<void>(), &CodePage::Utf8()};
+    return MakeNamedCodePage(name);
 }
 
 }  // namespace quillet
