@@ -1,9 +1,8 @@
-#include "migrate/encodings.h"
-
 #include <gtest/gtest.h>
 
 #include <string_view>
 
+#include "migrate/encodings.h"
 #include "support/rownames.h"
 
 namespace quillet::migrate {

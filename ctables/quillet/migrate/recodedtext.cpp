@@ -1,0 +1,71 @@
+#include "migrate/recodedtext.h"
+
+#include <vector>
+
+#include "migrate/encodings.h"
+#include "platform/blocksize.h"
+
+namespace quillet::migrate {
+
+std::size_t Utf16Input::Read(char* buffer, std::size_t size) {
+    if (m_position == m_decoded.size()) Fill();
+    if (Failed()) return 0;
+    const std::size_t count = m_decoded.copy(buffer, size, m_position);
+    m_position += count;
+    return count;
+}
+
+bool Utf16Input::Rewind() {
+    m_decoder = Utf16Decoder(m_order);
+    m_decoded.clear();
+    m_position = 0;
+    m_isInvalid = false;
+    return m_input.Rewind();
+}
+
+// A block may be half a character, which gives no text yet.
+void Utf16Input::Fill() {
+    std::vector<char> block(kBlockSize);
+    m_decoded.clear();
+    m_position = 0;
+    while (m_decoded.empty()) {
+        const std::size_t count = m_input.Read(block.data(), block.size());
+        m_isInvalid =
+            count == 0 ? !m_decoder.IsWhole() : !m_decoder.Add({block.data(), count}, m_decoded);
+        if (count == 0 || m_isInvalid) return;
+    }
+}
+
+bool Utf16Output::Write(std::string_view bytes) {
+    m_bytes.clear();
+    m_encoder.Add(bytes, m_bytes);
+    return m_output.Write(m_bytes);
+}
+
+bool Utf8Output::Write(std::string_view bytes) {
+    const std::size_t end = bytes.rfind('\n');
+    if (end == std::string_view::npos) {
+        m_pending.append(bytes);
+        return true;
+    }
+    m_pending.append(bytes.substr(0, end + 1));
+    const bool isWritten = Finish();
+    m_pending = bytes.substr(end + 1);
+    return isWritten;
+}
+
+bool Utf8Output::Finish() {
+    std::string text = ToUtf8(m_pending, m_encoding, m_pNamed);
+    m_pending.clear();
+    if (!m_isAfterFirstLine) {
+        const std::string_view named = EncodingNamedIn(text);
+        if (!named.empty()) {
+            text.replace(static_cast<std::size_t>(named.data() - text.data()), named.size(),
+                         "UTF-8");
+        }
+        m_isAfterFirstLine = !text.empty();
+    }
+    return text.empty() || m_output.Write(text);
+}
+
+}  // namespace quillet::migrate

@@ -1,0 +1,78 @@
+// Texts that are converted in another encoding than the one they are kept in.
+#ifndef QUILLET_MIGRATE_RECODEDTEXT_H
+#define QUILLET_MIGRATE_RECODEDTEXT_H
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/utf16.h"
+#include "quillet.h"
+
+namespace quillet::migrate {
+
+/// A text of UTF-16 as one of UTF-8, byte-order mark and all.
+class Utf16Input final : public TextInput {
+public:
+    /// `input` is borrowed.
+    Utf16Input(TextInput& input, ByteOrder order)
+        : m_input(input), m_order(order), m_decoder(order) {}
+
+    std::size_t Read(char* buffer, std::size_t size) override;
+    bool Rewind() override;
+    [[nodiscard]] bool Failed() const override { return m_isInvalid || m_input.Failed(); }
+    [[nodiscard]] bool HasChanged() const override { return m_input.HasChanged(); }
+
+    /// The text is no UTF-16; it has failed for that reason.
+    [[nodiscard]] bool IsInvalid() const { return m_isInvalid; }
+
+private:
+    void Fill();
+
+    TextInput& m_input;
+    ByteOrder m_order;
+    Utf16Decoder m_decoder;
+    std::string m_decoded;
+    std::size_t m_position = 0;  // in it
+    bool m_isInvalid = false;
+};
+
+/// Writes a text of UTF-8 in UTF-16.
+class Utf16Output final : public TextOutput {
+public:
+    /// `output` is borrowed.
+    Utf16Output(TextOutput& output, ByteOrder order) : m_output(output), m_encoder(order) {}
+
+    bool Write(std::string_view bytes) override;
+
+private:
+    TextOutput& m_output;
+    Utf16Encoder m_encoder;
+    std::string m_bytes;
+};
+
+/// Writes a text in UTF-8 that comes in another encoding. A first line that names its encoding
+/// names UTF-8 then.
+class Utf8Output final : public TextOutput {
+public:
+    /// `output` and `pNamed`, which is what `TextEncoding::kNamed` means, are borrowed.
+    Utf8Output(TextOutput& output, TextEncoding encoding, const CodePage* pNamed)
+        : m_output(output), m_encoding(encoding), m_pNamed(pNamed) {}
+
+    /// Takes whole lines, of which it keeps the first few until it knows the first one.
+    bool Write(std::string_view bytes) override;
+    /// Writes what is left. To be called at the end, unless a write has failed.
+    [[nodiscard]] bool Finish();
+
+private:
+    TextOutput& m_output;
+    TextEncoding m_encoding;
+    const CodePage* m_pNamed;
+    std::string m_pending;  // what does not end in a line end yet
+    bool m_isAfterFirstLine = false;
+};
+
+}  // namespace quillet::migrate
+
+#endif  // QUILLET_MIGRATE_RECODEDTEXT_H

@@ -1,0 +1,98 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "driver/stringstreams.h"
+#include "migrate/recodedtext.h"
+
+namespace quillet::migrate {
+namespace {
+
+using namespace std::string_literals;
+
+// Gives out a few bytes at a time.
+class SlowInput final : public TextInput {
+public:
+    SlowInput(std::string_view text, std::size_t step) : m_input(text), m_step(step) {}
+
+    std::size_t Read(char* buffer, std::size_t size) override {
+        return m_input.Read(buffer, std::min(size, m_step));
+    }
+    bool Rewind() override { return m_input.Rewind(); }
+    [[nodiscard]] bool Failed() const override { return false; }
+
+private:
+    StringInput m_input;
+    std::size_t m_step;
+};
+
+std::string ReadAll(TextInput& input) {
+    std::string text;
+    std::vector<char> buffer(3);
+    while (const std::size_t count = input.Read(buffer.data(), buffer.size())) {
+        text.append(buffer.data(), count);
+    }
+    return text;
+}
+
+const std::string kUtf16 = "\xFF\xFEL\0\xE9\0=\xD8\0\xDE\n\0"s;
+const std::string kUtf8 = "\xEF\xBB\xBFLé😀\n";
+
+TEST(MigrateRecodedTextTest, ReadsUtf16AsUtf8Twice) {
+    for (std::size_t step = 1; step <= kUtf16.size(); ++step) {
+        SCOPED_TRACE(step);
+        SlowInput source(kUtf16, step);
+        Utf16Input input(source, ByteOrder::kLittleEndian);
+        EXPECT_EQ(ReadAll(input), kUtf8);
+        EXPECT_FALSE(input.Failed());
+        ASSERT_TRUE(input.Rewind());
+        EXPECT_EQ(ReadAll(input), kUtf8);
+    }
+}
+
+TEST(MigrateRecodedTextTest, FailsOnWhatIsNoUtf16) {
+    for (const std::string& text : {"\xFF\xFEL"s, "\xFF\xFE\0\xDE"s, "\xFF\xFE=\xD8"s}) {
+        StringInput source(text);
+        Utf16Input input(source, ByteOrder::kLittleEndian);
+        static_cast<void>(ReadAll(input));
+        EXPECT_TRUE(input.Failed());
+        EXPECT_TRUE(input.IsInvalid());
+    }
+}
+
+TEST(MigrateRecodedTextTest, WritesUtf16) {
+    std::string written;
+    StringOutput target(written);
+    Utf16Output output(target, ByteOrder::kLittleEndian);
+    for (const char byte : kUtf8) EXPECT_TRUE(output.Write({&byte, 1}));
+    EXPECT_EQ(written, kUtf16);
+}
+
+std::string InUtf8(std::string_view text, std::size_t step) {
+    std::string written;
+    StringOutput target(written);
+    Utf8Output output(target, TextEncoding::kWindows1252, nullptr);
+    for (; !text.empty(); text.remove_prefix(std::min(step, text.size()))) {
+        EXPECT_TRUE(output.Write(text.substr(0, step)));
+    }
+    EXPECT_TRUE(output.Finish());
+    return written;
+}
+
+TEST(MigrateRecodedTextTest, WritesUtf8) {
+    for (std::size_t step = 1; step < 12; ++step) {
+        SCOPED_TRACE(step);
+        EXPECT_EQ(InUtf8("\xE9t\xE9.\nLIST \x80.\n", step), "été.\nLIST €.\n");
+        EXPECT_EQ(InUtf8("LIST.\nno end \xE9", step), "LIST.\nno end é");
+        EXPECT_EQ(InUtf8("* Encoding: windows-1252.\n* \xE9.\n", step),
+                  "* Encoding: UTF-8.\n* é.\n");
+        EXPECT_EQ(InUtf8("LIST.\n* Encoding: windows-1252.\n", step),
+                  "LIST.\n* Encoding: windows-1252.\n");
+    }
+}
+
+}  // namespace
+}  // namespace quillet::migrate
