@@ -214,6 +214,123 @@ class MigrateCase(FolderCase):
         self.user = NOBODY
 
 
+KOREAN = "* 표 만들기.\nTABLES /TABLE=sex /STATISTICS=COUNT(sex '인원').\n"
+POLISH = "* Źródło.\nTABLES /TABLE=płeć /STATISTICS=COUNT(płeć 'Łącznie').\n"
+
+
+class TestEncoding(MigrateCase):
+    def converted(self, text):
+        """What the second program makes of a text, which it reads as UTF-8."""
+        (self.folder / "in").write_bytes(text.encode())
+        subprocess.run([SINGLE_PROGRAM, self.folder / "in", self.folder / "out"], check=True,
+                       capture_output=True)
+        return (self.folder / "out").read_bytes().decode()
+
+    def result(self, name):
+        return (self.target / name).read_bytes()
+
+    def expect(self, name, text, encoding, recorded):
+        assert self.result(name) == self.converted(text).encode(encoding)
+        facts = self.facts(name)
+        assert (facts["outcome"], facts["encoding"]) == ("converted", recorded)
+        assert facts["lines"] == text.count("\n")
+
+    def test_the_one_for_all(self):
+        self.create("a", POLISH.encode("cp1250"))
+        self.create("b", POLISH.encode())
+        self.migrate("--encoding", "windows-1250")
+        self.expect("a", POLISH, "cp1250", "windows-1250")
+        self.expect("b", POLISH, "utf-8", "utf-8")
+        [command] = self.facts("a")["commands"]
+        assert "COUNT(płeć 'Łącznie')" in command["source"]
+        self.migrate("--encoding", "windows-1250")
+        assert self.facts("a")["result"] == "kept"
+        self.migrate("--encoding", "ISO-8859-2")
+        assert self.facts("a")["result"] == "new"
+
+    def test_those_of_some(self):
+        self.create("kr/a", KOREAN.encode("euc-kr"))
+        self.create("pl/a", POLISH.encode("cp1250"))
+        self.create("pl/b", POLISH.encode("iso-8859-2"))
+        self.migrate("--encoding", "EUC-KR", "--encoding-include", "pl/*=cp1250",
+                     "--encoding-include", "b=ISO-8859-2")
+        self.expect("kr/a", KOREAN, "euc-kr", "EUC-KR")
+        self.expect("pl/a", POLISH, "cp1250", "cp1250")
+        self.expect("pl/b", POLISH, "iso-8859-2", "ISO-8859-2")
+
+    def test_the_first_line_names_it(self):
+        text = "* Encoding: windows-1250.\n" + POLISH
+        self.create("a", text.encode("cp1250"))
+        self.create("b", text.encode("iso-8859-2"))
+        self.create("c", b"* Encoding: nonsense.\n" + TABLES)
+        self.migrate("--encoding-include", "b=ISO-8859-2")
+        self.expect("a", text, "cp1250", "windows-1250")
+        self.expect("b", text, "iso-8859-2", "ISO-8859-2")
+        assert self.facts("c")["encoding"] == "utf-8"
+
+    @pytest.mark.parametrize("order", ("utf-16le", "utf-16be"))
+    def test_utf16(self, order):
+        text = KOREAN.replace("\n", "\r\n")
+        self.create("a", ("\ufeff" + text).encode(order))
+        self.create("b", ("\ufeff" + "LIST \U0001F600.\n" * 50000).encode(order))
+        self.migrate()
+        self.expect("a", "\ufeff" + text, order, order)
+        assert self.result("b") == ("\ufeff" + "LIST \U0001F600.\n" * 50000).encode(order)
+        self.migrate()
+        assert [self.facts(name)["result"] for name in "ab"] == ["kept", "kept"]
+
+    def test_utf16_without_a_mark(self):
+        self.create("a", KOREAN.encode("utf-16le"))
+        self.create("b", TABLES)
+        self.migrate()
+        assert self.facts("a")["outcome"] == "skipped"
+        self.migrate("--encoding", "UTF-16")
+        self.expect("a", KOREAN, "utf-16le", "utf-16le")
+        assert self.facts("b")["encoding"] == "utf-8"
+
+    def test_results_in_utf8(self):
+        first_line = "* Encoding: {}.\n"
+        self.create("a", (first_line.format("EUC-KR") + KOREAN).encode("euc-kr"))
+        self.create("b", ("\ufeff" + KOREAN).encode("utf-16le"))
+        self.create("c", b"* gr\xfcn.\n")
+        self.create("d", KOREAN.encode())
+        self.migrate("--to-utf8")
+        self.expect("a", first_line.format("UTF-8") + KOREAN, "utf-8", "EUC-KR")
+        self.expect("b", "\ufeff" + KOREAN, "utf-8", "utf-16le")
+        self.expect("c", "* grün.\n", "utf-8", "windows-1252")
+        self.expect("d", KOREAN, "utf-8", "utf-8")
+        self.migrate()
+        assert self.result("a") == self.converted(first_line.format("EUC-KR") + KOREAN).encode(
+            "euc-kr")
+
+    @pytest.mark.parametrize("options", (
+        ("--encoding", "nonsense"), ("--encoding", "UTF-32"), ("--encoding-include", "a=nonsense"),
+        ("--encoding", ""), ("--encoding-include", "a"), ("--encoding-include", "=utf-8"),
+        ("--encoding-include", "a=")), ids=row_name)
+    def test_what_is_no_encoding(self, options):
+        self.create("a", ORDINARY)
+        run = self.run_program(*options, self.source, self.target)
+        assert run.returncode == 2
+        assert options[0].encode() in run.stderr
+        assert not self.target.exists()
+
+    def test_a_locale_that_is_not_installed(self):
+        self.create("a", b"LIST '\xf6'.\n")
+        missing = {"LC_ALL": "xx_XX.ISO-8859-2"}
+        run = self.run_program(self.source, self.target, env=missing)
+        assert run.returncode == 2
+        assert b"The locale xx_XX.ISO-8859-2 is not installed" in run.stderr
+        assert not self.target.exists()
+        self.migrate_in(missing, "--encoding", "ISO-8859-2")
+        # Whatever its language, files that are not UTF-8 are Windows-1252 in it.
+        self.migrate_in({"LC_ALL": "", "LANG": "xx_XX.UTF-8"})
+
+    def migrate_in(self, environment, *options):
+        run = self.run_program(*options, self.source, self.target, env=environment)
+        assert run.returncode == 0, run.stderr
+        assert self.result("a") == b"LIST '\xf6'.\n"
+
+
 class TestTree(MigrateCase):
     def test_mirrors_a_tree(self):
         self.create("a/b/one.syn", b"LIST x\n\n  y.\nLIST z")
@@ -1268,16 +1385,18 @@ class TestFault(MigrateCase):
         assert b"c: it cannot be opened: Invalid argument\n" in error
         assert sorted(self.results()) == [b"a big.syn", b"d"]
 
-    def test_utf16_is_not_converted_in_silence(self):
-        self.create("a.syn", "TABLES /TABLE a.\n".encode("utf-16"))
+    def test_what_only_looks_like_unicode_is_not_converted_in_silence(self):
+        self.create("a.syn", "TABLES /TABLE a.\n".encode("utf-32"))
         self.create("b.syn", b"\xfe\xffno zero byte\n")
         self.create("c.syn", ORDINARY)
+        messages = {"a.syn": "it is UTF-32, which cannot be converted: save it as UTF-8",
+                    "b.syn": "it is no valid UTF-16"}
         for options in ((), ("--dry-run",), ("--force",), ("--copy-others", "--force")):
             run = self.run_program(self.source, self.target, *options)
             assert run.returncode == 2
-            for name in ("a.syn", "b.syn"):
+            for name, message in messages.items():
                 assert self.facts(name)["outcome"] == "failed"
-                assert "UTF-16" in self.facts(name)["message"]
+                assert self.facts(name)["message"] == message
             assert sorted(self.results()) == [b"c.syn"]
 
     def test_a_file_that_changes_while_it_is_read(self):

@@ -116,7 +116,7 @@ int Report(Outcome outcome, const CommandLine& commandLine) {
 
 int Run(const std::vector<std::string>& arguments) {
     g_moduleHandle = GetModuleHandleA(nullptr);
-    EnableLocale();
+    static_cast<void>(EnableLocale());
     OpenClosedStandardStreams();
     IgnoreWriteSignals();
     CommandLine commandLine;

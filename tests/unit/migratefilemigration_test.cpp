@@ -97,9 +97,12 @@ private:
         ASSERT_TRUE(journal) << error.message();
         ProgressCounters progress;
         ResultPublisher publisher(*journal, target, progress);
-        const MigrationContext context = {*source,      target,          m_earlier,        *journal,
-                                          publisher,    progress,        ResultOptions{},  false,
-                                          how.isDryRun, how.replacesAll, how.acceptsEdited};
+        Encodings encodings;
+        const EncodingRules rules;
+        const MigrationContext context = {
+            *source,   target, m_earlier,       *journal, publisher,    progress,
+            encodings, rules,  ResultOptions{}, false,    how.isDryRun, how.replacesAll,
+            how.acceptsEdited};
         FileTask task;
         task.entry.path = "a";
         FileMigration(context, 0).Run(task);

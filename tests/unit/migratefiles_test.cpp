@@ -125,9 +125,10 @@ TEST(MigrateFilesTest, TheBeginningTellsWhatAFileHolds) {
     EXPECT_EQ(contentOf(nul), Content::kOther);
     EXPECT_EQ(contentOf(std::string(65535, 'x') + nul), Content::kOther);
     EXPECT_EQ(contentOf(std::string(65536, 'x') + nul), Content::kText);
-    EXPECT_EQ(contentOf("\xFF\xFE"), Content::kUtf16);
-    EXPECT_EQ(contentOf("\xFE\xFF" + nul + "L"), Content::kUtf16);
-    EXPECT_EQ(contentOf("\xFF\xFE" + nul + nul), Content::kUtf16);
+    EXPECT_EQ(contentOf("\xFF\xFE"), Content::kUtf16LittleEndian);
+    EXPECT_EQ(contentOf("\xFE\xFF" + nul + "L"), Content::kUtf16BigEndian);
+    EXPECT_EQ(contentOf("\xFF\xFE" + nul + nul), Content::kUtf32);
+    EXPECT_EQ(contentOf(nul + nul + "\xFE\xFF"), Content::kUtf32);
     EXPECT_EQ(contentOf("x\xFF\xFE"), Content::kText);
 }
 

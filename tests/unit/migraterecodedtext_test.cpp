@@ -74,7 +74,8 @@ TEST(MigrateRecodedTextTest, WritesUtf16) {
 std::string InUtf8(std::string_view text, std::size_t step) {
     std::string written;
     StringOutput target(written);
-    Utf8Output output(target, TextEncoding::kWindows1252, nullptr);
+    Utf8Output output(target, nullptr);
+    output.ReadAs(TextEncoding::kWindows1252);
     for (; !text.empty(); text.remove_prefix(std::min(step, text.size()))) {
         EXPECT_TRUE(output.Write(text.substr(0, step)));
     }

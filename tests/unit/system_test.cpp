@@ -24,7 +24,7 @@ TEST(SystemTest, TheProgramHasOneModuleHandle) {
 [[noreturn]] void ExitWithLocales(const char* variable, const char* locale) {
     for (const char* name : {"LC_ALL", "LC_CTYPE", "LC_NUMERIC", "LANG"}) unsetenv(name);
     if (variable != nullptr) setenv(variable, locale, 1);
-    EnableLocale();
+    static_cast<void>(EnableLocale());
     const std::string characters = std::setlocale(LC_CTYPE, nullptr);
     const std::string numbers = std::setlocale(LC_NUMERIC, nullptr);
     const std::string expected = variable == nullptr ? "C" : locale;
@@ -42,7 +42,7 @@ TEST(SystemTest, EnablesTheUsersCharactersAlone) {
 
 [[noreturn]] void ExitAfterAnUnknownLocale() {
     setenv("LC_ALL", "xx_XX.no-such-locale", 1);
-    EnableLocale();
+    static_cast<void>(EnableLocale());
     const bool isPlain = std::setlocale(LC_CTYPE, nullptr) == std::string("C") &&
                          std::setlocale(LC_NUMERIC, nullptr) == std::string("C");
     std::_Exit(isPlain ? 0 : 1);

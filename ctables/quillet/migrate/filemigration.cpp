@@ -1,11 +1,13 @@
 #include "migrate/filemigration.h"
 
 #include <algorithm>
+#include <array>
 #include <new>
 #include <utility>
 #include <vector>
 
 #include "migrate/jsonreport.h"
+#include "migrate/recodedtext.h"
 #include "platform/blocksize.h"
 #include "quillet.h"
 
@@ -13,8 +15,14 @@ namespace quillet::migrate {
 
 namespace {
 
-// Counts lines and bytes, and hashes them, when the text is read for the second time, which is the
-// time when it is converted.
+// A conversion that stopped leaves what is counted all the same.
+void ReadRest(TextInput& input) {
+    std::vector<char> block(kBlockSize);
+    while (input.Read(block.data(), block.size()) > 0) continue;
+}
+
+// Counts bytes, and hashes them, when the text is read for the second time, which is the time when
+// it is converted.
 class CountingInput final : public TextInput {
 public:
     CountingInput(SourceFile& source, std::atomic<std::uint64_t>& progress)
@@ -26,8 +34,6 @@ public:
         m_bytes += count;
         m_hasher.Add({buffer, count});
         m_progress.fetch_add(count, std::memory_order_relaxed);
-        m_lines += std::count(buffer, buffer + count, '\n');
-        m_endsInLine = buffer[count - 1] != '\n';
         return count;
     }
     bool Rewind() override {
@@ -37,12 +43,6 @@ public:
     [[nodiscard]] bool Failed() const override { return m_source.Failed(); }
     [[nodiscard]] bool HasChanged() const override { return m_source.HasChanged(); }
 
-    // A conversion that stopped leaves lines that are counted all the same.
-    void ReadRest() {
-        std::vector<char> block(kBlockSize);
-        while (Read(block.data(), block.size()) > 0) continue;
-    }
-    [[nodiscard]] std::int64_t Lines() const { return m_lines + (m_endsInLine ? 1 : 0); }
     [[nodiscard]] std::uint64_t Bytes() const { return m_bytes; }
     [[nodiscard]] ContentHash Hash() const { return m_hasher.Value(); }
 
@@ -50,10 +50,34 @@ private:
     SourceFile& m_source;
     std::atomic<std::uint64_t>& m_progress;
     bool m_isSecondTime = false;
-    bool m_endsInLine = false;
-    std::int64_t m_lines = 0;
     std::uint64_t m_bytes = 0;
     ContentHasher m_hasher;
+};
+
+// Counts lines of the text that is converted, the second time as well.
+class LineCountingInput final : public TextInput {
+public:
+    explicit LineCountingInput(TextInput& input) : m_input(input) {}
+
+    std::size_t Read(char* buffer, std::size_t size) override {
+        const std::size_t count = m_input.Read(buffer, size);
+        m_lines += std::count(buffer, buffer + count, '\n');
+        if (count > 0) m_endsInLine = buffer[count - 1] != '\n';
+        return count;
+    }
+    bool Rewind() override {
+        m_lines = 0;
+        m_endsInLine = false;
+        return m_input.Rewind();
+    }
+    [[nodiscard]] bool Failed() const override { return m_input.Failed(); }
+    [[nodiscard]] bool HasChanged() const override { return m_input.HasChanged(); }
+    [[nodiscard]] std::int64_t Lines() const { return m_lines + (m_endsInLine ? 1 : 0); }
+
+private:
+    TextInput& m_input;
+    bool m_endsInLine = false;
+    std::int64_t m_lines = 0;
 };
 
 // Hashes what goes into a file, or what would go into one.
@@ -79,6 +103,7 @@ std::string_view NameOf(TextEncoding encoding) {
         case TextEncoding::kWindows1252:
             return "windows-1252";
         case TextEncoding::kSystem:
+        case TextEncoding::kNamed:
             break;
     }
     return "system";
@@ -87,8 +112,13 @@ std::string_view NameOf(TextEncoding encoding) {
 // Puts what a conversion tells about its commands into the facts of its file.
 class FactsCollector final : public ConversionListener {
 public:
-    FactsCollector(FileFacts& facts, CommandSpool& commands, ProgressCounters& progress)
-        : m_facts(facts), m_commands(commands), m_progress(progress) {}
+    // All are borrowed.
+    FactsCollector(FileFacts& facts, CommandSpool& commands, ProgressCounters& progress,
+                   const CodePage* pNamed)
+        : m_facts(facts), m_commands(commands), m_progress(progress), m_pNamed(pNamed) {}
+
+    // Has `output` told what the text is read in.
+    void TellEncodingTo(Utf8Output& output) { m_pOutput = &output; }
 
     void OnResultLine(std::string_view /*line*/) override {}
     void OnDiagnostic(std::string_view line) override {
@@ -99,14 +129,15 @@ public:
     }
     void OnEncoding(TextEncoding encoding) override {
         m_encoding = encoding;
-        m_facts.encoding = NameOf(encoding);
+        if (encoding != TextEncoding::kNamed) m_facts.encoding = NameOf(encoding);
+        if (m_pOutput != nullptr) m_pOutput->ReadAs(encoding);
     }
     void OnCommand(const CommandReport& report) override {
         ++CounterOf(report.outcome);
         m_progress.commands.fetch_add(1, std::memory_order_relaxed);
         m_facts.warnings += static_cast<std::int64_t>(report.warnings.size());
         if (report.outcome == CommandOutcome::kCopied) return;
-        m_commands.Add(CommandJson(report, m_encoding));
+        m_commands.Add(CommandJson(report, m_encoding, m_pNamed));
         if (report.outcome == CommandOutcome::kConverted) return;
         m_progress.failures.fetch_add(1, std::memory_order_relaxed);
         m_isOutOfMemory = m_isOutOfMemory || report.errorKind == ErrorKind::kOutOfMemory;
@@ -139,6 +170,8 @@ private:
     FileFacts& m_facts;
     CommandSpool& m_commands;
     ProgressCounters& m_progress;
+    const CodePage* m_pNamed;
+    Utf8Output* m_pOutput = nullptr;
     TextEncoding m_encoding = TextEncoding::kUtf8;
     bool m_isOutOfMemory = false;
     int m_diagnostics = 0;
@@ -162,6 +195,10 @@ void FileMigration::Run(const FileTask& task) {
     m_context.publisher.PrepareFor(task.entry.size);
     m_facts = {};
     m_facts.path = task.entry.path;
+    m_namedCodePage.reset();
+    m_encodingName.clear();
+    m_byteOrder.reset();
+    m_isInvalidUtf16 = false;
     m_resultFolder.reset();
     m_resultFolderError.clear();
     m_identity = {};
@@ -198,10 +235,11 @@ void FileMigration::MigrateOpened(const FileTask& task, SourceFile& source) {
     if (!FindResultFolder()) return;
     const Content content = LookAtContent(source);
     if (source.Failed()) return Fail("it cannot be read", source.Error());
-    if (task.isConverted && content == Content::kUtf16) {
-        return Fail("it is UTF-16, which cannot be converted: save it as UTF-8");
+    if (task.isConverted && content == Content::kUtf32) {
+        return Fail("it is UTF-32, which cannot be converted: save it as UTF-8");
     }
-    const bool isConverted = task.isConverted && content == Content::kText;
+    const bool isConverted = task.isConverted && ChooseEncoding(source, content);
+    if (source.Failed()) return Fail("it cannot be read", source.Error());
     if (!isConverted && !m_context.copiesOthers) {
         m_facts.outcome = FileOutcome::kSkipped;
         m_facts.message = "no text: there is a zero byte in its first 64 KiB";
@@ -209,11 +247,43 @@ void FileMigration::MigrateOpened(const FileTask& task, SourceFile& source) {
     }
     m_action = isConverted ? Action::kConvert : Action::kCopy;
     m_identity.version = QUILLET_VERSION;
-    m_identity.options =
-        m_action == Action::kConvert ? TextOf(m_context.options) : kCopyOptionsText;
+    ResultOptions options = m_context.options;
+    if (!m_encodingName.empty()) options.legacyEncoding = m_encodingName;
+    m_identity.options = m_action == Action::kConvert ? TextOf(options) : kCopyOptionsText;
     const Standing standing = m_context.replacesAll ? Standing::kNothing : HashStandingResult();
     if (standing == Standing::kNothing) Make(source);
     if (standing == Standing::kFile) Judge(source);
+}
+
+// False when it is no text in any encoding.
+bool FileMigration::ChooseEncoding(SourceFile& source, Content content) {
+    constexpr const char* kLittleEndianName = "utf-16le";
+    constexpr const char* kBigEndianName = "utf-16be";
+    if (content == Content::kUtf16LittleEndian) m_byteOrder = ByteOrder::kLittleEndian;
+    if (content == Content::kUtf16BigEndian) m_byteOrder = ByteOrder::kBigEndian;
+    const Encoding* pNamed = m_byteOrder ? nullptr : NamedEncoding(source);
+    // What holds no NUL is no syntax in UTF-16.
+    if (pNamed != nullptr && content == Content::kOther) m_byteOrder = pNamed->byteOrder;
+    if (m_byteOrder) {
+        m_encodingName =
+            m_byteOrder == ByteOrder::kLittleEndian ? kLittleEndianName : kBigEndianName;
+    } else if (pNamed != nullptr && pNamed->codePage != nullptr) {
+        m_namedCodePage = pNamed->codePage;
+        m_encodingName = pNamed->name;
+    }
+    return m_byteOrder || content == Content::kText;
+}
+
+// What the user says of a file counts more than what it says of itself.
+const Encoding* FileMigration::NamedEncoding(SourceFile& source) const {
+    constexpr std::size_t kFirstLine = 200;
+    const Encoding* pRuled = m_context.encodingRules.ForPath(m_facts.path);
+    if (pRuled != nullptr) return pRuled;
+    std::array<char, kFirstLine> buffer{};
+    const std::size_t count = source.Read(buffer.data(), buffer.size());
+    if (!source.Rewind()) return nullptr;
+    const std::string_view name = EncodingNamedIn({buffer.data(), count});
+    return name.empty() ? nullptr : m_context.encodings.Find(name);
 }
 
 // False when it is no place for a result. Where there is none nothing can be written, either,
@@ -340,9 +410,8 @@ bool FileMigration::MakeInto(NewFile* pResult, SourceFile& source, ContentHash& 
     CountingInput input(source, m_context.progress.bytes);
     const Outcome outcome =
         m_action == Action::kConvert ? Convert(input, output) : CopyText(input, output);
-    input.ReadRest();
+    ReadRest(input);
     m_bytesCounted += input.Bytes();
-    if (m_action == Action::kConvert) m_facts.lines = input.Lines();
     if (outcome == Outcome::kWriteError) {
         Fail("the result cannot be written",
              pResult != nullptr ? pResult->Error() : std::error_code());
@@ -350,6 +419,10 @@ bool FileMigration::MakeInto(NewFile* pResult, SourceFile& source, ContentHash& 
     }
     if (outcome == Outcome::kOutOfMemory) {
         Fail("there is not enough memory for it");
+        return false;
+    }
+    if (m_isInvalidUtf16) {
+        Fail("it is no valid UTF-16");
         return false;
     }
     // The look at its beginning has found no other reason why a text is not read to its end.
@@ -365,11 +438,31 @@ bool FileMigration::MakeInto(NewFile* pResult, SourceFile& source, ContentHash& 
 }
 
 Outcome FileMigration::Convert(TextInput& input, TextOutput& output) {
-    FactsCollector collector(m_facts, m_commands, m_context.progress);
+    FactsCollector collector(m_facts, m_commands, m_context.progress, m_namedCodePage.get());
     Options options;
     options.batchMode = m_context.options.batchMode;
     options.legacyCodePage = LegacyCodePage::kSystem;
-    const Outcome outcome = ConvertStream(input, output, collector, options);
+    options.namedCodePage = m_namedCodePage;
+    m_facts.encoding = m_encodingName;
+
+    std::optional<Utf16Input> decoded;
+    if (m_byteOrder) decoded.emplace(input, *m_byteOrder);
+    LineCountingInput lines(decoded ? *decoded : input);
+    std::optional<Utf16Output> encoded;
+    Utf8Output inUtf8(output, m_namedCodePage.get());
+    TextOutput* pOutput = &output;
+    if (m_context.options.isUtf8) {
+        collector.TellEncodingTo(inUtf8);
+        pOutput = &inUtf8;
+    } else if (m_byteOrder) {
+        pOutput = &encoded.emplace(output, *m_byteOrder);
+    }
+    Outcome outcome = ConvertStream(lines, *pOutput, collector, options);
+    if (outcome != Outcome::kWriteError && !inUtf8.Finish()) outcome = Outcome::kWriteError;
+    if (m_byteOrder) m_facts.encoding = m_encodingName;
+    ReadRest(lines);
+    m_facts.lines = lines.Lines();
+    m_isInvalidUtf16 = decoded && decoded->IsInvalid();
     return collector.IsOutOfMemory() ? Outcome::kOutOfMemory : outcome;
 }
 

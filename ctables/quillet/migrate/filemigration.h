@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "migrate/commandspool.h"
+#include "migrate/encodings.h"
 #include "migrate/filetree.h"
 #include "migrate/journal.h"
 #include "migrate/progress.h"
@@ -35,6 +36,8 @@ struct MigrationContext {
     Journal& journal;
     ResultPublisher& publisher;
     ProgressCounters& progress;
+    Encodings& encodings;
+    const EncodingRules& encodingRules;
     ResultOptions options;
     bool copiesOthers = false;
     bool isDryRun = false;
@@ -58,6 +61,8 @@ private:
 
     void Migrate(const FileTask& task);
     void MigrateOpened(const FileTask& task, SourceFile& source);
+    [[nodiscard]] bool ChooseEncoding(SourceFile& source, Content content);
+    [[nodiscard]] const Encoding* NamedEncoding(SourceFile& source) const;
     [[nodiscard]] bool FindResultFolder();
     [[nodiscard]] Standing HashStandingResult();
     void Judge(SourceFile& source);
@@ -83,6 +88,10 @@ private:
     std::shared_ptr<const Folder> m_resultFolder;  // null when there is none:
     std::error_code m_resultFolderError;           // this is why
     Action m_action = Action::kConvert;
+    std::shared_ptr<const CodePage> m_namedCodePage;  // null for that of the user's locale
+    std::string m_encodingName;                       // of it; empty as long as it is null
+    std::optional<ByteOrder> m_byteOrder;             // of UTF-16
+    bool m_isInvalidUtf16 = false;
     ResultIdentity
         m_identity;  // of the result that was made or, before that, of the one that stands
     CommandSpool m_commands;

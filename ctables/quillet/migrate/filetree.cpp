@@ -292,9 +292,13 @@ Content LookAtContent(TextInput& input) {
     }
     const std::string_view beginning(buffer.data(), filled);
     if (!input.Rewind()) return Content::kOther;
-    if (beginning.starts_with("\xFF\xFE") || beginning.starts_with("\xFE\xFF")) {
-        return Content::kUtf16;
+    constexpr std::string_view kUtf32LittleEndian("\xFF\xFE\0\0", 4);
+    constexpr std::string_view kUtf32BigEndian("\0\0\xFE\xFF", 4);
+    if (beginning.starts_with(kUtf32LittleEndian) || beginning.starts_with(kUtf32BigEndian)) {
+        return Content::kUtf32;
     }
+    if (beginning.starts_with("\xFF\xFE")) return Content::kUtf16LittleEndian;
+    if (beginning.starts_with("\xFE\xFF")) return Content::kUtf16BigEndian;
     return beginning.find('\0') == std::string_view::npos ? Content::kText : Content::kOther;
 }
 

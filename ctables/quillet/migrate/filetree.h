@@ -48,8 +48,10 @@ struct FileTree {
 /// What a look at the beginning of a file tells.
 enum class Content {
     kText,
-    kUtf16,  ///< It begins with a byte-order mark of UTF-16 or UTF-32, FF FE or FE FF.
-    kOther,  ///< There is a NUL in its first 64 KiB.
+    kUtf16LittleEndian,  ///< It begins with a byte-order mark of UTF-16, FF FE,
+    kUtf16BigEndian,     ///< or FE FF.
+    kUtf32,              ///< It begins with one of UTF-32, FF FE 00 00 or 00 00 FE FF.
+    kOther,              ///< There is a NUL in its first 64 KiB.
 };
 
 /// What `input` holds, which is rewound. Look at `input.Failed` afterwards.

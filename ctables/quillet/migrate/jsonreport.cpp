@@ -64,24 +64,25 @@ OrderedJson ShardJson(const std::optional<Shard>& shard) {
 
 }  // namespace
 
-std::string CommandJson(const CommandReport& command, TextEncoding encoding) {
+std::string CommandJson(const CommandReport& command, TextEncoding encoding,
+                        const CodePage* pNamed) {
     OrderedJson json = {{"type", NameOf(command.type)},
                         {"outcome", NameOf(command.outcome)},
                         {"firstLine", command.firstLine},
                         {"lastLine", command.lastLine},
-                        {"source", ToUtf8(command.source, encoding)}};
+                        {"source", ToUtf8(command.source, encoding, pNamed)}};
     if (command.outcome == CommandOutcome::kConverted) {
-        json["generated"] = ToUtf8(command.generated, encoding);
+        json["generated"] = ToUtf8(command.generated, encoding, pNamed);
         json["generatedLine"] = command.generatedLine;
     } else {
         json["error"] = NameOf(command.errorKind);
         json["errorLine"] = command.errorLine;
         json["errorColumn"] = command.errorColumn;
-        json["message"] = ToUtf8(command.message, encoding);
+        json["message"] = ToUtf8(command.message, encoding, pNamed);
     }
     OrderedJson& warnings = json["warnings"] = OrderedJson::array();
     for (const std::string& warning : command.warnings) {
-        warnings.push_back(ToUtf8(warning, encoding));
+        warnings.push_back(ToUtf8(warning, encoding, pNamed));
     }
     return Dump(json);
 }

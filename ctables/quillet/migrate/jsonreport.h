@@ -13,7 +13,8 @@
 namespace quillet::migrate {
 
 /// The JSON object of a command that was not just copied; `encoding` is that of its texts.
-[[nodiscard]] std::string CommandJson(const CommandReport& command, TextEncoding encoding);
+[[nodiscard]] std::string CommandJson(const CommandReport& command, TextEncoding encoding,
+                                      const CodePage* pNamed = nullptr);
 
 /// The JSON object of a file without what concerns its commands and without the brace at its
 /// end, so that more members can follow, beginning with a comma.

@@ -1,4 +1,5 @@
 // The command-line program that converts whole archives.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -21,9 +22,17 @@ int Show(std::string_view text) {
     return quillet::migrate::kTroubleStatus;
 }
 
+// Such as "de_DE.UTF-8" or "C.utf8". With it, files that are not UTF-8 are Windows-1252 in any
+// case.
+bool IsUtf8Locale(std::string_view name) {
+    name.remove_prefix(std::min(name.find('.'), name.size()));
+    name = name.substr(0, name.find('@'));
+    return name == ".UTF-8" || name == ".utf8" || name == ".UTF8" || name == ".utf-8";
+}
+
 int Run(int argc, char* argv[]) {
     using namespace quillet;  // NOLINT(google-build-using-namespace): one function long
-    EnableLocale();
+    const bool hasLocale = EnableLocale();
     OpenClosedStandardStreams();
     IgnoreWriteSignals();
     const migrate::CommandLine commandLine =
@@ -35,6 +44,15 @@ int Run(int argc, char* argv[]) {
         return migrate::kTroubleStatus;
     }
     const migrate::Settings& settings = *commandLine.settings;
+    if (!hasLocale && settings.reports.empty() && settings.encoding.empty() &&
+        !IsUtf8Locale(UserLocaleName())) {
+        WriteToStream(stderr,
+                      "quillet-migrate: The locale " + UserLocaleName() +
+                          " is not installed, so that nobody can tell how files are to be "
+                          "read that are not UTF-8: install it, or name their encoding with "
+                          "--encoding\n");
+        return migrate::kTroubleStatus;
+    }
     return settings.reports.empty() ? migrate::RunMigration(settings)
                                     : migrate::MergeReports(settings);
 }

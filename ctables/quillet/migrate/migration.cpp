@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "migrate/encodings.h"
 #include "migrate/exitstatus.h"
 #include "migrate/filemigration.h"
 #include "migrate/filetree.h"
@@ -59,7 +60,8 @@ public:
 
     int Run() {
         std::string problem;
-        if (!OpenSource(problem) || !FindTarget(problem) || !OpenJunit(problem)) {
+        if (!FindEncodings(problem) || !OpenSource(problem) || !FindTarget(problem) ||
+            !OpenJunit(problem)) {
             return Refuse(problem);
         }
         FileTree tree =
@@ -77,6 +79,28 @@ public:
     }
 
 private:
+    [[nodiscard]] bool FindEncodings(std::string& problem) {
+        const auto find = [this, &problem](const std::string& option, const std::string& name) {
+            const Encoding* pEncoding = m_encodings.Find(name);
+            if (pEncoding == nullptr) {
+                problem = option + ": syntax cannot be read in the encoding \"" + name +
+                          "\", or the system does not know it";
+            }
+            return pEncoding;
+        };
+        if (!m_settings.encoding.empty()) {
+            const Encoding* pEncoding = find("--encoding", m_settings.encoding);
+            if (pEncoding == nullptr) return false;
+            m_encodingRules.SetForAll(*pEncoding);
+        }
+        for (const auto& [pattern, name] : m_settings.encodings) {
+            const Encoding* pEncoding = find("--encoding-include", name);
+            if (pEncoding == nullptr) return false;
+            m_encodingRules.Add(pattern, *pEncoding);
+        }
+        return true;
+    }
+
     // What the user names may be reached over links, which are resolved here and once. From then
     // on only the folders count that are held.
     [[nodiscard]] bool OpenSource(std::string& problem) {
@@ -283,17 +307,20 @@ private:
         m_progress.allFiles = m_tasks.size();
         for (const FileTask& task : m_tasks) m_progress.allBytes += task.entry.size;
         ResultPublisher publisher(*m_journal, *m_target, m_progress);
-        const MigrationContext context = {*m_source,
-                                          *m_target,
-                                          m_earlier,
-                                          *m_journal,
-                                          publisher,
-                                          m_progress,
-                                          {m_settings.batchMode, LegacyEncodingName()},
-                                          m_settings.copyOthers,
-                                          m_settings.dryRun,
-                                          m_settings.force,
-                                          m_settings.acceptEdited};
+        const MigrationContext context = {
+            *m_source,
+            *m_target,
+            m_earlier,
+            *m_journal,
+            publisher,
+            m_progress,
+            m_encodings,
+            m_encodingRules,
+            {m_settings.batchMode, LegacyEncodingName(), m_settings.toUtf8},
+            m_settings.copyOthers,
+            m_settings.dryRun,
+            m_settings.force,
+            m_settings.acceptEdited};
         const ProgressDisplay display(m_progress, m_settings.isQuiet);
         const auto count = static_cast<unsigned>(
             std::min<std::size_t>(m_settings.jobs, std::max<std::size_t>(m_tasks.size(), 1)));
@@ -458,6 +485,8 @@ private:
     EarlierResults m_earlier;
     std::unique_ptr<Journal> m_journal;
     ProgressCounters m_progress;
+    Encodings m_encodings;
+    EncodingRules m_encodingRules;
     std::set<std::string> m_changedFolders;  // below TARGET, those in which results were renamed
     std::unordered_set<std::string> m_gone;  // results that are recorded, but are no more
 };

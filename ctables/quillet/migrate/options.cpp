@@ -101,6 +101,9 @@ private:
         };
         m_pInclude = add("--include", "Convert files of such names only (repeatable)");
         m_pExclude = add("--exclude", "Convert no files of such names (repeatable)");
+        m_pEncodings =
+            add("--encoding-include", "Read files of such names in that encoding (repeatable)")
+                ->type_name("PATTERN=NAME");
     }
 
     void AddFlags() {
@@ -108,6 +111,7 @@ private:
         m_app.add_flag("--copy-others", settings.copyOthers,
                        "Copy the files that are not converted");
         m_app.add_flag("--batch", settings.batchMode, "Read the files in batch mode");
+        m_app.add_flag("--to-utf8", settings.toUtf8, "Write all results in UTF-8");
         m_app.add_flag("--dry-run", settings.dryRun, "Write the report alone");
         m_app.add_flag("--force", settings.force, "Replace all results, edited ones too");
         m_app.add_flag("--accept-edited", settings.acceptEdited,
@@ -123,6 +127,8 @@ private:
             return m_app.add_option(name, value, text)->type_name(type);
         };
         m_pJobs = add("--jobs", m_parsed.jobs, "N", "Files to convert at a time (default: cores)");
+        m_pEncoding = add("--encoding", m_parsed.settings.encoding, "NAME",
+                          "Encoding of the files that are not UTF-8 (default: the locale's)");
         m_pShard = add("--shard", m_parsed.shard, "I/N", "Take the I-th of N slices");
         m_pJunit = add("--junit", m_parsed.settings.junitPath, "FILE",
                        "Write a JUnit report for build servers, too");
@@ -152,6 +158,17 @@ private:
         if (m_pJunit->count() > 0 && m_parsed.settings.junitPath.empty()) {
             return Refuse("--junit: the name is empty");
         }
+        if (m_pEncoding->count() > 0 && m_parsed.settings.encoding.empty()) {
+            return Refuse("--encoding: the name is empty");
+        }
+        for (const std::string& rule : m_pEncodings->results()) {
+            const std::size_t sign = rule.rfind('=');
+            if (sign == std::string::npos || sign == 0 || sign + 1 == rule.size()) {
+                return Refuse("--encoding-include: PATTERN=NAME is expected instead of \"" + rule +
+                              "\"");
+            }
+            m_parsed.settings.encodings.emplace_back(rule.substr(0, sign), rule.substr(sign + 1));
+        }
         for (const CLI::Option* pPatterns : {m_pInclude, m_pExclude}) {
             for (const std::string& pattern : pPatterns->results()) {
                 if (pattern.empty())
@@ -164,7 +181,8 @@ private:
     CommandLine CheckMerging() {
         if (m_parsed.paths.size() < 2) return Refuse("--merge-reports needs FILE... and TARGET");
         for (const char* pName : {"--include", "--exclude", "--copy-others", "--batch", "--jobs",
-                                  "--dry-run", "--force", "--accept-edited", "--shard"}) {
+                                  "--dry-run", "--force", "--accept-edited", "--shard",
+                                  "--encoding", "--encoding-include", "--to-utf8"}) {
             if (m_app.count(pName) > 0) {
                 return Refuse(std::string(pName) + " does not go with --merge-reports");
             }
@@ -219,6 +237,8 @@ private:
     CLI::Option* m_pExclude = nullptr;
     CLI::Option* m_pJobs = nullptr;
     CLI::Option* m_pShard = nullptr;
+    CLI::Option* m_pEncoding = nullptr;
+    CLI::Option* m_pEncodings = nullptr;
     CLI::Option* m_pJunit = nullptr;
 };
 

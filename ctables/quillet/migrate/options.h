@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "migrate/shard.h"
@@ -24,6 +25,10 @@ struct Settings {
     bool isQuiet = false;
     unsigned jobs = 1;
     std::optional<Shard> shard;
+    std::string encoding;  ///< Of files that are not UTF-8; empty for that of the user's locale.
+    /// Of those whose names match a pattern; the last that matches counts.
+    std::vector<std::pair<std::string, std::string>> encodings;
+    bool toUtf8 = false;
     std::string junitPath;             ///< Empty for none.
     std::vector<std::string> reports;  ///< To be joined; when there are any, nothing is migrated.
 };

@@ -43,6 +43,7 @@ bool Utf16Output::Write(std::string_view bytes) {
 }
 
 bool Utf8Output::Write(std::string_view bytes) {
+    if (m_encoding == TextEncoding::kUtf8) return m_output.Write(bytes);
     const std::size_t end = bytes.rfind('\n');
     if (end == std::string_view::npos) {
         m_pending.append(bytes);

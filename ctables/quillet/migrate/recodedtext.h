@@ -57,8 +57,11 @@ private:
 class Utf8Output final : public TextOutput {
 public:
     /// `output` and `pNamed`, which is what `TextEncoding::kNamed` means, are borrowed.
-    Utf8Output(TextOutput& output, TextEncoding encoding, const CodePage* pNamed)
-        : m_output(output), m_encoding(encoding), m_pNamed(pNamed) {}
+    Utf8Output(TextOutput& output, const CodePage* pNamed) : m_output(output), m_pNamed(pNamed) {}
+
+    /// Says what the text comes in; before the first write. Without that it is UTF-8, which is left
+    /// as it is.
+    void ReadAs(TextEncoding encoding) { m_encoding = encoding; }
 
     /// Takes whole lines, of which it keeps the first few until it knows the first one.
     bool Write(std::string_view bytes) override;
@@ -67,8 +70,8 @@ public:
 
 private:
     TextOutput& m_output;
-    TextEncoding m_encoding;
     const CodePage* m_pNamed;
+    TextEncoding m_encoding = TextEncoding::kUtf8;
     std::string m_pending;  // what does not end in a line end yet
     bool m_isAfterFirstLine = false;
 };

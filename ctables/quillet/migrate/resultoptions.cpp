@@ -7,7 +7,7 @@ namespace quillet::migrate {
 
 std::string TextOf(const ResultOptions& options) {
     return std::string("layout=") + (options.batchMode ? "batch" : "interactive") +
-           ";encoding=" + options.legacyEncoding;
+           ";encoding=" + options.legacyEncoding + (options.isUtf8 ? ";result=utf-8" : "");
 }
 
 std::string LegacyEncodingName() {

@@ -11,6 +11,7 @@ namespace quillet::migrate {
 struct ResultOptions {
     bool batchMode = false;
     std::string legacyEncoding = "windows-1252";  ///< Of sources that are not UTF-8.
+    bool isUtf8 = false;                          ///< Whatever the source is in.
 };
 
 /// One line by which later runs tell whether the options are still the same, for they compare it

@@ -5,6 +5,7 @@
 
 #include <clocale>
 #include <csignal>
+#include <cstdlib>
 
 namespace quillet {
 
@@ -18,8 +19,17 @@ std::vector<std::string> ProgramArguments(int argc, char* argv[]) {
     return argc < 1 ? std::vector<std::string>() : std::vector<std::string>(argv + 1, argv + argc);
 }
 
-// A locale that is not installed leaves the "C" locale in force, which is what it should do.
-void EnableLocale() { static_cast<void>(std::setlocale(LC_CTYPE, "")); }
+bool EnableLocale() { return std::setlocale(LC_CTYPE, "") != nullptr; }
+
+// The first that is set and not empty counts.
+std::string UserLocaleName() {
+    for (const char* pVariable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        // Nothing here changes the environment.
+        const char* pValue = std::getenv(pVariable);  // NOLINT(concurrency-mt-unsafe)
+        if (pValue != nullptr && *pValue != '\0') return pValue;
+    }
+    return {};
+}
 
 void OpenClosedStandardStreams() {
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {

@@ -20,8 +20,12 @@ using ModuleHandle = const void*;
 [[nodiscard]] std::vector<std::string> ProgramArguments(int argc, char* argv[]);
 
 /// Makes the user's character set the process's; numbers stay in the "C" locale. Lines that are
-/// shown end in LF on every system. Once, at the program's start.
-void EnableLocale();
+/// shown end in LF on every system. Once, at the program's start. False when the system does not
+/// have the locale that the user has named; that is "C" then.
+[[nodiscard]] bool EnableLocale();
+
+/// The name of the locale that the user's environment asks for; empty for none.
+[[nodiscard]] std::string UserLocaleName();
 
 /// Occupies the numbers of those of the three standard streams that are closed. Otherwise the
 /// next file that is opened would get such a number, and a message would end up in it. The

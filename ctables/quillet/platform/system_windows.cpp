@@ -48,11 +48,14 @@ std::vector<std::string> ProgramArguments(int /*argc*/, char* /*argv*/[]) {
 
 // The ANSI code page holds for every process; there is no locale to be chosen. Lines that are
 // shown end as they do elsewhere, so that they can be compared and piped on.
-void EnableLocale() {
+bool EnableLocale() {
     for (std::FILE* pStream : {stdout, stderr}) {
         if (_fileno(pStream) >= 0) static_cast<void>(_setmode(_fileno(pStream), _O_BINARY));
     }
+    return true;
 }
+
+std::string UserLocaleName() { return {}; }
 
 void OpenClosedStandardStreams() {
     constexpr int kStandardStreams = 3;
