@@ -303,6 +303,21 @@ class TestEncoding(MigrateCase):
         assert self.result("a") == self.converted(first_line.format("EUC-KR") + KOREAN).encode(
             "euc-kr")
 
+    def test_lines_that_end_in_cr(self):
+        for name, encoding in (("a", "utf-8"), ("b", "cp949"), ("c", "utf-16le")):
+            self.create(name, ("\ufeff" * (name == "c") + KOREAN.replace("\n", "\r"))
+                        .encode(encoding))
+        self.create("d", b"LIST.\rTABLES /TABLE=a.\r" * 50000)
+        self.create("e", b"LIST.\rTABLES /TABLE=a.\r" * 50000 + b"LIST.\n")
+        self.migrate("--encoding", "cp949")
+        for name, encoding in (("a", "utf-8"), ("b", "cp949"), ("c", "utf-16le")):
+            text = "\ufeff" * (name == "c") + self.converted(KOREAN).replace("\n", "\r")
+            assert self.result(name) == text.encode(encoding)
+            assert (self.facts(name)["lines"], self.facts(name)["converted"]) == (2, 1)
+        assert (self.facts("d")["lines"], self.facts("d")["converted"]) == (100000, 50000)
+        assert b"\n" not in self.result("d")
+        assert self.facts("e")["lines"] == 1
+
     @pytest.mark.parametrize("options", (
         ("--encoding", "nonsense"), ("--encoding", "UTF-32"), ("--encoding-include", "a=nonsense"),
         ("--encoding", ""), ("--encoding-include", "a"), ("--encoding-include", "=utf-8"),

@@ -7,6 +7,7 @@
 
 #include "driver/stringstreams.h"
 #include "migrate/recodedtext.h"
+#include "support/rownames.h"
 
 namespace quillet::migrate {
 namespace {
@@ -62,6 +63,48 @@ TEST(MigrateRecodedTextTest, FailsOnWhatIsNoUtf16) {
         EXPECT_TRUE(input.IsInvalid());
     }
 }
+
+struct LineEndCase {
+    std::string_view name;
+    std::string_view text;
+    std::string_view second;  // what is read the second time
+    bool endsLinesInCr;
+};
+
+constexpr LineEndCase kLineEnds[] = {
+    {"CR", "LIST.\rLIST.\r", "LIST.\nLIST.\n", true},
+    {"CR within", "LIST\r.", "LIST\n.", true},
+    {"CR LF", "LIST.\r\nLIST.\r\n", "LIST.\r\nLIST.\r\n", false},
+    {"LF", "LIST.\nLIST.\n", "LIST.\nLIST.\n", false},
+    {"both", "LIST.\rLIST.\rLIST.\n", "LIST.\rLIST.\rLIST.\n", false},
+    {"none", "LIST.", "LIST.", false},
+    {"nothing", "", "", false},
+};
+
+class LineEndTest : public testing::TestWithParam<LineEndCase> {};
+
+// Whether the first reading goes to the end or stops soon.
+TEST_P(LineEndTest, AreToldByTheWholeText) {
+    const LineEndCase& c = GetParam();
+    for (const bool isFirstWhole : {false, true}) {
+        SlowInput source(c.text, 3);
+        LineEndInput input(source);
+        std::string first(2, 'x');
+        first.resize(input.Read(first.data(), first.size()));
+        if (isFirstWhole) first += ReadAll(input);
+        EXPECT_TRUE(c.text.starts_with(first));
+        ASSERT_TRUE(input.Rewind());
+        EXPECT_EQ(input.EndsLinesInCr(), c.endsLinesInCr);
+        const std::string second = ReadAll(input);
+        EXPECT_EQ(second, c.second);
+        std::string written;
+        StringOutput target(written);
+        EXPECT_TRUE(LineEndOutput(target, input).Write(second));
+        EXPECT_EQ(written, c.text);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, LineEndTest, testing::ValuesIn(kLineEnds), NameOfRow<LineEndCase>);
 
 TEST(MigrateRecodedTextTest, WritesUtf16) {
     std::string written;

@@ -447,7 +447,9 @@ Outcome FileMigration::Convert(TextInput& input, TextOutput& output) {
 
     std::optional<Utf16Input> decoded;
     if (m_byteOrder) decoded.emplace(input, *m_byteOrder);
-    LineCountingInput lines(decoded ? *decoded : input);
+    LineEndInput lineEnds(decoded ? static_cast<TextInput&>(*decoded) : input);
+    LineCountingInput lines(lineEnds);
+
     std::optional<Utf16Output> encoded;
     Utf8Output inUtf8(output, m_namedCodePage.get());
     TextOutput* pOutput = &output;
@@ -457,7 +459,8 @@ Outcome FileMigration::Convert(TextInput& input, TextOutput& output) {
     } else if (m_byteOrder) {
         pOutput = &encoded.emplace(output, *m_byteOrder);
     }
-    Outcome outcome = ConvertStream(lines, *pOutput, collector, options);
+    LineEndOutput result(*pOutput, lineEnds);
+    Outcome outcome = ConvertStream(lines, result, collector, options);
     if (outcome != Outcome::kWriteError && !inUtf8.Finish()) outcome = Outcome::kWriteError;
     if (m_byteOrder) m_facts.encoding = m_encodingName;
     ReadRest(lines);

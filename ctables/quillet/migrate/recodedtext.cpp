@@ -1,5 +1,6 @@
 #include "migrate/recodedtext.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "migrate/encodings.h"
@@ -34,6 +35,41 @@ void Utf16Input::Fill() {
             count == 0 ? !m_decoder.IsWhole() : !m_decoder.Add({block.data(), count}, m_decoded);
         if (count == 0 || m_isInvalid) return;
     }
+}
+
+std::size_t LineEndInput::Read(char* buffer, std::size_t size) {
+    const std::size_t count = m_input.Read(buffer, size);
+    if (m_endsLinesInCr) {
+        std::replace(buffer, buffer + count, '\r', '\n');
+    } else {
+        Look({buffer, count});
+    }
+    return count;
+}
+
+// The first reading may have stopped before it met a line end.
+bool LineEndInput::Rewind() {
+    std::vector<char> block(kBlockSize);
+    while (!m_hasLf) {
+        const std::size_t count = m_input.Read(block.data(), block.size());
+        if (count == 0) break;
+        Look({block.data(), count});
+    }
+    m_endsLinesInCr = m_hasCr && !m_hasLf;
+    return m_input.Rewind();
+}
+
+void LineEndInput::Look(std::string_view block) {
+    if (m_hasLf) return;
+    m_hasLf = block.find('\n') != std::string_view::npos;
+    m_hasCr = m_hasCr || block.find('\r') != std::string_view::npos;
+}
+
+bool LineEndOutput::Write(std::string_view bytes) {
+    if (!m_input.EndsLinesInCr()) return m_output.Write(bytes);
+    m_text = bytes;
+    std::replace(m_text.begin(), m_text.end(), '\n', '\r');
+    return m_output.Write(m_text);
 }
 
 bool Utf16Output::Write(std::string_view bytes) {

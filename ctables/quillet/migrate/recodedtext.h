@@ -38,6 +38,45 @@ private:
     bool m_isInvalid = false;
 };
 
+/// A text whose lines all end in CR, as those of one that end in LF; any other as it is. What ends
+/// its lines is known, and heeded, from the second reading on.
+class LineEndInput final : public TextInput {
+public:
+    /// `input` is borrowed.
+    explicit LineEndInput(TextInput& input) : m_input(input) {}
+
+    std::size_t Read(char* buffer, std::size_t size) override;
+    bool Rewind() override;
+    [[nodiscard]] bool Failed() const override { return m_input.Failed(); }
+    [[nodiscard]] bool HasChanged() const override { return m_input.HasChanged(); }
+
+    /// There is a CR in it, and no LF.
+    [[nodiscard]] bool EndsLinesInCr() const { return m_endsLinesInCr; }
+
+private:
+    void Look(std::string_view block);
+
+    TextInput& m_input;
+    bool m_hasCr = false;
+    bool m_hasLf = false;
+    bool m_endsLinesInCr = false;
+};
+
+/// Writes a text with CR in place of LF if that is how the lines of a `LineEndInput` ended.
+class LineEndOutput final : public TextOutput {
+public:
+    /// Both are borrowed.
+    LineEndOutput(TextOutput& output, const LineEndInput& input)
+        : m_output(output), m_input(input) {}
+
+    bool Write(std::string_view bytes) override;
+
+private:
+    TextOutput& m_output;
+    const LineEndInput& m_input;
+    std::string m_text;
+};
+
 /// Writes a text of UTF-8 in UTF-16.
 class Utf16Output final : public TextOutput {
 public:
