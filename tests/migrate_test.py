@@ -27,6 +27,7 @@ import pytest
 
 from support.foldercase import (MEBIBYTE, TIME_LIMIT, FolderCase, is_sanitized, program,
                                 row_name)
+from support.foldercase import MEBIBYTE, TIME_LIMIT, TOP, FolderCase, program, row_name
 
 PROGRAM = program("quillet-migrate", "QUILLET_MIGRATE_PROGRAM")
 SINGLE_PROGRAM = program("quillet", "QUILLET_PROGRAM")
@@ -789,6 +790,25 @@ class TestKept(MigrateCase):
 
 
 class TestReport(MigrateCase):
+    def test_generated_commands_stand_where_it_says(self):
+        for path in (TOP / "tests" / "golden").glob("**/*.syn"):
+            self.create(path.relative_to(TOP / "tests" / "golden"), path.read_bytes())
+        self.migrate(status=1)
+        found = 0
+        for file in self.report()["files"]:
+            if file["outcome"] == "skipped":
+                continue
+            lines = (self.target / file["path"]).read_bytes().decode(
+                {"utf-8": "utf-8"}.get(file["encoding"], "cp1252"), errors="replace").split("\n")
+            lines = [line.removesuffix("\r") for line in lines]
+            for command in file["commands"]:
+                if command["outcome"] == "converted":
+                    generated = command["generated"].split("\n")
+                    begin = command["generatedLine"] - 1
+                    assert lines[begin:begin + len(generated)] == generated, file["path"]
+                    found += 1
+        assert found > 500
+
     def test_tells_about_files_and_commands(self):
         self.create("a b.syn", ORDINARY + TABLES + b"VAR LAB x '\xf6'.\n" + FAILING)
         self.create("c.syn", ORDINARY + UNREADABLE)

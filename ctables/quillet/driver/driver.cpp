@@ -146,6 +146,7 @@ void Driver::CopyThrough() {
 void Driver::Convert(const ConvertedCommand& command) {
     StepResult result = RunStep(command);
     EndWithPeriod(result.text);
+    result.text = WithoutBlankLines(result.text);
     std::string source = m_commands.CommandText();
     EndWithPeriod(source);
     CommandReport report = ReportOfCommand();

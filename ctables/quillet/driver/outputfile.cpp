@@ -17,6 +17,18 @@ bool IsBlankLine(std::string_view line) {
     return line.find_first_not_of(" \t\n\r") == std::string_view::npos;
 }
 
+std::string WithoutBlankLines(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size() - 1) + 1;
+        const std::string_view line = text.substr(0, end);
+        if (!IsBlankLine(line)) result.append(line);
+        text.remove_prefix(end);
+    }
+    return result;
+}
+
 OutputFile::OutputFile(TextOutput& output) : m_output(output) {
     // Room for a block and for what comes when a block is full.
     m_buffer.reserve(2 * kBlockSize);
