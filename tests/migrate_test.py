@@ -25,9 +25,8 @@ import xml.etree.ElementTree
 
 import pytest
 
-from support.foldercase import (MEBIBYTE, TIME_LIMIT, FolderCase, is_sanitized, program,
+from support.foldercase import (MEBIBYTE, TIME_LIMIT, TOP, FolderCase, is_sanitized, program,
                                 row_name)
-from support.foldercase import MEBIBYTE, TIME_LIMIT, TOP, FolderCase, program, row_name
 
 PROGRAM = program("quillet-migrate", "QUILLET_MIGRATE_PROGRAM")
 SINGLE_PROGRAM = program("quillet", "QUILLET_PROGRAM")

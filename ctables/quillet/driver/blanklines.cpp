@@ -150,7 +150,7 @@ private:
 
 std::string EndAtBlankLines(std::string_view text, const Options& options) {
     StringInput input(text);
-    const CodePage* pCodePage = ChooseCodePage(input, options.legacyCodePage);
+    const CodePage* pCodePage = ChooseCodePage(input, options);
     if (options.batchMode || pCodePage == nullptr) return std::string(text);
     const SourceLines lines(text);
     return BlankLineEnder(lines, *pCodePage).Run();
