@@ -470,7 +470,7 @@ LegacyFindings OnlyWideText() {
 
 const CodePage* CodePageOf(std::string_view text, const Options& options) {
     StringInput input(text);
-    return ChooseCodePage(input, options.legacyCodePage);
+    return ChooseCodePage(input, options);
 }
 
 }  // namespace
