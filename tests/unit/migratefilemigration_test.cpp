@@ -99,10 +99,10 @@ private:
         ResultPublisher publisher(*journal, target, progress);
         Encodings encodings;
         const EncodingRules rules;
-        const MigrationContext context = {
-            *source,   target, m_earlier,       *journal, publisher,    progress,
-            encodings, rules,  ResultOptions{}, false,    how.isDryRun, how.replacesAll,
-            how.acceptsEdited};
+        const MigrationContext context = {*source,          target,   m_earlier,    *journal,
+                                          publisher,        progress, encodings,    rules,
+                                          ResultOptions{},  false,    how.isDryRun, how.replacesAll,
+                                          how.acceptsEdited};
         FileTask task;
         task.entry.path = "a";
         FileMigration(context, 0).Run(task);
