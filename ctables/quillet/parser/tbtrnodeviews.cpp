@@ -5,6 +5,7 @@
 // look at the same slot: they tell which step has come across it.
 #include "parser/tbtrnodeviews.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -273,13 +274,13 @@ NodeOwner ObservationView::Make(NodeOwner variableList) {
 }
 
 bool ObservationView::HasRange(const TbTrParseNode& variableList) {
-    for (const Node* pChild : ChildrenOf(variableList)) {
+    const NodeChildren children = ChildrenOf(variableList);
+    return std::any_of(children.begin(), children.end(), [](const Node* pChild) {
         const NodeType childNodeType = TypeOf(pChild);
         QUILLET_ASSERT(childNodeType == TBI_VARRANGE || childNodeType == SP_VARNAME,
                        "childNodeType == TBI_VARRANGE || childNodeType == SP_VARNAME");
-        if (childNodeType == TBI_VARRANGE) return true;
-    }
-    return false;
+        return childNodeType == TBI_VARRANGE;
+    });
 }
 
 NodeChildren ObservationView::Variables() const {
@@ -539,10 +540,10 @@ bool TableView::HasShape() const {
     }
     const std::size_t nDim = DimensionCount();
     if (!QUILLET_ASSERT(0 < nDim && nDim <= kMaxDimensions, "0 < nDim && nDim <= 3")) return false;
-    for (const Node* pDimension : Dimensions()) {
-        if (pDimension && !HasDimensionShape(*pDimension)) return false;
-    }
-    return true;
+    const NodeChildren dimensions = Dimensions();
+    return std::all_of(dimensions.begin(), dimensions.end(), [](const Node* pDimension) {
+        return !pDimension || HasDimensionShape(*pDimension);
+    });
 }
 
 bool TableView::IsTable() const {
