@@ -285,7 +285,7 @@ private:
         Add(std::move(finding), wording, parts);
     }
 
-    Finding FindingAbout(FindingCode code, const MeantCommand& command) const {
+    [[nodiscard]] Finding FindingAbout(FindingCode code, const MeantCommand& command) const {
         Finding finding;
         finding.code = code;
         finding.firstLine = command.line;
@@ -369,13 +369,12 @@ private:
         const EncodingDoubt doubt =
             DoubtEncoding(m_lines.Text(), m_codePage, m_options.encodingName);
         if (doubt.reason == EncodingDoubt::Reason::kNone) return;
-        const bool isWestern = &m_codePage == &CodePage::Windows1252();
+        std::string_view readAs = m_options.encodingName;
+        if (&m_codePage == &CodePage::Windows1252()) readAs = "windows-1252";
         AddForText(FindingCode::kEncodingDoubtful,
                    doubt.reason == EncodingDoubt::Reason::kOtherName ? Wording::kEncodingNamed
                                                                      : Wording::kEncodingDoubtful,
-                   {.name = doubt.name,
-                    .other = isWestern ? std::string_view("windows-1252")
-                                       : std::string_view(m_options.encodingName)});
+                   {.name = doubt.name, .other = readAs});
     }
 
     void AddForText(FindingCode code, Wording wording, SentenceParts parts = {}) {
