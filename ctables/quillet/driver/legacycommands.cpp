@@ -475,9 +475,10 @@ const CodePage* CodePageOf(std::string_view text, const Options& options) {
 }  // namespace
 
 long LegacyFindings::Count(LegacyOutcome outcome) const {
-    return std::count_if(commands.begin(), commands.end(), [outcome](const LegacyCommand& command) {
-        return command.outcome == outcome;
-    });
+    const auto count = std::count_if(
+        commands.begin(), commands.end(),
+        [outcome](const LegacyCommand& command) { return command.outcome == outcome; });
+    return static_cast<long>(count);
 }
 
 LegacyFindings FindLegacyCommands(std::string_view text, const FindOptions& options,
