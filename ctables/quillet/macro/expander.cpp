@@ -313,7 +313,7 @@ bool Expander::PushAll(Activation& activation) {
     const auto add = [&](std::size_t slot) {
         const std::string* pValue = nullptr;
         if (!Charge(kInstructionWork) || !FindValue(activation, slot, pValue)) return false;
-        if (!pValue->empty()) {
+        if (pValue != nullptr && !pValue->empty()) {
             if (!all.empty()) all += ' ';
             all += *pValue;
         }

@@ -59,7 +59,7 @@ private:
                                  const std::string*& pValue);
     [[nodiscard]] bool PushAll(Activation& activation);
     [[nodiscard]] bool Push(Activation& activation, std::string value);
-    [[nodiscard]] std::string Pop(Activation& activation);
+    [[nodiscard]] static std::string Pop(Activation& activation);
     [[nodiscard]] bool Store(Activation& activation, std::size_t slot, std::string value);
     [[nodiscard]] bool Call(Activation& activation, const Instruction& instruction);
     [[nodiscard]] bool CallSubstr(Activation& activation, std::size_t count);

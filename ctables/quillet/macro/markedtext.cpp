@@ -14,7 +14,7 @@ MarkedView MarkedView::Part(std::size_t begin, std::size_t end) const {
 bool MarkedView::IsWritten(std::size_t begin, std::size_t end) const {
     if (marks.empty()) return true;
     for (std::size_t position = begin; position < end; ++position) {
-        const auto mark = static_cast<unsigned>(marks[position]);
+        const unsigned mark = static_cast<unsigned char>(marks[position]);
         if ((mark & static_cast<unsigned>(kPutIn)) != 0) return false;
         if (position > begin && (mark & static_cast<unsigned>(kSeam)) != 0) return false;
     }
