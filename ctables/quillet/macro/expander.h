@@ -51,7 +51,8 @@ private:
     [[nodiscard]] bool Execute(Activation& activation, const Instruction& instruction);
     [[nodiscard]] bool ExecuteText(Activation& activation, const Instruction& instruction);
     [[nodiscard]] bool ExecuteValue(Activation& activation, const Instruction& instruction);
-    [[nodiscard]] bool ExecuteCondition(Activation& activation, const Instruction& instruction);
+    [[nodiscard]] static bool ExecuteCondition(Activation& activation,
+                                               const Instruction& instruction);
     [[nodiscard]] bool ExecuteLoop(Activation& activation, const Instruction& instruction);
 
     [[nodiscard]] bool Write(Activation& activation, const Instruction& instruction);
