@@ -30,22 +30,22 @@ constexpr CommandKind kComment = CommandKind::kComment;
 constexpr CommandKind kDocument = CommandKind::kDocument;
 constexpr CommandKind kInlineData = CommandKind::kInlineData;
 
-struct Command {
+struct StreamCommand {
     long startLine;
     CommandKind kind;
     std::string text;
 
-    bool operator==(const Command& other) const {
+    bool operator==(const StreamCommand& other) const {
         return startLine == other.startLine && kind == other.kind && text == other.text;
     }
 };
 
-std::ostream& operator<<(std::ostream& stream, const Command& command) {
+std::ostream& operator<<(std::ostream& stream, const StreamCommand& command) {
     return stream << command.startLine << ' ' << command.kind << ' '
                   << testing::PrintToString(command.text);
 }
 
-using Commands = std::vector<Command>;
+using Commands = std::vector<StreamCommand>;
 
 // What a stream makes of a text: its commands, and the error that stopped it, if any.
 struct Cut {
@@ -335,7 +335,7 @@ TEST(CommandStreamTest, ContinuesOnIndentedLinesInBatchMode) {
     for (const CutCase& c : cases) ExpectCommands(c, true);
 }
 
-struct ErrorCase {
+struct StreamErrorCase {
     const char* name;
     std::string text;
     bool batchMode;
@@ -347,7 +347,7 @@ struct ErrorCase {
 
 TEST(CommandStreamTest, ErrorsNameTheLineOfTheFile) {
     constexpr ParseErrorKind kLiteral = ParseErrorKind::kUnclosedLiteral;
-    const ErrorCase cases[] = {
+    const StreamErrorCase cases[] = {
         {"a literal among the first two tokens: where its scan stopped", "TITLE 'a\n", false, 0, 1,
          9, kLiteral},
         {"a literal first", "'abc\n", false, 0, 1, 5, kLiteral},
@@ -386,7 +386,7 @@ TEST(CommandStreamTest, ErrorsNameTheLineOfTheFile) {
          kLiteral},
         {"batch mode: a sign is a column", "+TITLE 'ab\n", true, 0, 1, 11, kLiteral},
     };
-    for (const ErrorCase& c : cases) {
+    for (const StreamErrorCase& c : cases) {
         SCOPED_TRACE(c.name);
         for (int run = 0; run < 2; ++run) {
             const Cut cut = CutIntoCommands(c.text, c.batchMode);
@@ -413,7 +413,7 @@ TEST(CommandStreamTest, EveryByteOfAnOldTextIsACharacter) {
     EXPECT_EQ(cut.commands, (Commands{{1, kOrdinary, "TITLE " + word + "\n"}}));
 }
 
-struct DataCase {
+struct DataPartCase {
     const char* name;
     std::size_t lineLength;
     std::size_t lineCount;
@@ -421,13 +421,13 @@ struct DataCase {
 
 // Blocks of every size around those at which a stream may hand out a part.
 TEST(CommandStreamTest, InlineDataComesInPartsOfWholeLines) {
-    const DataCase cases[] = {
+    const DataPartCase cases[] = {
         {"short lines", 7, 700000},
         {"lines of 1 KiB", 1023, 4000},
         {"empty lines", 0, 3000000},
         {"lines of 1 MiB", 1048575, 5},
     };
-    for (const DataCase& c : cases) {
+    for (const DataPartCase& c : cases) {
         SCOPED_TRACE(c.name);
         std::string text = "BEGIN DATA.\n";
         const std::string line = std::string(c.lineLength, '7') + "\n";

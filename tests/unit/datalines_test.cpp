@@ -40,7 +40,7 @@ void ExpectRun(const std::string& text, bool endsInCrLf, std::size_t length, lon
     EXPECT_EQ(run.count, count) << testing::PrintToString(text) << endsInCrLf;
 }
 
-struct DataCase {
+struct DataLineCase {
     const char* name;
     std::string text;
     std::size_t length;
@@ -48,7 +48,7 @@ struct DataCase {
 };
 
 TEST(DataLinesTest, StopsBeforeALineThatNeedsALook) {
-    const DataCase cases[] = {
+    const DataLineCase cases[] = {
         {"nothing", "", 0, 0},
         {"no line end", "1 2 3", 0, 0},
         {"the last line", "1 2 3\n", 0, 0},
@@ -67,7 +67,7 @@ TEST(DataLinesTest, StopsBeforeALineThatNeedsALook) {
         {"a control character in front", "\0\n\x01 2\n3\n"s, 6, 2},
         {"letters outside ASCII", "\xC3\xA9\n\xE9\n3\n", 5, 2},
     };
-    for (const DataCase& c : cases) {
+    for (const DataLineCase& c : cases) {
         SCOPED_TRACE(c.name);
         ExpectRun(c.text, false, c.length, c.lineCount);
     }

@@ -21,7 +21,7 @@ struct FunctionCase {
     const char* order;  // how it sorts categories; empty where it cannot
 };
 
-const FunctionCase kFunctions[] = {
+const FunctionCase kChartFunctions[] = {
     {"MEAN", "", "summary.mean(x*y)", "Mean y", "summary.mean(y)"},
     {"MEDIAN", "", "summary.median(x*y)", "Median y", "summary.median(y)"},
     {"MODE", "", "summary.mode(x*y)", "Mode y", "summary.mode(y)"},
@@ -75,7 +75,7 @@ TEST(IgraphChartFunctionsTest, EveryFunctionInEveryElement) {
         {"AREA", "area(position("},
         {"LINE", "line(position("},
     };
-    for (const FunctionCase& c : kFunctions) {
+    for (const FunctionCase& c : kChartFunctions) {
         for (const auto& [element, beginning] : elements) {
             const std::string command =
                 "IGRAPH /X1=VAR(x) TYPE=CATEGORICAL /Y=VAR(y) /" + element + "(" + c.call + ").";
@@ -95,7 +95,7 @@ TEST(IgraphChartFunctionsTest, EveryFunctionInEveryElement) {
 }
 
 TEST(IgraphChartFunctionsTest, FunctionsSortCategories) {
-    for (const FunctionCase& c : kFunctions) {
+    for (const FunctionCase& c : kChartFunctions) {
         SCOPED_TRACE(c.call);
         const IgraphResult result = ConvertIgraphText(
             "IGRAPH /X1=VAR(x) /Y=VAR(y) /CATORDER VAR(x) (" + std::string(c.call) + ") /LINE.");

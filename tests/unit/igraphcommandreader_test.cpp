@@ -179,13 +179,13 @@ TEST(IgraphCommandReaderTest, TheMarkedCommandsHoldEveryKeyword) {
     }
 }
 
-struct FaultCase {
+struct CommandFaultCase {
     const char* name;
     const char* command;
     SyntaxFault fault;
 };
 
-const FaultCase kFaults[] = {
+const CommandFaultCase kCommandFaults[] = {
     // The first word.
     {"no token", "", SyntaxFault::kNotIgraph},
     {"another command", "TABLES /X1=VAR(a) /Y=VAR(b) /BAR.", SyntaxFault::kNotIgraph},
@@ -324,7 +324,7 @@ const FaultCase kFaults[] = {
 };
 
 TEST(IgraphCommandReaderTest, FindsFaults) {
-    for (const FaultCase& c : kFaults) {
+    for (const CommandFaultCase& c : kCommandFaults) {
         SCOPED_TRACE(std::string(c.name) + ": " + c.command);
         EXPECT_EQ(ConvertIgraphText(c.command).syntaxFault, c.fault);
         // A second time, so that nothing of the first is left.

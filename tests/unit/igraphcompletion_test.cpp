@@ -9,12 +9,12 @@ namespace quillet::igraph {
 
 namespace {
 
-struct FaultCase {
+struct CompletionFaultCase {
     const char* command;
     ValidityFault fault;
 };
 
-const FaultCase kFaults[] = {
+const CompletionFaultCase kCompletionFaults[] = {
     // Nothing to draw.
     {"IGRAPH.", ValidityFault::kNothingToDraw},
     {"IGRAPH /X1=VAR(a) /Y=VAR(b).", ValidityFault::kNothingToDraw},
@@ -193,7 +193,7 @@ const FaultCase kFaults[] = {
 };
 
 TEST(IgraphCompletionTest, FindsFaults) {
-    for (const FaultCase& c : kFaults) {
+    for (const CompletionFaultCase& c : kCompletionFaults) {
         SCOPED_TRACE(c.command);
         for (int run = 0; run < 2; ++run) {
             const IgraphResult result = ConvertIgraphText(c.command);

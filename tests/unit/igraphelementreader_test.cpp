@@ -12,10 +12,10 @@ namespace quillet::igraph {
 
 namespace {
 
-using Kind = ChartElement::Kind;
+using ElementKind = ChartElement::Kind;
 
 // The settings of an element.
-ChartElement ReadSettings(Kind kind, const std::string& text) {
+ChartElement ReadSettings(ElementKind kind, const std::string& text) {
     TAVQTokenSequence sequence(CodePage::Utf8(), text, false, 0);
     SyntaxReader reader(ReadSyntaxItems(sequence));
     ChartElement element;
@@ -35,75 +35,81 @@ FitLine ReadFit(const std::string& text) {
 }
 
 TEST(IgraphElementReaderTest, ReadsScatter) {
-    EXPECT_FALSE(ReadSettings(Kind::kScatter, "").isJittered);
-    EXPECT_TRUE(ReadSettings(Kind::kScatter, "COINCIDENT=JITTER(3)").isJittered);
-    EXPECT_FALSE(ReadSettings(Kind::kScatter, "COINCIDENT=JITTER COINCIDENT=NONE").isJittered);
+    EXPECT_FALSE(ReadSettings(ElementKind::kScatter, "").isJittered);
+    EXPECT_TRUE(ReadSettings(ElementKind::kScatter, "COINCIDENT=JITTER(3)").isJittered);
+    EXPECT_FALSE(
+        ReadSettings(ElementKind::kScatter, "COINCIDENT=JITTER COINCIDENT=NONE").isJittered);
 }
 
 TEST(IgraphElementReaderTest, ReadsBaselines) {
-    EXPECT_FALSE(ReadSettings(Kind::kBar, "").hasBaseline);
-    const ChartElement automatic = ReadSettings(Kind::kBar, "BASELINE=AUTO");
+    EXPECT_FALSE(ReadSettings(ElementKind::kBar, "").hasBaseline);
+    const ChartElement automatic = ReadSettings(ElementKind::kBar, "BASELINE=AUTO");
     EXPECT_TRUE(automatic.hasBaseline);
     EXPECT_FALSE(automatic.baseline);
-    EXPECT_EQ(ReadSettings(Kind::kArea, "BASELINE=-2").baseline, -2.0);
-    EXPECT_FALSE(ReadSettings(Kind::kArea, "BASELINE=3 BASELINE=AUTO").baseline);
+    EXPECT_EQ(ReadSettings(ElementKind::kArea, "BASELINE=-2").baseline, -2.0);
+    EXPECT_FALSE(ReadSettings(ElementKind::kArea, "BASELINE=3 BASELINE=AUTO").baseline);
 }
 
 TEST(IgraphElementReaderTest, ReadsLinesAndAreas) {
     using LineStyle = ChartElement::LineStyle;
     using Break = ChartElement::Break;
-    const ChartElement plain = ReadSettings(Kind::kLine, "");
+    const ChartElement plain = ReadSettings(ElementKind::kLine, "");
     EXPECT_EQ(plain.lineStyle, LineStyle::kLine);
     EXPECT_EQ(plain.breakMode, Break::kUnspecified);
     EXPECT_EQ(plain.interpolation, Keyword::kStraight);
-    EXPECT_EQ(ReadSettings(Kind::kLine, "STYLE=DOT").lineStyle, LineStyle::kDot);
-    EXPECT_EQ(ReadSettings(Kind::kLine, "STYLE=DOTLINE").lineStyle, LineStyle::kDotLine);
-    EXPECT_EQ(ReadSettings(Kind::kLine, "STYLE=NONE").lineStyle, LineStyle::kNone);
-    EXPECT_EQ(ReadSettings(Kind::kLine, "STYLE=DOT STYLE=LINE").lineStyle, LineStyle::kLine);
-    EXPECT_TRUE(ReadSettings(Kind::kLine, "DROPLINE=ON").hasDropLines);
-    EXPECT_EQ(ReadSettings(Kind::kLine, "BREAK=NONE").breakMode, Break::kNone);
-    EXPECT_EQ(ReadSettings(Kind::kArea, "BREAK=MISSING").breakMode, Break::kMissing);
-    EXPECT_EQ(ReadSettings(Kind::kArea, "INTERPOLATE=CJUMP").interpolation, Keyword::kCenterJump);
-    EXPECT_EQ(ReadSettings(Kind::kArea, "AREALABEL=PCT POINTLABEL=N").label, Keyword::kN);
-    EXPECT_EQ(ReadSettings(Kind::kLine, "LINELABEL PCT LABEL N").label, Keyword::kN);
+    EXPECT_EQ(ReadSettings(ElementKind::kLine, "STYLE=DOT").lineStyle, LineStyle::kDot);
+    EXPECT_EQ(ReadSettings(ElementKind::kLine, "STYLE=DOTLINE").lineStyle, LineStyle::kDotLine);
+    EXPECT_EQ(ReadSettings(ElementKind::kLine, "STYLE=NONE").lineStyle, LineStyle::kNone);
+    EXPECT_EQ(ReadSettings(ElementKind::kLine, "STYLE=DOT STYLE=LINE").lineStyle, LineStyle::kLine);
+    EXPECT_TRUE(ReadSettings(ElementKind::kLine, "DROPLINE=ON").hasDropLines);
+    EXPECT_EQ(ReadSettings(ElementKind::kLine, "BREAK=NONE").breakMode, Break::kNone);
+    EXPECT_EQ(ReadSettings(ElementKind::kArea, "BREAK=MISSING").breakMode, Break::kMissing);
+    EXPECT_EQ(ReadSettings(ElementKind::kArea, "INTERPOLATE=CJUMP").interpolation,
+              Keyword::kCenterJump);
+    EXPECT_EQ(ReadSettings(ElementKind::kArea, "AREALABEL=PCT POINTLABEL=N").label, Keyword::kN);
+    EXPECT_EQ(ReadSettings(ElementKind::kLine, "LINELABEL PCT LABEL N").label, Keyword::kN);
 }
 
 TEST(IgraphElementReaderTest, ReadsPies) {
-    const ChartElement pie = ReadSettings(Kind::kPie, "(SUMAV) START=-30 CCW SLICE=OUTSIDE PCT");
+    const ChartElement pie =
+        ReadSettings(ElementKind::kPie, "(SUMAV) START=-30 CCW SLICE=OUTSIDE PCT");
     EXPECT_EQ(pie.summary->function, Keyword::kSumAbsolute);
     EXPECT_EQ(pie.pieStart, -30.0);
     EXPECT_TRUE(pie.isCounterclockwise);
     EXPECT_EQ(pie.label, Keyword::kPercent);
-    EXPECT_FALSE(ReadSettings(Kind::kPie, "CCW CW").isCounterclockwise);
+    EXPECT_FALSE(ReadSettings(ElementKind::kPie, "CCW CW").isCounterclockwise);
 }
 
 TEST(IgraphElementReaderTest, ReadsBoxes) {
-    EXPECT_TRUE(ReadSettings(Kind::kBox, "OUTLIERS=ON EXTREME=ON MEDIAN=ON").showsAllOfBox);
-    EXPECT_FALSE(ReadSettings(Kind::kBox, "OUTLIERS=ON EXTREME=OFF MEDIAN=ON").showsAllOfBox);
-    EXPECT_TRUE(ReadSettings(Kind::kBox, "KEY=OFF LABEL=N BOXBASE=CIRCLE").showsAllOfBox);
+    EXPECT_TRUE(ReadSettings(ElementKind::kBox, "OUTLIERS=ON EXTREME=ON MEDIAN=ON").showsAllOfBox);
+    EXPECT_FALSE(
+        ReadSettings(ElementKind::kBox, "OUTLIERS=ON EXTREME=OFF MEDIAN=ON").showsAllOfBox);
+    EXPECT_TRUE(ReadSettings(ElementKind::kBox, "KEY=OFF LABEL=N BOXBASE=CIRCLE").showsAllOfBox);
 }
 
 TEST(IgraphElementReaderTest, ReadsErrorBars) {
-    const ChartElement bar = ReadSettings(Kind::kErrorBar, "SE 1.5 CAPSTYLE=NONE SYMBOL=OFF");
+    const ChartElement bar =
+        ReadSettings(ElementKind::kErrorBar, "SE 1.5 CAPSTYLE=NONE SYMBOL=OFF");
     EXPECT_EQ(bar.extent, Keyword::kSe);
     EXPECT_EQ(bar.extentValue, 1.5);
     EXPECT_FALSE(bar.hasCaps);
     EXPECT_FALSE(bar.hasSymbol);
-    const ChartElement usual = ReadSettings(Kind::kErrorBar, "CI=(90) CAPSTYLE=FANCY");
+    const ChartElement usual = ReadSettings(ElementKind::kErrorBar, "CI=(90) CAPSTYLE=FANCY");
     EXPECT_EQ(usual.extent, Keyword::kCi);
     EXPECT_TRUE(usual.hasCaps);
     EXPECT_TRUE(usual.hasSymbol);
 }
 
 TEST(IgraphElementReaderTest, ReadsHistograms) {
-    const ChartElement histogram = ReadSettings(
-        Kind::kHistogram, "CUM CURVE=ON X1INTERVAL NUM=7 X2INTERVAL WIDTH=3 X1START=5 X2START=6");
+    const ChartElement histogram =
+        ReadSettings(ElementKind::kHistogram,
+                     "CUM CURVE=ON X1INTERVAL NUM=7 X2INTERVAL WIDTH=3 X1START=5 X2START=6");
     EXPECT_TRUE(histogram.isCumulative);
     EXPECT_TRUE(histogram.hasCurve);
     EXPECT_EQ(histogram.binning, Keyword::kNum);
     EXPECT_EQ(histogram.binningValue, 7.0);
     EXPECT_EQ(histogram.binStart, 5.0);
-    EXPECT_EQ(ReadSettings(Kind::kHistogram, "X1INTERVAL NUM=7 X1INTERVAL AUTO").binning,
+    EXPECT_EQ(ReadSettings(ElementKind::kHistogram, "X1INTERVAL NUM=7 X1INTERVAL AUTO").binning,
               Keyword::kAuto);
 }
 
@@ -129,16 +135,16 @@ TEST(IgraphElementReaderTest, ReadsFitLines) {
 
 // Settings that are no settings of the element. Each is the last thing that is read, so that nobody
 // after it could notice what the reader itself has not.
-struct FaultCase {
+struct ElementFaultCase {
     const char* name;
-    Kind kind;
+    ElementKind kind;
     const char* settings;
     SyntaxFault fault;
 };
 
-void PrintTo(const FaultCase& c, std::ostream* pStream) { *pStream << c.settings; }
+void PrintTo(const ElementFaultCase& c, std::ostream* pStream) { *pStream << c.settings; }
 
-class IgraphElementReaderFaultTest : public testing::TestWithParam<FaultCase> {};
+class IgraphElementReaderFaultTest : public testing::TestWithParam<ElementFaultCase> {};
 
 TEST_P(IgraphElementReaderFaultTest, StopsAtIt) {
     TAVQTokenSequence sequence(CodePage::Utf8(), GetParam().settings, false, 0);
@@ -149,62 +155,62 @@ TEST_P(IgraphElementReaderFaultTest, StopsAtIt) {
     EXPECT_EQ(reader.Fault(), GetParam().fault);
 }
 
-const FaultCase kFaults[] = {
-    {"NoFunction", Kind::kBar, "()", SyntaxFault::kEmptyList},
-    {"UnknownFunction", Kind::kBar, "(NOSUCH)", SyntaxFault::kFunction},
-    {"TwoFunctions", Kind::kBar, "(MEAN SUM)", SyntaxFault::kParenthesis},
-    {"OpenFunctionOfABar", Kind::kBar, "(MEAN", SyntaxFault::kParenthesis},
-    {"OpenFunctionOfAnArea", Kind::kArea, "(MEAN", SyntaxFault::kParenthesis},
-    {"OpenFunctionOfALine", Kind::kLine, "(MEAN", SyntaxFault::kParenthesis},
-    {"OpenFunctionOfAPie", Kind::kPie, "(MEAN", SyntaxFault::kParenthesis},
-    {"NoCoincident", Kind::kScatter, "COINCIDENT", SyntaxFault::kValue},
-    {"UnknownCoincident", Kind::kScatter, "COINCIDENT=SUM", SyntaxFault::kSetting},
-    {"NoJitter", Kind::kScatter, "COINCIDENT=JITTER()", SyntaxFault::kValue},
-    {"OpenJitter", Kind::kScatter, "COINCIDENT=JITTER(3", SyntaxFault::kParenthesis},
-    {"NoBaseline", Kind::kBar, "BASELINE", SyntaxFault::kValue},
-    {"UnknownBaseline", Kind::kArea, "BASELINE=NONE", SyntaxFault::kSetting},
-    {"NoBarLabel", Kind::kBar, "LABEL=NOSUCH", SyntaxFault::kSetting},
-    {"NoShape", Kind::kBar, "SHAPE", SyntaxFault::kValue},
-    {"NoBarBase", Kind::kBar, "BARBASE", SyntaxFault::kValue},
-    {"NoBreak", Kind::kArea, "BREAK", SyntaxFault::kValue},
-    {"NoBreakOfALine", Kind::kLine, "BREAK", SyntaxFault::kValue},
-    {"NoPointLabel", Kind::kArea, "POINTLABEL=NOSUCH", SyntaxFault::kSetting},
-    {"NoAreaLabel", Kind::kArea, "AREALABEL=NOSUCH", SyntaxFault::kSetting},
-    {"NoInterpolation", Kind::kArea, "INTERPOLATE", SyntaxFault::kValue},
-    {"NoInterpolationOfALine", Kind::kLine, "INTERPOLATE", SyntaxFault::kValue},
-    {"NoStyle", Kind::kLine, "STYLE", SyntaxFault::kValue},
-    {"NoDropLine", Kind::kLine, "DROPLINE", SyntaxFault::kValue},
-    {"NoLineLabel", Kind::kLine, "LINELABEL=NOSUCH", SyntaxFault::kSetting},
-    {"NoStart", Kind::kPie, "START", SyntaxFault::kValue},
-    {"NoSlice", Kind::kPie, "SLICE=NOSUCH", SyntaxFault::kSetting},
-    {"NoStackOfSlices", Kind::kPie, "STACK=NOSUCH", SyntaxFault::kSetting},
-    {"NoMedian", Kind::kBox, "MEDIAN", SyntaxFault::kValue},
-    {"NoBoxLabel", Kind::kBox, "LABEL", SyntaxFault::kValue},
-    {"NoBoxBase", Kind::kBox, "BOXBASE", SyntaxFault::kValue},
-    {"NoWhisker", Kind::kBox, "WHISKER", SyntaxFault::kValue},
-    {"NoCapWidth", Kind::kBox, "CAPWIDTH", SyntaxFault::kValue},
-    {"OpenCapWidth", Kind::kBox, "CAPWIDTH(45", SyntaxFault::kParenthesis},
-    {"NoExtent", Kind::kErrorBar, "CI", SyntaxFault::kValue},
-    {"OpenExtent", Kind::kErrorBar, "CI(95", SyntaxFault::kParenthesis},
-    {"TwoExtents", Kind::kErrorBar, "CI(95) SE(2)", SyntaxFault::kTwoExtents},
-    {"NoDirection", Kind::kErrorBar, "DIRECTION", SyntaxFault::kValue},
-    {"NoCapStyle", Kind::kErrorBar, "CAPSTYLE", SyntaxFault::kValue},
-    {"NoSymbol", Kind::kErrorBar, "SYMBOL", SyntaxFault::kValue},
-    {"NoErrorBarBaseline", Kind::kErrorBar, "BASELINE", SyntaxFault::kValue},
-    {"NoErrorBarCapWidth", Kind::kErrorBar, "CAPWIDTH", SyntaxFault::kValue},
-    {"NoErrorBarLabel", Kind::kErrorBar, "LABEL=NOSUCH", SyntaxFault::kSetting},
-    {"NoHistogramShape", Kind::kHistogram, "SHAPE", SyntaxFault::kValue},
-    {"NoCurve", Kind::kHistogram, "CURVE", SyntaxFault::kValue},
-    {"NoX1Start", Kind::kHistogram, "X1START", SyntaxFault::kValue},
-    {"NoX2Start", Kind::kHistogram, "X2START", SyntaxFault::kValue},
-    {"NoBins", Kind::kHistogram, "X1INTERVAL", SyntaxFault::kValue},
-    {"NoBinWidth", Kind::kHistogram, "X1INTERVAL=WIDTH", SyntaxFault::kValue},
-    {"NoBinNumber", Kind::kHistogram, "X2INTERVAL=NUM", SyntaxFault::kValue},
-    {"NoKeyOfAHistogram", Kind::kHistogram, "KEY", SyntaxFault::kValue},
+const ElementFaultCase kElementFaults[] = {
+    {"NoFunction", ElementKind::kBar, "()", SyntaxFault::kEmptyList},
+    {"UnknownFunction", ElementKind::kBar, "(NOSUCH)", SyntaxFault::kFunction},
+    {"TwoFunctions", ElementKind::kBar, "(MEAN SUM)", SyntaxFault::kParenthesis},
+    {"OpenFunctionOfABar", ElementKind::kBar, "(MEAN", SyntaxFault::kParenthesis},
+    {"OpenFunctionOfAnArea", ElementKind::kArea, "(MEAN", SyntaxFault::kParenthesis},
+    {"OpenFunctionOfALine", ElementKind::kLine, "(MEAN", SyntaxFault::kParenthesis},
+    {"OpenFunctionOfAPie", ElementKind::kPie, "(MEAN", SyntaxFault::kParenthesis},
+    {"NoCoincident", ElementKind::kScatter, "COINCIDENT", SyntaxFault::kValue},
+    {"UnknownCoincident", ElementKind::kScatter, "COINCIDENT=SUM", SyntaxFault::kSetting},
+    {"NoJitter", ElementKind::kScatter, "COINCIDENT=JITTER()", SyntaxFault::kValue},
+    {"OpenJitter", ElementKind::kScatter, "COINCIDENT=JITTER(3", SyntaxFault::kParenthesis},
+    {"NoBaseline", ElementKind::kBar, "BASELINE", SyntaxFault::kValue},
+    {"UnknownBaseline", ElementKind::kArea, "BASELINE=NONE", SyntaxFault::kSetting},
+    {"NoBarLabel", ElementKind::kBar, "LABEL=NOSUCH", SyntaxFault::kSetting},
+    {"NoShape", ElementKind::kBar, "SHAPE", SyntaxFault::kValue},
+    {"NoBarBase", ElementKind::kBar, "BARBASE", SyntaxFault::kValue},
+    {"NoBreak", ElementKind::kArea, "BREAK", SyntaxFault::kValue},
+    {"NoBreakOfALine", ElementKind::kLine, "BREAK", SyntaxFault::kValue},
+    {"NoPointLabel", ElementKind::kArea, "POINTLABEL=NOSUCH", SyntaxFault::kSetting},
+    {"NoAreaLabel", ElementKind::kArea, "AREALABEL=NOSUCH", SyntaxFault::kSetting},
+    {"NoInterpolation", ElementKind::kArea, "INTERPOLATE", SyntaxFault::kValue},
+    {"NoInterpolationOfALine", ElementKind::kLine, "INTERPOLATE", SyntaxFault::kValue},
+    {"NoStyle", ElementKind::kLine, "STYLE", SyntaxFault::kValue},
+    {"NoDropLine", ElementKind::kLine, "DROPLINE", SyntaxFault::kValue},
+    {"NoLineLabel", ElementKind::kLine, "LINELABEL=NOSUCH", SyntaxFault::kSetting},
+    {"NoStart", ElementKind::kPie, "START", SyntaxFault::kValue},
+    {"NoSlice", ElementKind::kPie, "SLICE=NOSUCH", SyntaxFault::kSetting},
+    {"NoStackOfSlices", ElementKind::kPie, "STACK=NOSUCH", SyntaxFault::kSetting},
+    {"NoMedian", ElementKind::kBox, "MEDIAN", SyntaxFault::kValue},
+    {"NoBoxLabel", ElementKind::kBox, "LABEL", SyntaxFault::kValue},
+    {"NoBoxBase", ElementKind::kBox, "BOXBASE", SyntaxFault::kValue},
+    {"NoWhisker", ElementKind::kBox, "WHISKER", SyntaxFault::kValue},
+    {"NoCapWidth", ElementKind::kBox, "CAPWIDTH", SyntaxFault::kValue},
+    {"OpenCapWidth", ElementKind::kBox, "CAPWIDTH(45", SyntaxFault::kParenthesis},
+    {"NoExtent", ElementKind::kErrorBar, "CI", SyntaxFault::kValue},
+    {"OpenExtent", ElementKind::kErrorBar, "CI(95", SyntaxFault::kParenthesis},
+    {"TwoExtents", ElementKind::kErrorBar, "CI(95) SE(2)", SyntaxFault::kTwoExtents},
+    {"NoDirection", ElementKind::kErrorBar, "DIRECTION", SyntaxFault::kValue},
+    {"NoCapStyle", ElementKind::kErrorBar, "CAPSTYLE", SyntaxFault::kValue},
+    {"NoSymbol", ElementKind::kErrorBar, "SYMBOL", SyntaxFault::kValue},
+    {"NoErrorBarBaseline", ElementKind::kErrorBar, "BASELINE", SyntaxFault::kValue},
+    {"NoErrorBarCapWidth", ElementKind::kErrorBar, "CAPWIDTH", SyntaxFault::kValue},
+    {"NoErrorBarLabel", ElementKind::kErrorBar, "LABEL=NOSUCH", SyntaxFault::kSetting},
+    {"NoHistogramShape", ElementKind::kHistogram, "SHAPE", SyntaxFault::kValue},
+    {"NoCurve", ElementKind::kHistogram, "CURVE", SyntaxFault::kValue},
+    {"NoX1Start", ElementKind::kHistogram, "X1START", SyntaxFault::kValue},
+    {"NoX2Start", ElementKind::kHistogram, "X2START", SyntaxFault::kValue},
+    {"NoBins", ElementKind::kHistogram, "X1INTERVAL", SyntaxFault::kValue},
+    {"NoBinWidth", ElementKind::kHistogram, "X1INTERVAL=WIDTH", SyntaxFault::kValue},
+    {"NoBinNumber", ElementKind::kHistogram, "X2INTERVAL=NUM", SyntaxFault::kValue},
+    {"NoKeyOfAHistogram", ElementKind::kHistogram, "KEY", SyntaxFault::kValue},
 };
 
-INSTANTIATE_TEST_SUITE_P(Elements, IgraphElementReaderFaultTest, testing::ValuesIn(kFaults),
-                         [](const testing::TestParamInfo<FaultCase>& tested) {
+INSTANTIATE_TEST_SUITE_P(Elements, IgraphElementReaderFaultTest, testing::ValuesIn(kElementFaults),
+                         [](const testing::TestParamInfo<ElementFaultCase>& tested) {
                              return std::string(tested.param.name);
                          });
 

@@ -100,7 +100,7 @@ TEST(IgraphGplStatementTest, OrdersStatementsByLabel) {
 }
 
 // The text of a statement whose function has the arguments.
-std::string Layout(std::initializer_list<std::string> arguments) {
+std::string LayoutText(std::initializer_list<std::string> arguments) {
     Expression call = Expression::Call("f");
     for (const std::string& argument : arguments) {
         call.AddArgument(Expression::Identifier(argument));
@@ -119,20 +119,21 @@ TEST(IgraphGplStatementTest, BreaksLongLinesAfterArguments) {
         std::string expected;
     };
     const Case cases[] = {
-        {"250 bytes stay", Layout({word('a', 100), word('b', 136)}),
+        {"250 bytes stay", LayoutText({word('a', 100), word('b', 136)}),
          head + word('a', 100) + ", " + word('b', 136) + ")\n"},
-        {"251 bytes do not", Layout({word('a', 100), word('b', 137)}),
+        {"251 bytes do not", LayoutText({word('a', 100), word('b', 137)}),
          head + word('a', 100) + ",\n    " + word('b', 137) + ")\n"},
         {"the last place before the limit is taken",
-         Layout({word('a', 100), word('b', 100), word('c', 100)}),
+         LayoutText({word('a', 100), word('b', 100), word('c', 100)}),
          head + word('a', 100) + ", " + word('b', 100) + ",\n    " + word('c', 100) + ")\n"},
-        {"a separator up to the limit counts", Layout({word('a', 237), word('b', 1)}),
+        {"a separator up to the limit counts", LayoutText({word('a', 237), word('b', 1)}),
          head + word('a', 237) + ",\n    b)\n"},
-        {"one beyond it does not", Layout({word('a', 238), word('b', 1)}),
+        {"one beyond it does not", LayoutText({word('a', 238), word('b', 1)}),
          head + word('a', 238) + ", b)\n"},
-        {"several breaks", Layout({word('a', 200), word('b', 200), word('c', 200)}),
+        {"several breaks", LayoutText({word('a', 200), word('b', 200), word('c', 200)}),
          head + word('a', 200) + ",\n    " + word('b', 200) + ",\n    " + word('c', 200) + ")\n"},
-        {"one long argument stays whole", Layout({word('a', 400)}), head + word('a', 400) + ")\n"},
+        {"one long argument stays whole", LayoutText({word('a', 400)}),
+         head + word('a', 400) + ")\n"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);

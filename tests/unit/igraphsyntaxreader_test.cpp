@@ -11,7 +11,7 @@ namespace quillet::igraph {
 
 namespace {
 
-using Kind = SyntaxItem::Kind;
+using ItemKind = SyntaxItem::Kind;
 
 // A reader over a text, with the sequence that its items look into.
 class ReaderOf {
@@ -28,11 +28,11 @@ private:
 
 TEST(IgraphSyntaxReaderTest, StaysAtTheEnd) {
     ReaderOf reader("a");
-    EXPECT_TRUE(reader->IsAt(Kind::kWord));
+    EXPECT_TRUE(reader->IsAt(ItemKind::kWord));
     reader->Advance();
     reader->Advance();
     reader->Advance();
-    EXPECT_TRUE(reader->IsAt(Kind::kEnd));
+    EXPECT_TRUE(reader->IsAt(ItemKind::kEnd));
     double number = 0.0;
     EXPECT_FALSE(reader->ReadNumber(number));
     EXPECT_EQ(reader->Fault(), SyntaxFault::kValue);
@@ -58,8 +58,8 @@ TEST(IgraphSyntaxReaderTest, ReadsValues) {
     Keyword keyword{};
     EXPECT_TRUE(reader->ReadKeyword(keywords::kMeasures, keyword));
     EXPECT_EQ(keyword, Keyword::kScale);
-    EXPECT_TRUE(reader->Expect(Kind::kRightParen));
-    EXPECT_TRUE(reader->IsAt(Kind::kEnd));
+    EXPECT_TRUE(reader->Expect(ItemKind::kRightParen));
+    EXPECT_TRUE(reader->IsAt(ItemKind::kEnd));
     EXPECT_FALSE(reader->HasNumberOutOfRange());
     EXPECT_EQ(reader->Fault(), SyntaxFault::kNone);
 }
@@ -121,14 +121,14 @@ TEST(IgraphSyntaxReaderTest, OptionalWordsLeaveOthersAlone) {
 }
 
 // Each reads all that there is, so that nobody after it could notice what it has not.
-struct FaultCase {
+struct SyntaxFaultCase {
     const char* name;
     const char* text;
     bool (*read)(SyntaxReader& reader);
     SyntaxFault fault;
 };
 
-void PrintTo(const FaultCase& c, std::ostream* pStream) { *pStream << c.text; }
+void PrintTo(const SyntaxFaultCase& c, std::ostream* pStream) { *pStream << c.text; }
 
 bool ReadAnyNumber(SyntaxReader& reader) {
     double number = 0.0;
@@ -169,7 +169,7 @@ bool ReadMeasures(SyntaxReader& reader) {
                                [](Keyword keyword) { return keyword == Keyword::kScale; });
 }
 
-class IgraphSyntaxReaderFaultTest : public testing::TestWithParam<FaultCase> {};
+class IgraphSyntaxReaderFaultTest : public testing::TestWithParam<SyntaxFaultCase> {};
 
 TEST_P(IgraphSyntaxReaderFaultTest, StopsAtIt) {
     TAVQTokenSequence sequence(CodePage::Utf8(), GetParam().text, false, 0);
@@ -178,7 +178,7 @@ TEST_P(IgraphSyntaxReaderFaultTest, StopsAtIt) {
     EXPECT_EQ(reader.Fault(), GetParam().fault);
 }
 
-const FaultCase kFaults[] = {
+const SyntaxFaultCase kSyntaxFaults[] = {
     {"NoNumber", "x", ReadAnyNumber, SyntaxFault::kValue},
     {"NoLength", "x", ReadAnyLength, SyntaxFault::kValue},
     {"NoBareNumber", "x", ReadAnyParenthesizedNumber, SyntaxFault::kValue},
@@ -199,8 +199,8 @@ const FaultCase kFaults[] = {
     {"RefusedSetting", "CATEGORICAL", ReadMeasures, SyntaxFault::kNone},
 };
 
-INSTANTIATE_TEST_SUITE_P(Parts, IgraphSyntaxReaderFaultTest, testing::ValuesIn(kFaults),
-                         [](const testing::TestParamInfo<FaultCase>& tested) {
+INSTANTIATE_TEST_SUITE_P(Parts, IgraphSyntaxReaderFaultTest, testing::ValuesIn(kSyntaxFaults),
+                         [](const testing::TestParamInfo<SyntaxFaultCase>& tested) {
                              return std::string(tested.param.name);
                          });
 

@@ -113,7 +113,7 @@ TEST_P(FindingTest, IsTheSameWithOtherLineEnds) {
 
 constexpr CommandType kTables = CommandType::kTables;
 constexpr CommandType kIgraph = CommandType::kIgraph;
-constexpr CommandType kOrdinary = CommandType::kOrdinary;
+constexpr CommandType kOrdinaryCommand = CommandType::kOrdinary;
 
 const FindingCase kOverlookedCases[] = {
     {"after_stop", "TITLE 'open.\nEXECUTE.\nTABLES /TABLE=a.\n", FindingCode::kAfterStop, kTables,
@@ -267,37 +267,39 @@ const FindingCase kOtherCases[] = {
      "SORT CASES in line 3 stands in the text of the IGRAPH command of line 2, is commented out "
      "with it, and no longer runs.",
      "sort cases\n by a."},
-    {"swallowed", "GET FILE='x'\n\n  SORT CASES BY a.\n", FindingCode::kSwallowed, kOrdinary, 3, 3,
-     1, "",
+    {"swallowed", "GET FILE='x'\n\n  SORT CASES BY a.\n", FindingCode::kSwallowed, kOrdinaryCommand,
+     3, 3, 1, "",
      "SORT CASES in line 3 is a command of its own for a reader who ends commands at blank lines, "
      "but a part of the command of line 1, which has no period.",
      "SORT CASES BY a."},
-    {"swallowed_by_a_comment", "* Income\n\nSORT CASES BY a.\n", FindingCode::kSwallowed, kOrdinary,
-     3, 3, 1, "",
+    {"swallowed_by_a_comment", "* Income\n\nSORT CASES BY a.\n", FindingCode::kSwallowed,
+     kOrdinaryCommand, 3, 3, 1, "",
      "SORT CASES in line 3 is a command of its own for a reader who ends comments at blank lines, "
      "but a part of the comment of line 1, which has no period.",
      "SORT CASES BY a."},
-    {"comment_dropped", "LIST. /* not the first time\n", FindingCode::kCommentDropped, kOrdinary, 1,
-     1, 1, "", "What stands after the period in line 1 is not in the result: /* not the first time",
+    {"comment_dropped", "LIST. /* not the first time\n", FindingCode::kCommentDropped,
+     kOrdinaryCommand, 1, 1, 1, "",
+     "What stands after the period in line 1 is not in the result: /* not the first time",
      "/* not the first time"},
     {"layout_unclear", "mytext.\nyours.\nTABLES /TABLE=a\n/STATISTICS=COUNT.\n",
      FindingCode::kLayoutUnclear, kTables, 3, 4, 3, "",
      "The file reads well neither in interactive nor in batch layout, and TABLES in line 3 is "
      "another command in the one than in the other.",
      ""},
-    {"include", "INCLUDE FILE='a\\b.sps'.\n", FindingCode::kInclude, kOrdinary, 1, 1, 1, "",
+    {"include", "INCLUDE FILE='a\\b.sps'.\n", FindingCode::kInclude, kOrdinaryCommand, 1, 1, 1, "",
      "Line 1 runs the file a\\b.sps.", "INCLUDE FILE='a\\b.sps'"},
-    {"insert", "LIST.\nINSERT\n  FILE = \"x\" SYNTAX=BATCH.\n", FindingCode::kInclude, kOrdinary, 2,
-     3, 2, "", "Line 2 runs the file x.", "INSERT\n  FILE = \"x\" SYNTAX=BATCH"},
+    {"insert", "LIST.\nINSERT\n  FILE = \"x\" SYNTAX=BATCH.\n", FindingCode::kInclude,
+     kOrdinaryCommand, 2, 3, 2, "", "Line 2 runs the file x.",
+     "INSERT\n  FILE = \"x\" SYNTAX=BATCH"},
     {"encoding_doubtful", "TITLE '\xCF\xF0\xE8\xE2\xE5\xF2'.\n", FindingCode::kEncodingDoubtful,
-     kOrdinary, 1, 1, 1, "",
+     kOrdinaryCommand, 1, 1, 1, "",
      "The file is not UTF-8, and read as windows-1252 its letters look wrong: give its encoding to "
      "--encoding, probably windows-1251.",
      ""},
     {"encoding_named",
      "* Encoding: windows-1250.\nTITLE 'Gr\xF6\xDF"
      "e'.\n",
-     FindingCode::kEncodingDoubtful, kOrdinary, 1, 1, 1, "",
+     FindingCode::kEncodingDoubtful, kOrdinaryCommand, 1, 1, 1, "",
      "The file is read as windows-1252, but its first line names another encoding: give "
      "windows-1250 to --encoding.",
      ""},

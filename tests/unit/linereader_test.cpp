@@ -192,7 +192,7 @@ TEST(LineReaderTest, TellsTheFirstLineEndAfterAMark) {
     }
 }
 
-struct FailureCase {
+struct ReadFailureCase {
     const char* name;
     std::size_t position;
     Lines lines;
@@ -200,7 +200,7 @@ struct FailureCase {
 
 TEST(LineReaderTest, DeliversNoLineThatAnErrorCutsShort) {
     const std::string text = "ab\ncd\r\nef\n";
-    const FailureCase cases[] = {
+    const ReadFailureCase cases[] = {
         {"at once", 0, {}},
         {"in the first line", 1, {}},
         {"before a line feed", 2, {}},
@@ -209,7 +209,7 @@ TEST(LineReaderTest, DeliversNoLineThatAnErrorCutsShort) {
         {"in the last line", 8, {"ab", "cd"}},
         {"in place of the end", 10, {"ab", "cd", "ef"}},
     };
-    for (const FailureCase& c : cases) {
+    for (const ReadFailureCase& c : cases) {
         SCOPED_TRACE(c.name);
         for (const std::size_t pieceSize : {kNever, std::size_t{1}, std::size_t{4}}) {
             MemoryInput input(text, pieceSize);

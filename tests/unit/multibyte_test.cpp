@@ -9,13 +9,12 @@
 
 #include "platform/codepage.h"
 #include "support/doublebytepage.h"
+#include "support/sign.h"
 
 namespace quillet {
 namespace {
 
 using namespace std::string_literals;
-
-int Sign(int value) { return value < 0 ? -1 : (value > 0 ? 1 : 0); }
 
 struct LengthCase {
     const char* name;
@@ -245,8 +244,8 @@ TEST(MultibyteTest, ComparesWithoutCase) {
     };
     for (const CompareCase& c : cases) {
         SCOPED_TRACE(c.name);
-        EXPECT_EQ(Sign(TAVQMBqstricmp_A(c.codePage, c.left, c.right)), c.sign);
-        EXPECT_EQ(Sign(TAVQMBqstricmp_A(c.codePage, c.right, c.left)), -c.sign);
+        EXPECT_EQ(SignOf(TAVQMBqstricmp_A(c.codePage, c.left, c.right)), c.sign);
+        EXPECT_EQ(SignOf(TAVQMBqstricmp_A(c.codePage, c.right, c.left)), -c.sign);
     }
 }
 

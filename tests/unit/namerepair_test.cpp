@@ -14,7 +14,7 @@
 namespace quillet {
 namespace {
 
-struct NumberCase {
+struct NumberedNameCase {
     const char* name;
     std::string text;
     bool expected;
@@ -22,7 +22,7 @@ struct NumberCase {
 };
 
 TEST(NameRepairTest, MakesNamesOfNumbers) {
-    const NumberCase cases[] = {
+    const NumberedNameCase cases[] = {
         {"one digit", "0", true, "@0"},
         {"three digits", "123", true, "@123"},
         {"seven digits", "1234567", true, "@1234567"},
@@ -40,7 +40,7 @@ TEST(NameRepairTest, MakesNamesOfNumbers) {
         {"a sign", "-12", false, "old"},
         {"a tab after", "12\t", false, "old"},
     };
-    for (const NumberCase& c : cases) {
+    for (const NumberedNameCase& c : cases) {
         SCOPED_TRACE(c.name);
         std::string dest = "old";
         EXPECT_EQ(NumberToName(dest, c.text), c.expected);

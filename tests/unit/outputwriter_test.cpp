@@ -137,14 +137,14 @@ TEST(OutputWriterTest, StarsAMessage) {
     }
 }
 
-struct ErrorCase {
+struct WriterErrorCase {
     const char* name;
     ParseError error;
     std::string expected;
 };
 
 TEST(OutputWriterTest, ReportsATokenizingError) {
-    const ErrorCase cases[] = {
+    const WriterErrorCase cases[] = {
         {"a literal", ParseError(3, 14, ParseErrorKind::kUnclosedLiteral),
          "***** Error while tokenizing input syntax file. Line 3, column 14.\n"
          "***** Literal unclosed at the end of a line or command.\n"},
@@ -160,7 +160,7 @@ TEST(OutputWriterTest, ReportsATokenizingError) {
         {"no kind: both texts are empty", ParseError(2, 7, ParseErrorKind::kNone),
          "***** .\n***** .\n"},
     };
-    for (const ErrorCase& c : cases) {
+    for (const WriterErrorCase& c : cases) {
         SCOPED_TRACE(c.name);
         std::vector<std::string> assertions;
         const ScopedAssertionHandler handler([&assertions](const AssertionFailure& failure) {

@@ -410,7 +410,7 @@ TEST(QuilletTest, GivesAResultLineForEachCommand) {
     EXPECT_EQ(conversion.resultLines, "Igraph conversion failed!\nIgraph conversion failed!\n");
 }
 
-struct ErrorCase {
+struct ReadErrorCase {
     const char* name;
     std::string text;
     bool batchMode;
@@ -422,7 +422,7 @@ struct ErrorCase {
 };
 
 TEST(QuilletTest, ATokenizingErrorEndsTheRun) {
-    const ErrorCase cases[] = {
+    const ReadErrorCase cases[] = {
         {"the third command", "A.\nB.\nC 'x\nD.\n", false, "A.\nB.\n", 3, 5, kLiteralReason},
         {"the first command", "'x\n", false, "", 1, 3, kLiteralReason},
         {"the line end of the literal", "A.\nTITLE x 'a\n", false, "A.\n", 2, 9, kLiteralReason},
@@ -463,7 +463,7 @@ TEST(QuilletTest, ATokenizingErrorEndsTheRun) {
         {"line breaks after a literal are not counted", "LIST x 'a'\n\n 1e.\n", false, "", 1, 16,
          kExponentReason},
     };
-    for (const ErrorCase& c : cases) {
+    for (const ReadErrorCase& c : cases) {
         SCOPED_TRACE(c.name);
         for (int run = 0; run < 2; ++run) {
             const Conversion conversion = Convert(c.text, InBatchMode(c.batchMode));
@@ -657,7 +657,7 @@ TEST(QuilletTest, AnInputThatCannotBeReadAgainHasFailed) {
     EXPECT_EQ(ConvertStream(input, output, listener, Options()), Outcome::kReadError);
 }
 
-struct ChangeCase {
+struct EncodingChangeCase {
     const char* name;
     std::string before;
     std::string after;
@@ -668,7 +668,7 @@ struct ChangeCase {
 TEST(QuilletTest, TellsWhenTheInputIsAnotherTheSecondTime) {
     const std::string large(1000000, 'x');
     const std::string latin1 = "* \xE9.\n";
-    const ChangeCase cases[] = {
+    const EncodingChangeCase cases[] = {
         {"shorter by a line", "LIST x.\nLIST y.\n", "LIST x.\n"},
         {"shorter by a byte", "LIST x.\n", "LIST x."},
         {"longer by a line", "LIST x.\n", "LIST x.\nLIST y.\n"},
@@ -683,7 +683,7 @@ TEST(QuilletTest, TellsWhenTheInputIsAnotherTheSecondTime) {
         {"the same, no UTF-8", latin1 + "LIST x.\n", latin1 + "LIST x.\n", Outcome::kDone},
         {"the same and empty", "", "", Outcome::kDone},
     };
-    for (const ChangeCase& c : cases) {
+    for (const EncodingChangeCase& c : cases) {
         for (const std::size_t pieceSize : {kNever, std::size_t{1}, std::size_t{5}}) {
             SCOPED_TRACE(c.name + (" in pieces of "s + std::to_string(pieceSize)));
             MemoryInput input(c.before, pieceSize);

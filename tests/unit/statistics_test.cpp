@@ -17,8 +17,8 @@ struct TableCase {
     const char* expected;
 };
 
-template <std::size_t count>
-void ExpectTables(const TableCase (&cases)[count]) {
+template <std::size_t kCount>
+void ExpectTables(const TableCase (&cases)[kCount]) {
     for (const TableCase& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(ConvertedTable(std::string("TABLES ") + c.source), c.expected);

@@ -8,13 +8,15 @@
 #include <string_view>
 #include <vector>
 
+#include "support/sign.h"
+
 namespace quillet {
 namespace {
 
 using namespace std::string_literals;
 
-std::unique_ptr<TAVQToken> Word(const std::string& text, const std::string& value, int op = 0,
-                                int line = 1, int column = 1) {
+std::unique_ptr<TAVQToken> WordToken(const std::string& text, const std::string& value, int op = 0,
+                                     int line = 1, int column = 1) {
     return std::make_unique<TAVQStringToken>(text.data(), text.data() + text.size(), line, column,
                                              value, op);
 }
@@ -39,8 +41,6 @@ std::string Listing(const TAVQToken& token, unsigned indent) {
     return stream.str();
 }
 
-int Sign(int value) { return value < 0 ? -1 : (value > 0 ? 1 : 0); }
-
 struct FieldCase {
     const char* name;
     std::shared_ptr<TAVQToken> pToken;
@@ -55,10 +55,10 @@ struct FieldCase {
 
 std::vector<FieldCase> FieldCases() {
     std::vector<FieldCase> cases;
-    cases.push_back({"an ordinary word has two texts", Word("Age", "AGE", 0, 3, 7), 2, "Age", "AGE",
-                     0.0, 0, 3, 7});
-    cases.push_back({"a word may carry an operator code", Word("with", "WITH", 31, 2, 0), 2, "with",
-                     "WITH", 0.0, 31, 2, 0});
+    cases.push_back({"an ordinary word has two texts", WordToken("Age", "AGE", 0, 3, 7), 2, "Age",
+                     "AGE", 0.0, 0, 3, 7});
+    cases.push_back({"a word may carry an operator code", WordToken("with", "WITH", 31, 2, 0), 2,
+                     "with", "WITH", 0.0, 31, 2, 0});
     cases.push_back({"a number has only its source text", Number("5.", 5.0, 1, 4), 3, "5.", "5.",
                      5.0, 0, 1, 4});
     cases.push_back({"a literal keeps its quotes in the source text",
@@ -69,7 +69,7 @@ std::vector<FieldCase> FieldCases() {
                      "<=", "<=", 0.0, 4, 3, 7});
     cases.push_back({"not equal has code 6", Operator("~=", 6), 5, "~=", "~=", 0.0, 6, 1, 1});
     cases.push_back(
-        {"an empty range gives an empty text", Word("", "V"), 2, "", "V", 0.0, 0, 1, 1});
+        {"an empty range gives an empty text", WordToken("", "V"), 2, "", "V", 0.0, 0, 1, 1});
     cases.push_back({"a NUL byte in the range is kept", Literal("'a\0b'"s, "a\0b"s), 4, "'a\0b'"s,
                      "a\0b"s, 0.0, 0, 1, 1});
     cases.push_back({"positions are taken as they are", Operator("+", 8, -1, 2147483647), 5, "+",
@@ -134,11 +134,11 @@ TEST(TAVQTokenTest, ListsItself) {
         {"~= has no name", Operator("~=", 6, 1, 2), 0, "kOperator\t1:2\tkNotOperator\t~=\n"});
     cases.push_back(
         {"<> has no name", Operator("<>", 6, 1, 2), 0, "kOperator\t1:2\tkNotOperator\t<>\n"});
-    cases.push_back({"a word shows its source text", Word("Age", "AGE", 0, 2, 0), 2,
+    cases.push_back({"a word shows its source text", WordToken("Age", "AGE", 0, 2, 0), 2,
                      "\t\tkString\t2:0\tkNotOperator\tAge\n"});
-    cases.push_back(
-        {"a word with an operator code", Word("by", "BY", 34, 2, 5), 0, "kString\t2:5\tkBy\tby\n"});
-    cases.push_back({"the word NE has no operator name", Word("ne", "NE", 6, 1, 1), 0,
+    cases.push_back({"a word with an operator code", WordToken("by", "BY", 34, 2, 5), 0,
+                     "kString\t2:5\tkBy\tby\n"});
+    cases.push_back({"the word NE has no operator name", WordToken("ne", "NE", 6, 1, 1), 0,
                      "kString\t1:1\tkNotOperator\tne\n"});
     cases.push_back({"a number shows value and source", Number("0.50", 0.5, 1, 1), 0,
                      "kNumber\t1:1\t0.5\t0.50\n"});
@@ -164,7 +164,7 @@ TEST(TAVQTokenTest, ListsItself) {
     }
 }
 
-struct CompareCase {
+struct TokenCompareCase {
     const char* name;
     std::string tokenText;
     std::string tokenValue;
@@ -175,7 +175,7 @@ struct CompareCase {
 };
 
 TEST(TAVQTokenTest, ComparesTexts) {
-    const CompareCase cases[] = {
+    const TokenCompareCase cases[] = {
         {"a shorter text is less", "WI", "WI", "WITH", 0, true, -1},
         {"only two bytes", "WI", "WI", "WITH", 2, true, 0},
         {"three bytes reach past the shorter text", "WI", "WI", "WITH", 3, true, -1},
@@ -195,11 +195,11 @@ TEST(TAVQTokenTest, ComparesTexts) {
         {"a NUL byte counts like any other", "a\0b"s, "a\0b"s, "a\0c"s, 0, true, -1},
         {"a text that goes on after a NUL byte is longer", "a\0"s, "a\0"s, "a", 0, true, 1},
     };
-    for (const CompareCase& c : cases) {
+    for (const TokenCompareCase& c : cases) {
         SCOPED_TRACE(c.name);
-        const std::unique_ptr<TAVQToken> pToken = Word(c.tokenText, c.tokenValue);
-        EXPECT_EQ(Sign(pToken->CompareText(c.other, c.count, c.raw)), c.sign);
-        EXPECT_EQ(Sign(CompareTextPrefix(c.raw ? c.tokenText : c.tokenValue, c.other, c.count)),
+        const std::unique_ptr<TAVQToken> pToken = WordToken(c.tokenText, c.tokenValue);
+        EXPECT_EQ(SignOf(pToken->CompareText(c.other, c.count, c.raw)), c.sign);
+        EXPECT_EQ(SignOf(CompareTextPrefix(c.raw ? c.tokenText : c.tokenValue, c.other, c.count)),
                   c.sign);
     }
     EXPECT_EQ(Literal("'a'", "a")->CompareText("a", 0, false), 0);

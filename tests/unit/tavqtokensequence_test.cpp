@@ -10,6 +10,7 @@
 
 #include "platform/codepage.h"
 #include "support/assertionrecorder.h"
+#include "support/sign.h"
 #include "tokenizer/parseerror.h"
 #include "tokenizer/tokensurvey.h"
 
@@ -177,8 +178,6 @@ TEST(TAVQTokenSequenceTest, TextsLiveAsLongAsTheSequence) {
     EXPECT_EQ(Read(sequence, &TokenSequenceBase::GetText), "beta");
 }
 
-int Sign(int value) { return value < 0 ? -1 : (value > 0 ? 1 : 0); }
-
 TEST(TAVQTokenSequenceTest, ComparesTheValueText) {
     const struct {
         const char* name;
@@ -198,7 +197,7 @@ TEST(TAVQTokenSequenceTest, ComparesTheValueText) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const TAVQTokenSequence sequence(CodePage::Utf8(), c.text, false, 0);
-        EXPECT_EQ(Sign(sequence.CompareCurrent(c.other, c.count)), c.sign);
+        EXPECT_EQ(SignOf(sequence.CompareCurrent(c.other, c.count)), c.sign);
     }
 }
 

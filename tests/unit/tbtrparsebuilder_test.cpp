@@ -39,7 +39,7 @@ private:
     OpaqueValue m_value;
 };
 
-OpaqueValue Word(NodeType code, const std::string& text = "w") {
+OpaqueValue WordValue(NodeType code, const std::string& text = "w") {
     OpaqueValue value;
     OpaqueValue_SetTAVQToken(
         value,
@@ -49,7 +49,7 @@ OpaqueValue Word(NodeType code, const std::string& text = "w") {
     return value;
 }
 
-OpaqueValue Literal(const std::string& text) {
+OpaqueValue LiteralValue(const std::string& text) {
     const std::string source = "'" + text + "'";
     OpaqueValue value;
     OpaqueValue_SetTAVQToken(value,
@@ -69,14 +69,14 @@ OpaqueValue Number(double number) {
     return value;
 }
 
-OpaqueValue Node(NodeType type) {
+OpaqueValue NodeValue(NodeType type) {
     OpaqueValue value;
     OpaqueValue_SetParseNode(value, MakeNode(type, nullptr));
     return value;
 }
 
-OpaqueValue Variable(const std::string& name) {
-    Value token(Word(SP_VARNAME, name));
+OpaqueValue VariableValue(const std::string& name) {
+    Value token(WordValue(SP_VARNAME, name));
     return BuildVariable(token);
 }
 
@@ -98,7 +98,7 @@ TEST(TbTrParseBuilderTest, ReportsRecordWhereTheirRuleEnds) {
          TablesErrorKind::kTablesSyntax, kNoNodeType, "reportGenericError \n"},
         {"argument error",
          [](TablesCommand& command) {
-             Value keyword(Word(TB_SORT));
+             Value keyword(WordValue(TB_SORT));
              EXPECT_TRUE(
                  OpaqueValue_IsEmpty(reportSubcommandArgumentError(command, At(3, 14), keyword)));
              EXPECT_TRUE(keyword.IsEmpty());
@@ -106,10 +106,10 @@ TEST(TbTrParseBuilderTest, ReportsRecordWhereTheirRuleEnds) {
          TablesErrorKind::kSubcommandSyntax, TB_SORT, "reportSubcommandArgumentError for 295\n"},
         {"range in OBSERVATION",
          [](TablesCommand& command) {
-             Value keyword(Word(TB_OBSERVATION));
-             Value from(Word(SP_VARNAME, "a"));
-             Value to(Word(SP_TO));
-             Value last(Word(SP_VARNAME, "b"));
+             Value keyword(WordValue(TB_OBSERVATION));
+             Value from(WordValue(SP_VARNAME, "a"));
+             Value to(WordValue(SP_TO));
+             Value last(WordValue(SP_VARNAME, "b"));
              Value range(BuildVariableRange(from, to, last));
              Value list(StartList(TBI_VARLIST, range));
              Value result;
@@ -120,9 +120,9 @@ TEST(TbTrParseBuilderTest, ReportsRecordWhereTheirRuleEnds) {
          TablesErrorKind::kObservationRange, kNoNodeType, "reportObservationRange \n"},
         {"word in parentheses",
          [](TablesCommand& command) {
-             Value left(Word(SP_LPAREN));
-             Value word(Word(SP_NONVARNAME, "!x"));
-             Value right(Word(SP_RPAREN));
+             Value left(WordValue(SP_LPAREN));
+             Value word(WordValue(SP_NONVARNAME, "!x"));
+             Value right(WordValue(SP_RPAREN));
              Value result;
              EXPECT_FALSE(BuildParenthesizedWord(command, At(3, 14), result, left, word, right));
              EXPECT_TRUE(result.IsEmpty());
@@ -151,8 +151,8 @@ TEST(TbTrParseBuilderTest, WarningsNameWhatIsPassedOver) {
     Command parsed("TABLES");
     std::ostringstream trace;
     parsed.command.SetTrace(&trace);
-    Value obsolete(Word(TB_WRITE));
-    Value unknown(Word(TB_UNKNOWNSUBCOM, "XYZ"));
+    Value obsolete(WordValue(TB_WRITE));
+    Value unknown(WordValue(TB_UNKNOWNSUBCOM, "XYZ"));
     Value arguments;
     EXPECT_TRUE(OpaqueValue_IsEmpty(reportObsoleteSubcommand(parsed.command, obsolete, arguments)));
     EXPECT_TRUE(OpaqueValue_IsEmpty(reportUnknownSubcommand(parsed.command, unknown, arguments)));
@@ -177,8 +177,8 @@ TEST(TbTrParseBuilderTest, AnObsoleteFormatIsWarnedAboutOnceInARow) {
     Command parsed("TABLES /FORMAT x y /FORMAT z /TABLE a");
     for (int token = 0; token < 3; ++token) static_cast<void>(parsed.command.NextToken());
     for (int time = 0; time < 2; ++time) {
-        Value keyword(Word(TB_FORMAT));
-        Value lookAhead(Word(SP_VARNAME));
+        Value keyword(WordValue(TB_FORMAT));
+        Value lookAhead(WordValue(SP_VARNAME));
         EXPECT_TRUE(OpaqueValue_IsEmpty(reportObsoleteFormat(parsed.command, keyword, lookAhead)));
         EXPECT_TRUE(keyword.IsEmpty());
         EXPECT_TRUE(lookAhead.IsEmpty());
@@ -187,7 +187,7 @@ TEST(TbTrParseBuilderTest, AnObsoleteFormatIsWarnedAboutOnceInARow) {
     }
     EXPECT_EQ(parsed.command.NextToken().code, TB_TABLE);
     parsed.command.AddWarning(another);
-    Value keyword(Word(TB_FORMAT));
+    Value keyword(WordValue(TB_FORMAT));
     Value lookAhead;
     static_cast<void>(reportObsoleteFormat(parsed.command, keyword, lookAhead));
     EXPECT_EQ(parsed.command.Warnings(), (std::vector{warning, another, warning}));
@@ -210,7 +210,7 @@ TEST(TbTrParseBuilderTest, ListsStartWithWhatTheirTypeNeeds) {
         Value none;
         Value list(StartList(c.type, none));
         EXPECT_EQ(list.Text(), c.withoutElement);
-        Value element(Node(TBI_FMT));
+        Value element(NodeValue(TBI_FMT));
         Value longer(AddToList(c.type, list, element));
         EXPECT_EQ(longer.Text(), c.withElement);
         Value unchanged(AddToList(c.type, longer, none));
@@ -237,16 +237,16 @@ TEST(TbTrParseBuilderTest, TheLastFormatSettingOfAKindCounts) {
         AssertionRecorder assertions;
         OpaqueValue list;
         for (const NodeType type : c.settings) {
-            Value token(type == SP_SLITERAL ? Literal("") : Word(type));
-            Value missing(Word(TB_MISSING));
-            Value left(Word(SP_LPAREN));
-            Value right(Word(SP_RPAREN));
+            Value token(type == SP_SLITERAL ? LiteralValue("") : WordValue(type));
+            Value missing(WordValue(TB_MISSING));
+            Value left(WordValue(SP_LPAREN));
+            Value right(WordValue(SP_RPAREN));
             Value setting(type == SP_SLITERAL ? BuildMissingSetting(missing, left, token, right)
                                               : BuildEmptyCellSetting(token));
             list = AddFormatSetting(list, setting);
         }
         Value settings(list);
-        Value keyword(Word(TB_FORMAT));
+        Value keyword(WordValue(TB_FORMAT));
         Value format(BuildFormat(keyword, settings));
         EXPECT_EQ(format.Text(), c.expected);
         EXPECT_EQ(assertions.Texts(), Texts{});
@@ -277,7 +277,7 @@ TEST(TbTrParseBuilderTest, FormatChecksItsSettings) {
         OpaqueValue list;
         OpaqueValue_SetParseNode(list, std::move(node));
         Value settings(list);
-        Value keyword(Word(TB_FORMAT));
+        Value keyword(WordValue(TB_FORMAT));
         const Value format(BuildFormat(keyword, settings));
         EXPECT_FALSE(format.IsEmpty());
         EXPECT_EQ(assertions.Texts(), c.assertions);
@@ -286,13 +286,13 @@ TEST(TbTrParseBuilderTest, FormatChecksItsSettings) {
 
 // Operands are written as "a", "+(ab)" or ">(ab)"; children are single letters.
 OpaqueValue Operand(std::string_view text) {
-    if (text == "STAT") return Node(TB_STATISTICS);
-    if (text == "LAB") return Node(TB_LABELS);
-    if (text.size() == 1) return Variable(std::string(text));
+    if (text == "STAT") return NodeValue(TB_STATISTICS);
+    if (text == "LAB") return NodeValue(TB_LABELS);
+    if (text.size() == 1) return VariableValue(std::string(text));
     std::unique_ptr<TbTrParseNode> node =
         MakeNode(text[0] == '+' ? SP_PLUS : SP_GREATERTHAN, nullptr);
     for (const char name : text.substr(2, text.size() - 3)) {
-        Value child(Variable(std::string(1, name)));
+        Value child(VariableValue(std::string(1, name)));
         node->AddChild(OpaqueValue_ReleaseParseNode(child));
     }
     OpaqueValue value;
@@ -327,18 +327,18 @@ TEST(TbTrParseBuilderTest, OperandsOfTheSameOperatorAreDissolved) {
         AssertionRecorder assertions;
         {
             Value left(Operand(c.left));
-            Value operation(Word(c.operation));
+            Value operation(WordValue(c.operation));
             Value right(Operand(c.right));
             const Value result(BuildOperation(left, operation, right));
             EXPECT_EQ(result.Text(), c.expected);
             EXPECT_TRUE(left.IsEmpty() && operation.IsEmpty() && right.IsEmpty());
         }
         {
-            Value leftParen(Word(SP_LPAREN));
+            Value leftParen(WordValue(SP_LPAREN));
             Value left(Operand(c.left));
-            Value operation(Word(c.operation));
+            Value operation(WordValue(c.operation));
             Value right(Operand(c.right));
-            Value rightParen(Word(SP_RPAREN));
+            Value rightParen(WordValue(SP_RPAREN));
             const Value result(BuildOperation(leftParen, left, operation, right, rightParen));
             EXPECT_EQ(result.Text(), c.expected);
         }
@@ -350,11 +350,11 @@ TEST(TbTrParseBuilderTest, LongChainsMayGrowOnEitherSide) {
     constexpr int kCount = 200'000;
     for (const bool growsLeft : {false, true}) {
         SCOPED_TRACE(growsLeft);
-        OpaqueValue chain = Variable("a");
+        OpaqueValue chain = VariableValue("a");
         for (int index = 0; index < kCount; ++index) {
             Value longer(chain);
-            Value operation(Word(SP_PLUS));
-            Value leaf(Variable("b"));
+            Value operation(WordValue(SP_PLUS));
+            Value leaf(VariableValue("b"));
             chain = growsLeft ? BuildOperation(leaf, operation, longer)
                               : BuildOperation(longer, operation, leaf);
         }
@@ -397,21 +397,21 @@ TEST(TbTrParseBuilderTest, MissingAndForeignOperandsAssert) {
         {"an operand that is none",
          SP_PLUS,
          true,
-         Node(TBI_FMT),
+         NodeValue(TBI_FMT),
          "PLUS(a)",
          {"0 && \"illegal left node type for TABLE operation\""}},
         {"no operator",
          SP_BY,
          true,
-         Variable("b"),
+         VariableValue("b"),
          "empty",
          {"type == SP_PLUS || type == SP_GREATERTHAN"}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         AssertionRecorder assertions;
-        Value left(c.isLeftThere ? Variable("a") : OpaqueValue{});
-        Value operation(Word(c.operation));
+        Value left(c.isLeftThere ? VariableValue("a") : OpaqueValue{});
+        Value operation(WordValue(c.operation));
         Value right(c.right);
         const Value result(BuildOperation(left, operation, right));
         EXPECT_EQ(result.Text(), c.expected);
@@ -441,9 +441,9 @@ TEST(TbTrParseBuilderTest, WordsInParentheses) {
         SCOPED_TRACE(c.name);
         AssertionRecorder assertions;
         Command parsed("TABLES");
-        Value left(Word(SP_LPAREN));
-        Value word(Word(c.code, c.word));
-        Value right(Word(SP_RPAREN));
+        Value left(WordValue(SP_LPAREN));
+        Value word(WordValue(c.code, c.word));
+        Value right(WordValue(SP_RPAREN));
         Value result;
         const bool built =
             BuildParenthesizedWord(parsed.command, At(1, 1), result, left, word, right);
@@ -465,17 +465,17 @@ TEST(TbTrParseBuilderTest, ExpressionsInParentheses) {
     OpaqueValue noVariable;
     OpaqueValue_SetParseNode(noVariable, MakeNode(SP_NONVARNAME, nullptr));
     const Case cases[] = {
-        {"a variable", Variable("x"), "x", TablesErrorKind::kNone},
-        {"a variable that is spelled so", Variable("LABEL"), "LABELS", TablesErrorKind::kNone},
-        {"a marker", Node(TB_LABELS), "LABELS", TablesErrorKind::kNone},
+        {"a variable", VariableValue("x"), "x", TablesErrorKind::kNone},
+        {"a variable that is spelled so", VariableValue("LABEL"), "LABELS", TablesErrorKind::kNone},
+        {"a marker", NodeValue(TB_LABELS), "LABELS", TablesErrorKind::kNone},
         {"an operation", Operand("+(ab)"), "PLUS(a b)", TablesErrorKind::kNone},
         {"a word that is no variable", noVariable, "empty", TablesErrorKind::kParenthesizedWord},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        Value left(Word(SP_LPAREN));
+        Value left(WordValue(SP_LPAREN));
         Value inner(c.inner);
-        Value right(Word(SP_RPAREN));
+        Value right(WordValue(SP_RPAREN));
         Value result;
         EXPECT_EQ(
             BuildParenthesizedExpression(parsed.command, At(1, 1), result, left, inner, right),
@@ -487,10 +487,10 @@ TEST(TbTrParseBuilderTest, ExpressionsInParentheses) {
 
 TEST(TbTrParseBuilderTest, TableRecordsWhereItStands) {
     Command parsed("TABLES");
-    Value keyword(Word(TB_TABLE));
-    Value rows(Variable("a"));
-    Value by(Word(SP_BY));
-    Value columns(Variable("b"));
+    Value keyword(WordValue(TB_TABLE));
+    Value rows(VariableValue("a"));
+    Value by(WordValue(SP_BY));
+    Value columns(VariableValue("b"));
     const Value table(BuildTable(parsed.command, At(2, 9), keyword, rows, by, columns));
     EXPECT_EQ(table.Text(), "TABLE(a b)");
     ASSERT_EQ(parsed.command.TableLocations().size(), 1U);
@@ -521,98 +521,99 @@ TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
     const Case cases[] = {
         {"root without global list",
          [](TablesCommand& command, Arguments& a) { return BuildCommand(command, *a[0], *a[1]); },
-         {OpaqueValue{}, Node(TBI_GENERICLIST)},
+         {OpaqueValue{}, NodeValue(TBI_GENERICLIST)},
          {isList}},
         {"root with a wrong list",
          [](TablesCommand& command, Arguments& a) { return BuildCommand(command, *a[0], *a[1]); },
-         {Node(TBI_GENERICLIST), Node(TBI_VARLIST)},
+         {NodeValue(TBI_GENERICLIST), NodeValue(TBI_VARLIST)},
          {isGenericList}},
         {"group without a table",
          [](TablesCommand&, Arguments& a) { return BuildTableGroup(*a[0], *a[1]); },
-         {Node(TB_SORT), Node(TBI_GENERICLIST)},
+         {NodeValue(TB_SORT), NodeValue(TBI_GENERICLIST)},
          {"OpaqueValue_CheckParseNode(table, TB_TABLE, 0, 0)"}},
         {"AUTOLABEL of a node",
          [](TablesCommand&, Arguments& a) { return BuildAutolabel(*a[0]); },
-         {Node(TB_TABLE)},
+         {NodeValue(TB_TABLE)},
          {isKeyword}},
         {"AUTOLABEL with a wrong setting",
          [](TablesCommand&, Arguments& a) { return BuildAutolabel(*a[0], *a[1]); },
-         {Word(TB_AUTOLABEL), Word(SP_ALL)},
+         {WordValue(TB_AUTOLABEL), WordValue(SP_ALL)},
          {"tokenType == TB_DEFAULT || tokenType == TB_ON || tokenType == TB_OFF"}},
         {"AUTOLABEL with a node as setting",
          [](TablesCommand&, Arguments& a) { return BuildAutolabel(*a[0], *a[1]); },
-         {Word(TB_AUTOLABEL), Node(TB_ON)},
+         {WordValue(TB_AUTOLABEL), NodeValue(TB_ON)},
          {"OpaqueValue_IsTAVQToken(settingKeyword)"}},
         {"BASE with a wrong setting",
          [](TablesCommand&, Arguments& a) { return BuildBase(*a[0], *a[1]); },
-         {Word(TB_BASE), Word(TB_ON)},
+         {WordValue(TB_BASE), WordValue(TB_ON)},
          {"tokenType == TB_ANSWERING || tokenType == TB_QUALIFIED || tokenType == SP_ALL"}},
         {"GBASE with a wrong setting",
          [](TablesCommand&, Arguments& a) { return BuildGbase(*a[0], *a[1]); },
-         {Word(TB_GBASE), Word(TB_ON)},
+         {WordValue(TB_GBASE), WordValue(TB_ON)},
          {"nodeType == TB_CASES || nodeType == TB_RESPONSES"}},
         {"MISSING with a wrong setting",
          [](TablesCommand&, Arguments& a) { return BuildMissing(*a[0], *a[1]); },
-         {Word(TB_MISSINGSUBCOM), Word(TB_ON)},
+         {WordValue(TB_MISSINGSUBCOM), WordValue(TB_ON)},
          {"tokenType == TB_EXCLUDE || tokenType == TB_INCLUDE"}},
         {"FORMAT of another node",
          [](TablesCommand&, Arguments& a) { return BuildFormat(*a[0], *a[1]); },
-         {Word(TB_FORMAT), Node(TB_SORT)},
+         {WordValue(TB_FORMAT), NodeValue(TB_SORT)},
          {"parseNode->GetNodeType() == TB_FORMAT"}},
         {"FORMAT of a token",
          [](TablesCommand&, Arguments& a) { return BuildFormat(*a[0], *a[1]); },
-         {Word(TB_FORMAT), Word(TB_ZERO)},
+         {WordValue(TB_FORMAT), WordValue(TB_ZERO)},
          {"OpaqueValue_IsParseNode(formatSettingList)"}},
         {"a fill that is none",
          [](TablesCommand&, Arguments& a) { return BuildEmptyCellSetting(*a[0]); },
-         {Word(TB_ON)},
+         {WordValue(TB_ON)},
          {"tokenType == TB_BLANK || tokenType == TB_ZERO"}},
         {"a missing value that is no literal",
          [](TablesCommand&, Arguments& a) {
              return BuildMissingSetting(*a[0], *a[1], *a[2], *a[3]);
          },
-         {Word(TB_MISSING), Word(SP_LPAREN), Number(5), Word(SP_RPAREN)},
+         {WordValue(TB_MISSING), WordValue(SP_LPAREN), Number(5), WordValue(SP_RPAREN)},
          {isLiteral}},
         {"parentheses that are none",
          [](TablesCommand&, Arguments& a) {
              return BuildMissingSetting(*a[0], *a[1], *a[2], *a[3]);
          },
-         {Word(TB_MISSING), Word(SP_BY), Literal("x"), Word(SP_BY)},
+         {WordValue(TB_MISSING), WordValue(SP_BY), LiteralValue("x"), WordValue(SP_BY)},
          {isLeftParen, isRightParen}},
         {"texts without a list",
          [](TablesCommand&, Arguments& a) { return BuildTexts(TB_TITLE, *a[0], *a[1]); },
-         {Word(TB_TITLE), OpaqueValue{}},
+         {WordValue(TB_TITLE), OpaqueValue{}},
          {isList}},
         {"totals in a wrong list",
          [](TablesCommand&, Arguments& a) { return BuildTotals(TB_FTOTAL, *a[0], *a[1]); },
-         {Word(TB_FTOTAL), Node(TBI_GENERICLIST)},
+         {WordValue(TB_FTOTAL), NodeValue(TBI_GENERICLIST)},
          {isVarList}},
         {"a variable that is none",
          [](TablesCommand&, Arguments& a) { return BuildVariable(*a[0]); },
-         {Word(SP_NONVARNAME)},
+         {WordValue(SP_NONVARNAME)},
          {isVarname}},
         {"a range without TO",
          [](TablesCommand&, Arguments& a) { return BuildVariableRange(*a[0], *a[1], *a[2]); },
-         {Word(SP_VARNAME), Word(SP_BY), Word(SP_VARNAME)},
+         {WordValue(SP_VARNAME), WordValue(SP_BY), WordValue(SP_VARNAME)},
          {"OpaqueValue_CheckTAVQToken(to, SP_TO, 0, 0)"}},
         {"a set without a name",
          [](TablesCommand&, Arguments& a) { return BuildMrGroup(*a[0], *a[1], *a[2]); },
-         {Word(TB_MRGROUP), Literal("x"), Node(TBI_VARLIST)},
+         {WordValue(TB_MRGROUP), LiteralValue("x"), NodeValue(TBI_VARLIST)},
          {isVarname}},
         {"a counted value that is a word",
          [](TablesCommand&, Arguments& a) {
              return BuildMdGroup(*a[0], *a[1], *a[2], *a[3], *a[4], *a[5]);
          },
-         {Word(TB_MDGROUP), Word(SP_VARNAME), Node(TBI_VARLIST), Word(SP_LPAREN), Word(SP_VARNAME),
-          Word(SP_RPAREN)},
+         {WordValue(TB_MDGROUP), WordValue(SP_VARNAME), NodeValue(TBI_VARLIST),
+          WordValue(SP_LPAREN), WordValue(SP_VARNAME), WordValue(SP_RPAREN)},
          {"OpaqueValue_CheckTAVQToken(countedValue, SP_SLITERAL, SP_NUMBER, 0)"}},
         {"SORT of another list",
          [](TablesCommand&, Arguments& a) { return BuildSort(*a[0], *a[1]); },
-         {Word(TB_SORT), Node(TB_STATISTICS)},
+         {WordValue(TB_SORT), NodeValue(TB_STATISTICS)},
          {"OpaqueValue_CheckParseNode(list, TB_SORT, 0, 0)"}},
         {"a sort function that is none",
          [](TablesCommand&, Arguments& a) { return BuildSortVariable(*a[0], *a[1], *a[2], *a[3]); },
-         {Word(SP_VARNAME), Word(SP_LPAREN), Node(TBI_STATFUNCTION), Word(SP_RPAREN)},
+         {WordValue(SP_VARNAME), WordValue(SP_LPAREN), NodeValue(TBI_STATFUNCTION),
+          WordValue(SP_RPAREN)},
          {"OpaqueValue_CheckParseNode(sortFunction, TBI_SORTFUNCTION, 0, 0)"}},
         {"a function named by a number",
          [](TablesCommand&, Arguments& a) { return BuildSortFunction(*a[0]); },
@@ -620,23 +621,23 @@ TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
          {isName}},
         {"STATISTICS of another list",
          [](TablesCommand&, Arguments& a) { return BuildStatistics(*a[0], *a[1]); },
-         {Word(TB_STATISTICS), Node(TB_SORT)},
+         {WordValue(TB_STATISTICS), NodeValue(TB_SORT)},
          {"OpaqueValue_CheckParseNode(list, TB_STATISTICS, 0, 0)"}},
         {"unweighted nothing",
          [](TablesCommand&, Arguments& a) { return BuildUnweighted(*a[0], *a[1]); },
-         {Word(TB_UNWEIGHTED), Node(TBI_STATFUNCTION)},
+         {WordValue(TB_UNWEIGHTED), NodeValue(TBI_STATFUNCTION)},
          {"OpaqueValue_CheckParseNode(statFuncSpec, TBI_FULLSTATFUNCTION, 0, 0)"}},
         {"a full function of another node",
          [](TablesCommand&, Arguments& a) { return BuildFullStatFunction(*a[0]); },
-         {Node(TBI_SORTFUNCTION)},
+         {NodeValue(TBI_SORTFUNCTION)},
          {"OpaqueValue_CheckParseNode(statFunc, TBI_STATFUNCTION, 0, 0)"}},
         {"a function's number that is a literal",
          [](TablesCommand&, Arguments& a) { return BuildStatFunction(*a[0], *a[1]); },
-         {Word(SP_VARNAME), Literal("x")},
+         {WordValue(SP_VARNAME), LiteralValue("x")},
          {"OpaqueValue_CheckTAVQToken(number, SP_NUMBER, 0, 0)"}},
         {"a display without a format",
          [](TablesCommand&, Arguments& a) { return BuildStatDisplay(*a[0], *a[1], *a[2]); },
-         {Word(SP_LPAREN), Node(TBI_VARLIST), Word(SP_RPAREN)},
+         {WordValue(SP_LPAREN), NodeValue(TBI_VARLIST), WordValue(SP_RPAREN)},
          {"OpaqueValue_CheckParseNode(statFormat, TBI_FMT, 0, 0)"}},
         {"a format that is a number",
          [](TablesCommand&, Arguments& a) { return BuildStatFormat(*a[0]); },
@@ -644,34 +645,35 @@ TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
          {"OpaqueValue_CheckTAVQToken(formatWord, SP_VARNAME, SP_NONVARNAME, 0)"}},
         {"an argument's display that is none",
          [](TablesCommand&, Arguments& a) { return BuildStatArgument(*a[0], *a[1]); },
-         {Word(SP_VARNAME), Node(TBI_FMT)},
+         {WordValue(SP_VARNAME), NodeValue(TBI_FMT)},
          {"OpaqueValue_CheckParseNode(statDisplaySpec, TBI_STATFUNCARG, 0, 0)"}},
         {"a list element that is a token",
          [](TablesCommand&, Arguments& a) { return AddToList(TBI_VARLIST, *a[0], *a[1]); },
-         {Node(TBI_VARLIST), Word(SP_VARNAME)},
+         {NodeValue(TBI_VARLIST), WordValue(SP_VARNAME)},
          {"OpaqueValue_IsEmpty(element) || OpaqueValue_IsParseNode(element)"}},
         {"a list of another type",
          [](TablesCommand&, Arguments& a) { return AddToList(TBI_VARLIST, *a[0], *a[1]); },
-         {Node(TBI_GENERICLIST), Node(TBI_FMT)},
+         {NodeValue(TBI_GENERICLIST), NodeValue(TBI_FMT)},
          {isVarList}},
         {"a table without rows",
          [](TablesCommand& command, Arguments& a) {
              return BuildTable(command, At(1, 1), *a[0], *a[1]);
          },
-         {Word(TB_TABLE), OpaqueValue{}},
+         {WordValue(TB_TABLE), OpaqueValue{}},
          {"0 && \"Illegal TABLE subcommand: no arguments\""}},
         {"a table with columns alone",
          [](TablesCommand& command, Arguments& a) {
              return BuildTable(command, At(1, 1), *a[0], *a[1], *a[2], *a[3]);
          },
-         {Word(TB_TABLE), OpaqueValue{}, Word(SP_BY), Variable("a")},
+         {WordValue(TB_TABLE), OpaqueValue{}, WordValue(SP_BY), VariableValue("a")},
          {"OpaqueValue_IsEmpty(tableExpressionColumns)",
           "0 && \"Illegal TABLE subcommand: no arguments\""}},
         {"a table with layers but no columns",
          [](TablesCommand& command, Arguments& a) {
              return BuildTable(command, At(1, 1), *a[0], *a[1], *a[2], *a[3], *a[4], *a[5]);
          },
-         {Word(TB_TABLE), Variable("a"), Word(SP_BY), OpaqueValue{}, Word(SP_BY), Variable("b")},
+         {WordValue(TB_TABLE), VariableValue("a"), WordValue(SP_BY), OpaqueValue{},
+          WordValue(SP_BY), VariableValue("b")},
          {"OpaqueValue_IsEmpty(tableExpressionLayers)"}},
     };
     for (const Case& c : cases) {
@@ -695,46 +697,46 @@ TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
 TEST(TbTrParseBuilderTest, TakenSlotsAssert) {
     AssertionRecorder assertions;
     const auto withChild = [](NodeType type) {
-        OpaqueValue value = Node(type);
+        OpaqueValue value = NodeValue(type);
         value.pParseNode->AddChild(MakeNode(TBI_FMT, nullptr));
         return value;
     };
     {
-        Value unweighted(Word(TB_UNWEIGHTED));
+        Value unweighted(WordValue(TB_UNWEIGHTED));
         Value function(withChild(TBI_FULLSTATFUNCTION));
         const Value result(BuildUnweighted(unweighted, function));
         EXPECT_EQ(result.Text(), "FULLSTATFUNCTION(UNWEIGHTED)");
     }
     {
-        Value keyword(Word(TB_SORT));
-        Value direction(Word(TB_ASCENDING));
+        Value keyword(WordValue(TB_SORT));
+        Value direction(WordValue(TB_ASCENDING));
         Value keys(withChild(TB_SORT));
         const Value result(BuildSort(keyword, direction, keys));
         EXPECT_EQ(result.Text(), "SORT(ASCENDING)");
     }
     {
-        Value keyword(Word(TB_SORT));
-        Value direction(Word(TB_ASCENDING));
-        Value keys(Node(TB_SORT));
+        Value keyword(WordValue(TB_SORT));
+        Value direction(WordValue(TB_ASCENDING));
+        Value keys(NodeValue(TB_SORT));
         const Value result(BuildSort(keyword, direction, keys));
         EXPECT_EQ(result.Text(), "SORT");
     }
     {
-        Value keyword(Word(TB_SORT));
-        Value direction(Word(TB_ON));
+        Value keyword(WordValue(TB_SORT));
+        Value direction(WordValue(TB_ON));
         Value keys(withChild(TB_SORT));
         const Value result(BuildSort(keyword, direction, keys));
         EXPECT_EQ(result.Text(), "SORT(FMT)");
     }
     {
-        Value varname(Word(SP_VARNAME, "a"));
+        Value varname(WordValue(SP_VARNAME, "a"));
         Value display(withChild(TBI_STATFUNCARG));
         const Value result(BuildStatArgument(varname, display));
         EXPECT_EQ(result.Text(), "STATFUNCARG(a)");
     }
     {
-        Value varname(Word(SP_VARNAME, "a"));
-        Value display(Node(TBI_STATFUNCARG));
+        Value varname(WordValue(SP_VARNAME, "a"));
+        Value display(NodeValue(TBI_STATFUNCARG));
         const Value result(BuildStatArgument(varname, display));
         EXPECT_EQ(result.Text(), "STATFUNCARG");
     }
@@ -747,8 +749,8 @@ TEST(TbTrParseBuilderTest, TakenSlotsAssert) {
 TEST(TbTrParseBuilderTest, ObservationChecksItsVariables) {
     AssertionRecorder assertions;
     Command parsed("TABLES");
-    Value keyword(Word(TB_OBSERVATION));
-    Value element(Node(TBI_FMT));
+    Value keyword(WordValue(TB_OBSERVATION));
+    Value element(NodeValue(TBI_FMT));
     Value list(StartList(TBI_VARLIST, element));
     Value result;
     EXPECT_TRUE(BuildObservation(parsed.command, At(1, 1), result, keyword, list));
@@ -760,9 +762,9 @@ TEST(TbTrParseBuilderTest, ObservationChecksItsVariables) {
 TEST(TbTrParseBuilderTest, AWordInParenthesesMustBeOne) {
     AssertionRecorder assertions;
     Command parsed("TABLES");
-    Value left(Word(SP_LPAREN));
+    Value left(WordValue(SP_LPAREN));
     Value word(Number(5));
-    Value right(Word(SP_RPAREN));
+    Value right(WordValue(SP_RPAREN));
     Value result;
     EXPECT_FALSE(BuildParenthesizedWord(parsed.command, At(1, 1), result, left, word, right));
     EXPECT_EQ(assertions.Texts(), Texts{"type == SP_VARNAME || type == SP_NONVARNAME"});

@@ -15,7 +15,7 @@
 namespace quillet {
 namespace {
 
-std::unique_ptr<TAVQToken> Word(const std::string& text) {
+std::unique_ptr<TAVQToken> NodeToken(const std::string& text) {
     return std::make_unique<TAVQStringToken>(text.data(), text.data() + text.size(), 1, 7, text,
                                              TokenCodes::kNotOperator);
 }
@@ -26,7 +26,7 @@ std::unique_ptr<TAVQToken> Literal(const std::string& value) {
 }
 
 std::unique_ptr<TbTrParseNode> Variable(const std::string& name) {
-    std::unique_ptr<TAVQToken> token = Word(name);
+    std::unique_ptr<TAVQToken> token = NodeToken(name);
     return MakeVarNameNode(token);
 }
 
@@ -66,12 +66,12 @@ TEST(TbTrParseNodeTest, EveryCodeHasANumberOfItsOwn) {
 
 TEST(TbTrParseNodeTest, InstallingGivesThePreviousBack) {
     TbTrParseNode parent(TBI_GENERICLIST);
-    TbTrParseNode node(SP_VARNAME, Word("a"));
+    TbTrParseNode node(SP_VARNAME, NodeToken("a"));
     EXPECT_EQ(node.GetNodeType(), SP_VARNAME);
     node.SetNodeType(TBI_FTOTALVAR);
     EXPECT_EQ(node.GetNodeType(), TBI_FTOTALVAR);
 
-    const std::unique_ptr<TAVQToken> old = node.SetToken(Word("b"));
+    const std::unique_ptr<TAVQToken> old = node.SetToken(NodeToken("b"));
     ASSERT_NE(old, nullptr);
     EXPECT_EQ(old->Text(true), "a");
     EXPECT_EQ(node.GetToken()->Text(true), "b");
@@ -215,7 +215,7 @@ TEST(TbTrParseNodeTest, MakeKeywordNodeKnowsTheSettings) {
     for (unsigned code = SP_SLITERAL; code <= TBI_PTOTALVAR; ++code) {
         SCOPED_TRACE(code);
         const auto type = static_cast<NodeType>(code);
-        std::unique_ptr<TAVQToken> token = Word("w");
+        std::unique_ptr<TAVQToken> token = NodeToken("w");
         const std::unique_ptr<TbTrParseNode> node = MakeKeywordNode(type, token);
         if (settings.count(type) > 0) {
             ASSERT_NE(node, nullptr);
@@ -239,7 +239,7 @@ TEST(TbTrParseNodeTest, MakeLiteralNodeTakesLiteralsAlone) {
     EXPECT_EQ(node->GetChildCount(), 0U);
     EXPECT_EQ(literal, nullptr);
 
-    std::unique_ptr<TAVQToken> word = Word("x");
+    std::unique_ptr<TAVQToken> word = NodeToken("x");
     EXPECT_EQ(MakeLiteralNode(word), nullptr);
     EXPECT_NE(word, nullptr);
     std::unique_ptr<TAVQToken> none;
@@ -248,7 +248,7 @@ TEST(TbTrParseNodeTest, MakeLiteralNodeTakesLiteralsAlone) {
 
 TEST(TbTrParseNodeTest, AVariableHasTwoEmptySlots) {
     AssertionRecorder assertions;
-    std::unique_ptr<TAVQToken> word = Word("x");
+    std::unique_ptr<TAVQToken> word = NodeToken("x");
     const std::unique_ptr<TbTrParseNode> node = MakeVarNameNode(word);
     ASSERT_NE(node, nullptr);
     EXPECT_EQ(node->GetNodeType(), SP_VARNAME);
@@ -276,8 +276,8 @@ TEST(TbTrParseNodeTest, ARangeKeepsTheEndsItCanUse) {
                           {"neither", false, false}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        std::unique_ptr<TAVQToken> from = c.fromIsWord ? Word("a") : Literal("a");
-        std::unique_ptr<TAVQToken> to = c.toIsWord ? Word("b") : Literal("b");
+        std::unique_ptr<TAVQToken> from = c.fromIsWord ? NodeToken("a") : Literal("a");
+        std::unique_ptr<TAVQToken> to = c.toIsWord ? NodeToken("b") : Literal("b");
         const std::unique_ptr<TbTrParseNode> range = MakeVarRangeNode(from, to);
         EXPECT_EQ(range != nullptr, c.fromIsWord || c.toIsWord);
         if (!range) continue;

@@ -292,7 +292,7 @@ TEST(TbTrTablesTest, EveryTableRecordsItsLastToken) {
     EXPECT_EQ(tables[1].last_column, 10);
 }
 
-struct ErrorCase {
+struct MistakeCase {
     const char* text;
     int kind;
     int line;
@@ -308,7 +308,7 @@ struct ErrorCase {
 // the point of the error, can still shift `error`: only the state right after the subcommand's
 // word can. A state that holds one complete rule and no `error` reduces whatever comes next.
 // Once the subcommand has been reduced in that way, only state 0 is left: kind 4.
-const ErrorCase kErrorCases[] = {
+const MistakeCase kErrorCases[] = {
     // Nothing at all: no token was read, so the place is the start of the command.
     {"TABLES", 4, 1, 1},
     {"TABLES /", 4, 1, 1},
@@ -514,10 +514,10 @@ const ErrorCase kErrorCases[] = {
     {"TABLES /TABLE \xC3\xA4 \xC3\xB6", 4, 1, 18},
 };
 
-class GrammarMistakeTest : public testing::TestWithParam<ErrorCase> {};
+class GrammarMistakeTest : public testing::TestWithParam<MistakeCase> {};
 
 TEST_P(GrammarMistakeTest, IsReportedWhereItIsMet) {
-    const ErrorCase& c = GetParam();
+    const MistakeCase& c = GetParam();
     for (int time = 0; time < 2; ++time) {
         const Parsed parsed = Parse(c.text);
         EXPECT_EQ(parsed.status, ParseStatus::kAborted);
@@ -532,7 +532,7 @@ TEST_P(GrammarMistakeTest, IsReportedWhereItIsMet) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, GrammarMistakeTest, testing::ValuesIn(kErrorCases),
-                         NameOfCommand<ErrorCase>);
+                         NameOfCommand<MistakeCase>);
 
 TEST(TbTrTablesTest, WarningsBeforeAMistakeAreKept) {
     const Parsed parsed = Parse("TABLES /xyz a /FORMAT X /WRITE x /BASE 5");
@@ -678,7 +678,7 @@ TEST(TbTrTablesTest, EveryRuleIsReducedSomewhere) {
         reduced.insert(rules.begin(), rules.end());
     }
     // The rules that end the parse build nothing.
-    for (const ErrorCase& c : kErrorCases) {
+    for (const MistakeCase& c : kErrorCases) {
         const std::set<int> rules = ReducedRules(c.text);
         reduced.insert(rules.begin(), rules.end());
     }

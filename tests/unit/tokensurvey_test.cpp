@@ -9,6 +9,7 @@
 #include "platform/codepage.h"
 #include "support/assertionrecorder.h"
 #include "support/doublebytepage.h"
+#include "support/sign.h"
 #include "tokenizer/tavqtoken.h"
 #include "tokenizing.h"
 
@@ -16,8 +17,6 @@ namespace quillet {
 namespace {
 
 using namespace tokenizing;
-
-int Sign(int value) { return value < 0 ? -1 : (value > 0 ? 1 : 0); }
 
 // The survey must answer as the kept tokens do.
 void ExpectSurveyAgrees(const CodePage& codePage, const std::string& text, bool skipLeadingSign,
@@ -32,8 +31,8 @@ void ExpectSurveyAgrees(const CodePage& codePage, const std::string& text, bool 
     ASSERT_EQ(counted.firstValue, kept.firstValue.substr(0, counted.firstValue.size()));
     ASSERT_EQ(counted.firstValue.empty(), kept.firstValue.empty());
     for (const char* word : {"*", "COMMENT", "**", "*>", "DOCUMENT", "TABLES", "IGRAPH"}) {
-        ASSERT_EQ(Sign(CompareTextPrefix(counted.firstValue, word, 3)),
-                  Sign(CompareTextPrefix(kept.firstValue, word, 3)))
+        ASSERT_EQ(SignOf(CompareTextPrefix(counted.firstValue, word, 3)),
+                  SignOf(CompareTextPrefix(kept.firstValue, word, 3)))
             << word;
     }
     for (const char* word : {"BEGIN", "DATA", "TABLES", "IGRAPH"}) {

@@ -29,13 +29,13 @@ std::string LeafText(const Node& leaf) {
 }
 
 // "+(a,>(b,c))" for a + (b > c); "-" for nothing.
-std::string TreeText(const Node* pNode) {
+std::string ShapeText(const Node* pNode) {
     if (!pNode) return "-";
     if (!IsOperator(pNode->GetNodeType())) return LeafText(*pNode);
     std::string text = pNode->GetNodeType() == SP_PLUS ? "+(" : ">(";
     for (std::size_t i = 0; i < pNode->GetChildCount(); ++i) {
         if (i > 0) text += ",";
-        text += TreeText(pNode->GetChild(i));
+        text += ShapeText(pNode->GetChild(i));
     }
     return text + ")";
 }
@@ -178,8 +178,8 @@ TEST(TreeEditingTest, RemovesLeaves) {
         };
         ASSERT_TRUE(RemoveLeaves(*table, 1, decide));
         if (table->GetChild(1)) Flatten(*table->GetChild(1));
-        EXPECT_EQ(TreeText(table->GetChild(1)), c.expected);
-        EXPECT_EQ(TreeText(table->GetChild(0)), "other");
+        EXPECT_EQ(ShapeText(table->GetChild(1)), c.expected);
+        EXPECT_EQ(ShapeText(table->GetChild(0)), "other");
         EXPECT_EQ(table->GetChildCount(), 2u);
         EXPECT_TRUE(ParentsAreRight(*table));
     }
@@ -225,7 +225,7 @@ TEST(TreeEditingTest, ShowsWhereALeafStands) {
             text += place.parentType == TB_TABLE  ? "table"
                     : place.parentType == SP_PLUS ? "+"
                                                   : ">";
-            text += " " + TreeText(place.pPrevious) + " " + TreeText(place.pNext);
+            text += " " + ShapeText(place.pPrevious) + " " + ShapeText(place.pNext);
             places.push_back(text);
             return LeafText(leaf)[0] == 'x' ? LeafDecision::kRemove : LeafDecision::kKeep;
         };
@@ -277,7 +277,7 @@ TEST(TreeEditingTest, Flattens) {
         SCOPED_TRACE(c.tree);
         const std::unique_ptr<Node> tree = ReadTree(c.tree);
         Flatten(*tree);
-        EXPECT_EQ(TreeText(tree.get()), c.expected);
+        EXPECT_EQ(ShapeText(tree.get()), c.expected);
         EXPECT_TRUE(ParentsAreRight(*tree));
     }
 }

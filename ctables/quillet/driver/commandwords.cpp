@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <iterator>
 
+#include "platform/multibyte.h"
 #include "tokenizer/scanning.h"
 
 namespace quillet {

@@ -10,10 +10,12 @@
 
 namespace quillet {
 
+/// What may stand between two words of a command.
+inline constexpr std::string_view kWhiteSpace = " \t\r\n";
+
 /// The command that `text` begins with, as "SORT CASES": its name in upper case and in full. Empty
 /// when it begins with none. Letter case does not count, four letters of a word are enough, and
-/// what
-/// "=" follows is no command. Looks at two words at most.
+/// what "=" follows is no command. Looks at two words at most.
 [[nodiscard]] std::string_view CommandAt(std::string_view text);
 
 /// Longer, in bytes, than every pair of words that a command begins with and any blanks between
@@ -27,11 +29,6 @@ inline constexpr std::size_t kLongestCommandName = 100;
 /// The length in bytes of the word of letters, digits and "_$#@." that `text` begins with, without
 /// periods at its end; 0 when there is none. Characters outside ASCII are letters.
 [[nodiscard]] std::size_t WordLength(std::string_view text);
-
-/// `c`, in upper case if it is a letter of ASCII.
-[[nodiscard]] constexpr char UpperAscii(char c) {
-    return 'a' <= c && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
 
 }  // namespace quillet
 

@@ -8,13 +8,12 @@
 #include <iterator>
 
 #include "driver/commandwords.h"
+#include "platform/multibyte.h"
 #include "tokenizer/scanning.h"
 
 namespace quillet {
 
 namespace {
-
-constexpr AsciiSet kLetters = AsciiSet().WithRange('A', 'Z').WithRange('a', 'z');
 
 // What a byte above 127 is, read in the Western code page.
 enum class ByteKind { kAscii, kControl, kLetter, kSymbol };
@@ -68,11 +67,11 @@ private:
         const char before = Before(position);
         const char after = ByteAt(position + 1);
         const char self = m_text[position];
-        if (kLetters.Has(before) || kLetters.Has(after)) return;
+        if (kAsciiLetters.Has(before) || kAsciiLetters.Has(after)) return;
         const bool isAlone =
             KindOf(before) == ByteKind::kAscii && KindOf(after) == ByteKind::kAscii;
-        const bool isDoubled = (before == self && kLetters.Has(Before(position - 1))) ||
-                               (after == self && kLetters.Has(ByteAt(position + 2)));
+        const bool isDoubled = (before == self && kAsciiLetters.Has(Before(position - 1))) ||
+                               (after == self && kAsciiLetters.Has(ByteAt(position + 2)));
         if (isAlone || isDoubled) return;
         ++m_counts.strangers;
         if (KindOf(before) != ByteKind::kSymbol && KindOf(after) != ByteKind::kSymbol) {
@@ -85,7 +84,8 @@ private:
     // A sign in the middle of a word is a letter of another code page. Catalan has the raised dot
     // there.
     void CountSymbol(std::size_t position) {
-        const bool isInWord = kLetters.Has(Before(position)) && kLetters.Has(ByteAt(position + 1));
+        const bool isInWord =
+            kAsciiLetters.Has(Before(position)) && kAsciiLetters.Has(ByteAt(position + 1));
         if (!isInWord || IsOneOf(static_cast<unsigned char>(m_text[position]), "\xB7\xAD\x92")) {
             return;
         }
@@ -107,7 +107,7 @@ std::string GuessOf(const Counts& counts) {
 std::string Normalized(std::string_view name) {
     std::string normal;
     for (const char c : name) {
-        if (kLetters.Has(c) || kDigits.Has(c)) normal += UpperAscii(c);
+        if (kAsciiLetters.Has(c) || kDigits.Has(c)) normal += UpperAscii(c);
     }
     for (const std::string_view prefix : {"WINDOWS", "CP", "MS"}) {
         if (normal.starts_with(prefix)) normal.erase(0, prefix.size());

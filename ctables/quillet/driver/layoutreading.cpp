@@ -7,6 +7,7 @@
 
 #include "driver/commandwords.h"
 #include "driver/linewalker.h"
+#include "platform/multibyte.h"
 
 namespace quillet {
 

@@ -6,15 +6,13 @@
 #include "driver/commandwords.h"
 #include "igraph/convertgraph.h"
 #include "parser/tbtrtablescommand.h"
+#include "platform/multibyte.h"
 #include "tokenizer/scanning.h"
 #include "tokenizer/words.h"
 
 namespace quillet {
 
 namespace {
-
-constexpr std::string_view kWhiteSpace = " \t\r\n";
-constexpr AsciiSet kLetters = AsciiSet().WithRange('A', 'Z').WithRange('a', 'z');
 
 // The number of letters at `offset` when they are `word`, shortened or not, and nothing that could
 // belong to a name follows; else 0.
@@ -58,7 +56,7 @@ bool IsSubcommandOf(CommandType type, std::string_view word) {
 }  // namespace
 
 CommandType LegacyCommandAt(std::string_view text, std::size_t offset) {
-    if (offset >= text.size() || !kLetters.Has(text[offset])) return CommandType::kOrdinary;
+    if (offset >= text.size() || !kAsciiLetters.Has(text[offset])) return CommandType::kOrdinary;
     for (const CommandType type : {CommandType::kTables, CommandType::kIgraph}) {
         const std::size_t length = LengthOfWord(text, offset, WordOf(type));
         if (length == 0) continue;

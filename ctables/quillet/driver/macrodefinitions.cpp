@@ -9,6 +9,7 @@
 
 #include "driver/commandwords.h"
 #include "driver/linewalker.h"
+#include "platform/multibyte.h"
 
 namespace quillet {
 
@@ -16,7 +17,6 @@ namespace {
 
 constexpr std::string_view kDefine = "DEFINE";
 constexpr std::string_view kEndDefine = "ENDDEFINE";
-constexpr std::string_view kWhiteSpace = " \t\r\n";
 
 std::vector<std::size_t> FindEnds(std::string_view text) {
     std::vector<std::size_t> ends;

@@ -96,7 +96,7 @@ private:
     ContentHasher m_hasher;
 };
 
-std::string_view NameOf(TextEncoding encoding) {
+std::string_view EncodingName(TextEncoding encoding) {
     switch (encoding) {
         case TextEncoding::kUtf8:
             return "utf-8";
@@ -129,7 +129,7 @@ public:
     }
     void OnEncoding(TextEncoding encoding) override {
         m_encoding = encoding;
-        if (encoding != TextEncoding::kNamed) m_facts.encoding = NameOf(encoding);
+        if (encoding != TextEncoding::kNamed) m_facts.encoding = EncodingName(encoding);
         if (m_pOutput != nullptr) m_pOutput->ReadAs(encoding);
     }
     void OnCommand(const CommandReport& report) override {

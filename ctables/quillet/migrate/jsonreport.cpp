@@ -33,7 +33,7 @@ bool IsUtf8(std::string_view bytes) {
     return validator.Add(bytes) && validator.IsValid();
 }
 
-std::string_view NameOf(CommandType type) {
+std::string_view TypeName(CommandType type) {
     switch (type) {
         case CommandType::kTables:
             return "TABLES";
@@ -66,7 +66,7 @@ OrderedJson ShardJson(const std::optional<Shard>& shard) {
 
 std::string CommandJson(const CommandReport& command, TextEncoding encoding,
                         const CodePage* pNamed) {
-    OrderedJson json = {{"type", NameOf(command.type)},
+    OrderedJson json = {{"type", TypeName(command.type)},
                         {"outcome", NameOf(command.outcome)},
                         {"firstLine", command.firstLine},
                         {"lastLine", command.lastLine},

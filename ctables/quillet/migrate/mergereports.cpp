@@ -24,11 +24,11 @@ namespace {
 
 constexpr unsigned kThreads = 2;
 
-void Say(std::string_view text) {
+void Tell(std::string_view text) {
     WriteToStream(stderr, "quillet-migrate: " + Printable(text) + "\n");
 }
 
-void SayAbout(const std::string& name, const std::string& problem) { Say(name + ": " + problem); }
+void TellAbout(const std::string& name, const std::string& problem) { Tell(name + ": " + problem); }
 
 double EndOf(const RunFacts& run) { return static_cast<double>(run.started) + run.seconds; }
 
@@ -76,13 +76,13 @@ bool ReadReports(const std::vector<std::string>& names, OpenReports& open) {
         std::error_code error;
         std::unique_ptr<StoredFile> file = StoredFile::Open(name, error);
         if (file == nullptr) {
-            SayAbout(name, error.message());
+            TellAbout(name, error.message());
             return false;
         }
         Report report;
         std::string problem;
         if (!ReadJsonReport(*file, report, problem)) {
-            SayAbout(name, problem);
+            TellAbout(name, problem);
             return false;
         }
         open.files.push_back(std::move(file));
@@ -101,7 +101,7 @@ std::unique_ptr<TargetFolder> PrepareFolder(const std::string& name) {
         return std::make_unique<TargetFolder>(std::move(folder), std::move(root), std::nullopt,
                                               SourceFolders());
     }
-    Say("TARGET " + name + ": " + error.message());
+    Tell("TARGET " + name + ": " + error.message());
     return nullptr;
 }
 
@@ -163,20 +163,20 @@ int MergeReports(const Settings& settings) {
     Report report;
     std::string problem;
     if (!JoinReports(std::move(open.reports), settings.reports, report, problem)) {
-        Say(problem);
+        Tell(problem);
         return kTroubleStatus;
     }
     std::optional<JunitFile> junit;
     if (!settings.junitPath.empty() &&
         !OpenJunitFile(settings.junitPath, junit.emplace(), problem)) {
-        Say(problem);
+        Tell(problem);
         return kTroubleStatus;
     }
     const std::unique_ptr<TargetFolder> target = PrepareFolder(settings.target);
     if (target == nullptr) return kTroubleStatus;
     std::vector<std::uint64_t> ignored;
     if (!WriteReportFiles(report, *target, {junit, kThreads}, ignored, problem)) {
-        Say(problem);
+        Tell(problem);
         return kTroubleStatus;
     }
     WriteToStream(stderr, missing);

@@ -93,12 +93,13 @@ private:
             if (pEncoding == nullptr) return false;
             m_encodingRules.SetForAll(*pEncoding);
         }
-        for (const auto& [pattern, name] : m_settings.encodings) {
-            const Encoding* pEncoding = find("--encoding-include", name);
-            if (pEncoding == nullptr) return false;
-            m_encodingRules.Add(pattern, *pEncoding);
-        }
-        return true;
+        return std::all_of(m_settings.encodings.begin(), m_settings.encodings.end(),
+                           [&](const auto& rule) {
+                               const Encoding* pEncoding = find("--encoding-include", rule.second);
+                               if (pEncoding == nullptr) return false;
+                               m_encodingRules.Add(rule.first, *pEncoding);
+                               return true;
+                           });
     }
 
     // What the user names may be reached over links, which are resolved here and once. From then

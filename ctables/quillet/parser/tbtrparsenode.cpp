@@ -16,7 +16,7 @@ namespace {
 constexpr std::string_view kModule = "tbtrparsenode";
 
 // A listing deeper than this starts again at the margin: it is a runaway, not a table.
-constexpr unsigned kMaxIndent = 20;
+constexpr unsigned kMaxNodeIndent = 20;
 
 constexpr std::size_t kVariableNameSlots = 2;
 
@@ -162,7 +162,8 @@ void TbTrParseNode::Dump(std::ostream& stream, unsigned indent) const {
     std::vector<Pending> pending{{this, indent}};
     while (!pending.empty()) {
         const TbTrParseNode& node = *pending.back().pNode;
-        const unsigned nodeIndent = pending.back().indent <= kMaxIndent ? pending.back().indent : 0;
+        const unsigned nodeIndent =
+            pending.back().indent <= kMaxNodeIndent ? pending.back().indent : 0;
         pending.pop_back();
         stream << std::string(nodeIndent, '\t') << "--Node type:\t"
                << static_cast<unsigned>(node.GetNodeType()) << '\n';

@@ -190,7 +190,7 @@ std::string_view TablesCommand::NameOfCode(NodeType code) {
 
 bool TablesCommand::IsSubcommand(std::string_view word) {
     return std::any_of(std::begin(kSubcommandWords), std::end(kSubcommandWords),
-                       [word](std::string_view name) { return MeansKeyword(word, name); });
+                       [word](std::string_view keyword) { return MeansKeyword(word, keyword); });
 }
 
 bool TablesCommand::AtEnd() const { return m_pTokSeq->Type() == TokenSequenceBase::kAtEnd; }

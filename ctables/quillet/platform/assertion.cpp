@@ -10,7 +10,7 @@ namespace {
 // The innermost handler of this thread. Assertions are raised deep inside operations whose
 // signatures are fixed, so the handler cannot travel as a parameter.
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
-thread_local const ScopedAssertionHandler* pInnermostHandler = nullptr;
+thread_local const ScopedAssertionHandler* g_pInnermostHandler = nullptr;
 
 }  // namespace
 
@@ -22,17 +22,17 @@ std::string AssertionLine(const AssertionFailure& failure) {
 }
 
 ScopedAssertionHandler::ScopedAssertionHandler(AssertionHandler handler)
-    : m_handler(std::move(handler)), m_pOuter(pInnermostHandler) {
-    pInnermostHandler = this;
+    : m_handler(std::move(handler)), m_pOuter(g_pInnermostHandler) {
+    g_pInnermostHandler = this;
 }
 
-ScopedAssertionHandler::~ScopedAssertionHandler() { pInnermostHandler = m_pOuter; }
+ScopedAssertionHandler::~ScopedAssertionHandler() { g_pInnermostHandler = m_pOuter; }
 
 void ScopedAssertionHandler::Report(const AssertionFailure& failure) const { m_handler(failure); }
 
 void ReportAssertion(const AssertionFailure& failure) {
-    if (pInnermostHandler != nullptr) {
-        pInnermostHandler->Report(failure);
+    if (g_pInnermostHandler != nullptr) {
+        g_pInnermostHandler->Report(failure);
         return;
     }
     const std::string line = AssertionLine(failure) + "\n";

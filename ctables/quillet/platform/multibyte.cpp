@@ -11,8 +11,6 @@ std::size_t StepLength(const CodePage& codePage, std::string_view text) {
     return std::max<std::size_t>(TAVQMBmblen_A(codePage, text.data(), text.size()), 1);
 }
 
-char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
 }  // namespace
 
 std::string TAVQMBstrupr_A(const CodePage& codePage, std::string_view text) {

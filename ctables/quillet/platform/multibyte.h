@@ -19,6 +19,11 @@ namespace quillet {
     return codePage.NonAsciiLength(bytes, maxBytes);
 }
 
+/// `c`, in upper case if it is a letter of ASCII.
+[[nodiscard]] constexpr char UpperAscii(char c) {
+    return 'a' <= c && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
 /// `text` in upper case, letter by letter; the byte length may change. Bytes that form no
 /// character are kept.
 [[nodiscard]] std::string TAVQMBstrupr_A(const CodePage& codePage, std::string_view text);

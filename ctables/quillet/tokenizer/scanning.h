@@ -12,8 +12,8 @@
 namespace quillet {
 
 inline constexpr AsciiSet kDigits = AsciiSet().WithRange('0', '9');
-inline constexpr AsciiSet kNameStart =
-    AsciiSet().WithRange('A', 'Z').WithRange('a', 'z').With("#$@");
+inline constexpr AsciiSet kAsciiLetters = AsciiSet().WithRange('A', 'Z').WithRange('a', 'z');
+inline constexpr AsciiSet kNameStart = kAsciiLetters.With("#$@");
 inline constexpr AsciiSet kNameContinuation = kNameStart.WithRange('0', '9').With("._");
 inline constexpr AsciiSet kBlanks = AsciiSet().With(" \t");
 inline constexpr AsciiSet kQuotes = AsciiSet().With("'\"");

@@ -10,7 +10,7 @@ namespace quillet {
 namespace {
 
 // Indentations deeper than this are dropped, not cut: a listing that deep is a runaway.
-constexpr unsigned kMaxIndent = 20;
+constexpr unsigned kMaxTokenIndent = 20;
 
 struct CodeName {
     int code;
@@ -73,7 +73,7 @@ std::string_view FindName(const CodeName (&names)[kCount], int code) {
 
 std::string Indentation(unsigned indent) {
     std::string tabs;
-    tabs.append(indent <= kMaxIndent ? indent : 0, '\t');
+    tabs.append(indent <= kMaxTokenIndent ? indent : 0, '\t');
     return tabs;
 }
 
