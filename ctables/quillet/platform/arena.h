@@ -25,7 +25,8 @@ public:
     /// A `T` made of `arguments`. Throws `std::bad_alloc`, and what the constructor throws.
     template <typename T, typename... Arguments>
     [[nodiscard]] T* New(Arguments&&... arguments) {
-        static_assert(alignof(T) <= kAlignment && sizeof(T) <= kSmallPiece);
+        static_assert(alignof(T) <= kAlignment);
+        static_assert(sizeof(T) <= kSmallPiece);
         return std::construct_at(static_cast<T*>(Allocate(sizeof(T))),
                                  std::forward<Arguments>(arguments)...);
     }

@@ -35,7 +35,8 @@ void WriteGroup(const Statistic& statistic, std::string_view base, std::string_v
 // The name of the total that hangs on `variable`; empty for none.
 std::string_view TotalNameOf(const Node& variable) {
     const TAVQToken* pName = VariableView(variable).TotalName();
-    return pName ? std::string_view(pName->Text(/*raw=*/false)) : std::string_view();
+    if (pName == nullptr) return {};
+    return pName->Text(/*raw=*/false);
 }
 
 }  // namespace
@@ -84,6 +85,7 @@ bool TableStatistics::ReadFunction(const StatFunctionView& function) {
         statistic.pBaseNames = &SharedNames(std::move(names));
     }
     if (function.Arguments().IsEmpty()) AddStatistic(statistic);
+    // NOLINTNEXTLINE(readability-use-anyofallof): it also adds what it looks at.
     for (const Node* pArgument : function.Arguments()) {
         const std::optional<StatArgumentView> argument = StatArgumentView::Of(pArgument);
         if (!argument) return false;

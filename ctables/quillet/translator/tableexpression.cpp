@@ -192,13 +192,11 @@ std::size_t FindStatsCompDim(const TbTrParseNode& table, const TotalRecords& rec
 }
 
 bool IsTooLarge(const TbTrParseNode& table) {
-    for (const Node* pDimension : TableView(table).Dimensions()) {
-        if (pDimension &&
-            MultipliedLeafCount(*pDimension, kMaxMultipliedLeaves) > kMaxMultipliedLeaves) {
-            return true;
-        }
-    }
-    return false;
+    const auto dimensions = TableView(table).Dimensions();
+    return std::any_of(dimensions.begin(), dimensions.end(), [](const Node* pDimension) {
+        return pDimension &&
+               MultipliedLeafCount(*pDimension, kMaxMultipliedLeaves) > kMaxMultipliedLeaves;
+    });
 }
 
 void WriteDimension(const TbTrParseNode& dimension, const VariableTypes& types,
