@@ -104,7 +104,7 @@ bool IsCharacter(char32_t value) { return value != kNoCharacter && value != kInc
 class IconvCodePage final : public CodePage {
 public:
     IconvCodePage(std::string name, Converter& decoder, Converter& encoder)
-        : m_name(std::move(name)) {
+        : m_name(std::move(name)), m_loaded(kCodePoints, m_name.c_str()) {
         m_singles.fill(kNoCharacter);
         for (std::size_t lead = kAsciiBytes; lead < kBytes; ++lead) {
             const std::string bytes(1, ByteAt(lead));
@@ -175,6 +175,9 @@ private:
     }
 
     std::string m_name;
+    // Never used: while one is open, the C library keeps the code of this conversion loaded, instead
+    // of loading and unloading it around each character.
+    Converter m_loaded;
     std::array<char32_t, kBytes> m_singles{};
     std::array<std::size_t, kBytes> m_firstPairs{};  // of each lead, in the following
     std::vector<char32_t> m_pairs;
