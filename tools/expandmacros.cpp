@@ -19,8 +19,8 @@
 
 #include "macro/expandfile.h"
 #include "macro/fault.h"
-#include "macro/includepaths.h"
 #include "platform/codepage.h"
+#include "platform/includepaths.h"
 
 namespace {
 
@@ -98,7 +98,7 @@ private:
 
     quillet::macro::Layout m_layout;
     std::vector<std::string> m_names;
-    quillet::macro::IncludePaths m_paths;
+    quillet::IncludePaths m_paths;
     std::string m_folder;
 };
 

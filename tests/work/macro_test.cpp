@@ -7,7 +7,7 @@
 
 #include "macro/expandfile.h"
 #include "macro/functions.h"
-#include "macro/includepaths.h"
+#include "platform/includepaths.h"
 #include "support/repetition.h"
 #include "support/rownames.h"
 #include "support/work.h"

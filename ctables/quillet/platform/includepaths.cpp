@@ -1,16 +1,13 @@
-#include "macro/includepaths.h"
+#include "platform/includepaths.h"
 
 #include <algorithm>
 
-#include "macro/lexer.h"
-#include "platform/codepage.h"
-
-namespace quillet::macro {
+namespace quillet {
 
 namespace {
 
 // `path` with "/" alone, without "." and, as far as it can be, "..".
-std::string Normalized(std::string_view path) {
+std::string NormalizedPath(std::string_view path) {
     std::vector<std::string_view> components;
     for (std::size_t begin = 0; begin <= path.size();) {
         const std::size_t found = path.find_first_of("/\\", begin);
@@ -32,7 +29,13 @@ std::string Normalized(std::string_view path) {
     return result;
 }
 
-std::string WithoutCase(std::string_view path) { return Capitals(CodePage::Utf8(), path); }
+std::string WithoutCase(std::string_view path) {
+    std::string capitals(path);
+    std::transform(capitals.begin(), capitals.end(), capitals.begin(), [](char byte) {
+        return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
+    });
+    return capitals;
+}
 
 // Sets `path` to its next shorter tail; false when it was the last one.
 bool ShortenTail(std::string_view& path) {
@@ -50,7 +53,7 @@ bool IsAbsolute(std::string_view path) {
 
 IncludePaths::IncludePaths(const std::vector<std::string>& names) {
     for (std::size_t index = 0; index < names.size(); ++index) {
-        const std::string name = Normalized(names[index]);
+        const std::string name = NormalizedPath(names[index]);
         m_longestName = std::max(m_longestName, name.size());
         Add(m_names, WithoutCase(name), index);
         Add(m_namesAsTheyAre, name, index);
@@ -64,14 +67,14 @@ IncludePaths::IncludePaths(const std::vector<std::string>& names) {
 
 std::optional<std::size_t> IncludePaths::Find(std::string_view path,
                                               std::string_view includingFile) const {
-    const std::string normalized = Normalized(path);
+    const std::string normalized = NormalizedPath(path);
     if (normalized.empty()) return std::nullopt;
     if (!IsAbsolute(path)) {
         if (const auto index = OnlyOne(m_names, m_namesAsTheyAre, normalized)) return index;
         std::string beside(includingFile);
         const std::size_t separator = beside.find_last_of("/\\");
         beside.resize(separator == std::string::npos ? 0 : separator + 1);
-        beside = Normalized(beside.append(path));
+        beside = NormalizedPath(beside.append(path));
         if (const auto index = OnlyOne(m_names, m_namesAsTheyAre, beside)) return index;
     }
     std::string_view tail = normalized;
@@ -105,4 +108,4 @@ std::optional<std::size_t> IncludePaths::OnlyOne(const FitsByPath& anyCase,
     return pFits->index;
 }
 
-}  // namespace quillet::macro
+}  // namespace quillet

@@ -1,12 +1,13 @@
+#include "platform/includepaths.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "macro/includepaths.h"
 #include "support/rownames.h"
 
-namespace quillet::macro {
+namespace quillet {
 namespace {
 
 struct PathCase {
@@ -56,4 +57,4 @@ INSTANTIATE_TEST_SUITE_P(Table, IncludePathsTest, testing::ValuesIn(kCases), Nam
 TEST(IncludePathsTest, OfNoFilesFindsNone) { EXPECT_FALSE(IncludePaths({}).Find("a", "b")); }
 
 }  // namespace
-}  // namespace quillet::macro
+}  // namespace quillet

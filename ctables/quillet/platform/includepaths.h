@@ -1,6 +1,6 @@
 // Which file of a folder an INCLUDE means.
-#ifndef QUILLET_MACRO_INCLUDEPATHS_H
-#define QUILLET_MACRO_INCLUDEPATHS_H
+#ifndef QUILLET_PLATFORM_INCLUDEPATHS_H
+#define QUILLET_PLATFORM_INCLUDEPATHS_H
 
 #include <cstddef>
 #include <optional>
@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace quillet::macro {
+namespace quillet {
 
 /// The files of a folder, to be found by the paths that syntax files name them by. These were
 /// written on another machine, often years ago, so that only their last components may still hold.
@@ -44,6 +44,6 @@ private:
     std::size_t m_longestName = 0;  // in bytes
 };
 
-}  // namespace quillet::macro
+}  // namespace quillet
 
-#endif  // QUILLET_MACRO_INCLUDEPATHS_H
+#endif  // QUILLET_PLATFORM_INCLUDEPATHS_H
