@@ -48,7 +48,7 @@ bool IsSame(const quillet::migrate::RunFacts& left, const quillet::migrate::RunF
                              (!left.shard || (left.shard->index == right.shard->index &&
                                               left.shard->count == right.shard->count));
     return isSameShard && left.source == right.source && left.target == right.target &&
-           left.batchMode == right.batchMode && left.dryRun == right.dryRun &&
+           left.layout == right.layout && left.dryRun == right.dryRun &&
            left.isInterrupted == right.isInterrupted && left.started == right.started;
 }
 

@@ -111,6 +111,8 @@ class MigrateCase(FolderCase):
         self.source.mkdir()
         self.user = None
         self.report_name = "quillet-report.json"
+        # Texts without anything to convert are to stand in the target, too.
+        self.wants_all = True
         # A file with so many commands is in work for a while. A sanitizer makes that long as well.
         self.many = 25000 if is_sanitized(PROGRAM) else 100000
 
@@ -133,7 +135,11 @@ class MigrateCase(FolderCase):
         self.create("picture.png", BINARY)
 
     def command(self, *arguments):
-        return [self.program, *(os.fspath(argument) for argument in arguments)]
+        words = [os.fspath(argument) for argument in arguments]
+        takes_source = any(word.startswith(os.fspath(self.source)) for word in words)
+        if self.wants_all and takes_source and not {"--include", "--merge-reports"} & {*words}:
+            words = ["--include", "*", *words]
+        return [self.program, *words]
 
     def options(self, **options):
         options.setdefault("stdin", subprocess.DEVNULL)
@@ -229,10 +235,11 @@ class TestEncoding(MigrateCase):
     def result(self, name):
         return (self.target / name).read_bytes()
 
-    def expect(self, name, text, encoding, recorded):
+    def expect(self, name, text, encoding, recorded, outcome="converted"):
+        # pylint: disable=too-many-arguments,too-many-positional-arguments
         assert self.result(name) == self.converted(text).encode(encoding)
         facts = self.facts(name)
-        assert (facts["outcome"], facts["encoding"]) == ("converted", recorded)
+        assert (facts["outcome"], facts["encoding"]) == (outcome, recorded)
         assert facts["lines"] == text.count("\n")
 
     def test_the_one_for_all(self):
@@ -265,19 +272,29 @@ class TestEncoding(MigrateCase):
         self.create("c", b"* Encoding: nonsense.\n" + TABLES)
         self.migrate("--encoding-include", "b=ISO-8859-2")
         self.expect("a", text, "cp1250", "windows-1250")
-        self.expect("b", text, "iso-8859-2", "ISO-8859-2")
+        # The first line names another encoding still.
+        self.expect("b", text, "iso-8859-2", "ISO-8859-2", "changed")
+        assert self.facts("b")["findings"][0]["code"] == "encoding-doubtful"
         assert self.facts("c")["encoding"] == "utf-8"
+        assert [self.facts(name)["encodingReason"] for name in "abc"] == [
+            "first-line", "option", "valid-utf-8"]
 
     @pytest.mark.parametrize("order", ("utf-16le", "utf-16be"))
     def test_utf16(self, order):
         text = KOREAN.replace("\n", "\r\n")
         self.create("a", ("\ufeff" + text).encode(order))
-        self.create("b", ("\ufeff" + "LIST \U0001F600.\n" * 50000).encode(order))
-        self.migrate()
+        large = "\ufeff" + "LIST \U0001F600.\n" * 50000
+        self.create("b", large.encode(order))
+        self.create("c", (large + "* x\nTABLES /TABLE=a.\n").encode(order))
+        self.migrate(status=1)
         self.expect("a", "\ufeff" + text, order, order)
-        assert self.result("b") == ("\ufeff" + "LIST \U0001F600.\n" * 50000).encode(order)
-        self.migrate()
-        assert [self.facts(name)["result"] for name in "ab"] == ["kept", "kept"]
+        assert self.result("b") == large.encode(order)
+        assert self.facts("b")["outcome"] == "nothing-to-convert"
+        assert self.result("c") == (large + "* x\nTABLES /TABLE=a.\n").encode(order)
+        assert {finding["code"] for finding in self.facts("c")["findings"]} == {
+            "open-comment", "wide-text"}
+        self.migrate(status=1)
+        assert [self.facts(name)["result"] for name in "abc"] == ["kept", "kept", "kept"]
 
     def test_utf16_without_a_mark(self):
         self.create("a", KOREAN.encode("utf-16le"))
@@ -292,12 +309,12 @@ class TestEncoding(MigrateCase):
         first_line = "* Encoding: {}.\n"
         self.create("a", (first_line.format("EUC-KR") + KOREAN).encode("euc-kr"))
         self.create("b", ("\ufeff" + KOREAN).encode("utf-16le"))
-        self.create("c", b"* gr\xfcn.\n")
+        self.create("c", b"* gr\xfcn.\n" + TABLES)
         self.create("d", KOREAN.encode())
         self.migrate("--to-utf8")
         self.expect("a", first_line.format("UTF-8") + KOREAN, "utf-8", "EUC-KR")
         self.expect("b", "\ufeff" + KOREAN, "utf-8", "utf-16le")
-        self.expect("c", "* grün.\n", "utf-8", "windows-1252")
+        self.expect("c", "* grün.\n" + TABLES.decode(), "utf-8", "windows-1252")
         self.expect("d", KOREAN, "utf-8", "utf-8")
         self.migrate()
         assert self.result("a") == self.converted(first_line.format("EUC-KR") + KOREAN).encode(
@@ -308,8 +325,9 @@ class TestEncoding(MigrateCase):
             self.create(name, ("\ufeff" * (name == "c") + KOREAN.replace("\n", "\r"))
                         .encode(encoding))
         self.create("d", b"LIST.\rTABLES /TABLE=a.\r" * 50000)
-        self.create("e", b"LIST.\rTABLES /TABLE=a.\r" * 50000 + b"LIST.\n")
-        self.migrate("--encoding", "cp949")
+        self.create("e", b"LIST.\rTABLES /TABLE=a.\r" * 500 + b"LIST.\n")
+        # Among other line ends, CR is a blank: so all of the last file is one line.
+        self.migrate("--encoding", "cp949", status=1)
         for name, encoding in (("a", "utf-8"), ("b", "cp949"), ("c", "utf-16le")):
             text = "\ufeff" * (name == "c") + self.converted(KOREAN).replace("\n", "\r")
             assert self.result(name) == text.encode(encoding)
@@ -317,6 +335,12 @@ class TestEncoding(MigrateCase):
         assert (self.facts("d")["lines"], self.facts("d")["converted"]) == (100000, 50000)
         assert b"\n" not in self.result("d")
         assert self.facts("e")["lines"] == 1
+        assert [self.facts(name)["told"] for name in "abcde"] == [1, 1, 2, 1, 0]
+        facts = self.facts("e")
+        assert (facts["found"], {finding["code"] for finding in facts["findings"]}) == (
+            (500, {"same-line"}))
+        assert {finding["code"] for finding in self.facts("c")["findings"]} == {
+            "old-line-ends", "wide-text"}
 
     @pytest.mark.parametrize("options", (
         ("--encoding", "nonsense"), ("--encoding", "UTF-32"), ("--encoding-include", "a=nonsense"),
@@ -348,26 +372,26 @@ class TestEncoding(MigrateCase):
 
 class TestTree(MigrateCase):
     def test_mirrors_a_tree(self):
-        self.create("a/b/one.syn", b"LIST x\n\n  y.\nLIST z")
+        self.create("a/b/one.syn", b"LIST x\n\n  y.\n* z\n" + TABLES + b"LIST z")
         self.create("two", b"LIST.\r\n")
         (self.source / "empty" / "inner").mkdir(parents=True)
-        self.migrate()
+        self.migrate(status=1)
         assert self.results() == {
-  b"a": None, b"a/b": None, b"a/b/one.syn": b"LIST x\n  y.\nLIST z.\n",
+  b"a": None, b"a/b": None, b"a/b/one.syn": b"LIST x\n  y.\n* z\n" + TABLES + b"LIST z.\n",
   b"two": b"LIST.\r\n", b"empty": None, b"empty/inner": None}
         self.expect_no_left_overs()
 
-    @pytest.mark.parametrize("mode", ([], ["--batch"]), ids=row_name)
+    @pytest.mark.parametrize("mode", (["--layout=interactive"], ["--batch"]), ids=row_name)
     def test_results_are_those_of_the_single_program(self, mode):
         self.create_archive()
-        target = self.folder / f"target{len(mode)}"
+        target = self.folder / "target"
         self.migrate(*mode, status=1, target=target)
         files = [file["path"] for file in self.report(target)["files"]
                  if file["outcome"] != "skipped"]
         assert len(files) == 61
         for name in files:
             expected = self.folder / "expected"
-            switch = ["-b"] if mode else []
+            switch = ["-b"] if mode == ["--batch"] else []
             subprocess.run([SINGLE_PROGRAM, *switch, self.source / name, expected], check=False,
                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                            env={"LC_ALL": "C"})
@@ -382,6 +406,7 @@ class TestTree(MigrateCase):
         assert [file["path"] for file in self.report()["files"]] == ["one.syn"]
 
     def test_an_empty_folder(self):
+        self.wants_all = False
         run = self.migrate()
         assert b"0 files" in run.stderr
         assert self.results() == {}
@@ -398,7 +423,7 @@ class TestTree(MigrateCase):
 
     def test_other_files_are_copied_when_asked_for(self):
         self.create("a.syn", b"LIST")
-        self.create("a.txt", b"LIST")
+        self.create("a.txt", TABLES)
         self.create("b.syn", BINARY)
         self.create("c.syn", b"x" * 65536 + b"\0.")
         os.chmod(self.source / "a.txt", 0o751)
@@ -407,8 +432,8 @@ class TestTree(MigrateCase):
         assert self.facts("b.syn")["outcome"] == "skipped"
         assert "zero byte" in self.facts("b.syn")["message"]
         self.migrate("--include", "*.syn", "--copy-others", "--force")
-        assert self.results()[b"a.syn"] == b"LIST.\n"
-        assert self.results()[b"a.txt"] == b"LIST"
+        assert self.results()[b"a.syn"] == b"LIST"
+        assert self.results()[b"a.txt"] == TABLES
         assert self.results()[b"b.syn"] == BINARY
         assert self.facts("a.txt")["outcome"] == "copied"
         assert stat.S_IMODE((self.target / "a.txt").stat().st_mode) == 0o751
@@ -424,13 +449,13 @@ class TestTree(MigrateCase):
             assert stat.S_IMODE((self.target / oct(mode)).stat().st_mode) == mode
 
     def test_batch_mode(self):
-        self.create("a", b"LIST\n x\nLIST y\n")
-        self.migrate()
-        assert self.results()[b"a"] == b"LIST\n x\nLIST y.\n"
-        assert self.report()["batchMode"] is False
+        self.create("a", b"LIST\n x\nTABLES TABLE=x\n")
+        self.migrate("--layout=interactive", status=1)
+        assert self.results()[b"a"] == b"LIST\n x\nTABLES TABLE=x.\n"
+        assert self.report()["layout"] == "interactive"
         self.migrate("--batch")
-        assert self.results()[b"a"] == b"LIST\n x.\nLIST y.\n"
-        assert self.report()["batchMode"] is True
+        assert self.results()[b"a"].startswith(b"LIST\n x.\nCOMMENT")
+        assert self.report()["layout"] == "batch"
 
     def test_a_dry_run_writes_the_report_alone(self):
         self.create_archive(10)
@@ -508,13 +533,34 @@ class TestKept(MigrateCase):
         self.migrate(status=1)
         [record] = self.records()["a"]
         assert (record["outcome"], record["options"], record["converted"], record["failed"]) == (
-            ("partly", "layout=interactive;encoding=windows-1252", 1, 1))
+            ("partly", "layout=auto;encoding=windows-1252", 1, 1))
         assert re.search(r"^\d+\.\d+\.\d+$", record["version"])
         # Its commands stand in the report alone.
         place = record["commands"]
         report = (self.target / "quillet-report.json").read_bytes()
         commands = report[place["offset"]:place["offset"] + place["length"]]
         assert json.loads(commands) == self.facts("a")["commands"]
+
+    def test_findings_are_recorded(self):
+        self.create("a", b"* Old\n" + TABLES)
+        self.migrate(status=1)
+        first = self.report()
+        [record] = self.records()["a"]
+        assert (record["outcome"], record["found"], record["overlooked"], record["codes"]) == (
+            ("overlooked", 1, 1, ["open-comment"]))
+        place = record["findings"]
+        report = (self.target / "quillet-report.json").read_bytes()
+        findings = report[place["offset"]:place["offset"] + place["length"]]
+        assert json.loads(findings) == self.facts("a")["findings"]
+        for _ in range(2):
+            self.migrate(status=1)
+            assert self.facts("a")["result"] == "kept"
+            assert unkept(self.report()) == unkept(first)
+        # What is no longer what it was is found again.
+        (self.target / "quillet-report.json").write_bytes(report.replace(b"open-comment", b"other"))
+        self.migrate(status=1)
+        assert self.facts("a")["result"] == "kept"
+        assert unkept(self.report()) == unkept(first)
 
     def test_the_journal_does_not_grow(self):
         self.create_archive(20)
@@ -531,24 +577,31 @@ class TestKept(MigrateCase):
         # Two commands in one layout, one that fails in the other.
         self.create("a", b"TABLES /TABLE=sex BY region\nLIST x.\n")
         self.create("b", BINARY)
-        self.migrate("--copy-others", status=1)
+        interactive = "--layout=interactive"
+        self.migrate("--copy-others", interactive, status=1)
         assert self.facts("a")["failed"] == 1
         self.expect("a", "new", 0, "--batch", "--copy-others")
         assert self.facts("a")["failed"] == 0
         assert self.facts("b")["result"] == "kept"
         self.expect("a", "kept", 0, "--batch")
+        self.expect("a", "kept", 0, interactive, "--batch-include", "A")
+        self.expect("a", "new", 1, interactive)
+        self.expect("a", "kept", 1, interactive, "--batch-include", "other")
+        self.expect("a", "new", 1, interactive, "--end-at-blank-lines")
+        self.expect("a", "kept", 1, interactive, "--end-at-blank-lines")
         self.expect("a", "new", 1)
 
     def test_a_file_that_is_now_copied(self):
-        self.create("a", b"LIST")
-        self.create("b", b"LIST")
+        self.create("a", TABLES)
+        self.create("b", TABLES)
         self.migrate()
+        made = self.result("b")
         self.expect("a", "new", 0, "--include", "b", "--copy-others")
-        assert (self.result("a"), self.result("b")) == (b"LIST", b"LIST.\n")
+        assert (self.result("a"), self.result("b")) == (TABLES, made)
         self.expect("a", "kept", 0, "--include", "b", "--copy-others")
 
     def test_another_code_page_converts_again(self):
-        self.create("a", b"LIST '\xf6'.\n")
+        self.create("a", TABLES + b"LIST '\xf6'.\n")
         self.migrate()
         name = "de_DE.ISO-8859-1"
         made = subprocess.run(["localedef", "-i", "de_DE", "-f", "ISO-8859-1", self.folder / name],
@@ -810,21 +863,23 @@ class TestReport(MigrateCase):
 
     def test_tells_about_files_and_commands(self):
         self.create("a b.syn", ORDINARY + TABLES + b"VAR LAB x '\xf6'.\n" + FAILING)
-        self.create("c.syn", ORDINARY + UNREADABLE)
-        self.create("d.syn", "LIST 'ö'.\n".encode() + b"LIST")
+        self.create("c.syn", ORDINARY + UNREADABLE + TABLES)
+        self.create("d.syn", "LIST 'ö'.\n".encode() + TABLES + b"LIST")
         self.migrate(status=1)
         report = self.report()
         assert (report["format"], report["formatVersion"], report["source"], report["target"]) == (
-            ("quillet-report", 1, str(self.source.resolve()), str(self.target.resolve())))
-        assert (report["batchMode"], report["dryRun"], report["interrupted"], report["shard"]) == (
-            (False, False, False, None))
+            ("quillet-report", 2, str(self.source.resolve()), str(self.target.resolve())))
+        assert (report["layout"], report["dryRun"], report["interrupted"], report["shard"]) == (
+            ("auto", False, False, None))
         assert report["totals"] == {
-  "files": 3, "filesConverted": 1, "filesPartly": 1, "filesStopped": 1, "filesKept": 0,
+  "files": 3, "filesConverted": 1, "filesChanged": 0, "filesPartly": 1, "filesUnconverted": 0,
+  "filesOverlooked": 0, "filesStopped": 1, "filesNothing": 0, "filesKept": 0,
   "filesEdited": 0, "filesOutdated": 0, "filesOrphaned": 0,
   "filesCopied": 0, "filesSkipped": 0, "filesFailed": 0, "linksNotFollowed": 0,
   "bytes": sum(path.stat().st_size for path in self.source.iterdir()),
-  "commands": 8, "commandsCopied": 5, "commandsConverted": 1, "commandsFailed": 1,
-  "commandsUnreadable": 1, "warnings": 0}
+  "commands": 9, "commandsCopied": 5, "commandsFound": 4, "commandsConverted": 2,
+  "commandsFailed": 1, "commandsUnreadable": 0, "commandsOverlooked": 1, "warnings": 0,
+  "findingsChanged": 0, "findingsTold": 0}
         first, second, third = report["files"]
         assert (first["outcome"], first["encoding"], first["lines"]) == (
             ("partly", "windows-1252", 4))
@@ -838,13 +893,22 @@ class TestReport(MigrateCase):
         assert result[begin:begin + len(generated)] == generated
         assert (failed["type"], failed["outcome"], failed["error"], failed["firstLine"]) == (
             ("IGRAPH", "failed", "igraph-syntax", 4))
-        assert (second["outcome"], second["lines"], second["unreadable"]) == ("stopped", 2, 1)
+        assert (second["outcome"], second["lines"], second["unreadable"], second["listed"]) == (
+            ("stopped", 3, 0, 1))
         assert second["commands"][0]["error"] == "unclosed-literal"
-        assert (third["outcome"], third["encoding"], third["lines"], third["commands"]) == (
-            ("converted", "utf-8", 2, []))
+        [finding] = second["findings"]
+        assert (finding["code"], finding["kind"], finding["command"]) == (
+            ("after-stop", "overlooked", "TABLES"))
+        assert (finding["firstLine"], finding["causeLine"], finding["macro"]) == (3, 2, None)
+        assert finding["text"] == TABLES.decode().strip()
+        assert (third["outcome"], third["encoding"], third["lines"], third["listed"]) == (
+            ("converted", "utf-8", 3, 1))
+        assert (third["encodingReason"], third["layout"], third["layoutReason"]) == (
+            ("valid-utf-8", "interactive", "default"))
 
     def test_the_page_holds_the_same(self):
         self.create_archive(8)
+        self.create("overlooked.syn", b"* </script><script>alert(1)\n" + TABLES)
         self.create("hostile.syn", b"IGRAPH /x='</script><script>alert(1)</script><!--'.\n")
         self.migrate(status=1)
         page = (self.target / "quillet-report.html").read_text("utf-8")
@@ -857,14 +921,19 @@ class TestReport(MigrateCase):
         for short, full in zip(summary["files"], report["files"]):
             chunk = short.pop("chunk", None)
             errors = short.pop("errors")
-            commands = [] if chunk is None else json.loads(elements[f"chunk-{chunk}"])
-            assert {**short, "commands": commands} == full
+            codes = short.pop("codes")
+            details = ({"findings": [], "commands": []} if chunk is None
+                       else json.loads(elements[f"chunk-{chunk}"]))
+            commands = details["commands"]
+            assert {**short, **details} == full
+            assert codes == sorted({finding["code"] for finding in details["findings"]})
             reasons = {command["error"] for command in commands if "error" in command}
             assert errors == sorted(reasons)
 
     def test_junit(self):
         self.create_archive(8)
         self.create("control.syn", b"IGRAPH '\x01\x02 & <b> \xff'.\n")
+        self.create("macro.syn", b"DEFINE !f ().\n" + TABLES + b"!ENDDEFINE.\nLIST. /* < &\n")
         junit = self.folder / "junit.xml"
         self.migrate("--junit", junit, status=1)
         totals = self.report()["totals"]
@@ -872,8 +941,14 @@ class TestReport(MigrateCase):
         assert suites.tag == "testsuites"
         assert [suite.get("name") for suite in suites] == (
             [file["path"] for file in self.report()["files"]])
-        assert len(suites.findall("./testsuite/testcase/failure")) == totals["commandsFailed"]
-        assert len(suites.findall("./testsuite/testcase/error")) == totals["commandsUnreadable"]
+        assert len(suites.findall("./testsuite/testcase/failure")) == (
+            totals["commandsFailed"] + totals["commandsOverlooked"])
+        # The conversion of one file ends at a command that is no legacy command.
+        assert len(suites.findall("./testsuite/testcase/error")) == (
+            totals["commandsUnreadable"] + 1)
+        macro = suites.find("./testsuite[@name='macro.syn']")
+        assert [failure.get("type") for failure in macro.findall(".//failure")] == ["macro-body"]
+        assert "/* < &" in macro.find("system-out").text
         assert len(suites.findall("./testsuite/testcase/skipped")) == 1
         cases = suites.findall("./testsuite/testcase")
         assert int(suites.get("tests")) == len(cases)
@@ -913,13 +988,196 @@ class TestReport(MigrateCase):
         assert sorted(self.results()) == [b"a", b"a/quillet-report.json"]
 
 
+# A file for each code: its text, the outcome, the exit status, and the findings by code, first line
+# and line of the cause.
+CODES = {
+    "after-stop": (TABLES + UNREADABLE + TABLES, "stopped", 1, [("after-stop", 3, 2)]),
+    "data-lines": (b"BEGIN DATA.\n1 2\n END DATA.\n" + TABLES, "overlooked", 1,
+                   [("data-lines", 4, 1)]),
+    "macro-body": (b"DEFINE !f (x=!TOKENS(1))\n" + TABLES + b"!ENDDEFINE.\n!f x=a.\n", "overlooked",
+                   1, [("macro-body", 2, 1)]),
+    "open-comment": (b"* Income\n" + TABLES, "overlooked", 1, [("open-comment", 2, 1)]),
+    "comment-behind": (b"EXECUTE. /* old */\n" + TABLES, "overlooked", 1, [("comment-behind", 2, 1)]),
+    "block-comment-before": (b"/* next */\n" + TABLES, "overlooked", 1,
+                             [("block-comment-before", 2, 1)]),
+    "sign-before": (b"LIST.\n+ TABLES /TABLE=a.\nLIST.\n", "overlooked", 1, [("sign-before", 2, 2)]),
+    "same-line": (b"EXECUTE. " + TABLES, "overlooked", 1, [("same-line", 1, 1)]),
+    "open-command": (b"GET FILE='x'\n\n" + TABLES, "overlooked", 1, [("open-command", 3, 1)]),
+    "command-lost": (b"TABLES /TABLE=a BY b. /* foo */\n\nGET FILE=x.\n", "changed", 0,
+                     [("command-lost", 3, 1)]),
+    "swallowed": (TABLES + b"* Note\n\nSORT CASES BY a.\n", "changed", 0, [("swallowed", 4, 2)]),
+    "comment-dropped": (TABLES + b"LIST. /* all\n", "changed", 0, [("comment-dropped", 2, 2)]),
+    "encoding-doubtful": ("* Encoding: nonsense.\n* Przegl\u0105d \u017c\u00f3\u0142\u0107.\n"
+                          .encode("cp1250") + TABLES, "changed", 0, [("encoding-doubtful", 1, 1)]),
+    "old-line-ends": (b"LIST.\r" + TABLES.replace(b"\n", b"\r"), "converted", 0,
+                      [("old-line-ends", 1, 1)]),
+    "wide-text": (("\ufeff" + TABLES.decode()).encode("utf-16le"), "converted", 0,
+                  [("wide-text", 1, 1)]),
+    "include": (TABLES + b"INSERT FILE='nowhere.sps'.\n", "converted", 0, [("include", 2, 2)]),
+    "unconverted": (FAILING, "unconverted", 1, []),
+    "partly": (FAILING + TABLES, "partly", 1, []),
+    "converted": (ORDINARY + TABLES, "converted", 0, []),
+    "nothing": (b"CROSSTABS\n  TABLES=a BY b.\n", "nothing-to-convert", 0, []),
+    "data": (b"BEGIN DATA.\n" + TABLES + b"END DATA.\n", "nothing-to-convert", 0, []),
+    "document": (b"DOCUMENT The\n" + TABLES[:-2] + b"\nare old.\n", "nothing-to-convert", 0, []),
+}
+
+# What such a file holds: how many legacy commands, and of these overlooked ones.
+PIECES = (
+    (TABLES, 1, 0), (FAILING, 1, 0), (ORDINARY, 0, 0), (b"* Old\n" + TABLES, 1, 1),
+    (b"LIST. " + TABLES, 1, 1), (b"DEFINE !f ()\n" + TABLES + b"!ENDDEFINE.\n", 1, 1),
+    (b"CROSSTABS\nTABLES=a BY b.\n", 0, 0), (b"FREQUENCIES tables tab1.\n", 0, 0),
+    (b"TITLE 'Old. TABLES /TABLE=a'.\n", 0, 0), (b"* Old: TABLES /TABLE=a.\n", 0, 0),
+    (b"BEGIN DATA.\n" + TABLES + b"END DATA.\n", 0, 0), (b"/* x */\nIGRAPH /PIE.\n", 1, 1),
+    (b"TABLES /TABLE=a BY b. /* x */\n\nGET FILE=x.\n", 1, 0),
+)
+
+
+class TestFindings(MigrateCase):
+    """What is told besides the commands that were converted or failed."""
+
+    def setup_method(self):
+        super().setup_method()
+        self.wants_all = False
+
+    @pytest.mark.parametrize("name", CODES)
+    def test_each_has_its_outcome_and_status(self, name):
+        text, outcome, status, findings = CODES[name]
+        self.create("a", text)
+        self.migrate(status=status)
+        facts = self.facts("a")
+        assert facts["outcome"] == outcome
+        assert [(finding["code"], finding["firstLine"], finding["causeLine"])
+                for finding in facts["findings"]] == findings
+        for finding in facts["findings"]:
+            assert finding["sentence"].endswith(".") or finding["code"] == "comment-dropped"
+            assert (finding["kind"] == "overlooked") <= (finding["command"] == "TABLES")
+        assert self.report()["totals"]["commandsFound"] == facts["found"]
+        assert (self.target / "a").exists() == (outcome != "nothing-to-convert")
+
+    def test_every_legacy_command_comes_to_something(self):
+        generator = random.Random(13)
+        planted = {}
+        for number in range(400):
+            pieces = generator.choices(PIECES, k=generator.randrange(12))
+            # So much of interactive layout that no file looks like batch layout.
+            self.create(f"{number:03}", 30 * ORDINARY + b"".join(text for text, _, _ in pieces))
+            planted[f"{number:03}"] = (sum(found for _, found, _ in pieces),
+                                       sum(overlooked for _, _, overlooked in pieces))
+        self.migrate(status=1)
+        found = {}
+        for file in self.report()["files"]:
+            found[file["path"]] = (file["found"], file["overlooked"])
+            assert file["found"] == (file["converted"] + file["failed"] + file["unreadable"] +
+                                     file["overlooked"])
+            kinds = [finding["kind"] for finding in file["findings"]]
+            assert kinds.count("overlooked") == file["overlooked"]
+        assert found == planted
+
+    def test_files_with_nothing_to_convert_are_left_out(self):
+        texts = {"data.csv": b'a,b\n\n"c,d\n', "script.sh": b"echo x\n\n",
+                 "old/list.sps": b"LIST x\n\n y.\nLIST", ".git/HEAD": b"ref: refs/heads/main"}
+        for name, text in texts.items():
+            self.create(name, text)
+        self.create("tables.sps", TABLES)
+        run = self.migrate()
+        assert b"5 files in" in run.stderr
+        assert b": 1 converted, 4 with nothing to convert\n" in run.stderr
+        assert {name for name, content in self.results().items() if content} == {b"tables.sps"}
+        for options in (("--copy-others",), ("--include", "*"),
+                        ("--include", "*.sps", "--copy-others")):
+            target = self.folder / f"target {options}"
+            self.migrate(*options, target=target)
+            results = self.results(target)
+            for name, text in texts.items():
+                assert results[name.encode()] == text
+            assert results[b"tables.sps"] != TABLES
+            self.migrate(*options, target=target)
+            assert self.report(target)["totals"]["filesKept"] == 5
+
+    def test_what_stands_of_a_file_that_has_nothing_left_to_convert(self):
+        self.create("a", TABLES)
+        self.migrate()
+        made = (self.target / "a").read_bytes()
+        self.change("a", ORDINARY)
+        self.migrate()
+        facts = self.facts("a")
+        assert (facts["outcome"], facts.get("result")) == ("nothing-to-convert", None)
+        assert "left alone" in facts["message"]
+        assert (self.target / "a").read_bytes() == made
+        self.migrate("--copy-others")
+        assert (self.target / "a").read_bytes() == ORDINARY
+
+    def test_the_layout_of_each_file_is_found_out(self):
+        commands = [["GET", " FILE=X"], ["TABLES", " TABLE=A", " /STATISTICS=COUNT"],
+                    ["COMPUTE", " Y = 1"], ["FREQUENCIES", " VARIABLES=A B"], ["EXECUTE"]]
+        generator = random.Random(7)
+        for number in range(200):
+            chosen = generator.choices(commands, k=generator.randrange(3, 12))
+            chosen.insert(generator.randrange(len(chosen)), commands[1])
+            for layout, end in (("batch", ""), ("interactive", ".")):
+                text = "".join("\n".join(lines) + end + "\n" for lines in chosen)
+                self.create(f"{layout}/{number:03}", text.encode())
+        self.migrate()
+        for file in self.report()["files"]:
+            assert file["layout"] == file["path"].split("/")[0], file["path"]
+            assert file["layoutReason"] == (
+                "reads-well" if file["layout"] == "batch" else "default")
+
+    def test_the_layout_that_is_asked_for(self):
+        batch = b"GET FILE=X\nTABLES TABLE=A\n  /STATISTICS=COUNT\nFINISH\n"
+        self.create("jobs/a", batch)
+        self.create("b", TABLES)
+        self.migrate("--layout", "interactive", status=1)
+        facts = self.facts("jobs/a")
+        assert (facts["layout"], facts["layoutReason"], facts["outcome"]) == (
+            ("interactive", "option", "overlooked"))
+        assert facts["findings"][0]["code"] == "layout"
+        self.migrate("--layout=interactive", "--batch-include", "JOBS/*")
+        facts = self.facts("jobs/a")
+        assert (facts["layout"], facts["layoutReason"], facts["outcome"], facts["result"]) == (
+            ("batch", "pattern", "converted", "new"))
+        assert self.facts("b")["result"] == "kept"
+        self.migrate("--batch")
+        assert {file["layout"] for file in self.report()["files"]} == {"batch"}
+
+    def test_commands_that_end_at_blank_lines(self):
+        self.create("a", b"GET FILE='x' /* y\n\n* Note\n\n" + TABLES)
+        self.migrate(status=1)
+        assert [finding["code"] for finding in self.facts("a")["findings"]] == ["open-command"]
+        assert self.facts("a")["blankLines"] == "mean-nothing"
+        self.migrate("--end-at-blank-lines")
+        facts = self.facts("a")
+        assert (facts["outcome"], facts["blankLines"], facts["blankLinesReason"]) == (
+            ("changed", "end-commands", "option"))
+        # The comment comes after the new period.
+        assert [(finding["code"], finding["text"]) for finding in facts["findings"]] == [
+            ("comment-dropped", "/* y")]
+        result = (self.target / "a").read_bytes()
+        assert result.startswith(b"GET FILE='x'.")
+        assert b"* Note.\nCOMMENT" in result
+
+    def test_where_included_files_are(self):
+        self.create("a/one.sps", TABLES + b"INCLUDE 'two.sps'.\nINSERT FILE='c:\\x\\three.sps'.\n" +
+                    b"INCLUDE 'four.sps'.\n")
+        self.create("a/two.sps", b"INCLUDE '..\\b\\three.sps'.\n")
+        self.create("b/three.sps", ORDINARY)
+        self.migrate()
+        inside = {(file["path"], finding["firstLine"]): "is in the source folder" in
+                  finding["sentence"] for file in self.report()["files"]
+                  for finding in file["findings"]}
+        assert inside == {("a/one.sps", 2): True, ("a/one.sps", 3): True, ("a/one.sps", 4): False,
+                          ("a/two.sps", 1): True}
+
+
 class TestProgress(MigrateCase):
     def test_the_summary(self):
         self.create_archive(5, 10)
         run = self.migrate(status=1)
         lines = run.stderr.decode().splitlines()
         assert re.search(r"^7 files in \d+\.\d s: .*1 stopped at an error, 1 skipped$", lines[0])
-        assert re.search(r"^5\d commands: \d+ copied, \d+ converted, ", lines[1])
+        assert re.search(r"^\d+ legacy commands: \d+ converted(, \d+ failed)?; 0 warnings; "
+                         r"\d+ other commands copied$", lines[1])
         assert lines[2] == f"Report: {self.target.resolve()}/quillet-report.html"
         assert len(lines) == 3
 
@@ -948,7 +1206,7 @@ class TestProgress(MigrateCase):
         for line in lines:
             # On a busy machine the file may be done when a line is shown, but the run is not.
             assert re.search(rb"^(0/1 files \(\d+%\)|1/1 files \(100%\)), "
-                             rb"\d+ commands, 0 failures, [0-9.]+ MB/s", line)
+                             rb"\d+ commands, 0 failures, 0 overlooked, [0-9.]+ MB/s", line)
             assert len(line) < 80
         assert b"1 file in" in summary
 
@@ -1171,15 +1429,18 @@ class TestShard(MigrateCase):
 class TestHostileReport(MigrateCase):
     """Reports that nobody wrote in good faith."""
 
-    SUMS = {"files": 1, "filesConverted": 1}
+    SUMS = {"files": 1, "filesPartly": 1}
+    FINDING = {"code": "macro-body", "kind": "overlooked", "command": "TABLES", "firstLine": 2,
+               "lastLine": 2, "causeLine": 1, "macro": "!f", "sentence": "s", "text": "t"}
     COMMAND = {"type": "TABLES", "outcome": "failed", "firstLine": 1, "lastLine": 1, "source": "x",
                "error": "tables-syntax", "errorLine": 1, "errorColumn": 1, "message": "m",
                "warnings": []}
     FILE = {"path": "a", "outcome": "partly", "bytes": 1, "modified": 0, "encoding": "utf-8",
-            "lines": 1, "copied": 0, "converted": 0, "failed": 1, "unreadable": 0, "warnings": 0,
-            "message": "", "commands": [COMMAND]}
-    REPORT = {"format": "quillet-report", "formatVersion": 1, "quilletVersion": "0.1.0",
-              "source": "/old", "target": "/new", "batchMode": False, "dryRun": False,
+            "lines": 1, "copied": 0, "found": 2, "converted": 0, "failed": 1, "unreadable": 0,
+            "overlooked": 1, "listed": 1, "warnings": 0, "message": "", "findings": [FINDING],
+            "commands": [COMMAND]}
+    REPORT = {"format": "quillet-report", "formatVersion": 2, "quilletVersion": "0.1.0",
+              "source": "/old", "target": "/new", "layout": "auto", "dryRun": False,
               "interrupted": False, "shard": None, "started": "2026-11-21T03:00:00Z",
               "seconds": 1.5, "totals": SUMS, "files": [FILE]}
 
@@ -1202,13 +1463,18 @@ class TestHostileReport(MigrateCase):
         ("files[0].lines", '"lines": 1', '"lines": 9223372036854775808'),
         ("files[0].bytes", '"bytes": 1', '"bytes": 1e300'),
         ("files[0].path", '"path": "a"', '"path": "' + 300000 * "a" + '"'),
-        ("files[0].commands[0].firstLine", '"firstLine": 1', '"firstLine": 1e300'),
+        ("files[0]", '"found": 2', '"found": 1'),
+        ("files[0].findings[0].kind", '"kind": "overlooked"', '"kind": "guessed"'),
+        ("files[0].findings[0].macro", '"macro": "!f"', '"macro": 1'),
+        ("files[0].findings[0].firstLine", '"firstLine": 2', '"firstLine": -2'),
+        ("files[0].commands[0].firstLine", '"firstLine": 1,', '"firstLine": 1e300,'),
         ("files[0].commands[0].errorColumn", '"errorColumn": 1', '"errorColumn": 2147483648'),
         ("files[0].commands[0].source", '"source": "x"', '"source": 1'),
         ("files[1]", '"files": [{', '"files": [{"path": "a", "outcome": "partly"}, {'),
         ("files[1]", '"files": [{', '"files": [{"path": "b", "outcome": "partly"}, {'),
         ("files[1]", '"files": [{',
-         '"files": [{"path": "0", "outcome": "partly", "failed": 9007199254740991}, {'),
+         '"files": [{"path": "0", "outcome": "partly", "found": 9007199254740991, '
+         '"failed": 9007199254740991}, {'),
         ("nested", '"files": [{', '"new": ' + 1000000 * "[" + ', "files": [{'),
     )
 

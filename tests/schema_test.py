@@ -97,8 +97,13 @@ def test_what_is_converted(archive):
     archive.create("a", ORDINARY + TABLES + WARNING)
     archive.create("b", b"* \xfc.\n" + TABLES)
     archive.create("c/d\xff".encode("latin-1"), ORDINARY)
-    report = archive.migrate()
-    assert report["totals"]["commandsConverted"] == 3
+    archive.create("d", b"* Old\n" + TABLES + b"DEFINE !f ().\n" + TABLES + b"!ENDDEFINE.\n")
+    archive.create("e", TABLES + b"LIST. /* x\nINCLUDE 'a'.\n")
+    report = archive.migrate("--end-at-blank-lines", status=1)
+    codes = {finding["code"] for file in report["files"] for finding in file["findings"]}
+    assert codes == {"open-comment", "macro-body", "comment-dropped", "include"}
+    assert report["files"][2]["outcome"] == "nothing-to-convert"
+    assert report["totals"]["commandsConverted"] == 4
     assert report["totals"]["warnings"] == 1
     assert report["files"][2]["rawPath"] == "c/d%FF"
 
@@ -123,7 +128,7 @@ def test_what_is_copied_and_what_is_tried_alone(archive):
     archive.create("b", TABLES)
     assert archive.migrate("--dry-run", name="quillet-report-dry-run.json")["dryRun"]
     report = archive.migrate("--copy-others", "--batch")
-    assert report["batchMode"]
+    assert report["layout"] == "batch"
     assert [file["outcome"] for file in report["files"]] == ["copied", "converted"]
 
 
@@ -172,9 +177,15 @@ def test_what_is_interrupted(archive):
 
 ORDINARY_COMMAND = {"type": "TABLES", "outcome": "converted", "firstLine": 1, "lastLine": 1,
                     "source": "", "generated": "", "generatedLine": 1, "warnings": []}
+ORDINARY_FINDING = {"code": "include", "kind": "told", "command": None, "firstLine": 1,
+                    "lastLine": 1, "causeLine": 1, "macro": None, "sentence": "", "text": ""}
 ORDINARY_FILE = {"path": "a", "outcome": "converted", "result": "new", "bytes": 1, "modified": -1,
-                 "encoding": "utf-8", "lines": 1, "copied": 0, "converted": 1, "failed": 0,
-                 "unreadable": 0, "warnings": 0, "message": "", "commands": [ORDINARY_COMMAND]}
+                 "encoding": "utf-8", "encodingReason": "valid-utf-8", "layout": "interactive",
+                 "layoutReason": "default", "blankLines": "mean-nothing",
+                 "blankLinesReason": "default", "lines": 1, "copied": 0, "found": 1, "converted": 1,
+                 "failed": 0, "unreadable": 0, "overlooked": 0, "listed": 1, "warnings": 0,
+                 "changed": 0, "told": 1, "message": "", "findings": [ORDINARY_FINDING],
+                 "commands": [ORDINARY_COMMAND]}
 
 # What becomes of a file's entry, by the name of what is wrong with it.
 MISTAKES = {
@@ -196,6 +207,11 @@ MISTAKES = {
     "converted to nothing": lambda file: file["commands"][0].pop("generated"),
     "failed without a reason": lambda file: file["commands"][0].update(outcome="failed"),
     "a copied command": lambda file: file["commands"][0].update(outcome="copied"),
+    "nothing to convert, but a command": lambda file: file.update(outcome="nothing-to-convert"),
+    "a layout nobody knows": lambda file: file.update(layout="landscape"),
+    "a finding of no kind": lambda file: file["findings"][0].update(kind="guessed"),
+    "an overlooked nothing": lambda file: file["findings"][0].update(kind="overlooked"),
+    "a finding without a sentence": lambda file: file["findings"][0].pop("sentence"),
     "a warning that is no text": lambda file: file["commands"][0].update(warnings=[1]),
 }
 

@@ -144,9 +144,33 @@ function MakeFile(name, commands, more) {
     const [converted, failed, unreadable] = ["converted", "failed", "unreadable"].map(of);
     return {
         path: name, outcome: unreadable ? "stopped" : failed ? "partly" : "converted", bytes: 1234,
-        modified: 1153000000, encoding: "utf-8", lines: 400, copied: 7, converted, failed,
-        unreadable, warnings: commands.reduce((sum, command) => sum + command.warnings.length, 0),
-        message: "", commands, ...more,
+        modified: 1153000000, encoding: "utf-8", encodingReason: "valid-utf-8",
+        layout: "interactive", layoutReason: "default", blankLines: "mean-nothing",
+        blankLinesReason: "default", lines: 400, copied: 7,
+        found: converted + failed + unreadable, converted, failed, unreadable, overlooked: 0,
+        listed: commands.length,
+        warnings: commands.reduce((sum, command) => sum + command.warnings.length, 0), changed: 0,
+        told: 0, message: "", commands, findings: [], ...more,
+    };
+}
+
+// The same with findings, which decide the outcome.
+function WithFindings(file, findings) {
+    const of = (kind) => findings.filter((finding) => finding.kind === kind).length;
+    const overlooked = of("overlooked");
+    return {
+        ...file, findings, overlooked, changed: of("changed"), told: of("told"),
+        found: file.found + overlooked,
+        outcome: overlooked ? "overlooked" : of("changed") ? "changed" : file.outcome,
+    };
+}
+
+function MakeFinding(code, kind, line, more) {
+    return {
+        code, kind, command: kind === "overlooked" ? "TABLES" : null, firstLine: line,
+        lastLine: line + 1, causeLine: 1, macro: null,
+        sentence: `What is in line ${line} was found (${code}).`,
+        text: "TABLES\n  /TABLE=a BY b.", ...more,
     };
 }
 
@@ -160,26 +184,30 @@ function Totals(files) {
     const sum = (key) => files.reduce((total, file) => total + file[key], 0);
     const of = (outcome) => files.filter((file) => file.outcome === outcome).length;
     const commands = {
-        commandsCopied: sum("copied"), commandsConverted: sum("converted"),
+        commandsFound: sum("found"), commandsConverted: sum("converted"),
         commandsFailed: sum("failed"), commandsUnreadable: sum("unreadable"),
+        commandsOverlooked: sum("overlooked"),
     };
     return {
-        files: files.length, filesConverted: of("converted"), filesPartly: of("partly"),
+        files: files.length, filesConverted: of("converted"), filesChanged: of("changed"),
+        filesPartly: of("partly"), filesUnconverted: of("unconverted"),
+        filesOverlooked: of("overlooked"), filesNothing: of("nothing-to-convert"),
         filesStopped: of("stopped"), filesKept: files.filter((file) => file.kept).length,
         filesEdited: files.filter((file) => file.result === "edited").length,
         filesOutdated: files.filter((file) => file.sourceChanged).length,
         filesOrphaned: files.filter((file) => file.result === "orphaned").length,
         filesCopied: of("copied"), filesSkipped: of("skipped"), filesFailed: of("failed"),
-        bytes: sum("bytes"), ...commands, warnings: sum("warnings"),
-        commands: Object.values(commands).reduce((total, count) => total + count, 0),
+        bytes: sum("bytes"), commands: sum("copied") + sum("listed"),
+        commandsCopied: sum("copied"), ...commands, warnings: sum("warnings"),
+        findingsChanged: sum("changed"), findingsTold: sum("told"),
     };
 }
 
 function MakeReport(files, more) {
     files.sort((a, b) => Buffer.compare(Buffer.from(a.path), Buffer.from(b.path)));
     return {
-        format: "quillet-report", formatVersion: 1, quilletVersion: "0.1.0",
-        source: "/srv/archive/surveys", target: "/srv/archive/surveys-new", batchMode: false,
+        format: "quillet-report", formatVersion: 2, quilletVersion: "0.1.0",
+        source: "/srv/archive/surveys", target: "/srv/archive/surveys-new", layout: "auto",
         dryRun: false, shard: null, started: "2026-11-21T03:00:00Z", seconds: 12.34,
         totals: Totals(files), files, ...more,
     };
@@ -194,11 +222,14 @@ function Embed(id, value) {
 
 function MakePage(report) {
     const chunks = [];
-    const files = report.files.map(({commands, ...file}, index) => {
+    const files = report.files.map(({commands, findings, ...file}, index) => {
         const errors = commands.map((command) => command.error).filter(Boolean);
-        const facts = {...file, errors: [...new Set(errors)].sort()};
-        if (!commands.length) return facts;
-        chunks.push(Embed(`chunk-${index}`, commands));
+        const codes = findings.map((finding) => finding.code);
+        const facts = {
+            ...file, errors: [...new Set(errors)].sort(), codes: [...new Set(codes)].sort(),
+        };
+        if (!commands.length && !findings.length) return facts;
+        chunks.push(Embed(`chunk-${index}`, {findings, commands}));
         return {...facts, chunk: index};
     });
     const data = Embed("report", {...report, files}) + chunks.join("");
@@ -241,6 +272,18 @@ function MixedReport() {
         ], {encoding: "windows-1252", bytes: 48211}),
         MakeFile("labour force/q2 + q3.syn", [ConvertedCommand(3, 4, random), kUnreadable], {}),
         MakeFile("plain/frequencies.syn", [], {}),
+        WithFindings(MakeFile("odd/zones/macros.syn", [ConvertedCommand(80, 9, random)], {
+            layout: "batch", layoutReason: "reads-well",
+        }), [
+            MakeFinding("include", "told", 2, {sentence: kHostile.join(" "), text: kScript}),
+            MakeFinding("swallowed", "changed", 5, {}),
+            ...Array.from({length: 150}, (_, i) => MakeFinding("macro-body", "overlooked", 10 + i,
+                {macro: "!f"})),
+            MakeFinding("open-comment", "overlooked", 200, {lastLine: 200}),
+        ]),
+        WithFindings(MakeFile("odd/zones/encoding.syn", [ConvertedCommand(3, 10, random)], {}),
+            [MakeFinding("encoding-doubtful", "changed", 1, {text: "", lastLine: 1})]),
+        MakeOther("odd/zones/data.csv", "nothing-to-convert", ""),
         MakeFile("plain/kept.syn", [ConvertedCommand(8, 5, random)], {kept: true}),
         MakeFile(kOddName, [FailedCommand(4, 6, () => 3)], {}),
         MakeFile(kMarkupName, HostileCommands(), {bytes: 999999}),
@@ -439,19 +482,27 @@ function ReadData(page) {
 
 function CheckData(name, {report, chunks}) {
     const files = report.files;
-    CheckEqual(`${name}: format`, [report.format, report.formatVersion], ["quillet-report", 1]);
+    CheckEqual(`${name}: format`, [report.format, report.formatVersion], ["quillet-report", 2]);
     const sum = (key) => files.reduce((total, file) => total + file[key], 0);
     const totals = report.totals;
     CheckEqual(`${name}: totals are the files' sums`,
         [totals.files, totals.bytes, totals.commandsCopied, totals.commandsConverted,
-         totals.commandsFailed, totals.commandsUnreadable, totals.warnings],
-        [files.length, ...["bytes", "copied", "converted", "failed", "unreadable", "warnings"]
-            .map(sum)]);
+         totals.commandsFailed, totals.commandsUnreadable, totals.warnings, totals.commandsFound,
+         totals.commandsOverlooked, totals.findingsChanged, totals.findingsTold],
+        [files.length, ...["bytes", "copied", "converted", "failed", "unreadable", "warnings",
+            "found", "overlooked", "changed", "told"].map(sum)]);
+    CheckEqual(`${name}: every legacy command has come to something`, totals.commandsFound,
+        totals.commandsConverted + totals.commandsFailed + totals.commandsUnreadable +
+        totals.commandsOverlooked);
     const wrong = [];
     for (const file of files.filter((f) => f.chunk in chunks)) {
-        const commands = chunks[file.chunk];
+        const {commands, findings} = chunks[file.chunk];
+        const of = (kind) => findings.filter((finding) => finding.kind === kind).length;
+        const codes = [...new Set(findings.map((finding) => finding.code))].sort();
         const errors = [...new Set(commands.map((c) => c.error).filter(Boolean))].sort();
-        if (commands.length !== file.converted + file.failed + file.unreadable ||
+        if (commands.length !== file.listed || of("overlooked") !== file.overlooked ||
+            of("changed") !== file.changed || of("told") !== file.told ||
+            JSON.stringify(codes) !== JSON.stringify(file.codes) ||
             JSON.stringify(errors) !== JSON.stringify(file.errors || [])) wrong.push(file.path);
     }
     CheckEqual(`${name}: files agree with their commands`, wrong, []);
@@ -461,29 +512,32 @@ async function CheckTotals(page, name, report) {
     const cards = await page.locator(".card .figure").allInnerTexts();
     const totals = report.totals;
     CheckEqual(`${name}: cards`, cards, [
-        totals.files, totals.commands, totals.commandsConverted,
+        totals.files, totals.commandsFound, totals.commandsConverted, totals.commandsOverlooked,
         totals.commandsFailed + totals.commandsUnreadable, totals.warnings].map(Formatted));
     const count = (outcome) => report.files.filter((file) => file.outcome === outcome).length;
-    const order = ["converted", "partly", "stopped", "failed", "copied", "skipped"];
+    const order = ["converted", "changed", "partly", "unconverted", "overlooked", "stopped",
+        "failed", "nothing-to-convert", "copied", "skipped"];
     CheckEqual(`${name}: chart of files`, await page.locator("#file-chart .amount").allInnerTexts(),
         order.map(count).filter((number) => number > 0).map(Formatted));
     CheckEqual(`${name}: chart of commands`,
         await page.locator("#command-chart .amount").allInnerTexts(),
-        [totals.commandsCopied, totals.commandsConverted, totals.commandsFailed,
-         totals.commandsUnreadable].map(Formatted));
-    const reasons = new Map();
-    for (const error of report.files.flatMap((file) => file.errors || [])) {
-        reasons.set(error, (reasons.get(error) || 0) + 1);
+        [totals.commandsConverted, totals.commandsFailed, totals.commandsUnreadable,
+         totals.commandsOverlooked].map(Formatted));
+    for (const [chart, member] of [["finding", "codes"], ["reason", "errors"]]) {
+        const counts = new Map();
+        for (const one of report.files.flatMap((file) => file[member] || [])) {
+            counts.set(one, (counts.get(one) || 0) + 1);
+        }
+        CheckEqual(`${name}: chart of each ${chart}`,
+            await page.locator(`#${chart}-chart .amount`).allInnerTexts(),
+            [...counts.values()].sort((a, b) => b - a).map(Formatted));
     }
-    CheckEqual(`${name}: chart of reasons`,
-        await page.locator("#reason-chart .amount").allInnerTexts(),
-        [...reasons.values()].sort((a, b) => b - a).map(Formatted));
 }
 
 const kSortKeys = {
-    path: null, outcome: (f) => ["failed", "stopped", "partly", "skipped", "copied", "converted"]
-        .indexOf(f.outcome),
-    converted: (f) => f.converted, failed: (f) => f.failed + f.unreadable,
+    path: null, outcome: (f) => ["failed", "stopped", "overlooked", "unconverted", "partly",
+        "changed", "skipped", "copied", "converted", "nothing-to-convert"].indexOf(f.outcome),
+    converted: (f) => f.converted, overlooked: (f) => f.overlooked, failed: (f) => f.failed + f.unreadable,
     warnings: (f) => f.warnings, bytes: (f) => f.bytes,
 };
 
@@ -504,7 +558,7 @@ async function CheckSorting(page, name, report) {
             const rows = (await ShownRows(page)).slice(0, 12);
             const expected = Sorted(report.files, key, order === "descending").slice(0, 12);
             CheckEqual(`${name}: sorted by ${key}, ${order}`,
-                rows.map((row) => [row.cells[2], row.cells[4]]),
+                rows.map((row) => [row.cells[2], row.cells[5]]),
                 expected.map((file) => [file.converted, file.warnings].map(Formatted)));
             CheckEqual(`${name}: ${key} alone is sorted`,
                 await page.locator("[aria-sort$=ending]").count(), 1);
@@ -528,15 +582,18 @@ async function CheckFilters(page, name, report) {
             told(report.files.filter((file) => file.outcome === outcome).length));
     }
     await page.locator("#outcome").selectOption("");
-    const reasons = new Set(report.files.flatMap((file) => file.errors || []));
-    Check(`${name}: reasons can be chosen if there are any`,
-        await page.locator("#reason").isEnabled() === reasons.size > 0);
-    for (const reason of reasons) {
-        await page.locator("#reason").selectOption(reason);
-        CheckEqual(`${name}: reason ${reason}`, await Text(page, "#count"),
-            told(report.files.filter((file) => (file.errors || []).includes(reason)).length));
+    for (const [filter, member] of [["finding", "codes"], ["reason", "errors"]]) {
+        const select = page.locator(`#${filter}`);
+        const names = new Set(report.files.flatMap((file) => file[member] || []));
+        Check(`${name}: a ${filter} can be chosen if there are any`,
+            await select.isEnabled() === names.size > 0);
+        for (const one of names) {
+            await select.selectOption(one);
+            CheckEqual(`${name}: ${filter} ${one}`, await Text(page, "#count"),
+                told(report.files.filter((file) => (file[member] || []).includes(one)).length));
+        }
+        if (names.size) await select.selectOption("");
     }
-    if (reasons.size) await page.locator("#reason").selectOption("");
     if (!report.files.length) return;
     const word = report.files[report.files.length - 1].path.slice(-9);
     await page.locator("#search").fill(word.toUpperCase());
@@ -582,9 +639,9 @@ async function CheckCommands(page, name, {report, chunks}) {
     }
     for (const file of files) {
         await GoTo(page, HashOf(file));
-        for (let index = 0; index < Math.min(5, chunks[file.chunk].length); ++index) {
+        for (let index = 0; index < Math.min(5, chunks[file.chunk].commands.length); ++index) {
             await CheckCommand(page, `${name}: ${file.path} #${index + 1}`,
-                chunks[file.chunk][index], index);
+                chunks[file.chunk].commands[index], index);
         }
         await CheckAxe(page, `${name}: ${file.path}`);
     }
@@ -640,7 +697,7 @@ async function TestSearch(file) {
     CheckEqual("the count is announced", await page.locator("#count").getAttribute("role"),
         "status");
     await page.locator("#clear").click();
-    CheckEqual("all files are back", await Text(page, "#count"), "53 files");
+    CheckEqual("all files are back", await Text(page, "#count"), "56 files");
     await page.locator("#outcome").selectOption("kept");
     CheckEqual("kept files", await FirstPaths(page, 5), ["plain/kept.syn"]);
     await page.locator("#file-chart button", {hasText: "Skipped"}).click();
@@ -694,6 +751,67 @@ async function TestHostile(file, report) {
     await Close(page, "hostile");
 }
 
+async function TestFindings(file, report) {
+    const page = await Open(file);
+    CheckEqual("the headline says what became of all that was found",
+        (await Text(page, "#verdict")).replace(/[\d,]+ (?=[cfuo])/g, "N "),
+        `${Formatted(report.totals.commandsFound)} legacy commands were found: N converted, ` +
+        "N failed, N unreadable, N overlooked. In 2 places other text was lost or joined.");
+    const above = await page.evaluate(() => {
+        const top = (id) => document.getElementById(id).getBoundingClientRect().top;
+        return top("finding-chart") < top("reason-chart");
+    });
+    Check("findings stand above failures", above);
+    await page.locator("#finding-chart button", {hasText: "Open comment"}).click();
+    CheckEqual("a code leads to its files", await FirstPaths(page, 5), ["odd/zones/macros.syn"]);
+    await page.locator("#row-0").click();
+    await WaitForFile(page);
+    CheckEqual("and to its findings there", [await page.locator("#finding-filter").inputValue(),
+        await page.locator(".finding").count()], ["open-comment", 1]);
+    await page.locator("#finding-filter").selectOption("");
+    CheckEqual("many are shown in parts", [await page.locator(".finding").count(),
+        await Text(page, "#more-findings")], [100, "Show more of 53 further findings"]);
+    await page.locator("#more-findings").focus();
+    await page.keyboard.press("Enter");
+    CheckEqual("until all are", [await page.locator(".finding").count(),
+        await page.locator("#more-findings").isVisible()], [153, false]);
+    const order = await page.locator(".finding .outcome").allInnerTexts();
+    CheckEqual("what was overlooked comes first",
+        [order[0], order[150], order[151], order[152]],
+        ["Overlooked", "Overlooked", "Changed", "Worth knowing"]);
+    await page.locator(".finding").first().focus();
+    await page.keyboard.press("Enter");
+    CheckEqual("the keyboard opens a finding, which shows its text",
+        await page.locator("details[open] .line").allTextContents(),
+        ["TABLES", "  /TABLE=a BY b."]);
+    CheckEqual("with its line numbers",
+        await page.locator("details[open] .line").first().getAttribute("data-number"), "10");
+    await page.locator(".finding").last().click();
+    CheckEqual("markup in a finding is text",
+        await page.locator("details[open] .line").last().textContent(), kScript);
+    CheckEqual("how it was read is told", [
+        await page.locator("#file-facts div", {hasText: "Layout"}).innerText(),
+        await page.locator("#file-facts div", {hasText: "Blank lines"}).innerText(),
+    ].map((text) => text.replace(/\s+/g, " ")),
+    ["Layout batch (in which it reads well)", "Blank lines mean nothing"]);
+    await CheckAxe(page, "findings");
+    await page.setViewportSize({width: 400, height: 800});
+    const wide = await page.evaluate(() => document.documentElement.scrollWidth);
+    Check("a narrow window needs no scrolling sideways", wide <= 400, wide);
+    await Picture(page, "findings-narrow");
+    await page.setViewportSize({width: 1280, height: 900});
+    await Picture(page, "findings");
+    await GoTo(page, HashOf({path: "odd/zones/encoding.syn"}));
+    await page.locator(".finding").click();
+    CheckEqual("what is about a whole file has no text", await Text(page, "details[open] .empty"),
+        "This is about the file as a whole.");
+    await GoTo(page, HashOf({path: "odd/zones/data.csv"}));
+    CheckEqual("what was not converted says why", await Text(page, "#no-commands"),
+        "No legacy command was found in this file, so it was not converted.");
+    Check("and has no findings", await page.locator("#file-findings").isHidden());
+    await Close(page, "findings");
+}
+
 async function TestHighlighting(file) {
     const page = await Open(file, {hash: HashOf({path: "household/wave3/tables.syn"}, 0)});
     const of = (side, kind) => page.locator(`.${side} .t-${kind}`).allTextContents();
@@ -738,7 +856,7 @@ async function TestAddress(file) {
     Check("no file is open then", await page.locator("#file").isHidden());
     await GoTo(page, "#file=plain/frequencies.syn&command=9");
     CheckEqual("a file without commands", await Text(page, "#no-commands"),
-        "No command of this file needed converting.");
+        "The conversion has met no legacy command in this file.");
     Check("the notice is gone", await page.locator("#missing").isHidden());
     await page.locator("#close-file").click();
     await page.locator("#file").waitFor({state: "hidden"});
@@ -870,10 +988,10 @@ async function TestPaper(file) {
     await CheckPaper(page, "list");
     await page.emulateMedia({media: "print"});
     Check("print has all files, not those in sight", await Comes(page, () =>
-        document.querySelectorAll("#rows [data-index]").length === 53));
+        document.querySelectorAll("#rows [data-index]").length === 56));
     await page.emulateMedia({media: "screen"});
     Check("the screen has those in sight again", await Comes(page, () =>
-        document.querySelectorAll("#rows [data-index]").length < 53));
+        document.querySelectorAll("#rows [data-index]").length < 56));
     await GoTo(page, HashOf({path: "household/wave3/tables.syn"}, 1));
     await page.locator("#opened-1").waitFor();
     await CheckPaper(page, "command");
@@ -895,14 +1013,14 @@ async function TestKinds() {
 
     const dry = await OpenReport("dry", MakeReport([MakeFile("a.syn", [], {})], {dryRun: true}));
     Check("a dry run is told", (await Text(dry, "#notices")).includes("dry run"));
-    CheckEqual("nothing to convert", await Text(dry, "#verdict"), "No command needed converting.");
+    CheckEqual("nothing to convert", await Text(dry, "#verdict"), "No legacy command was found.");
     await Close(dry, "dry run");
 
     const one = MakeReport([MakeFile("a.syn", [kChart], {})], {shard: {index: 2, count: 1200}});
     const shard = await OpenReport("shard", one);
     Check("a slice is told", (await Text(shard, "#notices")).includes("slice 2 of 1,200"));
     CheckEqual("one command", await Text(shard, "#verdict"),
-        "The one command that needed converting was converted.");
+        "The one legacy command that was found was converted.");
     await Close(shard, "shard");
 
     const bare = await Open(kTemplate);
@@ -1025,6 +1143,7 @@ async function TestSamples(all) {
     const scenarios = [
         ["any page", () => TestAnyPage(file, "mixed")], ["search", () => TestSearch(file)],
         ["paths", () => TestPaths(file)], ["hostile", () => TestHostile(file, report)],
+        ["findings", () => TestFindings(file, report)],
         ["highlighting", () => TestHighlighting(file)], ["address", () => TestAddress(file)],
         ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],
         ["looks", () => TestLooks(file)], ["motion", () => TestMotion(file)],
@@ -1043,7 +1162,7 @@ async function PicturePage(file) {
         const {report, chunks} = await ReadData(page);
         const failing = report.files.find((f) => f.chunk in chunks && f.failed > 0);
         if (failing) {
-            const index = chunks[failing.chunk].findIndex((c) => c.outcome === "failed");
+            const index = chunks[failing.chunk].commands.findIndex((c) => c.outcome === "failed");
             await GoTo(page, HashOf(failing, index));
             await Picture(page, `page-failed-${scheme}`);
             if (scheme === "light") await Print(page, "page-failed-print");

@@ -14,10 +14,10 @@
 namespace quillet::migrate {
 namespace {
 
-constexpr const char* kSource = "LIST x.\n";
+constexpr const char* kSource = "LIST x.\n* Old\nTABLES /TABLE=a.\n";
 constexpr const char* kOtherSource = "LIST y.\n";
-// What the source becomes.
-constexpr const char* kMade = "LIST x.\n";
+// What the source becomes: its legacy command is overlooked.
+constexpr const char* kMade = kSource;
 constexpr const char* kEdited = "edited";
 
 ContentHash HashOf(std::string_view text) {
@@ -54,6 +54,11 @@ JournalRecord Accepted(JournalRecord record) {
 }
 
 struct How {
+    const char* pSource = kSource;
+    bool copiesUnconverted = false;
+    Layout layout = Layout::kAuto;
+    const char* pBatchPattern = nullptr;
+    bool endsAtBlankLines = false;
     bool isDryRun = false;
     bool replacesAll = false;
     bool acceptsEdited = false;
@@ -65,7 +70,7 @@ public:
     Migration(const char* pResult, const std::vector<JournalRecord>& records, How how) {
         std::filesystem::create_directory(m_folder.PathOf("s"));
         std::filesystem::create_directory(m_folder.PathOf("t"));
-        m_folder.Create("s/a", kSource);
+        m_folder.Create("s/a", how.pSource);
         if (pResult != nullptr) m_folder.Create("t/a", pResult);
         for (const JournalRecord& record : records) m_earlier.Add(record);
         Run(how);
@@ -98,10 +103,26 @@ private:
         ProgressCounters progress;
         ResultPublisher publisher(*journal, target, progress);
         Encodings encodings;
-        const EncodingRules rules;
-        const MigrationContext context = {*source,          target,   m_earlier,    *journal,
-                                          publisher,        progress, encodings,    rules,
-                                          ResultOptions{},  false,    how.isDryRun, how.replacesAll,
+        const EncodingRules encodingRules;
+        LayoutRules layoutRules(how.layout);
+        if (how.pBatchPattern != nullptr) layoutRules.AddBatch(how.pBatchPattern);
+        ResultOptions options;
+        options.endsAtBlankLines = how.endsAtBlankLines;
+        const MigrationContext context = {*source,
+                                          target,
+                                          m_earlier,
+                                          *journal,
+                                          publisher,
+                                          progress,
+                                          encodings,
+                                          encodingRules,
+                                          options,
+                                          layoutRules,
+                                          {},
+                                          false,
+                                          how.copiesUnconverted,
+                                          how.isDryRun,
+                                          how.replacesAll,
                                           how.acceptsEdited};
         FileTask task;
         task.entry.path = "a";
@@ -247,8 +268,9 @@ TEST_P(MigrateFileMigrationTest, JudgesWhatStands) {
     const Migration migration(c.pResult, c.records, c.how);
     EXPECT_EQ(NameOf(migration.Facts().result), NameOf(c.state));
     EXPECT_EQ(migration.Facts().hasSourceChanged, c.hasSourceChanged);
-    EXPECT_EQ(migration.Facts().copied, c.areRecordedFacts ? 100 : 1);
-    EXPECT_EQ(migration.Facts().outcome, FileOutcome::kConverted);
+    EXPECT_EQ(migration.Facts().copied, c.areRecordedFacts ? 100 : 2);
+    EXPECT_EQ(migration.Facts().outcome,
+              c.areRecordedFacts ? FileOutcome::kConverted : FileOutcome::kOverlooked);
     EXPECT_EQ(migration.Facts().bytes, std::string(kSource).size());
     if (c.how.isDryRun) {
         EXPECT_EQ(migration.HasResult(), c.pResult != nullptr);
@@ -270,6 +292,138 @@ std::string NameOfCase(const testing::TestParamInfo<JudgmentCase>& info) {
     std::replace_if(
         name.begin(), name.end(), [](char byte) { return byte == ' ' || byte == ','; }, '_');
     return name;
+}
+
+// What a record of version 0.1 lacks is found out; the result is left as it is.
+TEST(MigrateFileMigrationFindingsTest, AreFoundForOldRecords) {
+    JournalRecord record = RecordOfTexts(kSource, kMade);
+    record.hasFindings = false;
+    const Migration migration(kMade, {record}, {});
+    EXPECT_EQ(migration.Facts().result, ResultState::kKept);
+    EXPECT_EQ(migration.Facts().found, 1);
+    EXPECT_EQ(migration.Facts().overlooked, 1);
+    EXPECT_EQ(migration.Facts().codes, std::vector<std::string>{"open-comment"});
+    ASSERT_EQ(migration.Recorded().size(), 1U);
+    EXPECT_TRUE(migration.Recorded()[0].hasFindings);
+}
+
+struct OutcomeCase {
+    const char* name;
+    How how;
+    FileOutcome outcome;
+    std::string result;  // "-" for none
+    std::string layout = "interactive default";
+    std::string blankLines = "mean-nothing default";
+};
+
+void PrintTo(const OutcomeCase& c, std::ostream* pStream) { *pStream << c.name; }
+
+class MigrateFileOutcomeTest : public testing::TestWithParam<OutcomeCase> {};
+
+TEST_P(MigrateFileOutcomeTest, IsTheWorstThatHolds) {
+    const OutcomeCase& c = GetParam();
+    const Migration migration(nullptr, {}, c.how);
+    const FileFacts& facts = migration.Facts();
+    EXPECT_EQ(NameOf(facts.outcome), NameOf(c.outcome));
+    EXPECT_TRUE(IsAccountedFor(facts));
+    if (c.result == "-") {
+        EXPECT_FALSE(migration.HasResult());
+        EXPECT_EQ(facts.result, ResultState::kNone);
+        EXPECT_FALSE(migration.Identity());
+    } else {
+        EXPECT_EQ(migration.Result().substr(0, c.result.size()), c.result);
+        EXPECT_EQ(facts.result, ResultState::kNew);
+        EXPECT_TRUE(migration.Identity());
+    }
+    if (c.outcome == FileOutcome::kNothing) {
+        EXPECT_EQ(facts.layout + facts.layoutReason + facts.blankLines + facts.encoding, "");
+        EXPECT_EQ(facts.copied + facts.listed + facts.found + facts.changed, 0);
+    } else {
+        EXPECT_EQ(facts.layout + " " + facts.layoutReason, c.layout);
+        EXPECT_EQ(facts.blankLines + " " + facts.blankLinesReason, c.blankLines);
+        EXPECT_EQ(facts.encoding + " " + facts.encodingReason, "utf-8 valid-utf-8");
+    }
+}
+
+constexpr const char* kBatchText = "GET FILE=X\nTABLES TABLE=A\n  /STATISTICS=COUNT\nFINISH\n";
+constexpr const char* kUnended = "GET FILE=X\n\nTABLES TABLE=A.\n";
+
+const OutcomeCase kOutcomeCases[] = {
+    {"converted", {.pSource = "LIST.\nTABLES /TABLE=a.\n"}, FileOutcome::kConverted, "LIST.\n"},
+    {"changed", {.pSource = "TABLES /TABLE=a.\nLIST. /* y\n"}, FileOutcome::kChanged, "COMMENT"},
+    {"partly",
+     {.pSource = "TABLES /TABLE=a.\nIGRAPH /NO.\n* y.\n"},
+     FileOutcome::kPartly,
+     "COMMENT"},
+    {"unconverted", {.pSource = "IGRAPH /NO.\n"}, FileOutcome::kUnconverted, "COMMENT"},
+    {"overlooked",
+     {.pSource = "IGRAPH /NO.\nLIST. TABLES /TABLE=a.\n"},
+     FileOutcome::kOverlooked,
+     "COMMENT"},
+    {"stopped",
+     {.pSource = "TABLES /TABLE=a.\nLIST 'x.\nTABLES /TABLE=a.\n"},
+     FileOutcome::kStopped,
+     "COMMENT"},
+    {"nothing", {.pSource = "LIST 'x\n\n"}, FileOutcome::kNothing, "-"},
+    {"nothing_copied",
+     {.pSource = "LIST 'x\n\n", .copiesUnconverted = true},
+     FileOutcome::kNothing,
+     "LIST 'x\n\n"},
+    {"nothing_but_the_word", {.pSource = "FREQUENCIES tables\n\n"}, FileOutcome::kNothing, "-"},
+    {"nothing_but_the_word_copied",
+     {.pSource = "FREQUENCIES tables\n\n", .copiesUnconverted = true},
+     FileOutcome::kNothing,
+     "FREQUENCIES tables\n\n"},
+    {"batch_by_itself",
+     {.pSource = kBatchText},
+     FileOutcome::kConverted,
+     "GET FILE=X",
+     "batch reads-well"},
+    {"batch_read_as_interactive",
+     {.pSource = kBatchText, .layout = Layout::kInteractive},
+     FileOutcome::kOverlooked,
+     "GET FILE=X",
+     "interactive option"},
+    {"batch_by_its_name",
+     {.pSource = "TABLES TABLE=A\n", .layout = Layout::kInteractive, .pBatchPattern = "A"},
+     FileOutcome::kConverted,
+     "COMMENT",
+     "batch pattern"},
+    {"batch_by_option",
+     {.pSource = kBatchText, .layout = Layout::kBatch, .endsAtBlankLines = true},
+     FileOutcome::kConverted,
+     "GET FILE=X",
+     "batch option",
+     "mean-nothing layout"},
+    {"a_blank_line", {.pSource = kUnended}, FileOutcome::kOverlooked, "GET FILE=X\nTABLES"},
+    {"a_blank_line_that_ends",
+     {.pSource = kUnended, .endsAtBlankLines = true},
+     FileOutcome::kConverted,
+     "GET FILE=X.\nCOMMENT",
+     "interactive default",
+     "end-commands option"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Cases, MigrateFileOutcomeTest, testing::ValuesIn(kOutcomeCases),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+// It was converted before it had nothing to convert.
+TEST(MigrateFileMigrationFindingsTest, WhatStandsIsLeftAloneWhereNothingIsMade) {
+    for (const How how :
+         {How{.pSource = kOtherSource}, How{.pSource = kOtherSource, .isDryRun = true}}) {
+        const Migration own("old", {RecordOfTexts(kSource, "old")}, how);
+        EXPECT_EQ(NameOf(own.Facts().outcome), "nothing-to-convert");
+        EXPECT_EQ(own.Facts().result, ResultState::kNone);
+        EXPECT_EQ(own.Facts().message, "TARGET has a file of this name, which is left alone");
+        EXPECT_EQ(own.Result(), "old");
+        const Migration unknown("old", {}, how);
+        EXPECT_EQ(NameOf(unknown.Facts().outcome), "nothing-to-convert");
+        EXPECT_EQ(unknown.Facts().message, "TARGET has a file of this name, which is left alone");
+        EXPECT_EQ(unknown.Result(), "old");
+        const Migration copy(kOtherSource, {}, how);
+        EXPECT_EQ(copy.Facts().message, "");
+        EXPECT_EQ(copy.Result(), kOtherSource);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, MigrateFileMigrationTest, testing::ValuesIn(Cases()), NameOfCase);

@@ -296,8 +296,9 @@ TEST(MigrateFilesTest, ShowsProgress) {
     counters.bytes = 2500000;
     counters.commands = 600;
     counters.failures = 7;
+    counters.overlooked = 2;
     EXPECT_EQ(FormatProgress(counters, 5),
-              "12/40 files (25%), 600 commands, 7 failures, 0.5 MB/s, 15 s left");
+              "12/40 files (25%), 600 commands, 7 failures, 2 overlooked, 0.5 MB/s, 15 s left");
     EXPECT_EQ(FormatDuration(0), "0 s");
     EXPECT_EQ(FormatDuration(59.1), "1 min 0 s");
     EXPECT_EQ(FormatDuration(200), "3 min 20 s");
@@ -311,7 +312,8 @@ TEST(MigrateFilesTest, ShowsProgress) {
     counters.allBytes = std::numeric_limits<std::uint64_t>::max();
     counters.bytes = 1;
     EXPECT_EQ(FormatProgress(counters, 1e6),
-              "12/40 files (0%), 600 commands, 7 failures, 0.0 MB/s, 277777777 h 46 min left");
+              "12/40 files (0%), 600 commands, 7 failures, 2 overlooked, 0.0 MB/s, 277777777 h 46 "
+              "min left");
 }
 
 Report RunOf(std::vector<std::string> paths, std::int64_t started, double seconds) {
@@ -324,7 +326,7 @@ Report RunOf(std::vector<std::string> paths, std::int64_t started, double second
         FileFacts facts;
         facts.path = std::move(path);
         facts.outcome = FileOutcome::kConverted;
-        report.files.push_back({std::move(facts), {}});
+        report.files.push_back({std::move(facts), {}, {}});
     }
     return report;
 }
@@ -354,8 +356,8 @@ TEST(MigrateFilesTest, JoinsReports) {
 TEST(MigrateFilesTest, JoinsNoReportsWhoseSumsAreOutOfRange) {
     Report first = RunOf({"a"}, 0, 0);
     Report second = RunOf({"b", "c"}, 0, 0);
-    first.files[0].facts.failed = 9007199254740990;
-    second.files[1].facts.failed = 1;
+    first.files[0].facts.listed = 9007199254740990;
+    second.files[1].facts.listed = 1;
     Report joined;
     std::string error;
     EXPECT_TRUE(JoinReports({first, second}, {"1.json", "2.json"}, joined, error));
@@ -368,7 +370,7 @@ TEST(MigrateFilesTest, JoinsNoReportsWhoseSumsAreOutOfRange) {
     second.files[0].facts.path = "b";
     joined = {};
     EXPECT_FALSE(JoinReports({first, second}, {"1.json", "2.json"}, joined, error));
-    EXPECT_EQ(error, "2.json: the file c makes the sum of all \"failed\" too large");
+    EXPECT_EQ(error, "2.json: the file c makes the sum of all \"listed\" too large");
 }
 
 TEST(MigrateFilesTest, JoinsReportsFromBothEndsOfTheCalendar) {
@@ -381,7 +383,7 @@ TEST(MigrateFilesTest, JoinsReportsFromBothEndsOfTheCalendar) {
     EXPECT_EQ(joined.run.seconds, static_cast<double>(kLastTime - kFirstTime));
     EXPECT_EQ(FormatSummary(joined),
               "0 files in 315569519999.0 s: 0 converted\n"
-              "0 commands: 0 copied, 0 converted; 0 warnings\n");
+              "0 legacy commands: 0 converted; 0 warnings; 0 other commands copied\n");
     Report longName = RunOf({}, 0, 0);
     longName.run.source = std::string(std::size_t{1024} * 1024, 'x');
     EXPECT_FALSE(JoinReports({first, longName}, {"1", "2"}, joined, error));
@@ -393,11 +395,11 @@ TEST(MigrateFilesTest, SumsUp) {
     report.files[0].facts.copied = 3;
     report.files[0].facts.result = ResultState::kKept;
     report.files[1].facts.outcome = FileOutcome::kPartly;
-    report.files[1].facts.failed = 2;
+    report.files[1].facts.found = report.files[1].facts.failed = 2;
     report.files[1].facts.warnings = 1;
     EXPECT_EQ(FormatSummary(report),
               "2 files in 1.2 s: 1 converted, 1 partly, 1 of them kept from an earlier run\n"
-              "5 commands: 3 copied, 0 converted, 2 failed; 1 warning\n");
+              "2 legacy commands: 0 converted, 2 failed; 1 warning; 3 other commands copied\n");
     EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 1);
     EXPECT_EQ(FormatFailures(report), "");
     report.files[0].facts.outcome = FileOutcome::kFailed;
@@ -413,6 +415,47 @@ TEST(MigrateFilesTest, SumsUp) {
     report.files[0].facts.isLinkNotFollowed = true;
     EXPECT_EQ(TotalsOf(report.files).linksNotFollowed, 1);
     EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), 1);
+}
+
+TEST(MigrateFilesTest, SumsUpWhatWasFound) {
+    Report report = RunOf({"a", "b", "c", "d"}, 0, 0);
+    FileFacts& first = report.files[0].facts;
+    first.outcome = FileOutcome::kOverlooked;
+    first.found = 6;
+    first.converted = 3;
+    first.failed = first.unreadable = first.overlooked = 1;
+    report.files[1].facts.outcome = FileOutcome::kChanged;
+    report.files[1].facts.changed = 2;
+    report.files[2].facts.outcome = FileOutcome::kUnconverted;
+    report.files[3].facts.outcome = FileOutcome::kNothing;
+    EXPECT_EQ(
+        FormatSummary(report),
+        "4 files in 0.0 s: 0 converted, 1 changed, 1 unconverted, 1 with overlooked commands, "
+        "1 with nothing to convert\n"
+        "6 legacy commands: 3 converted, 1 failed, 1 unreadable, 1 overlooked; 0 warnings; "
+        "0 other commands copied\n"
+        "2 places where other text is lost or joined\n");
+}
+
+struct StatusCase {
+    FileOutcome outcome;
+    int status;
+};
+
+TEST(MigrateFilesTest, EachOutcomeHasItsExitStatus) {
+    const StatusCase cases[] = {
+        {FileOutcome::kConverted, 0},   {FileOutcome::kChanged, 0},    {FileOutcome::kPartly, 1},
+        {FileOutcome::kUnconverted, 1}, {FileOutcome::kOverlooked, 1}, {FileOutcome::kStopped, 1},
+        {FileOutcome::kNothing, 0},     {FileOutcome::kCopied, 0},     {FileOutcome::kSkipped, 0},
+        {FileOutcome::kFailed, 2},
+    };
+    for (const StatusCase& c : cases) {
+        SCOPED_TRACE(NameOf(c.outcome));
+        Report report = RunOf({"a"}, 0, 0);
+        report.files[0].facts.outcome = c.outcome;
+        EXPECT_EQ(ExitStatusOf(TotalsOf(report.files)), c.status);
+        EXPECT_EQ(FileOutcomeOf(NameOf(c.outcome)), c.outcome);
+    }
 }
 
 TEST(MigrateFilesTest, TellsAboutResultsThatAreLeftAlone) {

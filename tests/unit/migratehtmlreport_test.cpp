@@ -27,14 +27,15 @@ Report HostileReport(const StoredFile& commands) {
     facts.path = kHostile;
     facts.message = kHostile;
     facts.errors = {"tables-syntax"};
+    facts.codes = {"macro-body"};
     facts.failed = 1;
-    report.files.push_back({facts, {&commands, 0, commands.Size()}});
+    report.files.push_back({facts, {&commands, 0, commands.Size()}, {}});
     FileFacts plain;
     plain.path = "plain";
     plain.outcome = FileOutcome::kConverted;
-    report.files.push_back({plain, {}});
+    report.files.push_back({plain, {}, {}});
     facts.path = "x";
-    report.files.push_back({facts, {&commands, 0, commands.Size()}});
+    report.files.push_back({facts, {&commands, 0, commands.Size()}, {}});
     return report;
 }
 
@@ -82,13 +83,15 @@ TEST(MigrateHtmlReportTest, NothingEndsAnElement) {
     EXPECT_EQ(report["source"], kHostile);
     EXPECT_EQ(report["files"][0]["path"], kHostile);
     EXPECT_EQ(report["files"][0]["errors"], json({"tables-syntax"}));
+    EXPECT_EQ(report["files"][0]["codes"], json({"macro-body"}));
     EXPECT_EQ(report["files"][0]["chunk"], 0);
     EXPECT_FALSE(report["files"][0].contains("commands"));
     EXPECT_FALSE(report["files"][1].contains("chunk"));
     EXPECT_EQ(report["files"][1]["errors"], json::array());
     EXPECT_EQ(report["files"][2]["chunk"], 1);
-    EXPECT_EQ(ElementOf(output.text, "chunk-0")[0]["source"], kHostile);
-    EXPECT_EQ(ElementOf(output.text, "chunk-1")[0]["warnings"][0], kHostile);
+    EXPECT_EQ(ElementOf(output.text, "chunk-0")["commands"][0]["source"], kHostile);
+    EXPECT_EQ(ElementOf(output.text, "chunk-0")["findings"], json::array());
+    EXPECT_EQ(ElementOf(output.text, "chunk-1")["commands"][0]["warnings"][0], kHostile);
 }
 
 TEST(MigrateHtmlReportTest, EscapesAcrossPieces) {

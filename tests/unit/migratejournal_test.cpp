@@ -17,7 +17,7 @@ namespace {
 
 std::string CommandsOf(const FileEntry& entry) {
     TextCollector output;
-    EXPECT_TRUE(CopyCommands(entry.commands, output));
+    EXPECT_TRUE(CopyArray(entry.commands, output));
     return output.text;
 }
 
@@ -40,13 +40,13 @@ TEST(MigrateJournalTest, AnInterruptedRunLeavesItsRecords) {
         EarlierResults nothing;
         const std::unique_ptr<Journal> journal = OpenJournal(folder, nothing);
         ASSERT_TRUE(journal);
-        CommandSpool commands;
-        EXPECT_EQ(journal->Store(commands).place, StoredCommands::Place::kNowhere);
+        ArraySpool commands;
+        EXPECT_EQ(journal->Store(commands).place, StoredArray::Place::kNowhere);
         AddTo(*journal, RecordOf("none"));
         commands.Add(R"({"error":"x-y","source":"\n"})");
         commands.Add(R"({"error":"a-b"})");
         JournalRecord some = RecordOf("some\xFF");
-        some.facts.failed = 2;
+        some.facts.failed = some.facts.listed = 2;
         some.commands = journal->Store(commands);
         AddTo(*journal, some);
         EXPECT_FALSE(journal->Error());
@@ -59,12 +59,13 @@ TEST(MigrateJournalTest, AnInterruptedRunLeavesItsRecords) {
     ASSERT_EQ(earlier.RecordsOf("none").size(), 1U);
     const auto none = earlier.CommandsOf(earlier.RecordsOf("none")[0]);
     ASSERT_TRUE(none);
-    EXPECT_EQ(CommandsOf({{}, *none}), "[]");
+    EXPECT_EQ(CommandsOf({{}, *none, {}}), "[]");
     ASSERT_EQ(earlier.RecordsOf("some\xFF").size(), 1U);
     JournalRecord some = earlier.RecordsOf("some\xFF")[0];
     const auto commands = earlier.CommandsOf(some);
     ASSERT_TRUE(commands);
-    EXPECT_EQ(CommandsOf({{}, *commands}), R"([{"error":"x-y","source":"\n"},{"error":"a-b"}])");
+    EXPECT_EQ(CommandsOf({{}, *commands, {}}),
+              R"([{"error":"x-y","source":"\n"},{"error":"a-b"}])");
     // They count only when they are what they were.
     some.commands.hash.low ^= 1;
     EXPECT_FALSE(earlier.CommandsOf(some));
@@ -76,16 +77,16 @@ TEST(MigrateJournalTest, AnInterruptedRunLeavesItsRecords) {
     some.commands = {};
     EXPECT_FALSE(earlier.CommandsOf(some));
     some.commands = earlier.RecordsOf("some\xFF")[0].commands;
-    some.commands.place = StoredCommands::Place::kReport;
+    some.commands.place = StoredArray::Place::kReport;
     EXPECT_FALSE(earlier.CommandsOf(some));
 }
 
 TEST(MigrateJournalTest, ALineThatWasNotFinishedIsCutOff) {
     const TemporaryFolder folder;
-    CommandSpool commands;
+    ArraySpool commands;
     commands.Add("{}");
     JournalRecord second = RecordOf("second");
-    second.facts.converted = 1;
+    second.facts.listed = 1;
     {
         EarlierResults nothing;
         const std::unique_ptr<Journal> journal = OpenJournal(folder, nothing);
@@ -106,7 +107,7 @@ TEST(MigrateJournalTest, ALineThatWasNotFinishedIsCutOff) {
         JournalRecord again = second;
         again.commands = journal->Store(commands);
         AddTo(*journal, again);
-        EXPECT_EQ(CommandsOf({{}, journal->PlaceOf(again.commands)}), "[{}]");
+        EXPECT_EQ(CommandsOf({{}, journal->PlaceOf(again.commands), {}}), "[{}]");
         journal->Note({});
         EXPECT_EQ(journal->FileCount(), 1U);
         EarlierResults later;
@@ -114,6 +115,29 @@ TEST(MigrateJournalTest, ALineThatWasNotFinishedIsCutOff) {
         ASSERT_EQ(later.RecordsOf("second").size(), 1U);
         EXPECT_TRUE(later.CommandsOf(later.RecordsOf("second")[0]));
     }
+}
+
+TEST(MigrateJournalTest, FindingsCountWhenTheyAreWhatTheyWere) {
+    const TemporaryFolder folder;
+    EarlierResults earlier;
+    const std::unique_ptr<Journal> journal = OpenJournal(folder, earlier);
+    ArraySpool findings;
+    findings.Add("{}");
+    JournalRecord record = RecordOf("a");
+    record.facts.overlooked = 1;
+    record.findings = journal->Store(findings);
+    ASSERT_TRUE(earlier.Read(folder.Store("copy", folder.Contents("journal")), nullptr));
+    const auto place = earlier.FindingsOf(record);
+    ASSERT_TRUE(place);
+    EXPECT_EQ(CommandsOf({{}, *place, {}}), "[{}]");
+    JournalRecord lost = record;
+    lost.findings = {};
+    EXPECT_FALSE(earlier.FindingsOf(lost));
+    lost.facts.overlooked = 0;
+    EXPECT_TRUE(earlier.FindingsOf(lost));
+    // Nobody has looked for any.
+    lost.hasFindings = false;
+    EXPECT_FALSE(earlier.FindingsOf(lost));
 }
 
 TEST(MigrateJournalTest, TheLatestRecordComesLast) {
@@ -159,9 +183,9 @@ TEST(MigrateJournalTest, ReadingLeavesNoTrace) {
     ASSERT_TRUE(journal) << error.message();
     EXPECT_EQ(earlier.RecordsOf("a").size(), 1U);
     AddTo(*journal, RecordOf("b"));
-    CommandSpool commands;
+    ArraySpool commands;
     commands.Add("{}");
-    EXPECT_EQ(CommandsOf({{}, journal->PlaceOf(journal->Store(commands))}), "[{}]");
+    EXPECT_EQ(CommandsOf({{}, journal->PlaceOf(journal->Store(commands)), {}}), "[{}]");
     EXPECT_EQ(folder.Contents("journal"), text);
     EXPECT_FALSE(std::filesystem::exists(folder.PathOf("scratch")));
 }
@@ -176,7 +200,7 @@ TEST(MigrateJournalTest, ThreadsDoNotDisturbEachOther) {
         std::vector<std::jthread> threads;
         for (int thread = 0; thread < kThreads; ++thread) {
             threads.emplace_back([&journal, thread] {
-                CommandSpool commands;
+                ArraySpool commands;
                 for (int file = 0; file < kFiles; ++file) {
                     const std::string name = std::to_string(thread) + "/" + std::to_string(file);
                     commands.Clear();
@@ -186,7 +210,8 @@ TEST(MigrateJournalTest, ThreadsDoNotDisturbEachOther) {
                     JournalRecord record = RecordOf(name);
                     record.commands = journal->Store(commands);
                     AddTo(*journal, record);
-                    journal->Note({{record.facts, journal->PlaceOf(record.commands)}, {}, {}});
+                    journal->Note(
+                        {{record.facts, journal->PlaceOf(record.commands), {}}, {}, {}, {}});
                 }
             });
         }
@@ -210,10 +235,10 @@ TEST(MigrateJournalTest, ACompactJournalHoldsWhatIsOfUse) {
     const TemporaryFolder folder;
     EarlierResults earlier;
     const std::unique_ptr<Journal> journal = OpenJournal(folder, earlier);
-    CommandSpool commands;
+    ArraySpool commands;
     commands.Add("{}");
     JournalRecord other = RecordOf("other", 9);
-    other.facts.converted = 1;
+    other.facts.listed = 1;
     other.commands = journal->Store(commands);
     for (const JournalRecord& record :
          {RecordOf("x/kept", 1), RecordOf("x/kept", 2), RecordOf("x/unsettled", 3),
@@ -225,19 +250,23 @@ TEST(MigrateJournalTest, ACompactJournalHoldsWhatIsOfUse) {
     const std::unique_ptr<StoredFile> report = folder.Store("report", "report [{},{}] more");
     std::vector<FileEntry> entries(3);
     std::vector<FinishedFile> files(3);
-    entries[0] = {RecordOf("same").facts, {}};
+    entries[0] = {RecordOf("same").facts, {}, {}};
     files[0].identity = RecordOf("same").identity;
-    entries[1] = {RecordOf("x/kept").facts, {report.get(), 7, 7}};
-    entries[1].facts.converted = 2;
+    entries[1] = {RecordOf("x/kept").facts, {report.get(), 7, 7}, {report.get(), 15, 4}};
+    entries[1].facts.listed = 2;
     files[1].identity = RecordOf("x/kept", 2).identity;
     ContentHasher hasher;
     hasher.Add("[{},{}]");
     files[1].commandsHash = hasher.Value();
-    entries[2] = {RecordOf("x/unsettled").facts, {}};
+    entries[1].facts.told = 1;
+    ContentHasher findingsHasher;
+    findingsHasher.Add("more");
+    files[1].findingsHash = findingsHasher.Value();
+    entries[2] = {RecordOf("x/unsettled").facts, {}, {}};
     TextCollector output;
     std::set<std::string> folders;
-    ASSERT_TRUE(
-        WriteCompactJournal({entries, files, {0, 7, 0}, earlier, {"y/gone"}}, output, folders));
+    ASSERT_TRUE(WriteCompactJournal({entries, files, {{}, {7, 15}, {}}, earlier, {"y/gone"}},
+                                    output, folders));
     EXPECT_THAT(folders, testing::ElementsAre("x"));
 
     EarlierResults later;
@@ -247,20 +276,23 @@ TEST(MigrateJournalTest, ACompactJournalHoldsWhatIsOfUse) {
     ASSERT_EQ(later.RecordsOf("x/kept").size(), 1U);
     EXPECT_EQ(later.RecordsOf("x/kept")[0].identity, *files[1].identity);
     EXPECT_TRUE(later.CommandsOf(later.RecordsOf("x/kept")[0]));
+    const auto findings = later.FindingsOf(later.RecordsOf("x/kept")[0]);
+    ASSERT_TRUE(findings);
+    EXPECT_EQ(CommandsOf({{}, *findings, {}}), "more");
     EXPECT_EQ(later.RecordsOf("x/unsettled").size(), 2U);
     ASSERT_EQ(later.RecordsOf("other").size(), 2U);
     const auto place = later.CommandsOf(later.RecordsOf("other")[1]);
     ASSERT_TRUE(place);
-    EXPECT_EQ(CommandsOf({{}, *place}), "[{}]");
+    EXPECT_EQ(CommandsOf({{}, *place, {}}), "[{}]");
     for (std::size_t limit = 0; limit < output.text.size(); limit += 100) {
         TextCollector full(limit);
-        EXPECT_FALSE(
-            WriteCompactJournal({entries, files, {0, 7, 0}, earlier, {"y/gone"}}, full, folders));
+        EXPECT_FALSE(WriteCompactJournal({entries, files, {{}, {7, 15}, {}}, earlier, {"y/gone"}},
+                                         full, folders));
     }
 }
 
-TEST(MigrateCommandSpoolTest, WhatIsLargeComesBackAsItWas) {
-    CommandSpool commands;
+TEST(MigrateArraySpoolTest, WhatIsLargeComesBackAsItWas) {
+    ArraySpool commands;
     std::string expected;
     for (int number = 0; number < 300; ++number) {
         const std::string json =

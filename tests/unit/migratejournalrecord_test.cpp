@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,15 +20,22 @@ JournalRecord FullRecord() {
     facts.outcome = FileOutcome::kPartly;
     facts.bytes = 5000000000;
     facts.encoding = "windows-1252";
+    facts.encodingReason = "option";
+    facts.layout = "interactive";
+    facts.blankLines = "end-commands";
     facts.lines = 40;
     facts.copied = 7;
+    facts.found = 8;
+    facts.overlooked = 2;
+    facts.codes = {"include", "macro-body"};
     facts.converted = 2;
     facts.failed = 3;
     facts.unreadable = 1;
     facts.warnings = 4;
     facts.message = "a \"word\"";
     facts.errors = {"igraph-syntax", "tables-syntax"};
-    record.commands = {StoredCommands::Place::kReport, 77, 99, {0xFEDCBA9876543210, 5}};
+    record.commands = {StoredArray::Place::kReport, 77, 99, {0xFEDCBA9876543210, 5}};
+    record.findings = {StoredArray::Place::kJournal, 12, 34, {5, 6}};
     return record;
 }
 
@@ -38,6 +46,11 @@ void ExpectSame(const JournalRecord& left, const JournalRecord& right) {
     EXPECT_EQ(left.commands.offset, right.commands.offset);
     EXPECT_EQ(left.commands.length, right.commands.length);
     EXPECT_EQ(left.commands.hash, right.commands.hash);
+    EXPECT_EQ(left.hasFindings, right.hasFindings);
+    EXPECT_EQ(left.findings.place, right.findings.place);
+    EXPECT_EQ(left.findings.offset, right.findings.offset);
+    EXPECT_EQ(left.findings.length, right.findings.length);
+    EXPECT_EQ(left.findings.hash, right.findings.hash);
 }
 
 std::vector<JournalRecord> RecordsIn(std::string_view text) {
@@ -57,6 +70,27 @@ TEST(MigrateJournalRecordTest, ComesBackAsItWasWritten) {
         ExpectSame(records[0], record);
         ExpectSame(records[1], record);
     }
+}
+
+// As version 0.1 has written them.
+TEST(MigrateJournalRecordTest, OldRecordsTellNothingAboutFindings) {
+    const std::string json =
+        R"({"path":"a","source":"00000000000000000000000000000001",)"
+        R"("result":"00000000000000000000000000000002","version":"0.1.0",)"
+        R"("options":"layout=interactive;encoding=windows-1252","outcome":"partly","bytes":10,)"
+        R"("encoding":"utf-8","lines":4,"copied":3,"converted":2,"failed":1,"unreadable":0,)"
+        R"("warnings":5,"message":"","errors":["tables-syntax"],)"
+        R"("commands":{"in":"report","offset":7,"length":8,)"
+        R"("hash":"00000000000000000000000000000003"}})";
+    const std::string line = "quillet1 " + ChecksumOf(json) + " " + json;
+    const std::optional<JournalRecord> record = ParseRecord(line);
+    ASSERT_TRUE(record);
+    EXPECT_FALSE(record->hasFindings);
+    EXPECT_EQ(record->facts.converted, 2);
+    EXPECT_EQ(record->facts.found, 0);
+    EXPECT_EQ(record->facts.encoding, "utf-8");
+    // And that stays so.
+    EXPECT_EQ(FormatRecord(*record), line + "\n");
 }
 
 TEST(MigrateJournalRecordTest, EveryDamageIsNoticedOrDoesNoHarm) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "migrate/jsonreport.h"
 #include "migratereports.h"
@@ -43,12 +44,46 @@ TEST_F(MigrateJsonReportTest, DescribesCommands) {
     EXPECT_EQ(described["outcome"], "unreadable");
 }
 
+TEST_F(MigrateJsonReportTest, DescribesFindings) {
+    EXPECT_EQ(json::parse(FindingJson(OverlookedFinding(), TextEncoding::kUtf8)),
+              json({{"code", "macro-body"},
+                    {"kind", "overlooked"},
+                    {"command", "TABLES"},
+                    {"firstLine", 20},
+                    {"lastLine", 22},
+                    {"causeLine", 18},
+                    {"macro", "!f"},
+                    {"sentence", "In a macro"},
+                    {"text", "TABLES\n /x\n</script>."}}));
+    EXPECT_EQ(json::parse(FindingJson(ChangedFinding(), TextEncoding::kWindows1252)),
+              json({{"code", "encoding-doubtful"},
+                    {"kind", "changed"},
+                    {"command", nullptr},
+                    {"firstLine", 1},
+                    {"lastLine", 1},
+                    {"causeLine", 1},
+                    {"macro", nullptr},
+                    {"sentence", "Looks like \xC3\xA9"},
+                    {"text", ""}}));
+}
+
+TEST_F(MigrateJsonReportTest, SaysWhereArraysBegin) {
+    TextCollector output;
+    std::vector<ArrayOffsets> offsets;
+    ASSERT_TRUE(WriteJsonReport(ReportOf({"a", "b"}, *m_commands, *m_findings), output, &offsets));
+    ASSERT_EQ(offsets.size(), 2U);
+    for (const ArrayOffsets& place : offsets) {
+        EXPECT_EQ(output.text.substr(place.commands, CommandsText().size()), CommandsText());
+        EXPECT_EQ(output.text.substr(place.findings, FindingsText().size()), FindingsText());
+    }
+}
+
 TEST_F(MigrateJsonReportTest, IsOneFileALineAndTrueJson) {
     const std::string written = TextOfFiles({"a\nb", "\xFF"});
     EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 5);
     const json report = json::parse(written);
     EXPECT_EQ(report["format"], "quillet-report");
-    EXPECT_EQ(report["formatVersion"], 1);
+    EXPECT_EQ(report["formatVersion"], 2);
     EXPECT_EQ(report["totals"]["files"], 2);
     EXPECT_EQ(report["totals"]["commands"], 18);
     EXPECT_EQ(report["files"][0]["path"], "a\nb");
@@ -56,10 +91,15 @@ TEST_F(MigrateJsonReportTest, IsOneFileALineAndTrueJson) {
     EXPECT_EQ(report["files"][1]["path"], "\xEF\xBF\xBD");
     EXPECT_EQ(report["files"][1]["rawPath"], "%FF");
     EXPECT_EQ(report["files"][1]["commands"].size(), 2U);
+    EXPECT_EQ(report["files"][1]["findings"], json::parse(FindingsText()));
+    EXPECT_EQ(report["files"][1]["layoutReason"], "pattern");
+    EXPECT_EQ(report["totals"]["commandsFound"], 6);
+    EXPECT_EQ(report["totals"]["commandsOverlooked"], 2);
+    EXPECT_EQ(report["totals"]["findingsChanged"], 2);
 }
 
 TEST_F(MigrateJsonReportTest, AFailingOutputIsNoticed) {
-    const Report report = ReportOf({"a"}, *m_commands);
+    const Report report = ReportOf({"a"}, *m_commands, *m_findings);
     TextCollector whole;
     ASSERT_TRUE(WriteJsonReport(report, whole));
     for (std::size_t limit = 0; limit < whole.text.size(); limit += 50) {

@@ -4,7 +4,7 @@
 
 #include "migrate/jsonreport.h"
 #include "migrate/junitreport.h"
-#include "migratehelper.h"
+#include "migratereports.h"
 
 namespace quillet::migrate {
 namespace {
@@ -53,21 +53,22 @@ TEST(MigrateJunitReportTest, WritesSuitesAndCases) {
     FileFacts facts;
     facts.path = "a&b/\xFF";
     facts.outcome = FileOutcome::kStopped;
-    facts.converted = facts.failed = facts.unreadable = 1;
-    report.files.push_back({facts, {commands.get(), 0, commands->Size()}});
+    facts.converted = facts.failed = 1;
+    facts.listed = 3;
+    report.files.push_back({facts, {commands.get(), 0, commands->Size()}, {}});
     FileFacts gone;
     gone.path = "gone";
     gone.message = "it <went>";
-    report.files.push_back({gone, {}});
+    report.files.push_back({gone, {}, {}});
     FileFacts skipped;
     skipped.path = "skipped";
     skipped.outcome = FileOutcome::kSkipped;
     skipped.message = "no text";
-    report.files.push_back({skipped, {}});
+    report.files.push_back({skipped, {}, {}});
     FileFacts empty;
     empty.path = "empty";
     empty.outcome = FileOutcome::kConverted;
-    report.files.push_back({empty, {}});
+    report.files.push_back({empty, {}, {}});
     TextCollector output;
     ASSERT_TRUE(WriteJunitReport(report, output));
     const std::string name = "a&amp;b/\xEF\xBF\xBD";
@@ -109,13 +110,61 @@ TEST(MigrateJunitReportTest, WritesSuitesAndCases) {
             "</testsuites>\n");
 }
 
+TEST(MigrateJunitReportTest, OverlookedCommandsAreFailures) {
+    // Of the two commands one stands in the macro, where it was converted.
+    CommandReport inMacro;
+    inMacro.type = CommandType::kTables;
+    inMacro.outcome = CommandOutcome::kConverted;
+    inMacro.firstLine = inMacro.lastLine = 20;
+    CommandReport other = inMacro;
+    other.firstLine = other.lastLine = 30;
+    const TemporaryFolder folder;
+    const std::unique_ptr<StoredFile> commands =
+        folder.Store("commands", "[" + CommandJson(inMacro, TextEncoding::kUtf8) + "," +
+                                     CommandJson(other, TextEncoding::kUtf8) + "]");
+    const std::unique_ptr<StoredFile> findings = folder.Store("findings", FindingsText());
+    Report report;
+    FileFacts facts;
+    facts.path = "a";
+    facts.outcome = FileOutcome::kOverlooked;
+    facts.found = facts.listed = 2;
+    facts.converted = facts.overlooked = facts.changed = 1;
+    report.files.push_back(
+        {facts, {commands.get(), 0, commands->Size()}, {findings.get(), 0, findings->Size()}});
+    FileFacts nothing;
+    nothing.path = "b";
+    nothing.outcome = FileOutcome::kNothing;
+    report.files.push_back({nothing, {}, {}});
+    TextCollector output;
+    ASSERT_TRUE(WriteJunitReport(report, output));
+    EXPECT_EQ(
+        output.text,
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<testsuites name=\"quillet-migrate\" tests=\"3\" failures=\"1\" errors=\"0\" skipped=\"1\""
+        " time=\"0.000\">\n"
+        "  <testsuite name=\"a\" tests=\"2\" failures=\"1\" errors=\"0\" skipped=\"0\">\n"
+        "    <testcase classname=\"a\" name=\"TABLES, line 20 to 22\">\n"
+        "      <failure type=\"macro-body\" message=\"In a macro\">"
+        "TABLES&#10; /x&#10;&lt;/script&gt;.</failure>\n"
+        "    </testcase>\n"
+        "    <testcase classname=\"a\" name=\"TABLES, line 30\">\n"
+        "    </testcase>\n"
+        "    <system-out>Looks like \xC3\xA9&#10;</system-out>\n"
+        "  </testsuite>\n"
+        "  <testsuite name=\"b\" tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"1\">\n"
+        "    <testcase classname=\"b\" name=\"file\"><skipped message=\"nothing to convert\"/>"
+        "</testcase>\n"
+        "  </testsuite>\n"
+        "</testsuites>\n");
+}
+
 TEST(MigrateJunitReportTest, FailuresAreNoticed) {
     TextCollector narrow(60);
     EXPECT_FALSE(WriteJunitReport({}, narrow));
     const TemporaryFolder folder;
     const std::unique_ptr<StoredFile> nonsense = folder.Store("commands", "nonsense");
     Report report;
-    report.files.push_back({FileFacts{}, {nonsense.get(), 0, nonsense->Size()}});
+    report.files.push_back({FileFacts{}, {nonsense.get(), 0, nonsense->Size()}, {}});
     report.files.back().facts.outcome = FileOutcome::kConverted;
     TextCollector output;
     EXPECT_FALSE(WriteJunitReport(report, output));

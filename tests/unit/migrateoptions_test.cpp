@@ -23,8 +23,8 @@ TEST(MigrateOptionsTest, ReadsEverything) {
     EXPECT_EQ(settings.target, "TARGET");
     EXPECT_THAT(settings.include, ElementsAre("*.syn", "*.sps"));
     EXPECT_THAT(settings.exclude, ElementsAre("old/*"));
-    EXPECT_TRUE(settings.copyOthers && settings.batchMode && settings.dryRun && settings.force &&
-                settings.isQuiet);
+    EXPECT_TRUE(settings.copyOthers && settings.dryRun && settings.force && settings.isQuiet);
+    EXPECT_EQ(settings.layout, Layout::kBatch);
     EXPECT_EQ(settings.jobs, 3U);
     ASSERT_TRUE(settings.shard);
     EXPECT_EQ(settings.shard->index, 2U);
@@ -37,12 +37,27 @@ TEST(MigrateOptionsTest, LittleIsNeeded) {
     const CommandLine line = ParseCommandLine({"a", "b"});
     ASSERT_TRUE(line.settings) << line.text;
     const Settings& settings = *line.settings;
-    EXPECT_FALSE(settings.copyOthers || settings.batchMode || settings.dryRun || settings.force ||
-                 settings.acceptEdited || settings.isQuiet);
+    EXPECT_FALSE(settings.copyOthers || settings.endAtBlankLines || settings.dryRun ||
+                 settings.force || settings.acceptEdited || settings.isQuiet);
     EXPECT_TRUE(ParseCommandLine({"--accept-edited", "a", "b"}).settings->acceptEdited);
+    EXPECT_EQ(settings.layout, Layout::kAuto);
+    EXPECT_TRUE(settings.batchInclude.empty());
     EXPECT_GE(settings.jobs, 1U);
     EXPECT_FALSE(settings.shard);
     EXPECT_EQ(settings.junitPath, "");
+}
+
+TEST(MigrateOptionsTest, ReadsHowFilesAreLaidOut) {
+    EXPECT_EQ(ParseCommandLine({"--layout", "interactive", "a", "b"}).settings->layout,
+              Layout::kInteractive);
+    EXPECT_EQ(ParseCommandLine({"--layout=auto", "a", "b"}).settings->layout, Layout::kAuto);
+    EXPECT_EQ(ParseCommandLine({"--layout=batch", "--batch", "a", "b"}).settings->layout,
+              Layout::kBatch);
+    const CommandLine line = ParseCommandLine(
+        {"--batch-include", "*.inc", "--batch-include=old/*", "--end-at-blank-lines", "a", "b"});
+    ASSERT_TRUE(line.settings) << line.text;
+    EXPECT_THAT(line.settings->batchInclude, ElementsAre("*.inc", "old/*"));
+    EXPECT_TRUE(line.settings->endAtBlankLines);
 }
 
 TEST(MigrateOptionsTest, NamesAreTakenAsTheyAre) {
@@ -71,9 +86,10 @@ TEST(MigrateOptionsTest, TellsAboutItself) {
     EXPECT_FALSE(help.settings);
     EXPECT_FALSE(help.isError);
     for (const char* text :
-         {"SOURCE TARGET", "--include", "--exclude", "--copy-others", "--batch", "--jobs",
-          "--dry-run", "--force", "--accept-edited", "--quiet", "--version", "--help", "--junit",
-          "--shard", "--merge-reports FILE... TARGET", "Exit status"}) {
+         {"SOURCE TARGET", "--include", "--exclude", "--copy-others", "--batch", "--layout",
+          "--batch-include", "--end-at-blank-lines", "--jobs", "--dry-run", "--force",
+          "--accept-edited", "--quiet", "--version", "--help", "--junit", "--shard",
+          "--merge-reports FILE... TARGET", "Exit status"}) {
         EXPECT_THAT(help.text, HasSubstr(text));
     }
     const CommandLine version = ParseCommandLine({"--version"});
@@ -118,6 +134,14 @@ TEST(MigrateOptionsTest, RefusesWrongUsage) {
         {{"--merge-reports"}, "needs FILE... and TARGET"},
         {{"--merge-reports", "a"}, "needs FILE... and TARGET"},
         {{"--merge-reports", "--batch", "a", "b"}, "--batch does not go with"},
+        {{"--layout", "landscape", "a", "b"}, "instead of \"landscape\""},
+        {{"--layout", "", "a", "b"}, "--layout: auto, interactive or batch"},
+        {{"--layout=auto", "--batch", "a", "b"}, "--batch does not go with --layout=auto"},
+        {{"--batch-include", "", "a", "b"}, "--batch-include: the pattern is empty"},
+        {{"--merge-reports", "--layout=batch", "a", "b"}, "--layout does not go with"},
+        {{"--merge-reports", "--batch-include=x", "a", "b"}, "--batch-include does not go with"},
+        {{"--merge-reports", "--end-at-blank-lines", "a", "b"},
+         "--end-at-blank-lines does not go with"},
         {{"--merge-reports", "--dry-run", "a", "b"}, "--dry-run does not go with"},
         {{"--merge-reports", "--force", "a", "b"}, "--force does not go with"},
         {{"--merge-reports", "--copy-others", "a", "b"}, "--copy-others does not go with"},

@@ -27,8 +27,8 @@ using MigrateReportReaderTest = ReportTest;
 TEST_F(MigrateReportReaderTest, ComesBackAsItWasWritten) {
     const std::vector<std::string> paths = {"a \"b\"\n.syn", "b\xFC\xC3\xBC/%41.syn",
                                             "c/\xE2\x80\xA8", "d"};
-    Report report = ReportOf(paths, *m_commands);
-    report.files.back() = {FileFacts{}, {}};
+    Report report = ReportOf(paths, *m_commands, *m_findings);
+    report.files.back() = {FileFacts{}, {}, {}};
     report.files.back().facts.path = "z";
     report.files.back().facts.isLinkNotFollowed = true;
     TextCollector output;
@@ -40,7 +40,8 @@ TEST_F(MigrateReportReaderTest, ComesBackAsItWasWritten) {
     ASSERT_TRUE(ReadJsonReport(*file, read, error)) << error;
     EXPECT_EQ(read.run.source, "/old");
     EXPECT_EQ(read.run.target, "/new");
-    EXPECT_TRUE(read.run.batchMode && read.run.dryRun && read.run.isInterrupted);
+    EXPECT_EQ(read.run.layout, "batch");
+    EXPECT_TRUE(read.run.dryRun && read.run.isInterrupted);
     ASSERT_TRUE(read.run.shard);
     EXPECT_EQ(LabelOf(*read.run.shard), "2-of-3");
     EXPECT_EQ(read.run.started, 1795230000);
@@ -87,9 +88,9 @@ TEST_F(MigrateReportReaderTest, TheLayoutDoesNotMatter) {
 
 TEST_F(MigrateReportReaderTest, RefusesWhatIsNoReport) {
     const std::string written = TextOfFiles({"a"});
-    const std::string known = "\"formatVersion\":1";
+    const std::string known = "\"formatVersion\":2";
     std::string newer = written;
-    newer.replace(newer.find(known), known.size(), "\"formatVersion\":2");
+    newer.replace(newer.find(known), known.size(), "\"formatVersion\":3");
     std::string nameless = written;
     nameless.replace(nameless.find("\"path\""), 6, "\"Path\"");
     std::string strange = written;
@@ -189,7 +190,7 @@ const HostileCase kHostileCases[] = {
      "files[1] is not in the order of the paths"},
     {"SumOfCopied", R"("copied":7)", R"("copied":9007199254740985)",
      "files[1] makes the sum of all \"copied\" too large"},
-    {"SumOfCommands", R"("copied":7)", R"("copied":9007199254740984)",
+    {"SumOfCommands", R"("copied":7)", R"("copied":9007199254740983)",
      "files[1] makes the sum of all \"commands\" too large"},
     {"FilesAsObject", R"("files":[)", R"("files":{},"x":[)", "files is not an array"},
     {"FileAsNumber", R"("files":[)", R"("files":[3,)", "files[0] is not an object"},
@@ -226,8 +227,35 @@ const HostileCase kHostileCases[] = {
     {"TotalBytesBeyondUint64", R"("bytes":10000000000)", R"("bytes":18446744073709551616)",
      "totals.bytes is not a whole number from 0 to 18446744073709551615"},
     {"TotalsAsArray", R"("totals":{)", R"("totals":[],"x":{)", "totals is not an object"},
-    {"BatchModeAsText", R"("batchMode":true)", R"("batchMode":"true")",
-     "batchMode is not true or false"},
+    {"DryRunAsText", R"("dryRun":true)", R"("dryRun":"true")", "dryRun is not true or false"},
+    {"LayoutAsTruth", R"("layout":"batch","dry)", R"("layout":true,"dry)", "layout is not a text"},
+    {"LayoutOfFileAsNumber", R"("layout":"batch","layoutReason")", R"("layout":1,"layoutReason")",
+     "files[0].layout is not a text"},
+    {"FoundMoreThanAccountedFor", R"("found":3)", R"("found":4)",
+     "files[0] has found another number of commands than it accounts for"},
+    {"OverlookedBelowZero", R"("overlooked":1)", R"("overlooked":-1)",
+     "files[0].overlooked " + kCount},
+    {"SumOfFound", R"("found":3,"converted":1)",
+     R"("found":9007199254740991,"converted":9007199254740989)",
+     "files[1] makes the sum of all \"found\" too large"},
+    {"FindingsAsObject", R"("findings":[)", R"("findings":{},"x":[)",
+     "files[0].findings is not an array"},
+    {"FindingAsText", R"("findings":[)", R"("findings":["x",)",
+     "files[0].findings[0] is not an object"},
+    {"FindingsTwice", R"("findings":[)", R"("findings":[],"findings":[)",
+     "files[0].findings stands there twice"},
+    {"KindOfFinding", R"("kind":"changed")", R"("kind":"eaten")",
+     "files[0].findings[0].kind is no kind of finding"},
+    {"CommandOfFindingAsNumber", R"("command":null)", R"("command":0)",
+     "files[0].findings[0].command is not a text or null"},
+    {"MacroOfFindingAsArray", R"("macro":"!f")", R"("macro":["!f"])",
+     "files[0].findings[1].macro is not a text or null"},
+    {"CauseLineBelowZero", R"("causeLine":18)", R"("causeLine":-18)",
+     "files[0].findings[1].causeLine " + kCount},
+    {"SentenceAsNull", R"("sentence":"In a macro")", R"("sentence":null)",
+     "files[0].findings[1].sentence is not a text"},
+    {"CodeAsNumber", R"("code":"macro-body")", R"("code":5)",
+     "files[0].findings[1].code is not a text"},
     {"SourceTooLong", R"("source":"/old)", R"("source":")" + std::string(1048577, 'x'),
      "source is longer than 1048576 bytes"},
     {"NestedTooDeep", R"("files":[)", R"("x":)" + std::string(100000, '[') + R"("files":[)",
@@ -238,9 +266,9 @@ const HostileCase kHostileCases[] = {
              return brackets;
          }() +
          "[0] is nested deeper than 64 levels"},
-    {"FormatVersionOfNextYear", R"("formatVersion":1)", R"("formatVersion":2)",
+    {"FormatVersionOfNextYear", R"("formatVersion":2)", R"("formatVersion":3)",
      "formatVersion is none that is known"},
-    {"FormatVersionBeyondInt64", R"("formatVersion":1)", R"("formatVersion":18446744073709551617)",
+    {"FormatVersionBeyondInt64", R"("formatVersion":2)", R"("formatVersion":18446744073709551617)",
      "formatVersion " + kCount},
     {"FormatOfSomethingElse", "quillet-report", "quillet-repose", "format is not that of a report"},
     {"FormatMissing", R"("format":)", R"("Format":)", "it lacks its format or formatVersion"},
@@ -273,7 +301,7 @@ INSTANTIATE_TEST_SUITE_P(Reports, MigrateHostileReportTest, testing::ValuesIn(kH
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(MigrateReportReaderTest, TheSumOfBytesIsInRange) {
-    Report report = ReportOf({"a", "b", "c"}, *m_commands);
+    Report report = ReportOf({"a", "b", "c"}, *m_commands, *m_findings);
     for (FileEntry& entry : report.files) entry.facts.bytes = 9223372036854775807;
     report.files[2].facts.bytes = 1;
     for (const bool isTooLarge : {false, true}) {
@@ -371,7 +399,7 @@ TEST_F(MigrateReportReaderTest, AFileHasOnlySoManyReasons) {
             commands += (number > 0 ? "," : "") + part + std::to_string(number) + "\"}";
         }
         const std::unique_ptr<StoredFile> file =
-            m_folder.Store("report", R"({"format":"quillet-report","formatVersion":1,"files":[)"
+            m_folder.Store("report", R"({"format":"quillet-report","formatVersion":2,"files":[)"
                                      R"({"path":"a","outcome":"partly","commands":[)" +
                                          commands + "]}]}");
         Report read;
@@ -381,6 +409,44 @@ TEST_F(MigrateReportReaderTest, AFileHasOnlySoManyReasons) {
             EXPECT_THAT(error, HasSubstr("files[0].commands[256].error is one reason more"));
         }
     }
+}
+
+TEST_F(MigrateReportReaderTest, AFileHasOnlySoManyCodes) {
+    for (const int count : {256, 257}) {
+        std::string findings;
+        for (int number = 0; number < count; ++number) {
+            findings += (number > 0 ? "," : "") + std::string(R"({"code":")") +
+                        std::to_string(number) + "\"}";
+        }
+        const std::unique_ptr<StoredFile> file =
+            m_folder.Store("report", R"({"format":"quillet-report","formatVersion":2,"files":[)"
+                                     R"({"path":"a","outcome":"changed","findings":[)" +
+                                         findings + "]}]}");
+        Report read;
+        std::string error;
+        EXPECT_EQ(ReadJsonReport(*file, read, error), count == 256) << error;
+        if (count > 256) {
+            EXPECT_THAT(error, HasSubstr("files[0].findings[256].code is one code more"));
+        }
+    }
+}
+
+TEST_F(MigrateReportReaderTest, GoesThroughFindings) {
+    std::vector<std::string> told;
+    const ArrayPlace place = {m_findings.get(), 0, m_findings->Size()};
+    ASSERT_TRUE(ForEachFinding(place, [&](const FindingFacts& finding) {
+        told.push_back(finding.code + "|" + finding.kind + "|" + finding.command + "|" +
+                       std::to_string(finding.firstLine) + "|" + std::to_string(finding.lastLine) +
+                       "|" + std::to_string(finding.causeLine) + "|" + finding.sentence + "|" +
+                       finding.text);
+    }));
+    EXPECT_THAT(told, ElementsAre("encoding-doubtful|changed||1|1|1|Looks like \xC3\xA9|",
+                                  "macro-body|overlooked|TABLES|20|22|18|In a macro|TABLES\n /x\n"
+                                  "</script>."));
+    const std::unique_ptr<StoredFile> changed = m_folder.Store("changed", R"([{"kind":"eaten"}])");
+    EXPECT_FALSE(ForEachFinding({changed.get(), 0, changed->Size()}, [](const FindingFacts&) {
+        ADD_FAILURE() << "should not have been handed over";
+    }));
 }
 
 // A report may change after it was read.
@@ -407,7 +473,7 @@ TEST_F(MigrateReportReaderTest, GoesThroughCommands) {
     const std::unique_ptr<StoredFile> file =
         m_folder.Store("commands", "xx" + CommandsText() + "yy");
     std::vector<std::string> sources;
-    const CommandsPlace place = {file.get(), 2, file->Size() - 4};
+    const ArrayPlace place = {file.get(), 2, file->Size() - 4};
     EXPECT_TRUE(ForEachCommand(
         place, [&](const CommandFacts& command) { sources.push_back(command.source); }));
     EXPECT_THAT(sources, ElementsAre("IGRAPH \xC3\xA9.", "TABLES \"x\"\n /y\t</script>."));

@@ -73,14 +73,24 @@ inline FileFacts SomeFacts(std::string path) {
     facts.bytes = 5000000000;
     facts.modified = 1700000000;
     facts.encoding = "windows-1252";
+    facts.encodingReason = "default";
+    facts.layout = "batch";
+    facts.layoutReason = "pattern";
+    facts.blankLines = "mean-nothing";
+    facts.blankLinesReason = "layout";
     facts.lines = 40;
     facts.copied = 7;
+    facts.found = 3;
     facts.converted = 1;
     facts.failed = 1;
     facts.unreadable = 0;
+    facts.overlooked = 1;
+    facts.listed = 2;
     facts.warnings = 1;
+    facts.changed = 1;
     facts.message = "a \"word\"";
     facts.errors = {"tables-syntax"};
+    facts.codes = {"encoding-doubtful", "macro-body"};
     return facts;
 }
 
@@ -93,23 +103,58 @@ inline void ExpectSameFacts(const FileFacts& left, const FileFacts& right) {
     EXPECT_EQ(left.isLinkNotFollowed, right.isLinkNotFollowed);
     EXPECT_EQ(left.bytes, right.bytes);
     EXPECT_EQ(left.modified, right.modified);
-    EXPECT_EQ(left.encoding, right.encoding);
+    for (const FileText& text : kReadingTexts) {
+        EXPECT_EQ(left.*text.pMember, right.*text.pMember) << text.pName;
+    }
     for (const FileNumber& number : kFileNumbers) {
         EXPECT_EQ(left.*number.pMember, right.*number.pMember) << number.pName;
     }
     EXPECT_EQ(left.message, right.message);
     EXPECT_EQ(left.errors, right.errors);
+    EXPECT_EQ(left.codes, right.codes);
     EXPECT_TRUE(left == right) << "a member that is not compared above";
 }
 
-/// A report of files that have `SomeFacts` and all the same commands, which it borrows.
-inline Report ReportOf(const std::vector<std::string>& paths, const StoredFile& commands) {
+/// A report of files that have `SomeFacts` and all the same commands and findings, which it
+/// borrows.
+inline Report ReportOf(const std::vector<std::string>& paths, const StoredFile& commands,
+                       const StoredFile& findings) {
     Report report;
-    report.run = {"/old", "/new", true, true, true, Shard{2, 3}, 1795230000, 12.345};
+    report.run = {"/old", "/new", "batch", true, true, Shard{2, 3}, 1795230000, 12.345};
     for (const std::string& path : paths) {
-        report.files.push_back({SomeFacts(path), {&commands, 0, commands.Size()}});
+        report.files.push_back(
+            {SomeFacts(path), {&commands, 0, commands.Size()}, {&findings, 0, findings.Size()}});
     }
     return report;
+}
+
+/// One about a legacy command in UTF-8 text.
+inline Finding OverlookedFinding() {
+    Finding finding;
+    finding.code = FindingCode::kMacroBody;
+    finding.command = CommandType::kTables;
+    finding.firstLine = 20;
+    finding.lastLine = 22;
+    finding.causeLine = 18;
+    finding.macro = "!f";
+    finding.sentence = "In a macro";
+    finding.text = "TABLES\n /x\n</script>.";
+    return finding;
+}
+
+/// One about a whole text in Windows-1252.
+inline Finding ChangedFinding() {
+    Finding finding;
+    finding.code = FindingCode::kEncodingDoubtful;
+    finding.firstLine = finding.lastLine = finding.causeLine = 1;
+    finding.sentence = "Looks like \xE9";
+    return finding;
+}
+
+/// The two, as a report has them.
+inline std::string FindingsText() {
+    return "[" + FindingJson(ChangedFinding(), TextEncoding::kWindows1252) + "," +
+           FindingJson(OverlookedFinding(), TextEncoding::kUtf8) + "]";
 }
 
 /// The two commands above, as a report has them.
@@ -124,12 +169,13 @@ protected:
     /// The JSON of a report of these files.
     [[nodiscard]] std::string TextOfFiles(const std::vector<std::string>& paths) const {
         TextCollector output;
-        EXPECT_TRUE(WriteJsonReport(ReportOf(paths, *m_commands), output));
+        EXPECT_TRUE(WriteJsonReport(ReportOf(paths, *m_commands, *m_findings), output));
         return output.text;
     }
 
     const TemporaryFolder m_folder;
     const std::unique_ptr<StoredFile> m_commands = m_folder.Store("commands", CommandsText());
+    const std::unique_ptr<StoredFile> m_findings = m_folder.Store("findings", FindingsText());
 };
 
 }  // namespace quillet::migrate

@@ -2,19 +2,17 @@
 
 #include <algorithm>
 
+#include "platform/multibyte.h"
+
 namespace quillet::migrate {
 
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
 
-char LowerOf(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
 std::string InLowerCase(std::string_view text) {
     std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), LowerOf);
+    std::transform(lower.begin(), lower.end(), lower.begin(), LowerAscii);
     return lower;
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "migrate/jsonreport.h"
+#include "migrate/legacysearch.h"
 #include "migrate/recodedtext.h"
 #include "platform/blocksize.h"
 #include "quillet.h"
@@ -54,7 +55,7 @@ private:
     ContentHasher m_hasher;
 };
 
-// Counts lines of the text that is converted, the second time as well.
+// Counts lines of the text that is converted.
 class LineCountingInput final : public TextInput {
 public:
     explicit LineCountingInput(TextInput& input) : m_input(input) {}
@@ -109,13 +110,23 @@ std::string_view EncodingName(TextEncoding encoding) {
     return "system";
 }
 
+// Why a text is read so that nobody has said anything about.
+std::string_view ReasonOf(TextEncoding encoding) {
+    if (encoding == TextEncoding::kUtf8) return "valid-utf-8";
+    return encoding == TextEncoding::kSystem ? "locale" : "default";
+}
+
 // Puts what a conversion tells about its commands into the facts of its file.
 class FactsCollector final : public ConversionListener {
 public:
     // All are borrowed.
-    FactsCollector(FileFacts& facts, CommandSpool& commands, ProgressCounters& progress,
+    FactsCollector(FileFacts& facts, ArraySpool& commands, ProgressCounters& progress,
                    const CodePage* pNamed)
         : m_facts(facts), m_commands(commands), m_progress(progress), m_pNamed(pNamed) {}
+
+    // What all commands came to.
+    [[nodiscard]] const std::vector<CommandOutline>& Outlines() const { return m_outlines; }
+    [[nodiscard]] TextEncoding Encoding() const { return m_encoding; }
 
     // Has `output` told what the text is read in.
     void TellEncodingTo(Utf8Output& output) { m_pOutput = &output; }
@@ -129,11 +140,16 @@ public:
     }
     void OnEncoding(TextEncoding encoding) override {
         m_encoding = encoding;
-        if (encoding != TextEncoding::kNamed) m_facts.encoding = EncodingName(encoding);
+        if (encoding != TextEncoding::kNamed) {
+            m_facts.encoding = EncodingName(encoding);
+            m_facts.encodingReason = ReasonOf(encoding);
+        }
         if (m_pOutput != nullptr) m_pOutput->ReadAs(encoding);
     }
     void OnCommand(const CommandReport& report) override {
-        ++CounterOf(report.outcome);
+        m_outlines.push_back(
+            {report.type, report.outcome, report.firstLine, report.lastLine, report.errorLine});
+        ++(report.outcome == CommandOutcome::kCopied ? m_facts.copied : m_facts.listed);
         m_progress.commands.fetch_add(1, std::memory_order_relaxed);
         m_facts.warnings += static_cast<std::int64_t>(report.warnings.size());
         if (report.outcome == CommandOutcome::kCopied) return;
@@ -141,38 +157,20 @@ public:
         if (report.outcome == CommandOutcome::kConverted) return;
         m_progress.failures.fetch_add(1, std::memory_order_relaxed);
         m_isOutOfMemory = m_isOutOfMemory || report.errorKind == ErrorKind::kOutOfMemory;
-        AddError(quillet::NameOf(report.errorKind));
+        AddName(quillet::NameOf(report.errorKind), m_facts.errors);
     }
 
     // A result that lacks a command for want of memory must not be kept as if it were whole.
     [[nodiscard]] bool IsOutOfMemory() const { return m_isOutOfMemory; }
 
 private:
-    std::int64_t& CounterOf(CommandOutcome outcome) {
-        switch (outcome) {
-            case CommandOutcome::kCopied:
-                return m_facts.copied;
-            case CommandOutcome::kConverted:
-                return m_facts.converted;
-            case CommandOutcome::kFailed:
-                return m_facts.failed;
-            case CommandOutcome::kUnreadable:
-                break;
-        }
-        return m_facts.unreadable;
-    }
-    void AddError(std::string_view name) {
-        std::vector<std::string>& errors = m_facts.errors;
-        const auto place = std::lower_bound(errors.begin(), errors.end(), name);
-        if (place == errors.end() || *place != name) errors.emplace(place, name);
-    }
-
     FileFacts& m_facts;
-    CommandSpool& m_commands;
+    ArraySpool& m_commands;
     ProgressCounters& m_progress;
     const CodePage* m_pNamed;
     Utf8Output* m_pOutput = nullptr;
     TextEncoding m_encoding = TextEncoding::kUtf8;
+    std::vector<CommandOutline> m_outlines;
     bool m_isOutOfMemory = false;
     int m_diagnostics = 0;
 };
@@ -197,12 +195,14 @@ void FileMigration::Run(const FileTask& task) {
     m_facts.path = task.entry.path;
     m_namedCodePage.reset();
     m_encodingName.clear();
+    m_encodingReason.clear();
     m_byteOrder.reset();
     m_isInvalidUtf16 = false;
     m_resultFolder.reset();
     m_resultFolderError.clear();
     m_identity = {};
     m_commands.Clear();
+    m_findings.Clear();
     m_newResult.reset();
     m_recorded.reset();
     m_bytesCounted = 0;
@@ -248,6 +248,7 @@ void FileMigration::MigrateOpened(const FileTask& task, SourceFile& source) {
     m_action = isConverted ? Action::kConvert : Action::kCopy;
     m_identity.version = QUILLET_VERSION;
     ResultOptions options = m_context.options;
+    options.layout = m_context.layoutRules.ForPath(m_facts.path);
     if (!m_encodingName.empty()) options.legacyEncoding = m_encodingName;
     m_identity.options = m_action == Action::kConvert ? TextOf(options) : kCopyOptionsText;
     const Standing standing = m_context.replacesAll ? Standing::kNothing : HashStandingResult();
@@ -261,6 +262,7 @@ bool FileMigration::ChooseEncoding(SourceFile& source, Content content) {
     constexpr const char* kBigEndianName = "utf-16be";
     if (content == Content::kUtf16LittleEndian) m_byteOrder = ByteOrder::kLittleEndian;
     if (content == Content::kUtf16BigEndian) m_byteOrder = ByteOrder::kBigEndian;
+    if (m_byteOrder) m_encodingReason = "byte-order-mark";
     const Encoding* pNamed = m_byteOrder ? nullptr : NamedEncoding(source);
     // What holds no NUL is no syntax in UTF-16.
     if (pNamed != nullptr && content == Content::kOther) m_byteOrder = pNamed->byteOrder;
@@ -275,9 +277,10 @@ bool FileMigration::ChooseEncoding(SourceFile& source, Content content) {
 }
 
 // What the user says of a file counts more than what it says of itself.
-const Encoding* FileMigration::NamedEncoding(SourceFile& source) const {
+const Encoding* FileMigration::NamedEncoding(SourceFile& source) {
     constexpr std::size_t kFirstLine = 200;
     const Encoding* pRuled = m_context.encodingRules.ForPath(m_facts.path);
+    m_encodingReason = pRuled != nullptr ? "option" : "first-line";
     if (pRuled != nullptr) return pRuled;
     std::array<char, kFirstLine> buffer{};
     const std::size_t count = source.Read(buffer.data(), buffer.size());
@@ -345,7 +348,11 @@ void FileMigration::Judge(SourceFile& source) {
     }
     m_identity.isAccepted = false;
     if (isOwn) {
+        const ContentHash standing = m_identity.result;
         Make(source);
+        if (m_facts.outcome != FileOutcome::kNothing || HasResult()) return;
+        m_identity.result = standing;
+        LeaveStanding();
     } else {
         JudgeUnknown(source);
     }
@@ -359,6 +366,10 @@ void FileMigration::JudgeUnknown(SourceFile& source) {
     const std::vector<JournalRecord>& records = m_context.earlier.RecordsOf(m_facts.path);
     ContentHash made;
     if (!MakeInto(nullptr, source, made)) return;
+    if (!HasResult()) {
+        if (records.empty() || standing == current) return LeaveStanding();
+        made = current;
+    }
     m_identity.isAccepted = made != standing && m_context.acceptsEdited;
     if (made == standing || m_identity.isAccepted) {
         m_facts.result = ResultState::kKept;
@@ -374,19 +385,24 @@ void FileMigration::JudgeUnknown(SourceFile& source) {
 }
 
 bool FileMigration::TakeRecorded(const JournalRecord& record) {
-    const std::optional<CommandsPlace> commands = m_context.earlier.CommandsOf(record);
-    if (!commands) return false;
+    const std::optional<ArrayPlace> commands = m_context.earlier.CommandsOf(record);
+    const std::optional<ArrayPlace> findings = m_context.earlier.FindingsOf(record);
+    if (!commands || !findings) return false;
     FileFacts facts = record.facts;
     facts.result = m_facts.result;
     facts.bytes = m_facts.bytes;
     facts.modified = m_facts.modified;
-    m_recorded = FinishedFile{{std::move(facts), *commands}, m_identity, record.commands.hash};
+    m_recorded = FinishedFile{{std::move(facts), *commands, *findings},
+                              m_identity,
+                              record.commands.hash,
+                              record.findings.hash};
     return true;
 }
 
 void FileMigration::Make(SourceFile& source) {
     if (m_context.isDryRun) {
-        if (MakeInto(nullptr, source, m_identity.result)) m_facts.result = ResultState::kNew;
+        if (!MakeInto(nullptr, source, m_identity.result)) return;
+        if (HasResult()) m_facts.result = ResultState::kNew;
         return;
     }
     const std::string purpose = m_temporaryPurpose + "-" + std::to_string(m_temporaryNumber++);
@@ -396,7 +412,7 @@ void FileMigration::Make(SourceFile& source) {
         result = NewFile::Create(m_resultFolder, m_context.target.TemporaryName(purpose), error);
     }
     if (result == nullptr) return Fail("the result cannot be written", error);
-    if (!MakeInto(result.get(), source, m_identity.result)) return;
+    if (!MakeInto(result.get(), source, m_identity.result) || !HasResult()) return;
     if (!result->Complete(source.Status().permissions)) {
         return Fail("the result cannot be written", result->Error());
     }
@@ -404,14 +420,55 @@ void FileMigration::Make(SourceFile& source) {
     m_newResult = std::move(result);
 }
 
-// Without a file only the facts are found out, and what the result would hold.
+// Without a file only the facts are found out, and what the result would hold. What has nothing to
+// convert is copied, if at all: a conversion would change it for nothing.
 bool FileMigration::MakeInto(NewFile* pResult, SourceFile& source, ContentHash& made) {
+    if (m_action == Action::kCopy) {
+        m_facts.outcome = FileOutcome::kCopied;
+        return CopyInto(pResult, source, made);
+    }
+    if (!ConvertInto(pResult, source, made)) return false;
+    if (m_facts.outcome != FileOutcome::kNothing || !m_context.copiesUnconverted) return true;
+    if (pResult != nullptr && !pResult->Restart()) {
+        Fail("the result cannot be written", pResult->Error());
+        return false;
+    }
+    return CopyInto(pResult, source, made);
+}
+
+bool FileMigration::ConvertInto(NewFile* pResult, SourceFile& source, ContentHash& made) {
     HashingOutput output(pResult);
     CountingInput input(source, m_context.progress.bytes);
-    const Outcome outcome =
-        m_action == Action::kConvert ? Convert(input, output) : CopyText(input, output);
+    const Outcome outcome = Convert(input, output);
     ReadRest(input);
     m_bytesCounted += input.Bytes();
+    if (!IsWritten(outcome, pResult, source)) return false;
+    m_facts.outcome = OutcomeOf(m_facts, outcome);
+    if (m_facts.outcome == FileOutcome::kNothing) {
+        // It need not have been read to its end.
+        ForgetUnconverted();
+        return true;
+    }
+    m_context.progress.overlooked.fetch_add(static_cast<std::uint64_t>(m_facts.overlooked),
+                                            std::memory_order_relaxed);
+    m_identity.source = input.Hash();
+    made = output.Hash();
+    return true;
+}
+
+bool FileMigration::CopyInto(NewFile* pResult, SourceFile& source, ContentHash& made) {
+    HashingOutput output(pResult);
+    CountingInput input(source, m_context.progress.bytes);
+    const Outcome outcome = CopyText(input, output);
+    m_bytesCounted += input.Bytes();
+    if (!IsWritten(outcome, pResult, source)) return false;
+    m_identity.source = input.Hash();
+    made = output.Hash();
+    return true;
+}
+
+// Otherwise the file has failed.
+bool FileMigration::IsWritten(Outcome outcome, NewFile* pResult, SourceFile& source) {
     if (outcome == Outcome::kWriteError) {
         Fail("the result cannot be written",
              pResult != nullptr ? pResult->Error() : std::error_code());
@@ -430,52 +487,124 @@ bool FileMigration::MakeInto(NewFile* pResult, SourceFile& source, ContentHash& 
         Fail("it was changed while it was read");
         return false;
     }
-    if (!IsSourceWhole(source)) return false;
-    NoteOutcome(outcome);
-    m_identity.source = input.Hash();
-    made = output.Hash();
-    return true;
+    return IsSourceWhole(source);
 }
 
+// The first reading tells what ends the lines, and whether there is anything to convert at all.
+// Only then is the text kept: what surrounds a command decides what becomes of it.
 Outcome FileMigration::Convert(TextInput& input, TextOutput& output) {
-    FactsCollector collector(m_facts, m_commands, m_context.progress, m_namedCodePage.get());
-    Options options;
-    options.batchMode = m_context.options.batchMode;
-    options.legacyCodePage = LegacyCodePage::kSystem;
-    options.namedCodePage = m_namedCodePage;
-    m_facts.encoding = m_encodingName;
-
     std::optional<Utf16Input> decoded;
     if (m_byteOrder) decoded.emplace(input, *m_byteOrder);
     LineEndInput lineEnds(decoded ? static_cast<TextInput&>(*decoded) : input);
     LineCountingInput lines(lineEnds);
-
-    std::optional<Utf16Output> encoded;
-    Utf8Output inUtf8(output, m_namedCodePage.get());
-    TextOutput* pOutput = &output;
-    if (m_context.options.isUtf8) {
-        collector.TellEncodingTo(inUtf8);
-        pOutput = &inUtf8;
-    } else if (m_byteOrder) {
-        pOutput = &encoded.emplace(output, *m_byteOrder);
+    WordSearch words;
+    std::vector<char> block(kBlockSize);
+    while (const std::size_t count = lines.Read(block.data(), block.size())) {
+        words.Add({block.data(), count});
     }
-    LineEndOutput result(*pOutput, lineEnds);
-    Outcome outcome = ConvertStream(lines, result, collector, options);
-    if (outcome != Outcome::kWriteError && !inUtf8.Finish()) outcome = Outcome::kWriteError;
-    if (m_byteOrder) m_facts.encoding = m_encodingName;
-    ReadRest(lines);
     m_facts.lines = lines.Lines();
     m_isInvalidUtf16 = decoded && decoded->IsInvalid();
-    return collector.IsOutOfMemory() ? Outcome::kOutOfMemory : outcome;
+    if (lines.Failed()) return Outcome::kReadError;
+    if (!words.IsWorthALook()) return Outcome::kDone;
+    std::string text;
+    if (!lines.Rewind()) return Outcome::kReadError;
+    ReadText(lines, text);
+    if (lines.Failed()) return Outcome::kReadError;
+    m_facts.lines = lines.Lines();  // which may end in CR
+
+    std::optional<Utf16Output> encoded;
+    TextOutput* pOutput = &output;
+    if (m_byteOrder && !m_context.options.isUtf8) pOutput = &encoded.emplace(output, *m_byteOrder);
+    LineEndOutput result(*pOutput, lineEnds);
+    return ConvertWhole(std::move(text), result, lineEnds.EndsLinesInCr());
 }
 
-void FileMigration::NoteOutcome(Outcome outcome) {
-    if (m_action == Action::kCopy) {
-        m_facts.outcome = FileOutcome::kCopied;
-    } else if (outcome == Outcome::kTokenizingError) {
-        m_facts.outcome = FileOutcome::kStopped;
+Outcome FileMigration::ConvertWhole(std::string text, TextOutput& output, bool endsLinesInCr) {
+    m_facts.encoding = m_encodingName;
+    m_facts.encodingReason = m_encodingReason;
+    const Options options = ChooseLayoutFor(text);
+    if (EndsAtBlankLines(options)) text = EndAtBlankLines(text, options);
+    FactsCollector collector(m_facts, m_commands, m_context.progress, m_namedCodePage.get());
+    Utf8Output inUtf8(output, m_namedCodePage.get());
+    if (m_context.options.isUtf8) collector.TellEncodingTo(inUtf8);
+    TextView input(text);
+    Outcome outcome =
+        ConvertStream(input, m_context.options.isUtf8 ? static_cast<TextOutput&>(inUtf8) : output,
+                      collector, options);
+    if (outcome != Outcome::kWriteError && !inUtf8.Finish()) outcome = Outcome::kWriteError;
+    if (m_byteOrder) {
+        m_facts.encoding = m_encodingName;
+        m_facts.encodingReason = m_encodingReason;
+    }
+    if (collector.IsOutOfMemory()) return Outcome::kOutOfMemory;
+
+    const FindingEncoding encoding = {collector.Encoding(), m_namedCodePage.get()};
+    FindOptions search;
+    search.conversion = options;
+    search.hadOldLineEnds = endsLinesInCr;
+    search.wasUtf16 = m_byteOrder.has_value();
+    search.encodingName =
+        m_encodingName.empty() ? m_context.options.legacyEncoding : m_encodingName;
+    if (m_context.hasFile) {
+        search.isIncludeAtHand = [this, &encoding](std::string_view path) {
+            return m_context.hasFile(ToUtf8(path, encoding.encoding, encoding.pNamed),
+                                     m_facts.path);
+        };
+    }
+    TakeFindings(FindLegacyCommands(text, search, collector.Outlines()), encoding, m_facts,
+                 m_findings);
+    return outcome;
+}
+
+Options FileMigration::ChooseLayoutFor(const std::string& text) {
+    Options options;
+    options.legacyCodePage = LegacyCodePage::kSystem;
+    options.namedCodePage = m_namedCodePage;
+    const LayoutRules& rules = m_context.layoutRules;
+    const Layout layout = rules.ForPath(m_facts.path);
+    options.batchMode =
+        layout == Layout::kAuto ? ChooseLayout(text, options).batchMode : layout == Layout::kBatch;
+    m_facts.layout = NameOf(options.batchMode ? Layout::kBatch : Layout::kInteractive);
+    if (rules.IsBatchByName(m_facts.path)) {
+        m_facts.layoutReason = "pattern";
+    } else if (layout != Layout::kAuto) {
+        m_facts.layoutReason = "option";
     } else {
-        m_facts.outcome = m_facts.failed > 0 ? FileOutcome::kPartly : FileOutcome::kConverted;
+        m_facts.layoutReason = options.batchMode ? "reads-well" : "default";
+    }
+    return options;
+}
+
+// In batch layout no command needs a period.
+bool FileMigration::EndsAtBlankLines(const Options& options) {
+    const bool isWanted = m_context.options.endsAtBlankLines;
+    const bool endCommands = isWanted && !options.batchMode;
+    m_facts.blankLines = endCommands ? "end-commands" : "mean-nothing";
+    m_facts.blankLinesReason = endCommands ? "option" : isWanted ? "layout" : "default";
+    return endCommands;
+}
+
+// Nothing of what a conversion has told holds for a file that is not converted.
+void FileMigration::ForgetUnconverted() {
+    const std::int64_t lines = m_facts.lines;
+    const std::int64_t told = m_facts.told;
+    std::vector<std::string> codes = std::move(m_facts.codes);
+    ForgetConversion(m_facts);
+    m_facts.lines = lines;
+    m_facts.told = told;
+    m_facts.codes = std::move(codes);
+    m_facts.message.clear();
+    m_commands.Clear();
+}
+
+bool FileMigration::HasResult() const {
+    return m_facts.outcome != FileOutcome::kNothing || m_context.copiesUnconverted;
+}
+
+// There was something to convert once, or someone has put a file there.
+void FileMigration::LeaveStanding() {
+    if (m_identity.result != m_identity.source) {
+        m_facts.message = "TARGET has a file of this name, which is left alone";
     }
 }
 
@@ -498,6 +627,9 @@ void FileMigration::SkipLink(std::string_view message) {
 }
 
 void FileMigration::Fail(std::string_view what, const std::error_code& error) {
+    ForgetConversion(m_facts);
+    m_commands.Clear();
+    m_findings.Clear();
     MarkAsFailed(m_facts, what, error);
 }
 
@@ -516,6 +648,7 @@ void FileMigration::Finish(const FileTask& task) {
 void FileMigration::FinishResult() {
     JournalRecord record;
     record.commands = m_context.journal.Store(m_commands);
+    record.findings = m_context.journal.Store(m_findings);
     FinishedFile finished;
     if (m_facts.result == ResultState::kNew || m_facts.result == ResultState::kKept) {
         record.facts = m_facts;
@@ -532,8 +665,10 @@ void FileMigration::FinishResult() {
         m_newResult.reset();
         m_context.progress.failures.fetch_add(1, std::memory_order_relaxed);
     }
-    finished.entry = {std::move(m_facts), m_context.journal.PlaceOf(record.commands)};
+    finished.entry = {std::move(m_facts), m_context.journal.PlaceOf(record.commands),
+                      m_context.journal.PlaceOf(record.findings)};
     finished.commandsHash = record.commands.hash;
+    finished.findingsHash = record.findings.hash;
     if (m_newResult != nullptr) {
         m_context.publisher.Add(std::move(m_newResult), std::move(finished));
     } else {

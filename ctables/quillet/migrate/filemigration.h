@@ -3,16 +3,18 @@
 #define QUILLET_MIGRATE_FILEMIGRATION_H
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
 
-#include "migrate/commandspool.h"
+#include "migrate/arrayspool.h"
 #include "migrate/encodings.h"
 #include "migrate/filetree.h"
 #include "migrate/journal.h"
+#include "migrate/layouts.h"
 #include "migrate/progress.h"
 #include "migrate/reportdata.h"
 #include "migrate/resultoptions.h"
@@ -39,7 +41,11 @@ struct MigrationContext {
     Encodings& encodings;
     const EncodingRules& encodingRules;
     ResultOptions options;
+    const LayoutRules& layoutRules;
+    /// Whether the source holds the file that a path, in UTF-8, means in a file; may be empty.
+    std::function<bool(std::string_view path, std::string_view includingFile)> hasFile;
     bool copiesOthers = false;
+    bool copiesUnconverted = false;  ///< Files that have nothing to convert.
     bool isDryRun = false;
     bool replacesAll = false;    ///< Whatever stands in TARGET.
     bool acceptsEdited = false;  ///< From now on edited results are as they should be.
@@ -62,7 +68,7 @@ private:
     void Migrate(const FileTask& task);
     void MigrateOpened(const FileTask& task, SourceFile& source);
     [[nodiscard]] bool ChooseEncoding(SourceFile& source, Content content);
-    [[nodiscard]] const Encoding* NamedEncoding(SourceFile& source) const;
+    [[nodiscard]] const Encoding* NamedEncoding(SourceFile& source);
     [[nodiscard]] bool FindResultFolder();
     [[nodiscard]] Standing HashStandingResult();
     void Judge(SourceFile& source);
@@ -71,9 +77,17 @@ private:
 
     void Make(SourceFile& source);
     [[nodiscard]] bool MakeInto(NewFile* pResult, SourceFile& source, ContentHash& made);
+    [[nodiscard]] bool ConvertInto(NewFile* pResult, SourceFile& source, ContentHash& made);
+    [[nodiscard]] bool CopyInto(NewFile* pResult, SourceFile& source, ContentHash& made);
     [[nodiscard]] Outcome Convert(TextInput& input, TextOutput& output);
-    void NoteOutcome(Outcome outcome);
+    [[nodiscard]] Outcome ConvertWhole(std::string text, TextOutput& output, bool endsLinesInCr);
+    [[nodiscard]] Options ChooseLayoutFor(const std::string& text);
+    [[nodiscard]] bool EndsAtBlankLines(const Options& options);
+    void ForgetUnconverted();
+    [[nodiscard]] bool IsWritten(Outcome outcome, NewFile* pResult, SourceFile& source);
     [[nodiscard]] bool IsSourceWhole(SourceFile& source);
+    [[nodiscard]] bool HasResult() const;
+    void LeaveStanding();
 
     void SkipLink(std::string_view message);
     void Fail(std::string_view what, const std::error_code& error = {});
@@ -90,11 +104,13 @@ private:
     Action m_action = Action::kConvert;
     std::shared_ptr<const CodePage> m_namedCodePage;  // null for that of the user's locale
     std::string m_encodingName;                       // of it; empty as long as it is null
+    std::string m_encodingReason;                     // why it is that one
     std::optional<ByteOrder> m_byteOrder;             // of UTF-16
     bool m_isInvalidUtf16 = false;
     ResultIdentity
         m_identity;  // of the result that was made or, before that, of the one that stands
-    CommandSpool m_commands;
+    ArraySpool m_commands;
+    ArraySpool m_findings;
     std::unique_ptr<NewFile> m_newResult;    // complete, but without its name
     std::optional<FinishedFile> m_recorded;  // what was taken from a record
     std::uint64_t m_bytesCounted = 0;

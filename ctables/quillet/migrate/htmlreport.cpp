@@ -26,6 +26,11 @@ constexpr std::string_view kParagraphSeparator = R"(\u2029)";
 // What the escaper has to look at twice.
 bool IsSpecial(char byte) { return byte == '<' || byte == kSeparatorStart[0]; }
 
+// Beside the facts that all files have.
+bool HasDetails(const FileEntry& file) {
+    return file.commands.pFile != nullptr || file.findings.pFile != nullptr;
+}
+
 bool WriteFiles(const Report& report, TextOutput& output) {
     std::size_t chunk = 0;
     bool isFirst = true;
@@ -33,7 +38,8 @@ bool WriteFiles(const Report& report, TextOutput& output) {
         std::string text = std::exchange(isFirst, false) ? "" : ",\n";
         text += OpenFileJson(file.facts);
         text += ",\"errors\":" + nlohmann::json(file.facts.errors).dump();
-        if (HasCommands(file.facts)) text += ",\"chunk\":" + std::to_string(chunk++);
+        text += ",\"codes\":" + nlohmann::json(file.facts.codes).dump();
+        if (HasDetails(file)) text += ",\"chunk\":" + std::to_string(chunk++);
         text += "}";
         if (!output.Write(text)) return false;
     }
@@ -49,11 +55,12 @@ bool WriteSummaryElement(const Report& report, TextOutput& output) {
 bool WriteChunkElements(const Report& report, TextOutput& output) {
     std::size_t chunk = 0;
     for (const FileEntry& file : report.files) {
-        if (!HasCommands(file.facts)) continue;
+        if (!HasDetails(file)) continue;
         ScriptEscaper escaper(output);
         if (!output.Write(ElementStart("chunk-" + std::to_string(chunk++))) ||
-            !CopyCommands(file.commands, escaper) || !escaper.Finish() ||
-            !output.Write(kElementEnd)) {
+            !escaper.Write("{\"findings\":") || !CopyArray(file.findings, escaper) ||
+            !escaper.Write(kCommandsMember) || !CopyArray(file.commands, escaper) ||
+            !escaper.Write("}") || !escaper.Finish() || !output.Write(kElementEnd)) {
             return false;
         }
     }

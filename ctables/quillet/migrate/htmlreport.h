@@ -34,9 +34,9 @@ private:
     std::string m_pending;  // the first bytes of a three-byte character
 };
 
-/// Writes `page` with the report in place of its mark. The commands of each file become an
-/// element of their own, so that the page need not look at them before they are asked for.
-/// False when `output` fails, commands cannot be read or the page has no mark.
+/// Writes `page` with the report in place of its mark. The commands and findings of each file
+/// become an element of their own, so that the page need not look at them before they are asked
+/// for. False when `output` fails, commands cannot be read or the page has no mark.
 [[nodiscard]] bool WriteHtmlReport(const Report& report, std::string_view page, TextOutput& output);
 
 }  // namespace quillet::migrate

@@ -66,22 +66,30 @@ std::vector<std::string> EarlierResults::Paths() const {
     return paths;
 }
 
-std::optional<CommandsPlace> EarlierResults::CommandsOf(const JournalRecord& record) const {
-    const StoredCommands& commands = record.commands;
-    if (commands.place == StoredCommands::Place::kNowhere) {
-        return HasCommands(record.facts) ? std::nullopt : std::optional(CommandsPlace{});
+std::optional<ArrayPlace> EarlierResults::CommandsOf(const JournalRecord& record) const {
+    return PlaceOf(record.commands, !HasCommands(record.facts));
+}
+
+std::optional<ArrayPlace> EarlierResults::FindingsOf(const JournalRecord& record) const {
+    if (!record.hasFindings) return std::nullopt;
+    return PlaceOf(record.findings, !HasFindings(record.facts));
+}
+
+std::optional<ArrayPlace> EarlierResults::PlaceOf(const StoredArray& array, bool isEmpty) const {
+    if (array.place == StoredArray::Place::kNowhere) {
+        return isEmpty ? std::optional(ArrayPlace{}) : std::nullopt;
     }
-    const bool isInReport = commands.place == StoredCommands::Place::kReport;
+    const bool isInReport = array.place == StoredArray::Place::kReport;
     const StoredFile* pFile = isInReport ? m_report.get() : m_journal.get();
     if (pFile == nullptr) return std::nullopt;
     ContentHasher hasher;
-    const bool isRead = CopyStoredText(*pFile, commands.offset, commands.length,
-                                       [&hasher](const std::string& piece) {
-                                           hasher.Add(piece);
-                                           return true;
-                                       });
-    if (!isRead || hasher.Value() != commands.hash) return std::nullopt;
-    return CommandsPlace{pFile, commands.offset, commands.length};
+    const bool isRead =
+        CopyStoredText(*pFile, array.offset, array.length, [&hasher](const std::string& piece) {
+            hasher.Add(piece);
+            return true;
+        });
+    if (!isRead || hasher.Value() != array.hash) return std::nullopt;
+    return ArrayPlace{pFile, array.offset, array.length};
 }
 
 std::unique_ptr<Journal> Journal::OpenFile(const std::shared_ptr<const Folder>& folder,
@@ -161,10 +169,10 @@ bool Journal::AppendLine(std::string_view line, std::error_code& error) {
     return true;
 }
 
-bool Journal::AppendCommands(CommandSpool& commands, ContentHash& hash, std::error_code& error) {
+bool Journal::AppendArray(ArraySpool& array, ContentHash& hash, std::error_code& error) {
     ContentHasher hasher;
     std::string text = "[";
-    const bool isWritten = commands.CopyTo([&](std::string_view piece) {
+    const bool isWritten = array.CopyTo([&](std::string_view piece) {
         text += piece;
         if (text.size() < kMostAtOnce) return true;
         hasher.Add(text);
@@ -180,9 +188,9 @@ bool Journal::AppendCommands(CommandSpool& commands, ContentHash& hash, std::err
     return AppendLine(text.append("\n"), error);
 }
 
-StoredCommands Journal::Store(CommandSpool& commands) {
-    StoredCommands stored;
-    if (commands.IsEmpty()) return stored;
+StoredArray Journal::Store(ArraySpool& array) {
+    StoredArray stored;
+    if (array.IsEmpty()) return stored;
     const std::lock_guard lock(m_mutex);
     std::error_code error;
     if (!FindEnd(error)) {
@@ -190,20 +198,20 @@ StoredCommands Journal::Store(CommandSpool& commands) {
         return {};
     }
     const std::uint64_t size = m_size;
-    if (!AppendCommands(commands, stored.hash, error)) {
+    if (!AppendArray(array, stored.hash, error)) {
         NoteError(error);
         CutTo(size);
         return {};
     }
-    stored.place = StoredCommands::Place::kJournal;
+    stored.place = StoredArray::Place::kJournal;
     stored.offset = size;
-    stored.length = commands.Size() + 2;  // the brackets
+    stored.length = array.Size() + 2;  // the brackets
     return stored;
 }
 
-CommandsPlace Journal::PlaceOf(const StoredCommands& commands) const {
-    if (commands.place == StoredCommands::Place::kNowhere) return {};
-    return {m_content.get(), commands.offset, commands.length};
+ArrayPlace Journal::PlaceOf(const StoredArray& array) const {
+    if (array.place == StoredArray::Place::kNowhere) return {};
+    return {m_content.get(), array.offset, array.length};
 }
 
 bool Journal::Record(const JournalRecord& record, std::error_code& error) {
@@ -279,33 +287,44 @@ private:
             }
             JournalRecord copy = record;
             copy.commands = {};
+            copy.findings = {};
             // Of an older state nobody will ask.
             const bool isLatest = &record == &records.back();
-            if (isLatest && !CopyCommandsOf(record, copy.commands)) return false;
+            const EarlierResults& earlier = m_journal.earlier;
+            if (isLatest &&
+                (!CopyArray(earlier.CommandsOf(record), record.commands.hash, copy.commands) ||
+                 !CopyArray(earlier.FindingsOf(record), record.findings.hash, copy.findings))) {
+                return false;
+            }
             if (!WriteLine(FormatRecord(copy))) return false;
         }
         return true;
     }
 
-    [[nodiscard]] bool CopyCommandsOf(const JournalRecord& record, StoredCommands& commands) {
-        const std::optional<CommandsPlace> place = m_journal.earlier.CommandsOf(record);
+    [[nodiscard]] bool CopyArray(const std::optional<ArrayPlace>& place, const ContentHash& hash,
+                                 StoredArray& array) {
         if (!place || place->pFile == nullptr) return true;
-        commands = {StoredCommands::Place::kJournal, m_size, place->length, record.commands.hash};
+        array = {StoredArray::Place::kJournal, m_size, place->length, hash};
         const bool isCopied =
             CopyStoredText(*place->pFile, place->offset, place->length,
                            [this](const std::string& piece) { return WriteLine(piece); });
         return isCopied && WriteLine("\n");
     }
 
+    [[nodiscard]] static StoredArray InReport(const ArrayPlace& place, std::uint64_t offset,
+                                              const ContentHash& hash) {
+        if (place.pFile == nullptr) return {};
+        return {StoredArray::Place::kReport, offset, place.length, hash};
+    }
+
     [[nodiscard]] bool WriteOwn(std::size_t index) {
         const FinishedFile& file = m_journal.files[index];
         if (!file.identity) return true;
         const FileEntry& entry = m_journal.entries[index];
-        JournalRecord record{entry.facts, *file.identity, {}};
-        if (entry.commands.pFile != nullptr) {
-            record.commands = {StoredCommands::Place::kReport, m_journal.commandOffsets[index],
-                               entry.commands.length, file.commandsHash};
-        }
+        JournalRecord record{entry.facts, *file.identity, {}, {}};
+        const ArrayOffsets& offsets = m_journal.offsets[index];
+        record.commands = InReport(entry.commands, offsets.commands, file.commandsHash);
+        record.findings = InReport(entry.findings, offsets.findings, file.findingsHash);
         return WriteLine(FormatRecord(record));
     }
 

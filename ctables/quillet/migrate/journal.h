@@ -14,7 +14,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "migrate/commandspool.h"
+#include "migrate/arrayspool.h"
 #include "migrate/journalrecord.h"
 #include "migrate/reportdata.h"
 #include "migrate/systemfiles.h"
@@ -41,9 +41,13 @@ public:
 
     /// Finds a record's commands and looks whether they are still what they were; nothing when
     /// they are not. Cost: reads all of them.
-    [[nodiscard]] std::optional<CommandsPlace> CommandsOf(const JournalRecord& record) const;
+    [[nodiscard]] std::optional<ArrayPlace> CommandsOf(const JournalRecord& record) const;
+    /// The same of its findings; nothing, too, where nobody has looked for any.
+    [[nodiscard]] std::optional<ArrayPlace> FindingsOf(const JournalRecord& record) const;
 
 private:
+    [[nodiscard]] std::optional<ArrayPlace> PlaceOf(const StoredArray& array, bool isEmpty) const;
+
     std::shared_ptr<const StoredFile> m_journal;
     std::shared_ptr<const StoredFile> m_report;
     std::unordered_map<std::string, std::vector<JournalRecord>> m_records;
@@ -56,6 +60,7 @@ struct FinishedFile {
     /// nothing when they have to stay.
     std::optional<ResultIdentity> identity;
     ContentHash commandsHash;  ///< Of the entry's commands.
+    ContentHash findingsHash;
 };
 
 /// The journal of a run, which it has for itself. From any thread, but for what says otherwise.
@@ -80,11 +85,11 @@ public:
         const std::string& reportName, const std::string& scratchName, EarlierResults& earlier,
         std::error_code& error);
 
-    /// Stores a file's commands until the journal is replaced. Where that fails, `Error` tells,
-    /// and the result says that they stand nowhere.
-    [[nodiscard]] StoredCommands Store(CommandSpool& commands);
+    /// Stores a file's commands, or its findings, until the journal is replaced. Where that fails,
+    /// `Error` tells, and the result says that they stand nowhere.
+    [[nodiscard]] StoredArray Store(ArraySpool& array);
     /// Where what `Store` has stored can be read as long as the journal lives.
-    [[nodiscard]] CommandsPlace PlaceOf(const StoredCommands& commands) const;
+    [[nodiscard]] ArrayPlace PlaceOf(const StoredArray& array) const;
     /// Writes a record. False with `error` set when the next run would not find it.
     [[nodiscard]] bool Record(const JournalRecord& record, std::error_code& error);
     /// Waits until all records are on the disk.
@@ -108,8 +113,7 @@ private:
         const std::shared_ptr<const Folder>& folder, const std::string& name,
         std::error_code& error);
     [[nodiscard]] bool AppendLine(std::string_view line, std::error_code& error);
-    [[nodiscard]] bool AppendCommands(CommandSpool& commands, ContentHash& hash,
-                                      std::error_code& error);
+    [[nodiscard]] bool AppendArray(ArraySpool& array, ContentHash& hash, std::error_code& error);
     void NoteError(const std::error_code& error);
     [[nodiscard]] bool FindEnd(std::error_code& error);
     void CutTo(std::uint64_t size);
@@ -130,8 +134,8 @@ struct CompactJournal {
     const std::vector<FileEntry>& entries;
     /// The same files, without their entries.
     const std::vector<FinishedFile>& files;
-    /// Where the array of commands of each of them begins in the JSON report.
-    const std::vector<std::uint64_t>& commandOffsets;
+    /// Where the arrays of each of them begin in the JSON report.
+    const std::vector<ArrayOffsets>& offsets;
     const EarlierResults& earlier;
     /// Results that do not stand any more, nor do their sources.
     const std::unordered_set<std::string>& gone;

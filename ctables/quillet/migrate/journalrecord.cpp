@@ -1,7 +1,7 @@
 // A journal is a text of lines. One that begins with "quillet1 " is a record: the checksum of the
 // rest follows, a blank, and that rest, a JSON object. One that begins with "[" holds the commands
-// of a file, to which a record refers by place and hash. Any other means nothing, so that later
-// versions can add to it.
+// or findings of a file, to which a record refers by place and hash. Any other means nothing, so
+// that later versions can add to it.
 //
 // A line is written at once and its end written last, so a crash leaves half a line at the end
 // alone; but disks fail, and people open files in editors. Nothing but the checksum is believed.
@@ -29,9 +29,9 @@ constexpr std::uint64_t kLargestNumber = std::uint64_t{1} << 40U;
 
 constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 62U;
 
-constexpr std::pair<StoredCommands::Place, const char*> kPlaces[] = {
-    {StoredCommands::Place::kJournal, "journal"},
-    {StoredCommands::Place::kReport, "report"},
+constexpr std::pair<StoredArray::Place, const char*> kPlaces[] = {
+    {StoredArray::Place::kJournal, "journal"},
+    {StoredArray::Place::kReport, "report"},
 };
 
 // Takes members out of an object; the first that is missing or of another kind spoils it all.
@@ -63,6 +63,17 @@ public:
         m_isGood = false;
         return 0;
     }
+    [[nodiscard]] std::vector<std::string> Texts(const char* pName) {
+        std::vector<std::string> texts;
+        const nlohmann::json* pMember = Find(pName);
+        m_isGood = pMember != nullptr && pMember->is_array();
+        if (!m_isGood) return texts;
+        for (const nlohmann::json& text : *pMember) {
+            m_isGood = m_isGood && text.is_string();
+            if (m_isGood) texts.push_back(text.get<std::string>());
+        }
+        return texts;
+    }
     [[nodiscard]] ContentHash Hash(const char* pName) {
         const std::optional<ContentHash> hash = ContentHashOf(Text(pName));
         if (!hash) m_isGood = false;
@@ -89,25 +100,24 @@ bool HasResult(FileOutcome outcome) {
     return outcome != FileOutcome::kSkipped && outcome != FileOutcome::kFailed;
 }
 
-void ReadFacts(MemberReader& reader, FileFacts& facts) {
+void ReadFacts(MemberReader& reader, bool hasFindings, FileFacts& facts) {
     const std::optional<std::string> path = PercentDecode(reader.Text("path"));
     const std::optional<FileOutcome> outcome = FileOutcomeOf(reader.Text("outcome"));
     if (!path || !IsPathOfResult(*path) || !outcome || !HasResult(*outcome)) return reader.Spoil();
     facts.path = *path;
     facts.outcome = *outcome;
     facts.bytes = reader.Number("bytes", kLargestFile);
-    facts.encoding = reader.Text("encoding");
+    for (const FileText& text : kReadingTexts) {
+        if (hasFindings || text.isInOldRecords) facts.*text.pMember = reader.Text(text.pName);
+    }
     facts.message = reader.Text("message");
     for (const FileNumber& number : kFileNumbers) {
+        if (!hasFindings && !number.isInOldRecords) continue;
         facts.*number.pMember =
             static_cast<std::int64_t>(reader.Number(number.pName, kLargestNumber));
     }
-    const nlohmann::json* pErrors = reader.Find("errors");
-    if (pErrors == nullptr || !pErrors->is_array()) return reader.Spoil();
-    for (const nlohmann::json& error : *pErrors) {
-        if (!error.is_string()) return reader.Spoil();
-        facts.errors.push_back(error.get<std::string>());
-    }
+    facts.errors = reader.Texts("errors");
+    if (hasFindings) facts.codes = reader.Texts("codes");
 }
 
 void ReadIdentity(MemberReader& reader, ResultIdentity& identity) {
@@ -121,30 +131,30 @@ void ReadIdentity(MemberReader& reader, ResultIdentity& identity) {
     }
 }
 
-void ReadCommands(MemberReader& reader, StoredCommands& commands) {
-    const nlohmann::json* pCommands = reader.Find("commands");
-    if (pCommands == nullptr) return;
+void ReadArray(MemberReader& reader, const char* pName, StoredArray& array) {
+    const nlohmann::json* pArray = reader.Find(pName);
+    if (pArray == nullptr) return;
     constexpr std::uint64_t kLargestOffset = std::numeric_limits<std::int64_t>::max() / 2;
-    MemberReader members(*pCommands);
+    MemberReader members(*pArray);
     const std::string place = members.Text("in");
-    for (const auto& [value, pName] : kPlaces) {
-        if (place == pName) commands.place = value;
+    for (const auto& [value, pPlaceName] : kPlaces) {
+        if (place == pPlaceName) array.place = value;
     }
-    commands.offset = members.Number("offset", kLargestOffset);
-    commands.length = members.Number("length", kLargestOffset);
-    commands.hash = members.Hash("hash");
-    if (!members.IsGood() || commands.place == StoredCommands::Place::kNowhere) reader.Spoil();
+    array.offset = members.Number("offset", kLargestOffset);
+    array.length = members.Number("length", kLargestOffset);
+    array.hash = members.Hash("hash");
+    if (!members.IsGood() || array.place == StoredArray::Place::kNowhere) reader.Spoil();
 }
 
-OrderedJson CommandsJson(const StoredCommands& commands) {
+OrderedJson ArrayJson(const StoredArray& array) {
     // Not a null that becomes an object: a broken one would be destroyed if memory ran out then.
     OrderedJson json = OrderedJson::object();
     for (const auto& [value, pName] : kPlaces) {
-        if (commands.place == value) json["in"] = pName;
+        if (array.place == value) json["in"] = pName;
     }
-    json["offset"] = commands.offset;
-    json["length"] = commands.length;
-    json["hash"] = TextOf(commands.hash);
+    json["offset"] = array.offset;
+    json["length"] = array.length;
+    json["hash"] = TextOf(array.hash);
     return json;
 }
 
@@ -161,12 +171,22 @@ std::string FormatRecord(const JournalRecord& record) {
     if (identity.isAccepted) json["accepted"] = true;
     json["outcome"] = NameOf(facts.outcome);
     json["bytes"] = facts.bytes;
-    json["encoding"] = facts.encoding;
-    for (const FileNumber& number : kFileNumbers) json[number.pName] = facts.*number.pMember;
+    for (const FileText& text : kReadingTexts) {
+        if (record.hasFindings || text.isInOldRecords) json[text.pName] = facts.*text.pMember;
+    }
+    for (const FileNumber& number : kFileNumbers) {
+        if (record.hasFindings || number.isInOldRecords) {
+            json[number.pName] = facts.*number.pMember;
+        }
+    }
     json["message"] = facts.message;
     json["errors"] = facts.errors;
-    if (record.commands.place != StoredCommands::Place::kNowhere) {
-        json["commands"] = CommandsJson(record.commands);
+    if (record.hasFindings) json["codes"] = facts.codes;
+    if (record.commands.place != StoredArray::Place::kNowhere) {
+        json["commands"] = ArrayJson(record.commands);
+    }
+    if (record.findings.place != StoredArray::Place::kNowhere) {
+        json["findings"] = ArrayJson(record.findings);
     }
     // Bytes that are no UTF-8 would throw otherwise.
     const std::string text = json.dump(-1, ' ', false, OrderedJson::error_handler_t::replace);
@@ -183,9 +203,11 @@ std::optional<JournalRecord> ParseRecord(std::string_view line) {
     const nlohmann::json json = nlohmann::json::parse(text, nullptr, /*allow_exceptions=*/false);
     MemberReader reader(json);
     JournalRecord record;
-    ReadFacts(reader, record.facts);
+    record.hasFindings = reader.Find("found") != nullptr;
+    ReadFacts(reader, record.hasFindings, record.facts);
     ReadIdentity(reader, record.identity);
-    ReadCommands(reader, record.commands);
+    ReadArray(reader, "commands", record.commands);
+    ReadArray(reader, "findings", record.findings);
     if (!reader.IsGood()) return std::nullopt;
     return record;
 }

@@ -24,8 +24,9 @@ struct ResultIdentity {
     friend bool operator==(const ResultIdentity&, const ResultIdentity&) = default;
 };
 
-/// Where the commands of a file were put, as the text of a JSON array on one line.
-struct StoredCommands {
+/// Where the commands of a file, or its findings, were put, as the text of a JSON array on one
+/// line.
+struct StoredArray {
     enum class Place {
         kNowhere,  ///< There are none, or they could not be stored.
         kJournal,
@@ -41,7 +42,10 @@ struct StoredCommands {
 struct JournalRecord {
     FileFacts facts;  ///< Those of the conversion; what became of the result is not among them.
     ResultIdentity identity;
-    StoredCommands commands;
+    StoredArray commands;
+    StoredArray findings;
+    /// False for those of version 0.1, whose facts tell nothing about findings.
+    bool hasFindings = true;
 };
 
 /// The record as a line with its line feed.

@@ -87,6 +87,21 @@ std::string CommandJson(const CommandReport& command, TextEncoding encoding,
     return Dump(json);
 }
 
+std::string FindingJson(const Finding& finding, TextEncoding encoding, const CodePage* pNamed) {
+    OrderedJson json = {{"code", NameOf(finding.code)},
+                        {"kind", NameOf(KindOf(finding.code))},
+                        {"command", nullptr},
+                        {"firstLine", finding.firstLine},
+                        {"lastLine", finding.lastLine},
+                        {"causeLine", finding.causeLine},
+                        {"macro", nullptr},
+                        {"sentence", ToUtf8(finding.sentence, encoding, pNamed)},
+                        {"text", ToUtf8(finding.text, encoding, pNamed)}};
+    if (finding.command != CommandType::kOrdinary) json["command"] = TypeName(finding.command);
+    if (!finding.macro.empty()) json["macro"] = ToUtf8(finding.macro, encoding, pNamed);
+    return Dump(json);
+}
+
 std::string OpenFileJson(const FileFacts& facts) {
     OrderedJson json = {{"path", ToUtf8(facts.path, TextEncoding::kUtf8)}};
     if (!IsUtf8(facts.path)) json["rawPath"] = PercentEncode(facts.path);
@@ -97,7 +112,7 @@ std::string OpenFileJson(const FileFacts& facts) {
     if (facts.isLinkNotFollowed) json["linkNotFollowed"] = true;
     json["bytes"] = facts.bytes;
     json["modified"] = facts.modified;
-    json["encoding"] = facts.encoding;
+    for (const FileText& text : kReadingTexts) json[text.pName] = facts.*text.pMember;
     for (const FileNumber& number : kFileNumbers) json[number.pName] = facts.*number.pMember;
     json["message"] = facts.message;
     return DumpOpen(json);
@@ -111,7 +126,7 @@ std::string OpenReportJson(const Report& report) {
                               {"quilletVersion", QUILLET_VERSION},
                               {"source", ToUtf8(run.source, TextEncoding::kUtf8)},
                               {"target", ToUtf8(run.target, TextEncoding::kUtf8)},
-                              {"batchMode", run.batchMode},
+                              {"layout", run.layout},
                               {"dryRun", run.dryRun},
                               {"interrupted", run.isInterrupted},
                               {"shard", ShardJson(run.shard)},
@@ -121,7 +136,7 @@ std::string OpenReportJson(const Report& report) {
     return DumpOpen(json) + ",\n\"files\":[\n";
 }
 
-bool CopyCommands(const CommandsPlace& place, TextOutput& output) {
+bool CopyArray(const ArrayPlace& place, TextOutput& output) {
     if (place.pFile == nullptr) return output.Write("[]");
     return CopyStoredText(*place.pFile, place.offset, place.length, [&output](std::string& block) {
         // Outside of strings, where alone they can stand, line ends mean nothing.
@@ -150,18 +165,22 @@ private:
 }  // namespace
 
 bool WriteJsonReport(const Report& report, TextOutput& textOutput,
-                     std::vector<std::uint64_t>* pOffsets) {
+                     std::vector<ArrayOffsets>* pOffsets) {
     CountingOutput output(textOutput);
     if (!output.Write(OpenReportJson(report))) return false;
     bool isFirst = true;
     for (const FileEntry& file : report.files) {
         const std::string_view separator = std::exchange(isFirst, false) ? "" : ",\n";
+        ArrayOffsets offsets;
         if (!output.Write(separator) || !output.Write(OpenFileJson(file.facts)) ||
-            !output.Write(kCommandsMember)) {
+            !output.Write(kFindingsMember)) {
             return false;
         }
-        if (pOffsets != nullptr) pOffsets->push_back(output.Size());
-        if (!CopyCommands(file.commands, output) || !output.Write("}")) return false;
+        offsets.findings = output.Size();
+        if (!CopyArray(file.findings, output) || !output.Write(kCommandsMember)) return false;
+        offsets.commands = output.Size();
+        if (!CopyArray(file.commands, output) || !output.Write("}")) return false;
+        if (pOffsets != nullptr) pOffsets->push_back(offsets);
     }
     return output.Write("\n]}\n");
 }

@@ -16,25 +16,29 @@ namespace quillet::migrate {
 [[nodiscard]] std::string CommandJson(const CommandReport& command, TextEncoding encoding,
                                       const CodePage* pNamed = nullptr);
 
-/// The JSON object of a file without what concerns its commands and without the brace at its
-/// end, so that more members can follow, beginning with a comma.
+/// The JSON object of a finding; `encoding` is that of its texts.
+[[nodiscard]] std::string FindingJson(const Finding& finding, TextEncoding encoding,
+                                      const CodePage* pNamed = nullptr);
+
+/// The JSON object of a file without what concerns its commands and findings and without the brace
+/// at its end, so that more members can follow, beginning with a comma.
 [[nodiscard]] std::string OpenFileJson(const FileFacts& facts);
 
 /// The JSON object of a whole report up to its files, whose array has just been opened.
 [[nodiscard]] std::string OpenReportJson(const Report& report);
 
-/// The name that `OpenFileJson` gives to the array of commands, with a comma before it.
+/// The names of a file's arrays, each with a comma before it.
+inline constexpr std::string_view kFindingsMember = ",\"findings\":";
 inline constexpr std::string_view kCommandsMember = ",\"commands\":";
 
-/// Writes the JSON array of a file's commands without line ends, "[]" where it has none. False
-/// when it cannot be read or not be written.
-[[nodiscard]] bool CopyCommands(const CommandsPlace& place, TextOutput& output);
+/// Writes the JSON array of a file's commands or findings without line ends, "[]" where it has
+/// none. False when it cannot be read or not be written.
+[[nodiscard]] bool CopyArray(const ArrayPlace& place, TextOutput& output);
 
-/// Writes the whole report, one file a line. False when `output` fails or commands cannot be
-/// read. `pOffsets`, unless it is null, gets a number for each file: where its array of commands
-/// begins, in bytes.
+/// Writes the whole report, one file a line. False when `output` fails or commands or findings
+/// cannot be read. `pOffsets`, unless it is null, gets those of each file.
 [[nodiscard]] bool WriteJsonReport(const Report& report, TextOutput& output,
-                                   std::vector<std::uint64_t>* pOffsets = nullptr);
+                                   std::vector<ArrayOffsets>* pOffsets = nullptr);
 
 }  // namespace quillet::migrate
 

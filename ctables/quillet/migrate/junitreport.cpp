@@ -1,5 +1,7 @@
 #include "migrate/junitreport.h"
 
+#include <set>
+
 #include "migrate/reportreader.h"
 #include "platform/numbertext.h"
 
@@ -18,10 +20,19 @@ struct Counts {
     std::int64_t skipped = 0;
 };
 
+// A command that is no legacy command is a test all the same when the conversion ends there.
+bool IsStoppedByOther(const FileFacts& facts) {
+    return facts.outcome == FileOutcome::kStopped && facts.unreadable == 0;
+}
+
 Counts CountsOf(const FileFacts& facts) {
     if (facts.outcome == FileOutcome::kFailed) return {1, 0, 1, 0};
-    if (facts.outcome == FileOutcome::kSkipped) return {1, 0, 0, 1};
-    return {facts.converted + facts.failed + facts.unreadable, facts.failed, facts.unreadable, 0};
+    if (!IsOfConversion(facts.outcome) && facts.outcome != FileOutcome::kCopied) {
+        return {1, 0, 0, 1};
+    }
+    const std::int64_t errors = facts.unreadable + (IsStoppedByOther(facts) ? 1 : 0);
+    return {facts.converted + facts.failed + errors + facts.overlooked,
+            facts.failed + facts.overlooked, errors, 0};
 }
 
 Counts CountsOf(const std::vector<FileEntry>& files) {
@@ -82,10 +93,68 @@ std::string TestCase(const std::string& path, const CommandFacts& command) {
     return text + Warnings(command) + "    </testcase>\n";
 }
 
+std::string TestCase(const std::string& path, const FindingFacts& finding) {
+    std::string name = finding.command + ", line " + std::to_string(finding.firstLine);
+    if (finding.lastLine > finding.firstLine) name += " to " + std::to_string(finding.lastLine);
+    return "    <testcase" + Attribute("classname", path) + Attribute("name", name) +
+           ">\n      <failure" + Attribute("type", finding.code) +
+           Attribute("message", finding.sentence) + ">" + EscapeXml(finding.text) +
+           "</failure>\n    </testcase>\n";
+}
+
+// The cases of one file, which are its legacy commands.
+class FileCases {
+public:
+    // Both are borrowed.
+    FileCases(const FileEntry& file, TextOutput& output)
+        : m_file(file), m_output(output), m_path(PathText(file.facts)) {}
+
+    [[nodiscard]] bool Write() {
+        const bool areFindingsRead =
+            ForEachFinding(m_file.findings, [this](const FindingFacts& finding) { Take(finding); });
+        const bool areCommandsRead =
+            ForEachCommand(m_file.commands, [this](const CommandFacts& command) { Take(command); });
+        return areFindingsRead && areCommandsRead && WriteOthers() && m_isWritten;
+    }
+
+private:
+    static bool IsOverlooked(const FindingFacts& finding) {
+        return finding.kind == NameOf(FindingKind::kOverlooked);
+    }
+    void Take(const FindingFacts& finding) {
+        if (!IsOverlooked(finding)) return;
+        m_overlookedLines.insert(finding.firstLine);
+        Write(TestCase(m_path, finding));
+    }
+    // What is no test.
+    [[nodiscard]] bool WriteOthers() {
+        if (m_file.facts.changed + m_file.facts.told == 0) return true;
+        Write("    <system-out>");
+        const bool areRead = ForEachFinding(m_file.findings, [this](const FindingFacts& finding) {
+            if (!IsOverlooked(finding)) Write(EscapeXml(finding.sentence + "\n"));
+        });
+        Write("</system-out>\n");
+        return areRead;
+    }
+    // In a macro, a command may have been converted and be overlooked all the same.
+    void Take(const CommandFacts& command) {
+        if (!m_overlookedLines.contains(command.firstLine)) Write(TestCase(m_path, command));
+    }
+    void Write(const std::string& text) { m_isWritten = m_isWritten && m_output.Write(text); }
+
+    const FileEntry& m_file;
+    TextOutput& m_output;
+    std::string m_path;
+    std::set<std::int64_t> m_overlookedLines;
+    bool m_isWritten = true;
+};
+
 std::string FileCase(const FileFacts& facts) {
     const bool hasFailed = facts.outcome == FileOutcome::kFailed;
+    const std::string_view message =
+        facts.message.empty() ? std::string_view("nothing to convert") : facts.message;
     return "    <testcase" + Attribute("classname", PathText(facts)) + Attribute("name", "file") +
-           "><" + (hasFailed ? "error" : "skipped") + Attribute("message", facts.message) +
+           "><" + (hasFailed ? "error" : "skipped") + Attribute("message", message) +
            "/></testcase>\n";
 }
 
@@ -95,15 +164,10 @@ bool WriteSuite(const FileEntry& file, TextOutput& output) {
                       ">\n")) {
         return false;
     }
-    bool isWritten = true;
-    if (file.facts.outcome == FileOutcome::kFailed || file.facts.outcome == FileOutcome::kSkipped) {
-        isWritten = output.Write(FileCase(file.facts));
-    } else {
-        const auto writeCase = [&](const CommandFacts& command) {
-            isWritten = isWritten && output.Write(TestCase(path, command));
-        };
-        if (!ForEachCommand(file.commands, writeCase)) return false;
-    }
+    const bool hasCases =
+        IsOfConversion(file.facts.outcome) || file.facts.outcome == FileOutcome::kCopied;
+    const bool isWritten =
+        hasCases ? FileCases(file, output).Write() : output.Write(FileCase(file.facts));
     return isWritten && output.Write("  </testsuite>\n");
 }
 

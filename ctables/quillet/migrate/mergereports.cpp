@@ -52,7 +52,7 @@ RunFacts JoinRuns(const std::vector<Report>& reports) {
         const RunFacts& run = report.run;
         AddName(run.source, sources);
         AddName(run.target, targets);
-        joined.batchMode = joined.batchMode || run.batchMode;
+        if (run.layout != joined.layout) joined.layout = "mixed";
         joined.dryRun = joined.dryRun || run.dryRun;
         joined.isInterrupted = joined.isInterrupted || run.isInterrupted;
         joined.started = std::min(joined.started, run.started);
@@ -174,7 +174,7 @@ int MergeReports(const Settings& settings) {
     }
     const std::unique_ptr<TargetFolder> target = PrepareFolder(settings.target);
     if (target == nullptr) return kTroubleStatus;
-    std::vector<std::uint64_t> ignored;
+    std::vector<ArrayOffsets> ignored;
     if (!WriteReportFiles(report, *target, {junit, kThreads}, ignored, problem)) {
         Tell(problem);
         return kTroubleStatus;

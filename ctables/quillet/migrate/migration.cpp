@@ -5,7 +5,9 @@
 #include <chrono>
 #include <ctime>
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <set>
 #include <stop_token>
@@ -20,6 +22,7 @@
 #include "migrate/filemigration.h"
 #include "migrate/filetree.h"
 #include "migrate/journal.h"
+#include "migrate/layouts.h"
 #include "migrate/pattern.h"
 #include "migrate/progress.h"
 #include "migrate/reportdata.h"
@@ -29,6 +32,7 @@
 #include "migrate/summary.h"
 #include "migrate/systemfiles.h"
 #include "migrate/targetfolder.h"
+#include "platform/includepaths.h"
 #include "platform/interruption.h"
 #include "platform/process.h"
 #include "platform/system.h"
@@ -56,7 +60,10 @@ public:
         : m_settings(settings),
           m_interruption(m_stop, kInterruptedStatus),
           m_started(std::time(nullptr)),
-          m_start(std::chrono::steady_clock::now()) {}
+          m_start(std::chrono::steady_clock::now()),
+          m_layoutRules(settings.layout) {
+        for (const std::string& pattern : settings.batchInclude) m_layoutRules.AddBatch(pattern);
+    }
 
     int Run() {
         std::string problem;
@@ -246,6 +253,17 @@ private:
         m_sourceFolders.identities.merge(tree.identities);
     }
 
+    // Of a single file nobody knows what lies beside it.
+    [[nodiscard]] std::function<bool(std::string_view, std::string_view)> IncludeFinder() {
+        if (!m_singleFile.empty()) return {};
+        return [this](std::string_view path, std::string_view includingFile) {
+            std::call_once(m_includesFlag, [this] {
+                m_includes.emplace(std::vector<std::string>(m_sources.begin(), m_sources.end()));
+            });
+            return m_includes->Find(path, includingFile).has_value();
+        };
+    }
+
     void NoteSource(const TreeEntry& entry) {
         m_sources.insert(entry.path);
         if (entry.kind != TreeEntry::Kind::kFile) m_unknownParts.insert(entry.path);
@@ -308,20 +326,23 @@ private:
         m_progress.allFiles = m_tasks.size();
         for (const FileTask& task : m_tasks) m_progress.allBytes += task.entry.size;
         ResultPublisher publisher(*m_journal, *m_target, m_progress);
-        const MigrationContext context = {
-            *m_source,
-            *m_target,
-            m_earlier,
-            *m_journal,
-            publisher,
-            m_progress,
-            m_encodings,
-            m_encodingRules,
-            {m_settings.batchMode, LegacyEncodingName(), m_settings.toUtf8},
-            m_settings.copyOthers,
-            m_settings.dryRun,
-            m_settings.force,
-            m_settings.acceptEdited};
+        const MigrationContext context = {*m_source,
+                                          *m_target,
+                                          m_earlier,
+                                          *m_journal,
+                                          publisher,
+                                          m_progress,
+                                          m_encodings,
+                                          m_encodingRules,
+                                          {m_settings.layout, LegacyEncodingName(),
+                                           m_settings.toUtf8, m_settings.endAtBlankLines},
+                                          m_layoutRules,
+                                          IncludeFinder(),
+                                          m_settings.copyOthers,
+                                          m_settings.copyOthers || !m_settings.include.empty(),
+                                          m_settings.dryRun,
+                                          m_settings.force,
+                                          m_settings.acceptEdited};
         const ProgressDisplay display(m_progress, m_settings.isQuiet);
         const auto count = static_cast<unsigned>(
             std::min<std::size_t>(m_settings.jobs, std::max<std::size_t>(m_tasks.size(), 1)));
@@ -393,7 +414,7 @@ private:
         for (FinishedFile& file : files) report.files.push_back(std::move(file.entry));
         report.run = {m_singleFile.empty() ? m_sourcePath : JoinPath(m_sourcePath, m_singleFile),
                       m_target->Root(),
-                      m_settings.batchMode,
+                      std::string(NameOf(m_settings.layout)),
                       m_settings.dryRun,
                       isInterrupted,
                       m_settings.shard,
@@ -410,15 +431,15 @@ private:
         // What a build server has of an earlier run stays until there is a whole one.
         const std::optional<JunitFile> none;
         const ReportWriting writing{report.run.isInterrupted ? none : m_junit, m_settings.jobs};
-        std::vector<std::uint64_t> commandOffsets;
+        std::vector<ArrayOffsets> offsets;
         std::string problem;
-        if (!WriteReportFiles(report, *m_target, writing, commandOffsets, problem)) {
+        if (!WriteReportFiles(report, *m_target, writing, offsets, problem)) {
             static_cast<void>(Refuse(problem));
             return false;
         }
         const bool isComplete = !report.run.isInterrupted && !m_settings.dryRun;
         if (isComplete) RemoveInterruptedReport(*m_target);
-        bool isWhole = !isComplete || ReplaceJournal(report, files, commandOffsets);
+        bool isWhole = !isComplete || ReplaceJournal(report, files, offsets);
         if (m_journal->Error()) {
             static_cast<void>(
                 Refuse("Not everything could be recorded: " + m_journal->Error().message() +
@@ -436,12 +457,12 @@ private:
     // The journal as it has grown holds all that the new one does, so nothing is lost when this
     // fails.
     [[nodiscard]] bool ReplaceJournal(const Report& report, const std::vector<FinishedFile>& files,
-                                      const std::vector<std::uint64_t>& commandOffsets) {
+                                      const std::vector<ArrayOffsets>& offsets) {
         std::error_code error;
         const std::unique_ptr<NewFile> file =
             NewFile::Create(m_target->RootFolder(), m_target->TemporaryName("journal"), error);
         if (file != nullptr) {
-            const CompactJournal journal = {report.files, files, commandOffsets, m_earlier, m_gone};
+            const CompactJournal journal = {report.files, files, offsets, m_earlier, m_gone};
             if (WriteCompactJournal(journal, *file, m_changedFolders) && SyncFolders(error) &&
                 file->Commit(m_target->ReportName(kJournalExtension), DefaultPermissions())) {
                 return true;
@@ -488,6 +509,9 @@ private:
     ProgressCounters m_progress;
     Encodings m_encodings;
     EncodingRules m_encodingRules;
+    LayoutRules m_layoutRules;
+    std::once_flag m_includesFlag;
+    std::optional<IncludePaths> m_includes;  // made when it is asked for
     std::set<std::string> m_changedFolders;  // below TARGET, those in which results were renamed
     std::unordered_set<std::string> m_gone;  // results that are recorded, but are no more
 };

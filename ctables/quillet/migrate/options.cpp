@@ -34,8 +34,12 @@ constexpr const char* kFooter =
     "SOURCE: * stands for any characters, ? for one, [a-z] for one of a set. Letter case does not\n"
     "count.\n"
     "\n"
+    "A file without a legacy command is not converted; with --include or --copy-others it is\n"
+    "copied. In the layout \"auto\", a file is read in batch layout when it reads well there.\n"
+    "\n"
     "Exit status: 0 when all went well; 1 when something of the source needs a person: a command\n"
-    "could not be converted or read, an edited result has a source that has changed since, or a\n"
+    "could not be converted or read, or was overlooked, an edited result has a source that has "
+    "changed since, or a\n"
     "link was not followed; 2 when something could not be read or written, and for wrong usage;\n"
     "130 when stopped.";
 
@@ -44,6 +48,8 @@ struct Parsed {
     Settings settings;
     std::vector<std::string> paths;
     std::string jobs;
+    std::string layout;
+    bool isBatch = false;
     std::string shard;
     bool mergesReports = false;
 };
@@ -87,6 +93,7 @@ public:
         if (!problem.empty()) return Refuse(std::move(problem));
         m_parsed.settings.include = m_pInclude->results();
         m_parsed.settings.exclude = m_pExclude->results();
+        m_parsed.settings.batchInclude = m_pBatchInclude->results();
         return Check();
     }
 
@@ -104,13 +111,17 @@ private:
         m_pEncodings =
             add("--encoding-include", "Read files of such names in that encoding (repeatable)")
                 ->type_name("PATTERN=NAME");
+        m_pBatchInclude =
+            add("--batch-include", "Read files of such names in batch layout (repeatable)");
     }
 
     void AddFlags() {
         Settings& settings = m_parsed.settings;
         m_app.add_flag("--copy-others", settings.copyOthers,
                        "Copy the files that are not converted");
-        m_app.add_flag("--batch", settings.batchMode, "Read the files in batch mode");
+        m_app.add_flag("--batch", m_parsed.isBatch, "The old name of --layout=batch");
+        m_app.add_flag("--end-at-blank-lines", settings.endAtBlankLines,
+                       "End commands and comments without a period at blank lines");
         m_app.add_flag("--to-utf8", settings.toUtf8, "Write all results in UTF-8");
         m_app.add_flag("--dry-run", settings.dryRun, "Write the report alone");
         m_app.add_flag("--force", settings.force, "Replace all results, edited ones too");
@@ -126,6 +137,8 @@ private:
                                 const char* text) {
             return m_app.add_option(name, value, text)->type_name(type);
         };
+        m_pLayout = add("--layout", m_parsed.layout, "NAME",
+                        "auto, interactive or batch: how the files are laid out (default: auto)");
         m_pJobs = add("--jobs", m_parsed.jobs, "N", "Files to convert at a time (default: cores)");
         m_pEncoding = add("--encoding", m_parsed.settings.encoding, "NAME",
                           "Encoding of the files that are not UTF-8 (default: the locale's)");
@@ -169,7 +182,7 @@ private:
             }
             m_parsed.settings.encodings.emplace_back(rule.substr(0, sign), rule.substr(sign + 1));
         }
-        for (const CLI::Option* pPatterns : {m_pInclude, m_pExclude}) {
+        for (const CLI::Option* pPatterns : {m_pInclude, m_pExclude, m_pBatchInclude}) {
             for (const std::string& pattern : pPatterns->results()) {
                 if (pattern.empty())
                     return Refuse(pPatterns->get_name() + ": the pattern is empty");
@@ -180,9 +193,10 @@ private:
 
     CommandLine CheckMerging() {
         if (m_parsed.paths.size() < 2) return Refuse("--merge-reports needs FILE... and TARGET");
-        for (const char* pName : {"--include", "--exclude", "--copy-others", "--batch", "--jobs",
-                                  "--dry-run", "--force", "--accept-edited", "--shard",
-                                  "--encoding", "--encoding-include", "--to-utf8"}) {
+        for (const char* pName :
+             {"--include", "--exclude", "--copy-others", "--batch", "--layout", "--batch-include",
+              "--end-at-blank-lines", "--jobs", "--dry-run", "--force", "--accept-edited",
+              "--shard", "--encoding", "--encoding-include", "--to-utf8"}) {
             if (m_app.count(pName) > 0) {
                 return Refuse(std::string(pName) + " does not go with --merge-reports");
             }
@@ -205,6 +219,15 @@ private:
         }
         m_parsed.settings.source = std::move(m_parsed.paths[0]);
         m_parsed.settings.target = std::move(m_parsed.paths[1]);
+        if (!TakeLayout()) {
+            return Refuse("--layout: auto, interactive or batch is expected instead of \"" +
+                          m_parsed.layout + "\"");
+        }
+        if (m_parsed.isBatch && m_pLayout->count() > 0 &&
+            m_parsed.settings.layout != Layout::kBatch) {
+            return Refuse("--batch does not go with --layout=" + m_parsed.layout);
+        }
+        if (m_parsed.isBatch) m_parsed.settings.layout = Layout::kBatch;
         if (!TakeJobs()) {
             return Refuse("--jobs: a number from 1 to " + std::to_string(kMostJobs) +
                           " is expected instead of \"" + m_parsed.jobs + "\"");
@@ -217,6 +240,13 @@ private:
             }
         }
         return {std::move(m_parsed.settings), {}, false};
+    }
+
+    bool TakeLayout() {
+        if (m_pLayout->count() == 0) return true;
+        const std::optional<Layout> layout = LayoutOf(m_parsed.layout);
+        m_parsed.settings.layout = layout.value_or(Layout::kAuto);
+        return layout.has_value();
     }
 
     bool TakeJobs() {
@@ -235,6 +265,8 @@ private:
     Parsed m_parsed;
     CLI::Option* m_pInclude = nullptr;
     CLI::Option* m_pExclude = nullptr;
+    CLI::Option* m_pBatchInclude = nullptr;
+    CLI::Option* m_pLayout = nullptr;
     CLI::Option* m_pJobs = nullptr;
     CLI::Option* m_pShard = nullptr;
     CLI::Option* m_pEncoding = nullptr;

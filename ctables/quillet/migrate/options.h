@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "migrate/layouts.h"
 #include "migrate/shard.h"
 
 namespace quillet::migrate {
@@ -18,7 +19,9 @@ struct Settings {
     std::vector<std::string> include;
     std::vector<std::string> exclude;
     bool copyOthers = false;
-    bool batchMode = false;
+    Layout layout = Layout::kAuto;
+    std::vector<std::string> batchInclude;  ///< Of files that are in batch layout.
+    bool endAtBlankLines = false;
     bool dryRun = false;
     bool force = false;
     bool acceptEdited = false;

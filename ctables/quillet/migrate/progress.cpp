@@ -48,7 +48,8 @@ std::string FormatProgress(const ProgressCounters& counters, double seconds) {
                        std::to_string(counters.allFiles) + " files (" +
                        std::to_string(static_cast<int>(share * kPercent)) + "%), " +
                        std::to_string(counters.commands.load()) + " commands, " +
-                       std::to_string(counters.failures.load()) + " failures";
+                       std::to_string(counters.failures.load()) + " failures, " +
+                       std::to_string(counters.overlooked.load()) + " overlooked";
     if (seconds > 0) text += ", " + FixedText(bytes / kMegabyte / seconds, 1) + " MB/s";
     if (share > 0) text += ", " + FormatDuration(seconds * (1 - share) / share) + " left";
     return text;

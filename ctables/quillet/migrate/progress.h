@@ -21,9 +21,10 @@ struct ProgressCounters {
     std::atomic<std::uint64_t> bytes = 0;
     std::atomic<std::uint64_t> commands = 0;
     std::atomic<std::uint64_t> failures = 0;  ///< Of commands and of files.
+    std::atomic<std::uint64_t> overlooked = 0;
 };
 
-/// "12/40 files (30%), 600 commands, 7 failures, 3.2 MB/s, 5 s left".
+/// "12/40 files (30%), 600 commands, 7 failures, 2 overlooked, 3.2 MB/s, 5 s left".
 [[nodiscard]] std::string FormatProgress(const ProgressCounters& counters, double seconds);
 
 /// "5 s", "3 min 20 s", "2 h 5 min".

@@ -17,10 +17,14 @@ struct NamedOutcome {
     std::int64_t Totals::*pCounter = nullptr;
 };
 
-constexpr std::array<NamedOutcome, 6> kOutcomes = {{
+constexpr std::array<NamedOutcome, 10> kOutcomes = {{
     {FileOutcome::kConverted, "converted", &Totals::filesConverted},
+    {FileOutcome::kChanged, "changed", &Totals::filesChanged},
     {FileOutcome::kPartly, "partly", &Totals::filesPartly},
+    {FileOutcome::kUnconverted, "unconverted", &Totals::filesUnconverted},
+    {FileOutcome::kOverlooked, "overlooked", &Totals::filesOverlooked},
     {FileOutcome::kStopped, "stopped", &Totals::filesStopped},
+    {FileOutcome::kNothing, "nothing-to-convert", &Totals::filesNothing},
     {FileOutcome::kCopied, "copied", &Totals::filesCopied},
     {FileOutcome::kSkipped, "skipped", &Totals::filesSkipped},
     {FileOutcome::kFailed, "failed", &Totals::filesFailed},
@@ -38,6 +42,12 @@ constexpr std::array<std::pair<CommandOutcome, std::string_view>, 4> kCommandOut
     {CommandOutcome::kConverted, "converted"},
     {CommandOutcome::kFailed, "failed"},
     {CommandOutcome::kUnreadable, "unreadable"},
+}};
+
+constexpr std::array<std::pair<FindingKind, std::string_view>, 3> kKindNames = {{
+    {FindingKind::kOverlooked, "overlooked"},
+    {FindingKind::kChanged, "changed"},
+    {FindingKind::kTold, "told"},
 }};
 
 template <class Table, class Value>
@@ -64,10 +74,14 @@ void AddFile(const FileFacts& facts, Totals& totals) {
     totals.bytes += facts.bytes;
     totals.commands += CommandCountOf(facts);
     totals.commandsCopied += facts.copied;
+    totals.commandsFound += facts.found;
     totals.commandsConverted += facts.converted;
     totals.commandsFailed += facts.failed;
     totals.commandsUnreadable += facts.unreadable;
+    totals.commandsOverlooked += facts.overlooked;
     totals.warnings += facts.warnings;
+    totals.findingsChanged += facts.changed;
+    totals.findingsTold += facts.told;
 }
 
 }  // namespace
@@ -77,6 +91,19 @@ std::string_view NameOf(FileOutcome outcome) { return Describe(outcome).name; }
 std::optional<FileOutcome> FileOutcomeOf(std::string_view name) {
     for (const NamedOutcome& outcome : kOutcomes) {
         if (outcome.name == name) return outcome.value;
+    }
+    return std::nullopt;
+}
+
+bool IsOfConversion(FileOutcome outcome) {
+    return outcome > FileOutcome::kFailed && outcome < FileOutcome::kNothing;
+}
+
+std::string_view NameOf(FindingKind kind) { return FindName(kKindNames, kind); }
+
+std::optional<FindingKind> FindingKindOf(std::string_view name) {
+    for (const auto& [value, itsName] : kKindNames) {
+        if (itsName == name) return value;
     }
     return std::nullopt;
 }
@@ -103,11 +130,29 @@ bool IsLeftAlone(ResultState state) {
     return state == ResultState::kKept || state == ResultState::kEdited;
 }
 
-std::int64_t CommandCountOf(const FileFacts& facts) {
-    return facts.copied + facts.converted + facts.failed + facts.unreadable;
+std::int64_t CommandCountOf(const FileFacts& facts) { return facts.copied + facts.listed; }
+
+bool HasCommands(const FileFacts& facts) { return facts.listed > 0; }
+
+bool HasFindings(const FileFacts& facts) {
+    return facts.overlooked > 0 || facts.changed > 0 || facts.told > 0;
 }
 
-bool HasCommands(const FileFacts& facts) { return CommandCountOf(facts) > facts.copied; }
+bool IsAccountedFor(const FileFacts& facts) {
+    return facts.found == facts.converted + facts.failed + facts.unreadable + facts.overlooked;
+}
+
+void AddName(std::string_view name, std::vector<std::string>& names) {
+    const auto place = std::lower_bound(names.begin(), names.end(), name);
+    if (place == names.end() || *place != name) names.emplace(place, name);
+}
+
+void ForgetConversion(FileFacts& facts) {
+    for (const FileNumber& number : kFileNumbers) facts.*number.pMember = 0;
+    for (const FileText& text : kReadingTexts) (facts.*text.pMember).clear();
+    facts.errors.clear();
+    facts.codes.clear();
+}
 
 void MarkAsFailed(FileFacts& facts, std::string_view what, const std::error_code& error) {
     facts.outcome = FileOutcome::kFailed;
@@ -131,7 +176,8 @@ void SortByPath(std::vector<FileEntry>& files) {
 
 int ExitStatusOf(const Totals& totals) {
     if (totals.filesFailed > 0) return kTroubleStatus;
-    const bool needsPerson = totals.filesPartly > 0 || totals.filesStopped > 0 ||
+    const bool needsPerson = totals.filesPartly > 0 || totals.filesUnconverted > 0 ||
+                             totals.filesOverlooked > 0 || totals.filesStopped > 0 ||
                              totals.filesOutdated > 0 || totals.linksNotFollowed > 0;
     return needsPerson ? kNeedsPersonStatus : kSuccessStatus;
 }

@@ -18,18 +18,26 @@ namespace quillet::migrate {
 
 class StoredFile;
 
+/// From bad to good: the first that fits is that of a file.
 enum class FileOutcome {
-    kConverted,  ///< All its commands went well, also when there were none to convert.
-    kPartly,     ///< Some of its commands could not be converted.
-    kStopped,    ///< A text that is no syntax ended its conversion.
-    kCopied,
+    kFailed,       ///< It could not be read or its result not be written.
+    kStopped,      ///< A text that is no syntax ended its conversion.
+    kOverlooked,   ///< A legacy command was not seen by the conversion.
+    kUnconverted,  ///< None of its legacy commands could be converted.
+    kPartly,       ///< Some of them could not be converted.
+    kChanged,      ///< All were converted, but other text was lost or joined.
+    kConverted,    ///< All its legacy commands were converted.
+    kNothing,      ///< There is no legacy command in it; copied, if at all.
+    kCopied,       ///< Not looked at.
     kSkipped,
-    kFailed,  ///< It could not be read or its result not be written.
 };
 
 /// The name that reports use.
 [[nodiscard]] std::string_view NameOf(FileOutcome outcome);
 [[nodiscard]] std::optional<FileOutcome> FileOutcomeOf(std::string_view name);
+
+/// True when the file was converted, however well, so that its commands are in the report.
+[[nodiscard]] bool IsOfConversion(FileOutcome outcome);
 
 /// What became of the result of a file.
 enum class ResultState {
@@ -51,6 +59,10 @@ enum class ResultState {
 /// counted.
 [[nodiscard]] bool IsOutcomeInReport(std::string_view name);
 
+/// The name that reports use.
+[[nodiscard]] std::string_view NameOf(FindingKind kind);
+[[nodiscard]] std::optional<FindingKind> FindingKindOf(std::string_view name);
+
 /// True when a result stood already and this run did not touch it.
 [[nodiscard]] bool IsLeftAlone(ResultState state);
 
@@ -64,16 +76,30 @@ struct FileFacts {
     bool isLinkNotFollowed = false;  ///< It was skipped because of a link in SOURCE or TARGET.
     std::uint64_t bytes = 0;
     std::int64_t modified = 0;  ///< Seconds since 1970.
-    std::string encoding;       ///< Empty for what was not converted.
+    // How it was read, and why so; all are empty for what was not converted.
+    std::string encoding;
+    std::string encodingReason;
+    std::string layout;
+    std::string layoutReason;
+    std::string blankLines;
+    std::string blankLinesReason;
     std::int64_t lines = 0;
-    // Numbers of commands.
+    // Numbers of commands. Each legacy command is counted once: those that were found are the sum
+    // of those converted, failed, unreadable and overlooked.
     std::int64_t copied = 0;
+    std::int64_t found = 0;
     std::int64_t converted = 0;
     std::int64_t failed = 0;
     std::int64_t unreadable = 0;
+    std::int64_t overlooked = 0;
+    std::int64_t listed = 0;  ///< Those that the report shows because they were not copied.
     std::int64_t warnings = 0;
+    // Numbers of findings that are about no legacy command.
+    std::int64_t changed = 0;
+    std::int64_t told = 0;
     std::string message;              ///< Why it was skipped or failed, or its result left alone.
     std::vector<std::string> errors;  ///< The reasons of its failed commands, sorted, once each.
+    std::vector<std::string> codes;   ///< Those of its findings, sorted, once each.
 
     friend bool operator==(const FileFacts&, const FileFacts&) = default;
 };
@@ -83,16 +109,41 @@ struct FileNumber {
     const char* pName = nullptr;
     std::int64_t FileFacts::*pMember = nullptr;
     bool isSummed = false;  ///< Reports show how many there are in all files.
+    /// Records of version 0.1 have it.
+    bool isInOldRecords = false;
 };
 
 /// In the order in which they are written.
-inline constexpr std::array<FileNumber, 6> kFileNumbers = {{
-    {"lines", &FileFacts::lines, false},
-    {"copied", &FileFacts::copied, true},
-    {"converted", &FileFacts::converted, true},
-    {"failed", &FileFacts::failed, true},
-    {"unreadable", &FileFacts::unreadable, true},
-    {"warnings", &FileFacts::warnings, true},
+inline constexpr std::array<FileNumber, 11> kFileNumbers = {{
+    {"lines", &FileFacts::lines, false, true},
+    {"copied", &FileFacts::copied, true, true},
+    {"found", &FileFacts::found, true, false},
+    {"converted", &FileFacts::converted, true, true},
+    {"failed", &FileFacts::failed, true, true},
+    {"unreadable", &FileFacts::unreadable, true, true},
+    {"overlooked", &FileFacts::overlooked, true, false},
+    {"listed", &FileFacts::listed, true, false},
+    {"warnings", &FileFacts::warnings, true, true},
+    {"changed", &FileFacts::changed, true, false},
+    {"told", &FileFacts::told, true, false},
+}};
+
+/// A text of a few letters that tells how a file was read, under the name that it has wherever it
+/// is written.
+struct FileText {
+    const char* pName = nullptr;
+    std::string FileFacts::*pMember = nullptr;
+    bool isInOldRecords = false;  ///< As with `FileNumber`.
+};
+
+/// In the order in which they are written.
+inline constexpr std::array<FileText, 6> kReadingTexts = {{
+    {"encoding", &FileFacts::encoding, true},
+    {"encodingReason", &FileFacts::encodingReason, false},
+    {"layout", &FileFacts::layout, false},
+    {"layoutReason", &FileFacts::layoutReason, false},
+    {"blankLines", &FileFacts::blankLines, false},
+    {"blankLinesReason", &FileFacts::blankLinesReason, false},
 }};
 
 /// The number of all commands of the file.
@@ -100,20 +151,38 @@ inline constexpr std::array<FileNumber, 6> kFileNumbers = {{
 
 /// True when the file has commands that would stand in a report.
 [[nodiscard]] bool HasCommands(const FileFacts& facts);
+/// The same of findings.
+[[nodiscard]] bool HasFindings(const FileFacts& facts);
+
+/// True when every legacy command that was found has come to something, once.
+[[nodiscard]] bool IsAccountedFor(const FileFacts& facts);
+
+/// Adds a name to a list of names that is sorted and has each once.
+void AddName(std::string_view name, std::vector<std::string>& names);
+
+/// Forgets what is known about commands, findings and how the file was read.
+void ForgetConversion(FileFacts& facts);
 
 /// Turns the facts into those of a file that failed, and tells why.
 void MarkAsFailed(FileFacts& facts, std::string_view what, const std::error_code& error);
 
-/// Where the commands of a file stand as the text of a JSON array.
-struct CommandsPlace {
+/// Where the commands of a file, or its findings, stand as the text of a JSON array.
+struct ArrayPlace {
     const StoredFile* pFile = nullptr;  ///< Borrowed; null when there are none.
     std::uint64_t offset = 0;           ///< In bytes.
     std::uint64_t length = 0;
 };
 
+/// Where the arrays of a file begin in a JSON report, in bytes.
+struct ArrayOffsets {
+    std::uint64_t commands = 0;
+    std::uint64_t findings = 0;
+};
+
 struct FileEntry {
     FileFacts facts;
-    CommandsPlace commands;
+    ArrayPlace commands;
+    ArrayPlace findings;
 };
 
 /// One command that was not just copied. Texts are UTF-8.
@@ -131,11 +200,27 @@ struct CommandFacts {
     std::vector<std::string> warnings;
 };
 
+/// One finding. Texts are UTF-8.
+struct FindingFacts {
+    std::string code;
+    std::string kind;
+    std::string command;  ///< Empty for none.
+    std::int64_t firstLine = 0;
+    std::int64_t lastLine = 0;
+    std::int64_t causeLine = 0;
+    std::string sentence;
+    std::string text;
+};
+
 struct Totals {
     std::int64_t files = 0;
     std::int64_t filesConverted = 0;
+    std::int64_t filesChanged = 0;
     std::int64_t filesPartly = 0;
+    std::int64_t filesUnconverted = 0;
+    std::int64_t filesOverlooked = 0;
     std::int64_t filesStopped = 0;
+    std::int64_t filesNothing = 0;
     // These are counted under their outcomes as well.
     std::int64_t filesKept = 0;      ///< Their results were left alone, edited or not.
     std::int64_t filesEdited = 0;    ///< Those of them that were edited.
@@ -148,10 +233,14 @@ struct Totals {
     std::uint64_t bytes = 0;
     std::int64_t commands = 0;
     std::int64_t commandsCopied = 0;
+    std::int64_t commandsFound = 0;
     std::int64_t commandsConverted = 0;
     std::int64_t commandsFailed = 0;
     std::int64_t commandsUnreadable = 0;
+    std::int64_t commandsOverlooked = 0;
     std::int64_t warnings = 0;
+    std::int64_t findingsChanged = 0;
+    std::int64_t findingsTold = 0;
 };
 
 /// One of the totals, under the name that it has in reports.
@@ -161,11 +250,15 @@ struct TotalNumber {
 };
 
 /// In the order in which they are written.
-inline constexpr std::array<TotalNumber, 19> kTotalNumbers = {{
+inline constexpr std::array<TotalNumber, 27> kTotalNumbers = {{
     {"files", &Totals::files},
     {"filesConverted", &Totals::filesConverted},
+    {"filesChanged", &Totals::filesChanged},
     {"filesPartly", &Totals::filesPartly},
+    {"filesUnconverted", &Totals::filesUnconverted},
+    {"filesOverlooked", &Totals::filesOverlooked},
     {"filesStopped", &Totals::filesStopped},
+    {"filesNothing", &Totals::filesNothing},
     {"filesKept", &Totals::filesKept},
     {"filesEdited", &Totals::filesEdited},
     {"filesOutdated", &Totals::filesOutdated},
@@ -177,17 +270,22 @@ inline constexpr std::array<TotalNumber, 19> kTotalNumbers = {{
     {"bytes", &Totals::bytes},
     {"commands", &Totals::commands},
     {"commandsCopied", &Totals::commandsCopied},
+    {"commandsFound", &Totals::commandsFound},
     {"commandsConverted", &Totals::commandsConverted},
     {"commandsFailed", &Totals::commandsFailed},
     {"commandsUnreadable", &Totals::commandsUnreadable},
+    {"commandsOverlooked", &Totals::commandsOverlooked},
     {"warnings", &Totals::warnings},
+    {"findingsChanged", &Totals::findingsChanged},
+    {"findingsTold", &Totals::findingsTold},
 }};
 
 /// About the run as a whole. `source` and `target` are bytes.
 struct RunFacts {
     std::string source;
     std::string target;
-    bool batchMode = false;
+    std::string layout;  ///< That was asked for: "auto", "interactive", "batch" or, of several
+                         ///< runs, "mixed".
     bool dryRun = false;
     bool isInterrupted = false;  ///< Only a part of the files was looked at.
     std::optional<Shard> shard;
@@ -205,8 +303,9 @@ struct Report {
 /// Puts the files into the order of the bytes of their paths.
 void SortByPath(std::vector<FileEntry>& files);
 
-/// One of exitstatus.h. What needs a person are commands that could not be converted, files that
-/// were stopped, edited results whose sources have changed, and links that were not followed.
+/// One of exitstatus.h. What needs a person are commands that could not be converted or were
+/// overlooked, files that were stopped, edited results whose sources have changed, and links that
+/// were not followed.
 [[nodiscard]] int ExitStatusOf(const Totals& totals);
 
 }  // namespace quillet::migrate

@@ -112,7 +112,7 @@ void RemoveInterruptedReport(const TargetFolder& target) {
 }
 
 bool WriteReportFiles(const Report& report, const TargetFolder& target,
-                      const ReportWriting& writing, std::vector<std::uint64_t>& commandOffsets,
+                      const ReportWriting& writing, std::vector<ArrayOffsets>& offsets,
                       std::string& error) {
     const std::optional<JunitFile>& junit = writing.junit;
     if (!MayBeWritten(target, junit, error)) return false;
@@ -121,8 +121,7 @@ bool WriteReportFiles(const Report& report, const TargetFolder& target,
     ReportFile page = FileOfTarget(target, suffix, "html");
     const auto writeJson = [&] {
         return json.Write(
-            [&](TextOutput& output) { return WriteJsonReport(report, output, &commandOffsets); },
-            error);
+            [&](TextOutput& output) { return WriteJsonReport(report, output, &offsets); }, error);
     };
     std::string pageError;
     const auto writePage = [&] {

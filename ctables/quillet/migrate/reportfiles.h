@@ -37,11 +37,11 @@ struct ReportWriting {
 
 /// Writes the JSON file and the page into the folder and, if there is to be one, the JUnit file.
 /// None takes its name before those of the folder are whole. False with `error` set, a whole
-/// sentence, when that fails. `commandOffsets` gets, for each file, where its commands begin in
-/// the JSON file.
+/// sentence, when that fails. `offsets` gets, for each file, where its arrays begin in the JSON
+/// file.
 [[nodiscard]] bool WriteReportFiles(const Report& report, const TargetFolder& target,
                                     const ReportWriting& writing,
-                                    std::vector<std::uint64_t>& commandOffsets, std::string& error);
+                                    std::vector<ArrayOffsets>& offsets, std::string& error);
 
 /// Removes the report of a run that was stopped, where there is one: what it tells is told by a
 /// whole one now.

@@ -28,7 +28,7 @@ constexpr Member kReportMembers[] = {
     {"quilletVersion", MemberKind::kName},
     {"source", MemberKind::kName},
     {"target", MemberKind::kName},
-    {"batchMode", MemberKind::kTruth},
+    {"layout", MemberKind::kName},
     {"dryRun", MemberKind::kTruth},
     {"interrupted", MemberKind::kTruth},
     {"shard", MemberKind::kObjectOrNull, ReportPart::kShard},
@@ -63,20 +63,30 @@ constexpr Member kOtherFileMembers[] = {
     {"linkNotFollowed", MemberKind::kTruth},
     {"bytes", MemberKind::kBytes},
     {"modified", MemberKind::kTime},
-    {"encoding", MemberKind::kName},
     {"message", MemberKind::kName},
+    {"findings", MemberKind::kArray, ReportPart::kFindings},
     {"commands", MemberKind::kArray, ReportPart::kCommands},
 };
 
 constexpr auto kFileMembers = [] {
-    std::array<Member, std::size(kOtherFileMembers) + kFileNumbers.size()> members;
+    std::array<Member, std::size(kOtherFileMembers) + kReadingTexts.size() + kFileNumbers.size()>
+        members;
     std::size_t count = 0;
     for (const Member& member : kOtherFileMembers) members[count++] = member;
+    for (const FileText& text : kReadingTexts) members[count++] = {text.pName, MemberKind::kName};
     for (const FileNumber& number : kFileNumbers) {
         members[count++] = {number.pName, MemberKind::kCount};
     }
     return members;
 }();
+
+constexpr Member kFindingMembers[] = {
+    {"code", MemberKind::kName},          {"kind", MemberKind::kFindingKind},
+    {"command", MemberKind::kTextOrNull}, {"firstLine", MemberKind::kCount},
+    {"lastLine", MemberKind::kCount},     {"causeLine", MemberKind::kCount},
+    {"macro", MemberKind::kTextOrNull},   {"sentence", MemberKind::kText},
+    {"text", MemberKind::kText},
+};
 
 constexpr Member kCommandMembers[] = {
     {"type", MemberKind::kName},           {"outcome", MemberKind::kCommandOutcome},
@@ -128,6 +138,8 @@ std::string Describe(MemberKind kind) {
             return "an object or null";
         case MemberKind::kArray:
             return "an array";
+        case MemberKind::kTextOrNull:
+            return "a text or null";
         default:
             break;
     }
@@ -165,6 +177,8 @@ bool HasForm(const nlohmann::json& value, MemberKind kind) {
             return value.is_object() || value.is_null();
         case MemberKind::kArray:
             return value.is_array();
+        case MemberKind::kTextOrNull:
+            return value.is_string() || value.is_null();
         default:
             break;
     }
@@ -193,6 +207,8 @@ std::string ProblemOfText(MemberKind kind, const std::string& text) {
             return ResultStateOf(text) ? "" : "is no state of a result";
         case MemberKind::kCommandOutcome:
             return IsOutcomeInReport(text) ? "" : "is no outcome of a command";
+        case MemberKind::kFindingKind:
+            return FindingKindOf(text) ? "" : "is no kind of finding";
         default:
             return {};
     }
@@ -210,9 +226,12 @@ std::span<const Member> MembersOf(ReportPart part) {
             return kShardMembers;
         case ReportPart::kFile:
             return kFileMembers;
+        case ReportPart::kFinding:
+            return kFindingMembers;
         case ReportPart::kCommand:
             return kCommandMembers;
         case ReportPart::kFiles:
+        case ReportPart::kFindings:
         case ReportPart::kCommands:
         case ReportPart::kWarnings:
         case ReportPart::kUnknown:
@@ -232,6 +251,8 @@ Member ElementOf(ReportPart part) {
     switch (part) {
         case ReportPart::kFiles:
             return {{}, MemberKind::kObject, ReportPart::kFile};
+        case ReportPart::kFindings:
+            return {{}, MemberKind::kObject, ReportPart::kFinding};
         case ReportPart::kCommands:
             return {{}, MemberKind::kObject, ReportPart::kCommand};
         case ReportPart::kWarnings:
@@ -247,8 +268,8 @@ std::string ProblemOf(MemberKind kind, const nlohmann::json& value) {
         return "is none that is known";
     }
     // Any other text may be long, for it is not kept.
-    const bool isLookedAt =
-        value.is_string() && kind != MemberKind::kText && kind != MemberKind::kAnything;
+    const bool isLookedAt = value.is_string() && kind != MemberKind::kText &&
+                            kind != MemberKind::kTextOrNull && kind != MemberKind::kAnything;
     return isLookedAt ? ProblemOfText(kind, value.get_ref<const std::string&>()) : std::string();
 }
 

@@ -17,7 +17,7 @@ namespace quillet::migrate {
 
 // What a report calls itself.
 inline constexpr std::string_view kFormat = "quillet-report";
-inline constexpr std::int64_t kFormatVersion = 1;
+inline constexpr std::int64_t kFormatVersion = 2;
 
 /// The objects and arrays of a report.
 enum class ReportPart {
@@ -26,6 +26,8 @@ enum class ReportPart {
     kShard,
     kFiles,  ///< An array of files.
     kFile,
+    kFindings,  ///< An array of findings.
+    kFinding,
     kCommands,  ///< An array of commands.
     kCommand,
     kWarnings,  ///< An array of texts.
@@ -36,6 +38,7 @@ enum class MemberKind {
     kAnything,
     kTruth,
     kText,
+    kTextOrNull,
     kName,  ///< A text that is kept in memory. The next ones are such texts, too:
     kFormatName,
     kPath,
@@ -43,6 +46,7 @@ enum class MemberKind {
     kFileOutcome,
     kResultState,
     kCommandOutcome,
+    kFindingKind,
     kDate,     ///< A text such as `FormatTime` makes.
     kVersion,  ///< Of the format.
     kCount,    ///< How many of something, or the number of a line.

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -26,8 +27,8 @@ using nlohmann::json;
 // shows the page, is not to be tried.
 constexpr std::size_t kMostDepth = 64;
 
-// They are kept sorted, and there are only so many reasons.
-constexpr std::size_t kMostErrorsOfFile = 256;
+// They are kept sorted, and there are only so many reasons, and codes of findings.
+constexpr std::size_t kMostNamesOfFile = 256;
 
 std::string TextOf(const json& object, const char* pName) {
     return object.value(pName, std::string());
@@ -38,7 +39,7 @@ RunFacts RunFactsOf(const json& report) {
     RunFacts run;
     run.source = TextOf(report, "source");
     run.target = TextOf(report, "target");
-    run.batchMode = report.value("batchMode", false);
+    run.layout = TextOf(report, "layout");
     run.dryRun = report.value("dryRun", false);
     run.isInterrupted = report.value("interrupted", false);
     run.started = ParseTime(TextOf(report, "started")).value_or(0);
@@ -61,17 +62,12 @@ FileFacts FileFactsOf(const json& file) {
     facts.isLinkNotFollowed = file.value("linkNotFollowed", false);
     facts.bytes = file.value("bytes", std::uint64_t{0});
     facts.modified = file.value("modified", std::int64_t{0});
-    facts.encoding = TextOf(file, "encoding");
+    for (const FileText& text : kReadingTexts) facts.*text.pMember = TextOf(file, text.pName);
     for (const FileNumber& number : kFileNumbers) {
         facts.*number.pMember = file.value(number.pName, std::int64_t{0});
     }
     facts.message = TextOf(file, "message");
     return facts;
-}
-
-void AddError(std::string_view error, std::vector<std::string>& errors) {
-    const auto place = std::lower_bound(errors.begin(), errors.end(), error);
-    if (place == errors.end() || *place != error) errors.emplace(place, error);
 }
 
 // Takes the parser's events. The first thing that does not belong into a report ends it, with
@@ -166,7 +162,12 @@ private:
         const std::string problem = ProblemOf(member.kind, value);
         if (!problem.empty()) return Refuse(problem);
         if (m_levels.back().part == ReportPart::kCommand) {
-            return member.name != "error" || TakeError(value.get_ref<const std::string&>());
+            return member.name != "error" ||
+                   TakeName(value.get_ref<const std::string&>(), "reason", m_entry.facts.errors);
+        }
+        if (m_levels.back().part == ReportPart::kFinding) {
+            return member.name != "code" ||
+                   TakeName(value.get_ref<const std::string&>(), "code", m_entry.facts.codes);
         }
         // Neither what nobody knows has a name nor what stands in an array.
         if (!member.name.empty()) {
@@ -174,10 +175,10 @@ private:
         }
         return true;
     }
-    bool TakeError(const std::string& error) {
-        AddError(error, m_entry.facts.errors);
-        return m_entry.facts.errors.size() <= kMostErrorsOfFile ||
-               Refuse("is one reason more than a file can have");
+    bool TakeName(const std::string& name, const char* pWhat, std::vector<std::string>& names) {
+        AddName(name, names);
+        return names.size() <= kMostNamesOfFile ||
+               Refuse(std::string("is one ") + pWhat + " more than a file can have");
     }
 
     // `empty` is an object or an array.
@@ -192,6 +193,9 @@ private:
         if (member.inner == ReportPart::kCommands) {
             m_entry.commands = {&m_text.File(), m_text.Position() - 1, 0};
         }
+        if (member.inner == ReportPart::kFindings) {
+            m_entry.findings = {&m_text.File(), m_text.Position() - 1, 0};
+        }
         m_levels.push_back({member.inner, empty.is_array()});
         return true;
     }
@@ -205,6 +209,9 @@ private:
                 return FinishShard(level.values);
             case ReportPart::kCommands:
                 m_entry.commands.length = m_text.Position() - m_entry.commands.offset;
+                return true;
+            case ReportPart::kFindings:
+                m_entry.findings.length = m_text.Position() - m_entry.findings.offset;
                 return true;
             case ReportPart::kFile:
                 return FinishFile(level.values);
@@ -225,15 +232,19 @@ private:
         }
         FileFacts facts = FileFactsOf(file);
         facts.errors = std::move(m_entry.facts.errors);
+        facts.codes = std::move(m_entry.facts.codes);
         if (!m_report.files.empty()) {
             const std::string& before = m_report.files.back().facts.path;
             if (facts.path == before) return Refuse("is the same file as the one before it");
             if (facts.path < before) return Refuse("is not in the order of the paths");
         }
+        if (!IsAccountedFor(facts)) {
+            return Refuse("has found another number of commands than it accounts for");
+        }
         if (const std::optional<std::string_view> member = m_sums.Add(facts)) {
             return Refuse("makes the sum of all \"" + std::string(*member) + "\" too large");
         }
-        m_report.files.push_back({std::move(facts), m_entry.commands});
+        m_report.files.push_back({std::move(facts), m_entry.commands, m_entry.findings});
         return true;
     }
     bool FinishReport(const json& report) {
@@ -257,12 +268,30 @@ private:
     std::optional<Shard> m_shard;
 };
 
-// Nothing where a member holds what it cannot hold.
-std::optional<CommandFacts> CommandFactsOf(const json& command) {
-    for (const Member& member : MembersOf(ReportPart::kCommand)) {
-        const auto found = command.find(member.name);
-        if (found != command.end() && !ProblemOf(member.kind, *found).empty()) return std::nullopt;
-    }
+// True where no member holds what it cannot hold.
+bool IsGood(ReportPart part, const json& object) {
+    const std::span<const Member> members = MembersOf(part);
+    return std::all_of(members.begin(), members.end(), [&object](const Member& member) {
+        const auto found = object.find(member.name);
+        return found == object.end() || ProblemOf(member.kind, *found).empty();
+    });
+}
+
+FindingFacts FindingFactsOf(const json& finding) {
+    FindingFacts facts;
+    facts.code = TextOf(finding, "code");
+    facts.kind = TextOf(finding, "kind");
+    const auto command = finding.find("command");
+    if (command != finding.end() && command->is_string()) facts.command = *command;
+    facts.firstLine = finding.value("firstLine", std::int64_t{0});
+    facts.lastLine = finding.value("lastLine", std::int64_t{0});
+    facts.causeLine = finding.value("causeLine", std::int64_t{0});
+    facts.sentence = TextOf(finding, "sentence");
+    facts.text = TextOf(finding, "text");
+    return facts;
+}
+
+CommandFacts CommandFactsOf(const json& command) {
     CommandFacts facts;
     facts.type = TextOf(command, "type");
     facts.outcome = TextOf(command, "outcome");
@@ -299,8 +328,11 @@ bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error,
     return false;
 }
 
-bool ForEachCommand(const CommandsPlace& place,
-                    const std::function<void(const CommandFacts&)>& take) {
+namespace {
+
+// Calls `take` for each element of an array, objects that are `part`.
+bool ForEachObject(const ArrayPlace& place, ReportPart part,
+                   const std::function<void(const json&)>& take) {
     if (place.pFile == nullptr) return true;
     StoredText text(*place.pFile, place.offset, place.offset + place.length);
     bool isValid = true;
@@ -308,9 +340,8 @@ bool ForEachCommand(const CommandsPlace& place,
         // The file may have been written to since it was first read, so all is looked at again.
         const auto takeAndDrop = [&](int depth, json::parse_event_t event, json& value) {
             if (depth != 1 || event != json::parse_event_t::object_end) return true;
-            const std::optional<CommandFacts> facts = CommandFactsOf(value);
-            isValid = isValid && facts;
-            if (isValid) take(*facts);
+            isValid = isValid && IsGood(part, value);
+            if (isValid) take(value);
             return false;
         };
         const json rest = json::parse(StoredTextIterator(&text), StoredTextIterator(), takeAndDrop);
@@ -318,6 +349,18 @@ bool ForEachCommand(const CommandsPlace& place,
     } catch (const json::exception&) {
         return false;
     }
+}
+
+}  // namespace
+
+bool ForEachCommand(const ArrayPlace& place, const std::function<void(const CommandFacts&)>& take) {
+    return ForEachObject(place, ReportPart::kCommand,
+                         [&take](const json& command) { take(CommandFactsOf(command)); });
+}
+
+bool ForEachFinding(const ArrayPlace& place, const std::function<void(const FindingFacts&)>& take) {
+    return ForEachObject(place, ReportPart::kFinding,
+                         [&take](const json& finding) { take(FindingFactsOf(finding)); });
 }
 
 }  // namespace quillet::migrate

@@ -14,17 +14,21 @@ namespace quillet::migrate {
 /// A text, or a gap between two, that is longer than this is refused before it fills the memory.
 inline constexpr std::uint64_t kLongestText = 256UL * 1024 * 1024;
 
-/// Reads a report, whatever its layout, but for its commands: the files' entries tell where in
-/// `file` these stand. False with `error` set when it is no such report: every member that is
-/// known is looked at, those of commands too, and the first that holds what it cannot hold is
+/// Reads a report, whatever its layout, but for its commands and findings: the files' entries tell
+/// where in `file` these stand. False with `error` set when it is no such report: every member that
+/// is known is looked at, those of commands too, and the first that holds what it cannot hold is
 /// named. Keeps no more than the result and a single string of the text.
 [[nodiscard]] bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error,
                                   std::uint64_t longestText = kLongestText);
 
 /// Calls `take` for each of a file's commands, in order; one at a time is kept. False when they
 /// cannot be read, or hold what they cannot have held when the report was read.
-[[nodiscard]] bool ForEachCommand(const CommandsPlace& place,
+[[nodiscard]] bool ForEachCommand(const ArrayPlace& place,
                                   const std::function<void(const CommandFacts&)>& take);
+
+/// The same for its findings.
+[[nodiscard]] bool ForEachFinding(const ArrayPlace& place,
+                                  const std::function<void(const FindingFacts&)>& take);
 
 }  // namespace quillet::migrate
 

@@ -6,8 +6,9 @@
 namespace quillet::migrate {
 
 std::string TextOf(const ResultOptions& options) {
-    return std::string("layout=") + (options.batchMode ? "batch" : "interactive") +
-           ";encoding=" + options.legacyEncoding + (options.isUtf8 ? ";result=utf-8" : "");
+    return std::string("layout=").append(NameOf(options.layout)) +
+           ";encoding=" + options.legacyEncoding + (options.isUtf8 ? ";result=utf-8" : "") +
+           (options.endsAtBlankLines ? ";blank-lines=end" : "");
 }
 
 std::string LegacyEncodingName() {

@@ -4,14 +4,17 @@
 
 #include <string>
 
+#include "migrate/layouts.h"
+
 namespace quillet::migrate {
 
 /// What, beside the bytes of its source and the version of the program, makes a result what it
 /// is. The same options convert the same source to the same bytes.
 struct ResultOptions {
-    bool batchMode = false;
+    Layout layout = Layout::kAuto;
     std::string legacyEncoding = "windows-1252";  ///< Of sources that are not UTF-8.
     bool isUtf8 = false;                          ///< Whatever the source is in.
+    bool endsAtBlankLines = false;                ///< Commands and comments that have no period.
 };
 
 /// One line by which later runs tell whether the options are still the same, for they compare it

@@ -70,17 +70,25 @@ std::string FormatFailures(const Report& report) {
 std::string FormatSummary(const Report& report) {
     const Totals totals = TotalsOf(report.files);
     std::string text = report.run.isInterrupted ? "Stopped after " : "";
-    text += CountOne(totals.files, "file") + " in " + FixedText(report.run.seconds, 1) +
-            " s: " + Count(totals.filesConverted, "converted") +
-            Also(totals.filesPartly, "partly") + Also(totals.filesStopped, "stopped at an error") +
-            Also(totals.filesCopied, "copied") + Also(totals.filesSkipped, "skipped") +
-            Also(totals.filesFailed, "failed") +
-            Also(totals.filesKept, "of them kept from an earlier run") + "\n";
+    text +=
+        CountOne(totals.files, "file") + " in " + FixedText(report.run.seconds, 1) +
+        " s: " + Count(totals.filesConverted, "converted") + Also(totals.filesChanged, "changed") +
+        Also(totals.filesPartly, "partly") + Also(totals.filesUnconverted, "unconverted") +
+        Also(totals.filesOverlooked, "with overlooked commands") +
+        Also(totals.filesStopped, "stopped at an error") +
+        Also(totals.filesNothing, "with nothing to convert") + Also(totals.filesCopied, "copied") +
+        Also(totals.filesSkipped, "skipped") + Also(totals.filesFailed, "failed") +
+        Also(totals.filesKept, "of them kept from an earlier run") + "\n";
     text += LeftAloneLine(totals);
-    text += CountOne(totals.commands, "command") + ": " + Count(totals.commandsCopied, "copied") +
-            ", " + Count(totals.commandsConverted, "converted") +
-            Also(totals.commandsFailed, "failed") + Also(totals.commandsUnreadable, "unreadable") +
-            "; " + CountOne(totals.warnings, "warning") + "\n";
+    text += CountOne(totals.commandsFound, "legacy command") + ": " +
+            Count(totals.commandsConverted, "converted") + Also(totals.commandsFailed, "failed") +
+            Also(totals.commandsUnreadable, "unreadable") +
+            Also(totals.commandsOverlooked, "overlooked") + "; " +
+            CountOne(totals.warnings, "warning") + "; " +
+            CountOne(totals.commandsCopied, "other command") + " copied\n";
+    if (totals.findingsChanged > 0) {
+        text += CountOne(totals.findingsChanged, "place") + " where other text is lost or joined\n";
+    }
     return text;
 }
 

@@ -139,6 +139,12 @@ bool NewFile::Write(std::string_view bytes) {
     return !m_error;
 }
 
+bool NewFile::Restart() {
+    m_buffer.clear();
+    if (!m_error && (!SetSize(m_file, 0) || !SetPosition(m_file.Get(), 0))) m_error = LastError();
+    return !m_error;
+}
+
 bool NewFile::Complete(unsigned permissions) {
     if (!Flush() || !SetPermissions(m_file, permissions, m_error)) return false;
     BeginSync(m_file);

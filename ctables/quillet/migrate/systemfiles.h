@@ -79,6 +79,8 @@ public:
 
     bool Write(std::string_view bytes) override;
 
+    /// Forgets what was written.
+    [[nodiscard]] bool Restart();
     /// Writes the rest and gives it its rights.
     [[nodiscard]] bool Complete(unsigned permissions);
     /// Waits until it is on its medium. After `Complete`.

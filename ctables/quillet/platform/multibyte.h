@@ -24,6 +24,11 @@ namespace quillet {
     return 'a' <= c && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
+/// `c`, in lower case if it is a letter of ASCII.
+[[nodiscard]] constexpr char LowerAscii(char c) {
+    return 'A' <= c && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 /// `text` in upper case, letter by letter; the byte length may change. Bytes that form no
 /// character are kept.
 [[nodiscard]] std::string TAVQMBstrupr_A(const CodePage& codePage, std::string_view text);

@@ -1,8 +1,8 @@
 "use strict";
 // The page of a migration report.
 //
-// One element, #report, holds the facts about all files; it is read at the start. The commands of
-// a file lie in an element of their own, which nobody reads before that file is chosen. The
+// One element, #report, holds the facts about all files; it is read at the start. The findings and
+// the commands of a file lie in an element of their own, which nobody reads before that file is chosen. The
 // address (#file=...&command=...) says what is open: whatever opens or closes something changes
 // the address, and FollowAddress alone brings the page in line with it.
 //
@@ -11,15 +11,20 @@
 const kRowHeight = 36;         // pixels; --row in the styles
 const kSpareRows = 8;          // rows drawn above and below those in sight
 const kPrintedRows = 1000;     // a printed list that is longer than this serves nobody
+const kFindingsAtOnce = 100;
 const kCommandsPerPage = 100;  // keeps the page small however many commands a file has
 const kLinesAtOnce = 1000;     // of one command's text
 const kHighlightedLength = 5000;  // characters; colors in longer lines cost more than they help
 
 const kFileOutcomes = new Map([
     ["converted", {label: "Converted", tone: "good"}],
+    ["changed", {label: "Changed", tone: "partly"}],
     ["partly", {label: "Partly converted", tone: "partly"}],
+    ["unconverted", {label: "Unconverted", tone: "bad"}],
+    ["overlooked", {label: "Overlooked", tone: "bad"}],
     ["stopped", {label: "Stopped", tone: "stopped"}],
     ["failed", {label: "Failed", tone: "bad"}],
+    ["nothing-to-convert", {label: "Nothing to do", tone: "idle"}],
     ["copied", {label: "Copied", tone: "copied"}],
     ["skipped", {label: "Skipped", tone: "idle"}],
 ]);
@@ -28,11 +33,26 @@ const kCommandOutcomes = new Map([
     ["failed", {label: "Failed", tone: "bad"}],
     ["unreadable", {label: "Unreadable", tone: "stopped"}],
 ]);
+const kFindingKinds = new Map([
+    ["overlooked", {label: "Overlooked", tone: "bad"}],
+    ["changed", {label: "Changed", tone: "partly"}],
+    ["told", {label: "Worth knowing", tone: "copied"}],
+]);
 const kReasons = new Map([
     /* reasons */
 ]);
 const kEncodings = new Map([
     ["utf-8", "UTF-8"], ["windows-1252", "Windows-1252"], ["system", "system code page"],
+]);
+// Why a file was read as it was.
+const kReadingReasons = new Map([
+    ["option", "given by an option"], ["pattern", "given for its name"],
+    ["first-line", "named in its first line"], ["byte-order-mark", "by its byte-order mark"],
+    ["valid-utf-8", ""], ["locale", "that of the locale"],
+    ["default", ""], ["reads-well", "in which it reads well"], ["layout", "as in all batch layout"],
+]);
+const kBlankLines = new Map([
+    ["mean-nothing", "mean nothing"], ["end-commands", "end commands"],
 ]);
 // Lists that start with what there is most of are what people look for; names start at A.
 const kColumns = [
@@ -40,6 +60,8 @@ const kColumns = [
     {key: "outcome", label: "Outcome", numeric: false, rank: (file) => OutcomeRank(file)},
     {key: "converted", label: "Converted", numeric: true, rank: (file) => Count(file.converted),
      style: "spare"},
+    {key: "overlooked", label: "Overlooked", numeric: true,
+     rank: (file) => Count(file.overlooked), style: "rare"},
     {key: "failed", label: "Failed", numeric: true, rank: (file) => FailedIn(file),
      style: "rare"},
     {key: "warnings", label: "Warnings", numeric: true, rank: (file) => Count(file.warnings),
@@ -59,7 +81,8 @@ const g_list = {
 };
 const g_open = {
     file: null,
-    commands: [],      // of that file
+    findings: [],      // of that file
+    commands: [],
     listed: [],        // indices of those that match the filter
     page: 0,
     command: null,     // index
@@ -158,6 +181,12 @@ function LabelOfReason(name) {
     return Visible(words.charAt(0).toUpperCase() + words.slice(1));
 }
 
+// The names of findings are made to be read.
+function LabelOfCode(code) {
+    const words = String(code).replaceAll("-", " ");
+    return Visible(words.charAt(0).toUpperCase() + words.slice(1));
+}
+
 function Outcome(outcomes, name) {
     return outcomes.get(name) || {label: Visible(String(name)), tone: "idle"};
 }
@@ -169,7 +198,8 @@ function OutcomeBadge(outcomes, name) {
 
 // What needs a person first.
 function OutcomeRank(file) {
-    const order = ["failed", "stopped", "partly", "skipped", "copied", "converted"];
+    const order = ["failed", "stopped", "overlooked", "unconverted", "partly", "changed", "skipped",
+        "copied", "converted", "nothing-to-convert"];
     return order.indexOf(file.outcome);
 }
 
@@ -188,18 +218,29 @@ function AddNotice(text) {
 
 // ---- The run as a whole ----
 
+// Each legacy command is counted once.
+function CommandCounts(totals) {
+    return [
+        [Count(totals.commandsConverted), "converted"], [Count(totals.commandsFailed), "failed"],
+        [Count(totals.commandsUnreadable), "unreadable"],
+        [Count(totals.commandsOverlooked), "overlooked"],
+    ].filter(([count]) => count).map(([count, what]) => `${FormatNumber(count)} ${what}`);
+}
+
 function Verdict(totals) {
-    const failed = Count(totals.commandsFailed) + Count(totals.commandsUnreadable);
-    const wanted = Count(totals.commandsConverted) + failed;
+    const found = Count(totals.commandsFound);
     if (Count(totals.files) === 0) return "No files were found.";
-    if (wanted === 0) return "No command needed converting.";
-    if (failed === 0) {
-        return wanted === 1 ? "The one command that needed converting was converted."
-                            : `All ${FormatNumber(wanted)} commands that needed converting were ` +
-                              "converted.";
+    if (found === 0) return "No legacy command was found.";
+    const changed = Count(totals.findingsChanged);
+    const more = changed
+        ? ` In ${Plural(changed, "place", "places")} other text was lost or joined.` : "";
+    if (Count(totals.commandsConverted) === found) {
+        const all = found === 1 ? "The one legacy command that was found was"
+                                : `All ${FormatNumber(found)} legacy commands that were found were`;
+        return `${all} converted.${more}`;
     }
-    return `${FormatNumber(failed)} of ${Plural(wanted, "command", "commands")} that needed ` +
-        `converting could not be converted (${FormatShare(failed, wanted)}).`;
+    return `${Plural(found, "legacy command was", "legacy commands were")} found: ` +
+        `${CommandCounts(totals).join(", ")}.${more}`;
 }
 
 function ShowRun() {
@@ -208,7 +249,7 @@ function ShowRun() {
     AddFact(run, "Target", Visible(String(g_report.target || "")));
     AddFact(run, "Started", FormatTime(new Date(g_report.started)));
     AddFact(run, "Took", FormatSeconds(g_report.seconds));
-    AddFact(run, "Mode", g_report.batchMode ? "batch" : "");
+    AddFact(run, "Layout", Visible(String(g_report.layout || "")));
     AddFact(run, "Made by", `quillet ${Visible(String(g_report.quilletVersion || ""))}`);
     Find("verdict").textContent = Verdict(g_report.totals);
     if (g_report.dryRun) {
@@ -231,7 +272,7 @@ function AddCard(name, figure, aside, tone) {
 function ShowCards() {
     const totals = g_report.totals;
     const failed = Count(totals.commandsFailed) + Count(totals.commandsUnreadable);
-    const wanted = Count(totals.commandsConverted) + failed;
+    const found = Count(totals.commandsFound);
     const unreadable = Count(totals.commandsUnreadable);
     const states = [["kept", totals.filesKept], ["edited", totals.filesEdited],
         ["orphaned", totals.filesOrphaned]];
@@ -239,12 +280,14 @@ function ShowCards() {
         .map(([name, count]) => `, ${FormatNumber(count)} ${name}`);
     AddCard("Files", FormatNumber(totals.files), FormatBytes(totals.bytes) + told.join(""),
         "copied");
-    AddCard("Commands", FormatNumber(totals.commands),
-        `${FormatNumber(totals.commandsCopied)} copied`, "copied");
-    AddCard("Commands converted", FormatNumber(totals.commandsConverted),
-        wanted ? `${FormatShare(totals.commandsConverted, wanted)} of ${FormatNumber(wanted)}` : "",
+    AddCard("Legacy commands", FormatNumber(found),
+        `${FormatNumber(totals.commandsCopied)} others copied`, "copied");
+    AddCard("Converted", FormatNumber(totals.commandsConverted),
+        found ? `${FormatShare(totals.commandsConverted, found)} of ${FormatNumber(found)}` : "",
         "good");
-    AddCard("Commands failed", FormatNumber(failed),
+    AddCard("Overlooked", FormatNumber(totals.commandsOverlooked),
+        "not seen by the conversion", "bad");
+    AddCard("Failed", FormatNumber(failed),
         unreadable ? `${FormatNumber(unreadable)} unreadable` : "", "bad");
     AddCard("Warnings", FormatNumber(totals.warnings), "what was left out", "partly");
 }
@@ -304,10 +347,10 @@ function FileRows(counts) {
 function CommandRows() {
     const totals = g_report.totals;
     return [
-        {label: "Copied unchanged", tone: "copied", count: Count(totals.commandsCopied)},
         {label: "Converted", tone: "good", count: Count(totals.commandsConverted)},
         {label: "Failed", tone: "bad", count: Count(totals.commandsFailed)},
         {label: "Unreadable", tone: "stopped", count: Count(totals.commandsUnreadable)},
+        {label: "Overlooked", tone: "bad", count: Count(totals.commandsOverlooked)},
     ];
 }
 
@@ -318,10 +361,20 @@ function ReasonRows(counts) {
     }));
 }
 
-function ShowCharts(outcomes, reasons) {
+function FindingRows(counts) {
+    return [...counts].sort((a, b) => b[1] - a[1]).map(([code, count]) => ({
+        label: LabelOfCode(code), tone: "partly", count, whole: g_report.files.length,
+        action: () => FilterFiles("finding", code),
+    }));
+}
+
+function ShowCharts(outcomes, codes, reasons) {
     FillChart(Find("file-chart"), "Files by outcome", "Outcome", "Files", FileRows(outcomes));
-    FillChart(Find("command-chart"), "Commands by outcome", "Outcome", "Commands", CommandRows());
-    // A file counts once for each reason it has.
+    FillChart(Find("command-chart"), "Legacy commands by outcome", "Outcome", "Commands",
+        CommandRows());
+    // A file counts once for each finding, and each reason, it has.
+    FillChart(Find("finding-chart"), codes.size ? "Files by finding" : "No findings", "Finding",
+        "Files", FindingRows(codes));
     const caption = reasons.size ? "Files by reason for failure" : "No command failed";
     FillChart(Find("reason-chart"), caption, "Reason", "Files", ReasonRows(reasons));
 }
@@ -342,7 +395,7 @@ const kResultFilters = new Map([
     ["orphaned", {filter: "Without a source", holds: (file) => file.result === "orphaned"}],
 ]);
 
-function FillFilters(outcomes, reasons) {
+function FillFilters(outcomes, codes, reasons) {
     const outcome = Find("outcome");
     AddOption(outcome, "", "All outcomes");
     for (const name of OutcomesIn(outcomes)) {
@@ -353,12 +406,17 @@ function FillFilters(outcomes, reasons) {
         const count = g_report.files.filter(holds).length;
         if (count) AddOption(outcome, name, `${filter} (${FormatNumber(count)})`);
     }
-    const reason = Find("reason");
-    AddOption(reason, "", "All reasons");
-    for (const [name, count] of [...reasons].sort((a, b) => b[1] - a[1])) {
-        AddOption(reason, name, `${LabelOfReason(name)} (${FormatNumber(count)})`);
+    FillCountedFilter(Find("finding"), "All findings", codes, LabelOfCode);
+    FillCountedFilter(Find("reason"), "All reasons", reasons, LabelOfReason);
+}
+
+// Most frequent first.
+function FillCountedFilter(select, all, counts, label) {
+    AddOption(select, "", all);
+    for (const [name, count] of [...counts].sort((a, b) => b[1] - a[1])) {
+        AddOption(select, name, `${label(name)} (${FormatNumber(count)})`);
     }
-    reason.disabled = reasons.size === 0;
+    select.disabled = counts.size === 0;
 }
 
 function MakeHeadings() {
@@ -389,9 +447,10 @@ function ShowSorting() {
     }
 }
 
-function Matches(file, text, outcome, reason) {
+function Matches(file, {text, outcome, finding, reason}) {
     const filter = kResultFilters.get(outcome);
     if (filter ? !filter.holds(file) : outcome && file.outcome !== outcome) return false;
+    if (finding && !(file.codes || []).includes(finding)) return false;
     if (reason && !(file.errors || []).includes(reason)) return false;
     return !text || file.path.toLowerCase().includes(text) ||
         (file.message || "").toLowerCase().includes(text);
@@ -406,17 +465,18 @@ function InOrder(files) {
 
 // Finds the files that match, and shows them from the first.
 function UpdateFiles() {
-    const text = Find("search").value.trim().toLowerCase();
-    const outcome = Find("outcome").value;
-    const reason = Find("reason").value;
+    const wanted = {
+        text: Find("search").value.trim().toLowerCase(), outcome: Find("outcome").value,
+        finding: Find("finding").value, reason: Find("reason").value,
+    };
     const all = g_report.files;
-    g_list.shown = InOrder(all.filter((file) => Matches(file, text, outcome, reason)));
+    g_list.shown = InOrder(all.filter((file) => Matches(file, wanted)));
     g_list.active = 0;
     const count = g_list.shown.length;
     Find("count").textContent = count === all.length
         ? Plural(count, "file", "files")
         : `${FormatNumber(count)} of ${Plural(all.length, "file", "files")}`;
-    Find("clear").disabled = !text && !outcome && !reason;
+    Find("clear").disabled = !Object.values(wanted).some(Boolean);
     ShowSorting();
     Find("grid").setAttribute("aria-rowcount", count + 1);
     Find("grid").scrollTop = 0;
@@ -432,8 +492,10 @@ function FilterFiles(which, value) {
     Find("grid").focus({preventScroll: true});
 }
 
+const kFilterIds = ["search", "outcome", "finding", "reason"];
+
 function ClearFilters() {
-    for (const id of ["search", "outcome", "reason"]) Find(id).value = "";
+    for (const id of kFilterIds) Find(id).value = "";
     UpdateFiles();
 }
 
@@ -458,6 +520,7 @@ function FileRow(index) {
         path,
         Cell("", OutcomeBadge(kFileOutcomes, file.outcome)),
         Cell("number spare", FormatNumber(file.converted)),
+        Cell("number rare", FormatNumber(file.overlooked)),
         Cell("number rare", FormatNumber(FailedIn(file))),
         Cell("number spare", FormatNumber(file.warnings)),
         Cell("number spare", FormatBytes(file.bytes)),
@@ -599,25 +662,30 @@ function ShowMissing(text) {
 
 // ---- One file ----
 
-function ReadCommands(file) {
+function ReadDetails(file) {
     const chunk = file && Number.isInteger(file.chunk) ? Find(`chunk-${file.chunk}`) : null;
-    return chunk ? JSON.parse(chunk.textContent) : [];
+    return chunk ? JSON.parse(chunk.textContent) : {findings: [], commands: []};
 }
 
 function ShowFile(file) {
     g_open.file = file;
-    g_open.commands = ReadCommands(file);
+    const details = ReadDetails(file);
+    g_open.findings = details.findings || [];
+    g_open.commands = details.commands || [];
     g_open.command = null;
     Find("file").hidden = !file;
     document.body.classList.toggle("reading", Boolean(file));
     MarkChosenRow();
     if (!file) {
+        Find("findings").replaceChildren();
         Find("commands").replaceChildren();
         Find("grid").focus();
         return;
     }
     Find("file-title").textContent = Visible(file.path);
     ShowFileFacts(file);
+    FillFindingFilter();
+    ListFindings();
     FillCommandFilter();
     ShowNeighbors();
     ListCommands();
@@ -640,6 +708,11 @@ function ResultText(file) {
     return file.kept ? "kept from an earlier run" : "";
 }
 
+function WithReason(text, reason) {
+    const why = kReadingReasons.get(reason) ?? Visible(String(reason || ""));
+    return why ? `${text} (${why})` : text;
+}
+
 function ShowFileFacts(file) {
     const facts = Find("file-facts");
     facts.replaceChildren();
@@ -649,11 +722,17 @@ function ShowFileFacts(file) {
     AddFact(facts, "Size", FormatBytes(file.bytes));
     if (file.encoding) {
         AddFact(facts, "Lines", FormatNumber(file.lines));
-        AddFact(facts, "Encoding", kEncodings.get(file.encoding) || Visible(file.encoding));
+        AddFact(facts, "Encoding", WithReason(
+            kEncodings.get(file.encoding) || Visible(file.encoding), file.encodingReason));
+        AddFact(facts, "Layout", WithReason(Visible(file.layout || ""), file.layoutReason));
+        AddFact(facts, "Blank lines", WithReason(
+            kBlankLines.get(file.blankLines) || "", file.blankLinesReason));
+        AddFact(facts, "Found", FormatNumber(file.found));
         AddFact(facts, "Copied", FormatNumber(file.copied));
         AddFact(facts, "Converted", FormatNumber(file.converted));
         AddFact(facts, "Failed", FormatNumber(file.failed));
         AddFact(facts, "Unreadable", file.unreadable ? FormatNumber(file.unreadable) : "");
+        AddFact(facts, "Overlooked", FormatNumber(file.overlooked));
         AddFact(facts, "Warnings", FormatNumber(file.warnings));
     }
     AddFact(facts, "Reasons for failure", (file.errors || []).map(LabelOfReason).join("; "));
@@ -671,6 +750,62 @@ function ShowNeighbors() {
 
 function GoToNeighbor(step) {
     Choose(g_list.shown[g_list.shown.indexOf(g_open.file) + step]);
+}
+
+// ---- The findings of a file ----
+
+function FillFindingFilter() {
+    const select = Find("finding-filter");
+    select.replaceChildren();
+    AddOption(select, "", `All findings (${FormatNumber(g_open.findings.length)})`);
+    for (const [code, count] of CountBy(g_open.findings.map((finding) => String(finding.code)))) {
+        AddOption(select, code, `${LabelOfCode(code)} (${FormatNumber(count)})`);
+    }
+    // What was asked of all files is asked of this one.
+    const wanted = Find("finding").value;
+    if (g_open.findings.some((finding) => finding.code === wanted)) select.value = wanted;
+}
+
+// Shows the first findings that the filter lets through; what no conversion has seen comes first.
+function ListFindings() {
+    const wanted = Find("finding-filter").value;
+    const kinds = [...kFindingKinds.keys()];
+    const listed = g_open.findings.filter((finding) => !wanted || finding.code === wanted)
+        .sort((a, b) => kinds.indexOf(a.kind) - kinds.indexOf(b.kind));
+    Find("file-findings").hidden = g_open.findings.length === 0;
+    Find("finding-count").textContent = Plural(listed.length, "finding", "findings");
+    Find("findings").replaceChildren();
+    Find("more-findings").onclick = () => ShowMoreFindings(listed);
+    ShowMoreFindings(listed);
+}
+
+function ShowMoreFindings(listed) {
+    const list = Find("findings");
+    const shown = list.childElementCount;
+    list.append(...listed.slice(shown, shown + kFindingsAtOnce).map(FindingItem));
+    const left = listed.length - list.childElementCount;
+    Find("more-findings").hidden = left === 0;
+    Find("more-findings").textContent = `Show more of ${FormatNumber(left)} further findings`;
+}
+
+function FindingItem(finding) {
+    const summary = Make("summary", "finding", [
+        Make("span", "kind", Visible(finding.command || "")),
+        Make("span", "", LinesOf(finding)),
+        OutcomeBadge(kFindingKinds, finding.kind),
+        Make("span", "code-name", LabelOfCode(finding.code)),
+        Make("span", "sentence", Visible(String(finding.sentence || ""))),
+    ]);
+    const details = Make("details", "", summary);
+    // The text is drawn when it is asked for.
+    details.addEventListener("toggle", () => {
+        if (!details.open || details.childElementCount > 1) return;
+        const opened = Make("div", "opened");
+        if (finding.text) AddCode(opened, String(finding.text), Count(finding.firstLine), null);
+        else opened.append(Make("p", "empty", "This is about the file as a whole."));
+        details.append(opened);
+    });
+    return Make("li", "", details);
 }
 
 // ---- The commands of a file ----
@@ -698,10 +833,13 @@ function FillCommandFilter() {
 }
 
 function WhyNoCommands(file) {
+    if (file.outcome === "nothing-to-convert") {
+        return "No legacy command was found in this file, so it was not converted.";
+    }
     if (file.outcome === "copied") return "This file was copied as it is.";
     if (file.outcome === "skipped") return "This file was skipped.";
     if (file.outcome === "failed") return "Nothing is known about the commands of this file.";
-    return "No command of this file needed converting.";
+    return "The conversion has met no legacy command in this file.";
 }
 
 function ListCommands() {
@@ -1073,9 +1211,7 @@ function ListenToPrinting() {
 }
 
 function Listen() {
-    for (const id of ["search", "outcome", "reason"]) {
-        Find(id).addEventListener("input", UpdateFiles);
-    }
+    for (const id of kFilterIds) Find(id).addEventListener("input", UpdateFiles);
     const clicks = {
         "clear": () => { ClearFilters(); Find("search").focus(); },
         "previous-file": () => GoToNeighbor(-1),
@@ -1090,6 +1226,7 @@ function Listen() {
         "rows": OnRowClick,
     };
     for (const [id, action] of Object.entries(clicks)) Find(id).addEventListener("click", action);
+    Find("finding-filter").addEventListener("input", ListFindings);
     Find("command-filter").addEventListener("input", ListCommands);
     Find("grid").addEventListener("keydown", OnGridKey);
     Find("grid").addEventListener("scroll", OnScroll, {passive: true});
@@ -1124,11 +1261,12 @@ function Start() {
     });
     for (const id of ["totals", "charts", "files"]) Find(id).hidden = false;
     const outcomes = CountBy(g_report.files.map((file) => file.outcome));
+    const codes = CountBy(g_report.files.flatMap((file) => file.codes || []));
     const reasons = CountBy(g_report.files.flatMap((file) => file.errors || []));
     ShowRun();
     ShowCards();
-    ShowCharts(outcomes, reasons);
-    FillFilters(outcomes, reasons);
+    ShowCharts(outcomes, codes, reasons);
+    FillFilters(outcomes, codes, reasons);
     MakeHeadings();
     Listen();
     UpdateFiles();

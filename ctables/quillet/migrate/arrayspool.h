@@ -1,6 +1,6 @@
-// Collects what is to be said about the commands of one file.
-#ifndef QUILLET_MIGRATE_COMMANDSPOOL_H
-#define QUILLET_MIGRATE_COMMANDSPOOL_H
+// Collects what is to be said about the commands of one file, or of its findings.
+#ifndef QUILLET_MIGRATE_ARRAYSPOOL_H
+#define QUILLET_MIGRATE_ARRAYSPOOL_H
 
 #include <cstdint>
 #include <cstdio>
@@ -12,8 +12,8 @@
 namespace quillet::migrate {
 
 /// A JSON array that grows. What goes beyond a few MiB lies in a temporary file, for a file of
-/// any size can hold any number of commands; where there is no room for it, it stays in memory.
-class CommandSpool {
+/// any size can hold any number of either; where there is no room for it, it stays in memory.
+class ArraySpool {
 public:
     /// Begins anew.
     void Clear();
@@ -42,4 +42,4 @@ private:
 
 }  // namespace quillet::migrate
 
-#endif  // QUILLET_MIGRATE_COMMANDSPOOL_H
+#endif  // QUILLET_MIGRATE_ARRAYSPOOL_H

@@ -1,4 +1,4 @@
-#include "migrate/commandspool.h"
+#include "migrate/arrayspool.h"
 
 #include <algorithm>
 
@@ -13,20 +13,20 @@ constexpr std::size_t kBlockSize = 64UL * 1024;
 
 }  // namespace
 
-void CommandSpool::Clear() {
+void ArraySpool::Clear() {
     m_file.reset();
     m_storedSize = 0;
     m_hasNoRoom = false;
     m_text.clear();
 }
 
-void CommandSpool::Add(std::string_view json) {
+void ArraySpool::Add(std::string_view json) {
     if (!IsEmpty()) m_text += ',';
     m_text += json;
     if (m_text.size() > kMostInMemory && !m_hasNoRoom) Store();
 }
 
-void CommandSpool::Store() {
+void ArraySpool::Store() {
     if (m_file == nullptr) m_file.reset(OpenTemporaryFile());
     // What was written in part is written over or never read.
     m_hasNoRoom = m_file == nullptr ||
@@ -38,7 +38,7 @@ void CommandSpool::Store() {
     m_text.clear();
 }
 
-bool CommandSpool::CopyTo(const std::function<bool(std::string_view)>& take) {
+bool ArraySpool::CopyTo(const std::function<bool(std::string_view)>& take) {
     if (m_storedSize > 0 && std::fseek(m_file.get(), 0, SEEK_SET) != 0) return false;
     std::string block(kBlockSize, '\0');
     for (std::uint64_t rest = m_storedSize; rest > 0;) {
