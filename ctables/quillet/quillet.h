@@ -303,7 +303,7 @@ struct LayoutChoice {
     /// error.
     bool batchMode = false;
     LayoutReading interactive;
-    LayoutReading batch;
+    LayoutReading batch;  ///< All 0 where there are too few lines for so many commands.
 };
 
 /// Chooses the layout of `text`. `batchMode` of the options means nothing. Linear in the text.

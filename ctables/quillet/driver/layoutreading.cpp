@@ -7,6 +7,7 @@
 
 #include "driver/commandwords.h"
 #include "driver/linewalker.h"
+#include "driver/outputfile.h"
 #include "platform/multibyte.h"
 
 namespace quillet {
@@ -103,19 +104,46 @@ bool LooksLikeBatch(const LayoutReading& batch) {
     return 2 * (batch.withoutPeriod + signs) > batch.commands;
 }
 
+bool MayEndCommand(std::string_view line) {
+    const std::size_t last = line.find_last_not_of(" \t\r");
+    // An open comment may follow the period; inline data ends without one.
+    return line[last] == '.' || line.find("/*") != std::string_view::npos ||
+           CommandAt(line) == "END DATA";
+}
+
+// No fewer commands than there are in batch layout, found without cutting the text: each begins in
+// the first column, or after one that is ended.
+long MostBatchCommands(const SourceLines& lines) {
+    long count = 0;
+    bool isAfterEnd = true;
+    for (long number = 1; number <= lines.Count(); ++number) {
+        const std::string_view line = lines.Line(number);
+        if (IsBlankLine(line)) continue;
+        if (isAfterEnd || (line.front() != ' ' && line.front() != '\t')) ++count;
+        isAfterEnd = MayEndCommand(line);
+    }
+    return count;
+}
+
 }  // namespace
 
-const LayoutComparison::Layout& LayoutComparison::Read(bool batchMode) {
-    std::optional<Layout>& layout = batchMode ? m_batch : m_interactive;
-    if (!layout) {
-        layout.emplace();
+const TextCut& LayoutComparison::Cut(bool batchMode) {
+    Layout& layout = Of(batchMode);
+    if (!layout.cut) {
         CutSettings settings;
         settings.batchMode = batchMode;
         settings.checksTokens = true;
-        layout->cut = CutText(m_lines, m_codePage, settings);
-        layout->reading = LayoutReader(m_lines, m_definitions, batchMode).Read(layout->cut);
+        layout.cut = CutText(m_lines, m_codePage, settings);
     }
-    return *layout;
+    return *layout.cut;
+}
+
+const LayoutReading& LayoutComparison::Reading(bool batchMode) {
+    Layout& layout = Of(batchMode);
+    if (!layout.reading) {
+        layout.reading = LayoutReader(m_lines, m_definitions, batchMode).Read(Cut(batchMode));
+    }
+    return *layout.reading;
 }
 
 bool LayoutComparison::ReadsWell(bool batchMode) {
@@ -125,6 +153,7 @@ bool LayoutComparison::ReadsWell(bool batchMode) {
 
 bool LayoutComparison::IsForTheOther(bool batchMode) {
     const LayoutReading& used = Reading(batchMode);
+    if (!batchMode && MostBatchCommands(m_lines) < 2 * used.withCommandWord) return false;
     const LayoutReading& other = Reading(!batchMode);
     return ReadsWell(!batchMode) && other.withCommandWord >= 2 * used.withCommandWord &&
            LooksLikeBatch(Reading(true)) != batchMode;

@@ -13,18 +13,22 @@
 
 namespace quillet {
 
-/// The layouts of a text side by side, each of them read when it is first asked for.
+/// The layouts of a text side by side, each of them cut and read when it is first asked for.
 class LayoutComparison {
 public:
-    /// Borrows all; `definitions` are the macros of the text, whose bodies do not count.
+    /// Borrows all; `definitions` are the macros of the text, whose bodies do not count. They may
+    /// be filled in after a cut, from which they come.
     LayoutComparison(const SourceLines& lines, const CodePage& codePage,
                      const std::vector<MacroDefinition>& definitions)
         : m_lines(lines), m_codePage(codePage), m_definitions(definitions) {}
 
-    [[nodiscard]] const LayoutReading& Reading(bool batchMode) { return Read(batchMode).reading; }
+    [[nodiscard]] const LayoutReading& Reading(bool batchMode);
 
     /// What the text is cut into in the layout that `batchMode` tells.
-    [[nodiscard]] const TextCut& Cut(bool batchMode) { return Read(batchMode).cut; }
+    [[nodiscard]] const TextCut& Cut(bool batchMode);
+
+    /// True when `Reading` was asked for, by whomever.
+    [[nodiscard]] bool IsRead(bool batchMode) { return Of(batchMode).reading.has_value(); }
 
     /// True when in the layout that `batchMode` tells at least nine in ten commands begin with a
     /// command word and there is no tokenizing error.
@@ -37,17 +41,17 @@ public:
 
 private:
     struct Layout {
-        TextCut cut;
-        LayoutReading reading;
+        std::optional<TextCut> cut;
+        std::optional<LayoutReading> reading;
     };
 
-    [[nodiscard]] const Layout& Read(bool batchMode);
+    [[nodiscard]] Layout& Of(bool batchMode) { return batchMode ? m_batch : m_interactive; }
 
     const SourceLines& m_lines;
     const CodePage& m_codePage;
     const std::vector<MacroDefinition>& m_definitions;
-    std::optional<Layout> m_interactive;
-    std::optional<Layout> m_batch;
+    Layout m_interactive;
+    Layout m_batch;
 };
 
 }  // namespace quillet

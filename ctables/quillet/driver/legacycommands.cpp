@@ -2,7 +2,6 @@
 // of it, or by the reason why that never saw it.
 #include <algorithm>
 #include <array>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -79,16 +78,14 @@ public:
           m_options(options),
           m_batchMode(options.conversion.batchMode),
           m_outlines(commands),
-          m_codePage(codePage) {}
+          m_codePage(codePage),
+          m_layouts(m_lines, m_codePage, m_definitions) {}
 
     LegacyFindings Run() {
-        CutSettings settings;
-        settings.batchMode = m_batchMode;
-        m_cut = CutText(m_lines, m_codePage, settings);
-        m_definitions = FindMacroDefinitions(m_lines, m_cut.extents);
+        m_definitions = FindMacroDefinitions(m_lines, Extents());
         FindStop();
         TellOfText();
-        for (const CommandExtent& extent : m_cut.extents) LookAt(extent);
+        for (const CommandExtent& extent : Extents()) LookAt(extent);
         TellOfLayout();
         return Sorted();
     }
@@ -205,7 +202,7 @@ private:
         if (extent.kind == CommandKind::kInlineData) return TellOfData(command, extent);
         const MacroDefinition* pMacro = DefinitionAround(m_definitions, command.offset);
         if (pMacro != nullptr) return TellOfMacro(command, *pMacro);
-        if (Layouts().IsForTheOther(m_batchMode)) return TellOfOtherLayout(command, extent);
+        if (m_layouts.IsForTheOther(m_batchMode)) return TellOfOtherLayout(command, extent);
         const bool isOnCommentLine = command.isAfterPeriod && command.line == extent.firstLine;
         if (IsRealComment(m_lines, extent, m_batchMode) && !isOnCommentLine) {
             return Overlook(command, FindingCode::kOpenComment, Wording::kOpenComment,
@@ -247,7 +244,7 @@ private:
     }
 
     void TellOfMacro(const MeantCommand& command, const MacroDefinition& macro) {
-        if (!m_hasCounted) CountMacroCalls(m_lines, m_cut.extents, m_batchMode, m_definitions);
+        if (!m_hasCounted) CountMacroCalls(m_lines, Extents(), m_batchMode, m_definitions);
         m_hasCounted = true;
         m_macro = macro.name;
         const std::string firstCall = std::to_string(macro.firstCallLine);
@@ -261,7 +258,7 @@ private:
 
     // The command is as long as in the other layout.
     void TellOfOtherLayout(MeantCommand command, const CommandExtent& extent) {
-        const std::vector<CommandExtent>& others = Layouts().Cut(!m_batchMode).extents;
+        const std::vector<CommandExtent>& others = m_layouts.Cut(!m_batchMode).extents;
         const auto other = std::partition_point(others.begin(), others.end(),
                                                 [&command](const CommandExtent& candidate) {
                                                     return candidate.lastLine < command.line;
@@ -384,21 +381,17 @@ private:
         Add(std::move(finding), wording, parts);
     }
 
-    LayoutComparison& Layouts() {
-        if (m_layouts == nullptr) {
-            m_layouts = std::make_unique<LayoutComparison>(m_lines, m_codePage, m_definitions);
-        }
-        return *m_layouts;
-    }
+    // What the text is cut into by the conversion.
+    const std::vector<CommandExtent>& Extents() { return m_layouts.Cut(m_batchMode).extents; }
 
     // Only a text with legacy commands is worth a look at its layout.
     void TellOfLayout() {
-        if (m_result.commands.empty() || Layouts().ReadsWell(m_batchMode) ||
-            Layouts().ReadsWell(!m_batchMode)) {
+        if (m_result.commands.empty() || m_layouts.ReadsWell(m_batchMode) ||
+            m_layouts.ReadsWell(!m_batchMode)) {
             return;
         }
-        const std::vector<LegacyCommand> interactive = LegacyIn(Layouts().Cut(false), false);
-        const std::vector<LegacyCommand> batch = LegacyIn(Layouts().Cut(true), true);
+        const std::vector<LegacyCommand> interactive = LegacyIn(m_layouts.Cut(false), false);
+        const std::vector<LegacyCommand> batch = LegacyIn(m_layouts.Cut(true), true);
         const auto difference = std::mismatch(
             interactive.begin(), interactive.end(), batch.begin(), batch.end(),
             [](const LegacyCommand& one, const LegacyCommand& other) {
@@ -444,8 +437,8 @@ private:
     bool m_batchMode;
     const std::vector<CommandOutline>& m_outlines;
     const CodePage& m_codePage;
-    TextCut m_cut;
     std::vector<MacroDefinition> m_definitions;
+    LayoutComparison m_layouts;
     bool m_hasCounted = false;
     std::size_t m_next = 0;                   // the first outline not before the extent in work
     const CommandOutline* m_pStop = nullptr;  // where the conversion ended before the text did
@@ -453,7 +446,6 @@ private:
     long m_dataLine = 0;                      // of the inline data that `m_dataEnd` is about
     long m_dataEnd = 0;
     std::vector<MeantCommand> m_found;
-    std::unique_ptr<LayoutComparison> m_layouts;
     LegacyFindings m_result;
 };
 
@@ -506,12 +498,12 @@ LayoutChoice ChooseLayout(std::string_view text, const Options& options) {
     const CodePage* pCodePage = CodePageOf(text, options);
     if (pCodePage == nullptr) return choice;
     const SourceLines lines(text);
-    const std::vector<MacroDefinition> definitions =
-        FindMacroDefinitions(lines, CutText(lines, *pCodePage, {}).extents);
+    std::vector<MacroDefinition> definitions;
     LayoutComparison layouts(lines, *pCodePage, definitions);
+    definitions = FindMacroDefinitions(lines, layouts.Cut(false).extents);
     choice.interactive = layouts.Reading(false);
-    choice.batch = layouts.Reading(true);
     choice.batchMode = layouts.IsForTheOther(false);
+    if (layouts.IsRead(true)) choice.batch = layouts.Reading(true);
     return choice;
 }
 
