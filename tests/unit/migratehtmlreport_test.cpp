@@ -28,7 +28,7 @@ Report HostileReport(const StoredFile& commands) {
     facts.message = kHostile;
     facts.errors = {"tables-syntax"};
     facts.codes = {"macro-body"};
-    facts.failed = 1;
+    facts.failed = facts.listed = 1;
     report.files.push_back({facts, {&commands, 0, commands.Size()}, {}});
     FileFacts plain;
     plain.path = "plain";

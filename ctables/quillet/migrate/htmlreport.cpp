@@ -28,7 +28,7 @@ bool IsSpecial(char byte) { return byte == '<' || byte == kSeparatorStart[0]; }
 
 // Beside the facts that all files have.
 bool HasDetails(const FileEntry& file) {
-    return file.commands.pFile != nullptr || file.findings.pFile != nullptr;
+    return HasCommands(file.facts) || HasFindings(file.facts);
 }
 
 bool WriteFiles(const Report& report, TextOutput& output) {
