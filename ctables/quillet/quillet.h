@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -285,6 +286,28 @@ struct FindOptions {
 /// the listener was told of, in order.
 [[nodiscard]] QUILLET_EXPORT LegacyFindings FindLegacyCommands(
     std::string_view text, const FindOptions& options, const std::vector<CommandOutline>& commands);
+
+/// What is known of a text with a command that could not be converted.
+struct HintOptions {
+    bool batchMode = false;
+    TextEncoding encoding = TextEncoding::kUtf8;  ///< As the listener was told.
+    const CodePage* pNamed = nullptr;             ///< What `kNamed` means; borrowed.
+    std::set<std::string> macroNames;             ///< See `FindMacroNames`.
+    /// How many legacy commands follow an unreadable one; below 0 where nobody knows.
+    long commandsAfter = -1;
+};
+
+/// What to change in `command`, which failed or was unreadable, so that it can be converted: a
+/// sentence for people, with names of the command in it, in the input's encoding. It has no period
+/// at its end; what is to be written word for word stands between grave accents. Never empty, but
+/// for a command that was copied or converted. Linear in the command.
+[[nodiscard]] QUILLET_EXPORT std::string HintFor(const CommandReport& command,
+                                                 const HintOptions& options);
+
+/// The names of the macros that `text` defines, with their exclamation marks; letters of ASCII are
+/// in upper case. Of UTF-16 none are known. Linear in the text.
+[[nodiscard]] QUILLET_EXPORT std::set<std::string> FindMacroNames(std::string_view text,
+                                                                  const Options& options);
 
 /// How a text reads in a layout. Counted are commands but for comments, DOCUMENT, inline data and
 /// the bodies of macros.

@@ -78,6 +78,21 @@ OutOfMemoryLine::OutOfMemoryLine(long line) noexcept {
     m_size = static_cast<std::size_t>(pEnd - m_text.data());
 }
 
+std::optional<std::string_view> FilledIn(std::string_view format, std::string_view message) {
+    constexpr std::string_view kPlaceholder = "%s";
+    const std::size_t position = format.find(kPlaceholder);
+    if (position == std::string_view::npos) {
+        return message == format ? std::optional(std::string_view()) : std::nullopt;
+    }
+    const std::string_view before = format.substr(0, position);
+    const std::string_view after = format.substr(position + kPlaceholder.size());
+    if (message.size() < before.size() + after.size() || !message.starts_with(before) ||
+        !message.ends_with(after)) {
+        return std::nullopt;
+    }
+    return message.substr(before.size(), message.size() - before.size() - after.size());
+}
+
 std::string MessageOf(const Warning& warning) {
     switch (warning.kind) {
 #define QUILLET_WARNING(kind, message) \

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -51,6 +52,11 @@ private:
     std::array<char, kMostBytes> m_text{};
     std::size_t m_size = 0;
 };
+
+/// What stands in `message` in place of the "%s" of `format`; nothing when it was not made of that.
+/// A format without "%s" gives an empty text.
+[[nodiscard]] std::optional<std::string_view> FilledIn(std::string_view format,
+                                                       std::string_view message);
 
 /// The words of `warning`.
 [[nodiscard]] std::string MessageOf(const Warning& warning);

@@ -14,21 +14,6 @@ namespace quillet {
 
 namespace {
 
-const CodePage& PageOf(TextEncoding encoding, const CodePage* pNamed) {
-    switch (encoding) {
-        case TextEncoding::kUtf8:
-            return CodePage::Utf8();
-        case TextEncoding::kWindows1252:
-            return CodePage::Windows1252();
-        case TextEncoding::kNamed:
-            return pNamed != nullptr ? *pNamed : CodePage::Windows1252();
-        case TextEncoding::kSystem:
-            break;
-    }
-    const CodePage* pSystem = CodePage::System();
-    return pSystem != nullptr ? *pSystem : CodePage::Windows1252();
-}
-
 // UTF-32 in the order of most machines begins in the same way.
 bool BeginsAsUtf16(std::string_view text) {
     return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
@@ -47,6 +32,21 @@ bool IsUtf8Name(std::string_view name) {
 
 }  // namespace
 
+const CodePage& CodePageFor(TextEncoding encoding, const CodePage* pNamed) {
+    switch (encoding) {
+        case TextEncoding::kUtf8:
+            return CodePage::Utf8();
+        case TextEncoding::kWindows1252:
+            return CodePage::Windows1252();
+        case TextEncoding::kNamed:
+            return pNamed != nullptr ? *pNamed : CodePage::Windows1252();
+        case TextEncoding::kSystem:
+            break;
+    }
+    const CodePage* pSystem = CodePage::System();
+    return pSystem != nullptr ? *pSystem : CodePage::Windows1252();
+}
+
 const CodePage* ChooseCodePage(TextInput& input, const Options& options) {
     constexpr std::size_t kMarkSize = 2;
     std::vector<char> block(kBlockSize);
@@ -62,7 +62,7 @@ const CodePage* ChooseCodePage(TextInput& input, const Options& options) {
     if (validator.IsValid()) return &CodePage::Utf8();
     if (options.namedCodePage != nullptr) return options.namedCodePage.get();
     return options.legacyCodePage == LegacyCodePage::kSystem
-               ? &PageOf(TextEncoding::kSystem, nullptr)
+               ? &CodePageFor(TextEncoding::kSystem, nullptr)
                : &CodePage::Windows1252();
 }
 
@@ -74,7 +74,7 @@ TextEncoding EncodingOf(const CodePage& codePage, const Options& options) {
 }
 
 std::string ToUtf8(std::string_view text, TextEncoding encoding, const CodePage* pNamed) {
-    return TextAsUtf8(PageOf(encoding, pNamed), text);
+    return TextAsUtf8(CodePageFor(encoding, pNamed), text);
 }
 
 std::shared_ptr<const CodePage> FindCodePage(const std::string& name) {

@@ -16,6 +16,10 @@ namespace quillet {
 /// The public name of `codePage`, which was chosen by these options.
 [[nodiscard]] TextEncoding EncodingOf(const CodePage& codePage, const Options& options);
 
+/// The code page of a text that is in `encoding`. `pNamed` is what `kNamed` means; without it,
+/// Windows-1252.
+[[nodiscard]] const CodePage& CodePageFor(TextEncoding encoding, const CodePage* pNamed);
+
 }  // namespace quillet
 
 #endif  // QUILLET_DRIVER_TEXTENCODING_H

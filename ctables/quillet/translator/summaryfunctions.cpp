@@ -49,7 +49,7 @@ constexpr SummaryKind S = SummaryKind::kVariable;
 
 // In this order: the first entry that matches an abbreviation wins. All percentiles of the old
 // command are the one of the new.
-constexpr std::array<DictionaryEntry, 25> funcInfoDictionary = {{
+constexpr std::array<DictionaryEntry, kSummaryFunctionCount> funcInfoDictionary = {{
     {"CASES", {"RESPONSES", R, false}, nullptr},
     {"COUNT", {"COUNT", C, false}, nullptr},
     {"CPCT", {"", C, true}, ResolveCountPercentBase},
@@ -94,6 +94,13 @@ SummaryFunction LookUpSummaryFunction(std::string_view name, bool multipleRespon
         [name](const DictionaryEntry& entry) { return MeansKeyword(name, entry.tablesName); });
     if (pEntry == funcInfoDictionary.end()) return {};
     return pEntry->resolver ? pEntry->resolver(multipleResponse, settings) : pEntry->output;
+}
+
+std::array<std::string_view, kSummaryFunctionCount> SummaryFunctionNames() {
+    std::array<std::string_view, kSummaryFunctionCount> names;
+    std::transform(funcInfoDictionary.begin(), funcInfoDictionary.end(), names.begin(),
+                   [](const DictionaryEntry& entry) { return entry.tablesName; });
+    return names;
 }
 
 }  // namespace quillet

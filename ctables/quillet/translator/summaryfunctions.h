@@ -2,6 +2,8 @@
 #ifndef QUILLET_TRANSLATOR_SUMMARYFUNCTIONS_H
 #define QUILLET_TRANSLATOR_SUMMARYFUNCTIONS_H
 
+#include <array>
+#include <cstddef>
 #include <string_view>
 
 #include "translator/globalsettings.h"
@@ -28,6 +30,12 @@ struct SummaryFunction {
 /// function is for a term with a multiple-response set.
 [[nodiscard]] SummaryFunction LookUpSummaryFunction(std::string_view name, bool multipleResponse,
                                                     const GlobalSettings& settings);
+
+/// How many functions the old command has.
+inline constexpr std::size_t kSummaryFunctionCount = 25;
+
+/// Their names, in full.
+[[nodiscard]] std::array<std::string_view, kSummaryFunctionCount> SummaryFunctionNames();
 
 }  // namespace quillet
 
