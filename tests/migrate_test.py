@@ -895,7 +895,10 @@ class TestReport(MigrateCase):
             ("IGRAPH", "failed", "igraph-syntax", 4))
         assert (second["outcome"], second["lines"], second["unreadable"], second["listed"]) == (
             ("stopped", 3, 0, 1))
+        assert failed["hint"].startswith("compare the command with the manual")
+        assert "hint" not in converted
         assert second["commands"][0]["error"] == "unclosed-literal"
+        assert "is not closed: probably an apostrophe is missing" in second["commands"][0]["hint"]
         [finding] = second["findings"]
         assert (finding["code"], finding["kind"], finding["command"]) == (
             ("after-stop", "overlooked", "TABLES"))
@@ -1434,7 +1437,7 @@ class TestHostileReport(MigrateCase):
                "lastLine": 2, "causeLine": 1, "macro": "!f", "sentence": "s", "text": "t"}
     COMMAND = {"type": "TABLES", "outcome": "failed", "firstLine": 1, "lastLine": 1, "source": "x",
                "error": "tables-syntax", "errorLine": 1, "errorColumn": 1, "message": "m",
-               "warnings": []}
+               "hint": "h", "warnings": []}
     FILE = {"path": "a", "outcome": "partly", "bytes": 1, "modified": 0, "encoding": "utf-8",
             "lines": 1, "copied": 0, "found": 2, "converted": 0, "failed": 1, "unreadable": 0,
             "overlooked": 1, "listed": 1, "warnings": 0, "message": "", "findings": [FINDING],
@@ -1470,6 +1473,7 @@ class TestHostileReport(MigrateCase):
         ("files[0].commands[0].firstLine", '"firstLine": 1,', '"firstLine": 1e300,'),
         ("files[0].commands[0].errorColumn", '"errorColumn": 1', '"errorColumn": 2147483648'),
         ("files[0].commands[0].source", '"source": "x"', '"source": 1'),
+        ("files[0].commands[0].hint", '"hint": "h"', '"hint": null'),
         ("files[1]", '"files": [{', '"files": [{"path": "a", "outcome": "partly"}, {'),
         ("files[1]", '"files": [{', '"files": [{"path": "b", "outcome": "partly"}, {'),
         ("files[1]", '"files": [{',

@@ -116,6 +116,7 @@ function FailedCommand(line, number, random) {
     return {
         type: "TABLES", outcome: "failed", firstLine: line, lastLine: line + 5, source, error,
         errorLine: line + 3, errorColumn: 15, message, warnings: [],
+        hint: `no period before line ${line + 3}? write \`region + sex\``,
     };
 }
 
@@ -252,7 +253,7 @@ function HostileCommands() {
         {...base, outcome: "converted", source: text, generated: `${text}\n'${kScript}'.`,
          generatedLine: 3, warnings: kHostile},
         {...base, outcome: "failed", source: text, error: "tables-syntax", errorLine: 2,
-         errorColumn: 5, message: kHostile.join(" "), warnings: []},
+         errorColumn: 5, message: kHostile.join(" "), hint: `\`${kScript}`, warnings: []},
         {...base, outcome: "failed", source: `TABLES '${"x".repeat(200000)}'.`, lastLine: 1,
          error: "constructor", errorLine: 1, errorColumn: 190000, message: kScript, warnings: []},
         {...base, outcome: "failed", source: "a 'b' 12\n".repeat(5000), lastLine: 5000,
@@ -628,6 +629,10 @@ async function CheckCommand(page, name, command, index) {
     if (command.message) {
         Check(`${name}: message`, (await opened.locator(".message").count()) === 1);
     }
+    const hints = (command.hint ? [`Hint: ${command.hint.replaceAll("`", "")}`] : []);
+    CheckEqual(`${name}: hint`, await opened.locator(".notes .hint").allTextContents(), hints);
+    const known = kErrors.some(([error]) => error === command.error);
+    Check(`${name}: advice`, !known || (await opened.locator(".notes .advice").count()) === 1);
 }
 
 // Looks into a few files: the first of each outcome that have commands.

@@ -42,6 +42,16 @@ TEST_F(MigrateJsonReportTest, DescribesCommands) {
     const json described = json::parse(CommandJson(unreadable, TextEncoding::kUtf8));
     EXPECT_EQ(described["type"], "command");
     EXPECT_EQ(described["outcome"], "unreadable");
+    EXPECT_FALSE(described.contains("hint"));
+}
+
+TEST_F(MigrateJsonReportTest, GivesHintsOnWhatWasNotConverted) {
+    const json failed = json::parse(
+        CommandJson(FailedCommand(), TextEncoding::kWindows1252, nullptr, "take `\xE9` out"));
+    EXPECT_EQ(failed["hint"], "take `\xC3\xA9` out");
+    const json converted =
+        json::parse(CommandJson(ConvertedCommand(), TextEncoding::kUtf8, nullptr, "nothing"));
+    EXPECT_FALSE(converted.contains("hint"));
 }
 
 TEST_F(MigrateJsonReportTest, DescribesFindings) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <new>
+#include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -121,8 +123,15 @@ class FactsCollector final : public ConversionListener {
 public:
     // All are borrowed.
     FactsCollector(FileFacts& facts, ArraySpool& commands, ProgressCounters& progress,
-                   const CodePage* pNamed)
-        : m_facts(facts), m_commands(commands), m_progress(progress), m_pNamed(pNamed) {}
+                   const std::string& text, const Options& options)
+        : m_facts(facts),
+          m_commands(commands),
+          m_progress(progress),
+          m_text(text),
+          m_options(options) {
+        m_hints.batchMode = options.batchMode;
+        m_hints.pNamed = options.namedCodePage.get();
+    }
 
     // What all commands came to.
     [[nodiscard]] const std::vector<CommandOutline>& Outlines() const { return m_outlines; }
@@ -153,21 +162,61 @@ public:
         m_progress.commands.fetch_add(1, std::memory_order_relaxed);
         m_facts.warnings += static_cast<std::int64_t>(report.warnings.size());
         if (report.outcome == CommandOutcome::kCopied) return;
-        m_commands.Add(CommandJson(report, m_encoding, m_pNamed));
+        if (report.outcome == CommandOutcome::kUnreadable) {
+            Keep(report);
+        } else {
+            Add(report);
+        }
         if (report.outcome == CommandOutcome::kConverted) return;
         m_progress.failures.fetch_add(1, std::memory_order_relaxed);
         m_isOutOfMemory = m_isOutOfMemory || report.errorKind == ErrorKind::kOutOfMemory;
         AddName(quillet::NameOf(report.errorKind), m_facts.errors);
     }
 
+    // Adds the command that ended the conversion, if there is one, when it is known how many
+    // legacy commands follow it.
+    void AddUnreadable(long commandsAfter) {
+        if (!m_unreadable) return;
+        m_hints.commandsAfter = commandsAfter;
+        m_unreadable->report.source = m_unreadable->source;
+        m_unreadable->report.message = m_unreadable->message;
+        Add(m_unreadable->report);
+        m_unreadable.reset();
+    }
+
     // A result that lacks a command for want of memory must not be kept as if it were whole.
     [[nodiscard]] bool IsOutOfMemory() const { return m_isOutOfMemory; }
 
 private:
+    // A report whose texts are good for longer than a call.
+    struct KeptReport {
+        CommandReport report;
+        std::string source;
+        std::string message;
+    };
+
+    void Keep(const CommandReport& report) {
+        m_unreadable = {report, std::string(report.source), std::string(report.message)};
+    }
+
+    // Macros matter to failures alone, and few texts have any.
+    void Add(const CommandReport& report) {
+        m_hints.encoding = m_encoding;
+        if (report.outcome == CommandOutcome::kFailed && !m_hasMacroNames) {
+            m_hints.macroNames = FindMacroNames(m_text, m_options);
+            m_hasMacroNames = true;
+        }
+        m_commands.Add(CommandJson(report, m_encoding, m_hints.pNamed, HintFor(report, m_hints)));
+    }
+
     FileFacts& m_facts;
     ArraySpool& m_commands;
     ProgressCounters& m_progress;
-    const CodePage* m_pNamed;
+    const std::string& m_text;
+    const Options& m_options;
+    HintOptions m_hints;
+    bool m_hasMacroNames = false;
+    std::optional<KeptReport> m_unreadable;
     Utf8Output* m_pOutput = nullptr;
     TextEncoding m_encoding = TextEncoding::kUtf8;
     std::vector<CommandOutline> m_outlines;
@@ -524,7 +573,7 @@ Outcome FileMigration::ConvertWhole(std::string text, TextOutput& output, bool e
     m_facts.encodingReason = m_encodingReason;
     const Options options = ChooseLayoutFor(text);
     if (EndsAtBlankLines(options)) text = EndAtBlankLines(text, options);
-    FactsCollector collector(m_facts, m_commands, m_context.progress, m_namedCodePage.get());
+    FactsCollector collector(m_facts, m_commands, m_context.progress, text, options);
     Utf8Output inUtf8(output, m_namedCodePage.get());
     if (m_context.options.isUtf8) collector.TellEncodingTo(inUtf8);
     TextView input(text);
@@ -551,8 +600,11 @@ Outcome FileMigration::ConvertWhole(std::string text, TextOutput& output, bool e
                                      m_facts.path);
         };
     }
-    TakeFindings(FindLegacyCommands(text, search, collector.Outlines()), encoding, m_facts,
-                 m_findings);
+    const LegacyFindings found = FindLegacyCommands(text, search, collector.Outlines());
+    TakeFindings(found, encoding, m_facts, m_findings);
+    collector.AddUnreadable(static_cast<long>(std::count_if(
+        found.findings.begin(), found.findings.end(),
+        [](const Finding& finding) { return finding.code == FindingCode::kAfterStop; })));
     return outcome;
 }
 

@@ -1,8 +1,10 @@
 # Makes one page of its parts: the style and the script take the places of the comments that name
 # them, for a page that fetches nothing has to bring along everything. Into the script go the names of
-# the reasons why commands fail, with the headings that people see, from the list of messages.
+# the reasons why commands fail, with the headings that people see, from the list of messages, and the
+# advice on each, from the list of hints.
 #
-# usage: cmake -D PARTS=page -D MESSAGES=quillet-messages.def -D PAGE=report.html -P joinpage.cmake
+# usage: cmake -D PARTS=page -D MESSAGES=quillet-messages.def -D HINTS=quillet-hints.def
+#     -D PAGE=report.html -P joinpage.cmake
 
 # Puts `text`, which must not be empty, in place of the line `mark` of the page.
 function(put_in_place mark text)
@@ -34,5 +36,27 @@ if(NOT reasons MATCHES "^(    \\[\"[a-z-]+\", \"[^\"\\\n]+\"\\],\n)+$")
     message(FATAL_ERROR "${MESSAGES} has a row that is not understood:\n${reasons}")
 endif()
 put_in_place("    /* reasons */\n" "${reasons}")
+
+# The same of QUILLET_ADVICE("name", "advice"), whose advice may be several literals in a row. Advice
+# has no comma before a new literal, and a list of CMake no semicolons, so those are put aside.
+file(READ "${HINTS}" hints)
+string(REPLACE ";" "@semicolon@" hints "${hints}")
+string(REGEX REPLACE "(//|#)[^\n]*\n" "\n" hints "${hints}")
+string(REGEX REPLACE "\"[ \n]*\n[ \n]*\"" "" hints "${hints}")
+string(REGEX MATCHALL "QUILLET_ADVICE\\(\"[a-z-]+\",[^\"]*\"[^\"]+\"\\)" rows "${hints}")
+string(REGEX MATCHALL "QUILLET_ADVICE\\(" begun "${hints}")
+list(LENGTH rows count)
+list(LENGTH begun wanted)
+if(NOT count EQUAL wanted OR count EQUAL 0)
+    message(FATAL_ERROR "${HINTS} has ${wanted} pieces of advice, ${count} are understood")
+endif()
+set(advice "")
+foreach(row IN LISTS rows)
+    string(REGEX REPLACE "QUILLET_ADVICE\\((\"[a-z-]+\"),[^\"]*(\"[^\"]+\")\\)" "    [\\1, \\2],\n"
+        row "${row}")
+    string(APPEND advice "${row}")
+endforeach()
+string(REPLACE "@semicolon@" ";" advice "${advice}")
+put_in_place("    /* advice */\n" "${advice}")
 
 file(WRITE "${PAGE}" "${page}")

@@ -64,8 +64,8 @@ OrderedJson ShardJson(const std::optional<Shard>& shard) {
 
 }  // namespace
 
-std::string CommandJson(const CommandReport& command, TextEncoding encoding,
-                        const CodePage* pNamed) {
+std::string CommandJson(const CommandReport& command, TextEncoding encoding, const CodePage* pNamed,
+                        std::string_view hint) {
     OrderedJson json = {{"type", TypeName(command.type)},
                         {"outcome", NameOf(command.outcome)},
                         {"firstLine", command.firstLine},
@@ -79,6 +79,7 @@ std::string CommandJson(const CommandReport& command, TextEncoding encoding,
         json["errorLine"] = command.errorLine;
         json["errorColumn"] = command.errorColumn;
         json["message"] = ToUtf8(command.message, encoding, pNamed);
+        if (!hint.empty()) json["hint"] = ToUtf8(hint, encoding, pNamed);
     }
     OrderedJson& warnings = json["warnings"] = OrderedJson::array();
     for (const std::string& warning : command.warnings) {

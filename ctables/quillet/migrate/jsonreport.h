@@ -12,9 +12,10 @@
 
 namespace quillet::migrate {
 
-/// The JSON object of a command that was not just copied; `encoding` is that of its texts.
+/// The JSON object of a command that was not just copied; `encoding` is that of its texts, and of
+/// `hint`, which a command that was not converted has unless it is empty.
 [[nodiscard]] std::string CommandJson(const CommandReport& command, TextEncoding encoding,
-                                      const CodePage* pNamed = nullptr);
+                                      const CodePage* pNamed = nullptr, std::string_view hint = {});
 
 /// The JSON object of a finding; `encoding` is that of its texts.
 [[nodiscard]] std::string FindingJson(const Finding& finding, TextEncoding encoding,

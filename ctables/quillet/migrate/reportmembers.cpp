@@ -89,12 +89,19 @@ constexpr Member kFindingMembers[] = {
 };
 
 constexpr Member kCommandMembers[] = {
-    {"type", MemberKind::kName},           {"outcome", MemberKind::kCommandOutcome},
-    {"firstLine", MemberKind::kCount},     {"lastLine", MemberKind::kCount},
-    {"source", MemberKind::kText},         {"generated", MemberKind::kText},
-    {"generatedLine", MemberKind::kCount}, {"error", MemberKind::kName},
-    {"errorLine", MemberKind::kCount},     {"errorColumn", MemberKind::kColumn},
-    {"message", MemberKind::kText},        {"warnings", MemberKind::kArray, ReportPart::kWarnings},
+    {"type", MemberKind::kName},
+    {"outcome", MemberKind::kCommandOutcome},
+    {"firstLine", MemberKind::kCount},
+    {"lastLine", MemberKind::kCount},
+    {"source", MemberKind::kText},
+    {"generated", MemberKind::kText},
+    {"generatedLine", MemberKind::kCount},
+    {"error", MemberKind::kName},
+    {"errorLine", MemberKind::kCount},
+    {"errorColumn", MemberKind::kColumn},
+    {"message", MemberKind::kText},
+    {"hint", MemberKind::kText},
+    {"warnings", MemberKind::kArray, ReportPart::kWarnings},
 };
 
 struct NumberRange {

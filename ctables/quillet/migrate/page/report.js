@@ -41,6 +41,10 @@ const kFindingKinds = new Map([
 const kReasons = new Map([
     /* reasons */
 ]);
+// What helps against each reason, whatever the command.
+const kAdvice = new Map([
+    /* advice */
+]);
 const kEncodings = new Map([
     ["utf-8", "UTF-8"], ["windows-1252", "Windows-1252"], ["system", "system code page"],
 ]);
@@ -1025,13 +1029,32 @@ function ErrorText(command) {
     return message ? `${place}: ${message}` : place;
 }
 
+// A sentence whose names stand between grave accents.
+function WithNames(text) {
+    return Visible(text).split("`").map(
+        (part, index) => index % 2 === 1 ? Make("code", "name", part) : part);
+}
+
+// What to change in this command, and what helps with all that have failed for the same reason.
+function HintParts(command) {
+    const hint = String(command.hint || "");
+    const advice = kAdvice.get(command.error) || "";
+    const parts = [];
+    if (hint) parts.push(Make("p", "hint", [Make("b", "", "Hint: "), ...WithNames(hint)]));
+    if (advice && advice !== hint) {
+        parts.push(Make("p", "advice", [Make("b", "", "In general: "), ...WithNames(advice)]));
+    }
+    return parts;
+}
+
 // The message and the warnings stand above the result, and so beside the source.
 function AddNotes(side, command) {
     const notes = Make("div", "notes");
     if (command.error || command.message) {
         notes.append(Make("div", "note tone-bad", [
             Make("h4", "", command.error ? LabelOfReason(command.error) : "Message"),
-            Make("p", "message", ErrorText(command))]));
+            Make("p", "message", ErrorText(command)),
+            ...HintParts(command)]));
     }
     const warnings = WarningsOf(command);
     if (warnings.length) {
