@@ -898,7 +898,9 @@ class TestReport(MigrateCase):
         assert failed["hint"].startswith("compare the command with the manual")
         assert "hint" not in converted
         assert second["commands"][0]["error"] == "unclosed-literal"
-        assert "is not closed: probably an apostrophe is missing" in second["commands"][0]["hint"]
+        assert second["commands"][0]["hint"] == (
+            "the literal `\"x.` in line 2 is not closed: probably a quotation mark is missing after "
+            "`\"x`; one legacy command comes after it and was not read")
         [finding] = second["findings"]
         assert (finding["code"], finding["kind"], finding["command"]) == (
             ("after-stop", "overlooked", "TABLES"))

@@ -83,7 +83,7 @@ TEST_P(HintTest, SaysWhatToChange) {
 
 std::string AdviceText(ErrorKind kind) { return std::string(AdviceOn(kind)); }
 
-const HintCase kTotals[] = {
+const HintCase kTotalsHints[] = {
     {"before a scale", "TABLES /PTOTAL=t2 /OBSERVATION=b1r /TABLE=t2 + b1r + b1.",
      "`t2` stands before the scale variable `b1r`; the next categorical one is `b1`: write "
      "`t2 + b1 + b1r` (the row of `t2` then stands before `b1`)"},
@@ -103,6 +103,8 @@ const HintCase kTotals[] = {
      "TABLES /PTOTAL=t /OBSERVATION=x /TABLE=a + t + x.",
      "`t` stands before the scale variable `x`; there is no categorical variable that could carry "
      "`t`"},
+    {"parentheses between", "TABLES /PTOTAL=t /OBSERVATION=x /TABLE=t + x + (a + b) > c.",
+     AdviceText(ErrorKind::kTotalBesideScale)},
     {"nested", "TABLES /FTOTAL=total /TABLE=region > total BY sex.",
      "`total` is nested: stack it with the variable that it totals, as in `region + total`"},
     {"follows nothing", "TABLES /FTOTAL=total /TABLE=total + region.",
@@ -119,9 +121,9 @@ const HintCase kTotals[] = {
      "it totals"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Totals, HintTest, testing::ValuesIn(kTotals));
+INSTANTIATE_TEST_SUITE_P(Totals, HintTest, testing::ValuesIn(kTotalsHints));
 
-const HintCase kSubcommands[] = {
+const HintCase kSubcommandsHints[] = {
     {"foreign words in FORMAT", "TABLES /FORMAT=ZERO CWIDTH(10,8) NBOX /TABLE=a.",
      "take CWIDTH, NBOX out of FORMAT; ZERO may stay"},
     {"settings of MISSING are none", "TABLES /FORMAT=BLANK MISSING('-') CWIDTH(8) /TABLE=a.",
@@ -139,16 +141,16 @@ const HintCase kSubcommands[] = {
      "which "
      "ones stand between the two"},
     {"an unknown function", "TABLES /TABLE=a /STATISTICS=AVERAGE(a).",
-     "`AVERAGE` is no function; the nearest are MEAN"},
+     "`AVERAGE` is no function; nearest to it: MEAN"},
     {"a misspelled function", "TABLES /TABLE=a /STATISTICS=CUONT(a).",
-     "`CUONT` is no function; the nearest are COUNT, MODE and MEAN"},
+     "`CUONT` is no function; nearest to it: COUNT, CPCT and CSPCT"},
     {"an unknown function for sorting", "TABLES /TABLE=a /SORT=a (AVERAGE).",
-     "`AVERAGE` is no function; the nearest are MEAN"},
+     "`AVERAGE` is no function; nearest to it: MEAN"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Subcommands, HintTest, testing::ValuesIn(kSubcommands));
+INSTANTIATE_TEST_SUITE_P(Subcommands, HintTest, testing::ValuesIn(kSubcommandsHints));
 
-const HintCase kCommands[] = {
+const HintCase kCommandsHints[] = {
     {"a blank line runs through it", "TABLES /TABLE=a BY b\n\nFREQUENCIES x.",
      "no period before line 3?"},
     {"a blank line after the mistake", "TABLES /TABLE=a b\n\n  /TITLE='x'.",
@@ -170,9 +172,9 @@ const HintCase kCommands[] = {
      "`(STATISTICS)` stands in two dimensions: leave one of them out"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Commands, HintTest, testing::ValuesIn(kCommands));
+INSTANTIATE_TEST_SUITE_P(Commands, HintTest, testing::ValuesIn(kCommandsHints));
 
-const HintCase kMacros[] = {
+const HintCase kMacrosHints[] = {
     {"a word with an exclamation mark", "TABLES /TABLE=!x BY a.",
      "`!x` is filled in by a macro: see macros"},
     {"among the settings", "TABLES /FORMAT=ZERO !fmt /TABLE=a.",
@@ -187,9 +189,9 @@ const HintCase kMacros[] = {
     {"in a graph", "IGRAPH /X1=VAR(!x) /FOO.", "`!x` is filled in by a macro: see macros"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Macros, HintTest, testing::ValuesIn(kMacros));
+INSTANTIATE_TEST_SUITE_P(Macros, HintTest, testing::ValuesIn(kMacrosHints));
 
-const HintCase kUnreadable[] = {
+const HintCase kUnreadableHints[] = {
     {"a literal without an end", "EXECUTE.\nTABLES /TABLE=a BY b /TITLE='Income of region.\n",
      "the literal `'Income of region.` in line 2 is not closed: probably an apostrophe is missing "
      "after `'Income of region`"},
@@ -207,10 +209,10 @@ const HintCase kUnreadable[] = {
      "processor"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Unreadable, HintTest, testing::ValuesIn(kUnreadable));
+INSTANTIATE_TEST_SUITE_P(Unreadable, HintTest, testing::ValuesIn(kUnreadableHints));
 
 // Each of them has an obstacle of another kind.
-const HintCase kCharts[] = {
+const HintCase kChartsHints[] = {
     {"spikes", "IGRAPH /X1=VAR(a) /Y=VAR(b) /SCATTER /SPIKE X1.",
      "take `SPIKE` out and the chart is drawn without spikes; of `FITLINE` and `REFLINE`, "
      "`SPIKE=ON`"},
@@ -230,7 +232,7 @@ const HintCase kCharts[] = {
      AdviceText(ErrorKind::kIgraphSyntax)},
 };
 
-INSTANTIATE_TEST_SUITE_P(Charts, HintTest, testing::ValuesIn(kCharts));
+INSTANTIATE_TEST_SUITE_P(Charts, HintTest, testing::ValuesIn(kChartsHints));
 
 TEST(HintForTest, CountsTheCommandsAfterAnOpenLiteral) {
     const std::string text = "TABLES /TITLE='x\n";

@@ -21,6 +21,7 @@
 #include "driver/textencoding.h"
 #include "platform/multibyte.h"
 #include "quillet.h"
+#include "tokenizer/operatorspellings.h"
 
 namespace quillet {
 
@@ -76,14 +77,17 @@ LineQuotes FindQuotes(std::string_view line) {
     return quotes;
 }
 
-// How much of an open literal is its text: up to the next subcommand, parenthesis or the period at
-// the end of the line.
+// How much of an open literal is its text: up to the next subcommand, the end of the parentheses
+// around it, or the period at the end of the line.
 std::size_t LikelyEnd(std::string_view line, std::size_t open) {
     std::size_t end = line.size();
+    int depth = 0;
     for (std::size_t position = open + 1; position < line.size(); ++position) {
         const bool isSlash = line[position] == '/' && line[position - 1] == ' ' &&
                              WordLength(line.substr(position + 1)) > 0;
-        if (isSlash || line[position] == '(' || line[position] == ')') {
+        if (line[position] == '(') ++depth;
+        if (line[position] == ')') --depth;
+        if (isSlash || depth < 0) {
             end = position;
             break;
         }
@@ -165,7 +169,9 @@ std::string CharacterHint(const CommandReport& report, const CodePage& codePage)
         const auto byte = static_cast<unsigned char>(line[offset]);
         constexpr unsigned char kFirstVisible = 0x20;
         constexpr unsigned char kDelete = 0x7F;
-        if (byte == ' ' || byte == '\t' || byte > kDelete ||
+        constexpr std::string_view kValid = " \t'\"!";
+        if (byte > kDelete || kValid.find(line[offset]) != std::string_view::npos ||
+            OneCharacterOperator(byte) != TokenCodes::kNotOperator ||
             WordLength(line.substr(offset, 1)) > 0) {
             continue;
         }

@@ -20,8 +20,6 @@ namespace quillet {
 
 namespace {
 
-using Index = std::size_t;
-
 constexpr std::array<std::string_view, 10> kGlobalWords = {
     "AUTOLABEL", "BASE",    "FORMAT",  "FTOTAL",      "GBASE",
     "MDGROUP",   "MISSING", "MRGROUP", "OBSERVATION", "PTOTAL"};
@@ -56,13 +54,13 @@ bool MeansOneOf(const PlacedToken& token, const Words& words) {
 
 // How many letters have to be changed, put in or left out to make `right` of `left`. Both are
 // short.
-Index DistanceBetween(std::string_view left, std::string_view right) {
-    std::vector<Index> row(right.size() + 1);
-    for (Index column = 0; column <= right.size(); ++column) row[column] = column;
-    for (Index line = 0; line < left.size(); ++line) {
-        Index diagonal = std::exchange(row[0], line + 1);
-        for (Index column = 0; column < right.size(); ++column) {
-            const Index changed = diagonal + (left[line] == right[column] ? 0 : 1);
+std::size_t DistanceBetween(std::string_view left, std::string_view right) {
+    std::vector<std::size_t> row(right.size() + 1);
+    for (std::size_t column = 0; column <= right.size(); ++column) row[column] = column;
+    for (std::size_t line = 0; line < left.size(); ++line) {
+        std::size_t diagonal = std::exchange(row[0], line + 1);
+        for (std::size_t column = 0; column < right.size(); ++column) {
+            const std::size_t changed = diagonal + (left[line] == right[column] ? 0 : 1);
             diagonal = row[column + 1];
             row[column + 1] = std::min({changed, row[column] + 1, row[column + 1] + 1});
         }
@@ -71,20 +69,20 @@ Index DistanceBetween(std::string_view left, std::string_view right) {
 }
 
 std::string NearestFunctions(std::string_view word) {
-    constexpr Index kLongest = 12;
-    constexpr Index kMost = 3;
+    constexpr std::size_t kLongest = 12;
+    constexpr std::size_t kMost = 3;
     for (const auto& [other, known] : kOtherFunctionNames) {
         if (word == other) return std::string(known);
     }
     word = word.substr(0, kLongest);
-    std::vector<std::pair<Index, std::string_view>> names;
+    std::vector<std::pair<std::size_t, std::string_view>> names;
     for (const std::string_view name : SummaryFunctionNames()) {
         names.emplace_back(DistanceBetween(word, name), name);
     }
     std::stable_sort(names.begin(), names.end(),
                      [](const auto& one, const auto& two) { return one.first < two.first; });
     std::string list;
-    for (Index number = 0; number < kMost; ++number) {
+    for (std::size_t number = 0; number < kMost; ++number) {
         if (number > 0) list += number + 1 == kMost ? " and " : ", ";
         list += names[number].second;
     }
@@ -130,7 +128,7 @@ private:
     [[nodiscard]] std::string Quote(std::string_view text) const {
         return Quoted(m_command.Page(), text);
     }
-    [[nodiscard]] std::string QuoteToken(Index index) const {
+    [[nodiscard]] std::string QuoteToken(std::size_t index) const {
         return Quote(m_command.At(index).source);
     }
 
@@ -146,8 +144,8 @@ private:
     }
 
     // Where the operands of a subcommand begin: after its word and the sign.
-    [[nodiscard]] Index OperandsOf(const CommandPart& part) const {
-        const Index next = std::min(part.first + 1, part.end);
+    [[nodiscard]] std::size_t OperandsOf(const CommandPart& part) const {
+        const std::size_t next = std::min(part.first + 1, part.end);
         const bool hasSign = next < part.end && m_command.At(next).Is(TokenCodes::kEquals);
         return next + (hasSign ? 1 : 0);
     }
@@ -155,7 +153,7 @@ private:
     [[nodiscard]] std::string HintOnSubcommand() const {
         const CommandPart* pPart = m_command.ErrorPart();
         if (pPart == nullptr || m_command.NameOf(*pPart).empty()) return {};
-        const Index begin = OperandsOf(*pPart);
+        const std::size_t begin = OperandsOf(*pPart);
         if (PartMeans(*pPart, "MDGROUP") && begin < pPart->end) {
             const bool hasValue = std::any_of(
                 Place(begin), Place(pPart->end),
@@ -166,7 +164,7 @@ private:
         HintParts parts;
         parts.name = m_command.NameOf(*pPart);
         parts.line = m_command.Report().errorLine;
-        const Index error = m_command.ErrorIndex();
+        const std::size_t error = m_command.ErrorIndex();
         const bool isInside = error >= begin && error < pPart->end;
         if (isInside) {
             for (const AllowedSettings& allowed : kAllowedSettings) {
@@ -199,7 +197,7 @@ private:
         }
         if (std::string hint = HintOnBreak(*pPart); !hint.empty()) return hint;
         if (std::string hint = HintOnOrder(*pPart); !hint.empty()) return hint;
-        const Index error = m_command.ErrorIndex();
+        const std::size_t error = m_command.ErrorIndex();
         const std::string name = QuoteToken(error);
         if (error > OperandsOf(*pPart) && m_command.At(error).IsWord() &&
             m_command.At(error - 1).IsWord() && PartMeans(*pPart, "TABLE")) {
@@ -217,7 +215,7 @@ private:
         std::string foreign;
         std::string known;
         int depth = 0;
-        for (Index index = OperandsOf(part); index < part.end; ++index) {
+        for (std::size_t index = OperandsOf(part); index < part.end; ++index) {
             const PlacedToken& token = m_command.At(index);
             if (token.Is(TokenCodes::kLeftParen)) ++depth;
             if (token.Is(TokenCodes::kRightParen)) --depth;
@@ -231,7 +229,7 @@ private:
     }
 
     [[nodiscard]] std::string HintOnBreak(const CommandPart& part) const {
-        const Index begin = OperandsOf(part);
+        const std::size_t begin = OperandsOf(part);
         if (!PartMeans(part, "BREAK") || begin >= part.end || !m_command.At(begin).IsWord()) {
             return {};
         }
@@ -241,9 +239,9 @@ private:
 
     // The subcommand itself is what does not fit: its word is where the failure was found.
     [[nodiscard]] std::string HintOnOrder(const CommandPart& part) const {
-        const Index error = m_command.ErrorIndex();
+        const std::size_t error = m_command.ErrorIndex();
         if (error != part.first) return {};
-        const auto number = static_cast<Index>(&part - m_command.Parts().data());
+        const auto number = static_cast<std::size_t>(&part - m_command.Parts().data());
         const PlacedToken& word = m_command.At(error);
         const CommandPart* pBefore = number > 1 ? &part - 1 : nullptr;
         if (pBefore != nullptr && OperandsOf(*pBefore) == pBefore->end) {
@@ -261,8 +259,9 @@ private:
     }
 
     // The first part is the command's own word, which may be TABLE.
-    [[nodiscard]] bool HasTableBefore(Index number) const {
+    [[nodiscard]] bool HasTableBefore(std::size_t number) const {
         const std::vector<CommandPart>& parts = m_command.Parts();
+        if (number == 0) return false;
         return std::any_of(parts.begin() + 1, parts.begin() + static_cast<std::ptrdiff_t>(number),
                            [this](const CommandPart& part) { return PartMeans(part, "TABLE"); });
     }
@@ -270,7 +269,7 @@ private:
     [[nodiscard]] std::string HintOnRange() const {
         for (const CommandPart& part : m_command.Parts()) {
             if (!PartMeans(part, "OBSERVATION")) continue;
-            for (Index index = part.first + 1; index + 1 < part.end; ++index) {
+            for (std::size_t index = part.first + 1; index + 1 < part.end; ++index) {
                 if (!m_command.At(index).Is(TokenCodes::kTo)) continue;
                 const std::string first = QuoteToken(index - 1);
                 const std::string last = QuoteToken(index + 1);
@@ -290,7 +289,7 @@ private:
 
     [[nodiscard]] std::string HintOnNestedTotal() const {
         if (!m_command.HasErrorToken()) return {};
-        const Index error = m_command.ErrorIndex();
+        const std::size_t error = m_command.ErrorIndex();
         const std::string name = QuoteToken(error);
         const std::string_view total = m_command.At(error).source;
         std::string expression;
@@ -312,11 +311,11 @@ private:
         for (const CommandPart& part : m_command.Parts()) {
             if (!PartMeans(part, "TABLE") || part.first == 0) continue;
             std::array<int, 2> counts{};
-            for (Index index = part.first + 2; index + 1 < part.end; ++index) {
+            for (std::size_t index = part.first + 2; index + 1 < part.end; ++index) {
                 const bool isInParentheses = m_command.At(index - 1).Is(TokenCodes::kLeftParen) &&
                                              m_command.At(index + 1).Is(TokenCodes::kRightParen);
                 if (!isInParentheses) continue;
-                const Index row = m_command.At(index).Means("LABELS") ? 1 : 0;
+                const std::size_t row = m_command.At(index).Means("LABELS") ? 1 : 0;
                 if (row == 0 && !m_command.At(index).Means("STATISTICS")) continue;
                 if (++counts[row] < 2) continue;
                 const std::string name = Quote(m_command.TextOf(index - 1, index + 2));
@@ -326,7 +325,7 @@ private:
         return {};
     }
 
-    [[nodiscard]] std::vector<PlacedToken>::const_iterator Place(Index index) const {
+    [[nodiscard]] std::vector<PlacedToken>::const_iterator Place(std::size_t index) const {
         return m_tokens.begin() + static_cast<std::ptrdiff_t>(index);
     }
 
@@ -343,7 +342,7 @@ private:
         for (const CommandPart& part : m_command.Parts()) {
             for (const auto& [word, sort] : kDeclaring) {
                 if (!PartMeans(part, word)) continue;
-                for (Index index = OperandsOf(part); index < part.end; ++index) {
+                for (std::size_t index = OperandsOf(part); index < part.end; ++index) {
                     const PlacedToken& token = m_command.At(index);
                     if (token.IsWord()) m_declared.try_emplace(token.value, sort);
                 }
@@ -358,8 +357,8 @@ private:
 
     // An operand of a stacking: a variable, or variables nested without parentheses.
     struct Operand {
-        Index first = 0;
-        Index end = 0;
+        std::size_t first = 0;
+        std::size_t end = 0;
     };
 
     // Walks away from a total through the stacking in which it stands, over what one could write
@@ -367,7 +366,7 @@ private:
     class StackingWalker {
     public:
         // `part` is that of the total at `total`; `isForward` is the direction.
-        StackingWalker(const FailedCommand& command, const CommandPart& part, Index total,
+        StackingWalker(const FailedCommand& command, const CommandPart& part, std::size_t total,
                        bool isForward)
             : m_command(command), m_part(part), m_index(total), m_isForward(isForward) {}
 
@@ -399,29 +398,28 @@ private:
             return canStep && !m_isAtEnd;
         }
 
-        // Parentheses around a stacking, or the end of those around the total.
-        [[nodiscard]] static bool IsTransparent(const PlacedToken& token) {
-            return token.Is(TokenCodes::kLeftParen) || token.Is(TokenCodes::kRightParen);
+        // The end of parentheses around the total. Into others the walk does not go: whether they
+        // matter stands after them.
+        [[nodiscard]] bool IsTransparent(const PlacedToken& token) const {
+            return token.Is(m_isForward ? TokenCodes::kRightParen : TokenCodes::kLeftParen);
         }
 
-        [[nodiscard]] Operand ReadOperand() {
-            const Index begin = m_index;
+        [[nodiscard]] std::optional<Operand> ReadOperand() {
+            const std::size_t begin = m_index;
             while (true) {
-                const Index nesting = m_isForward ? m_index + 1 : m_index - 1;
-                const Index next = m_isForward ? m_index + 2 : m_index - 2;
+                const std::size_t nesting = m_isForward ? m_index + 1 : m_index - 1;
+                const std::size_t next = m_isForward ? m_index + 2 : m_index - 2;
                 const bool isThere = m_isForward ? next < m_part.end : m_index >= m_part.first + 2;
-                if (!isThere || !m_command.At(nesting).Is(TokenCodes::kGreaterThan) ||
-                    !m_command.At(next).IsWord()) {
-                    break;
-                }
+                if (!isThere || !m_command.At(nesting).Is(TokenCodes::kGreaterThan)) break;
+                if (!m_command.At(next).IsWord()) return std::nullopt;
                 m_index = next;
             }
-            return {std::min(begin, m_index), std::max(begin, m_index) + 1};
+            return Operand{std::min(begin, m_index), std::max(begin, m_index) + 1};
         }
 
         const FailedCommand& m_command;
         const CommandPart& m_part;
-        Index m_index;
+        std::size_t m_index;
         bool m_isForward;
         bool m_isAtEnd = false;
     };
@@ -430,7 +428,7 @@ private:
         const CommandPart* pPart = m_command.ErrorPart();
         if (pPart == nullptr || !PartMeans(*pPart, "TABLE")) return {};
         ReadDeclarations();
-        const Index total = m_command.ErrorIndex();
+        const std::size_t total = m_command.ErrorIndex();
         const bool isForward = SortOf(m_command.At(total)) == Sort::kPrecedingTotal;
         StackingWalker walker(m_command, *pPart, total, isForward);
         std::vector<Operand> scales;
@@ -440,7 +438,6 @@ private:
             if (!operand) break;
             // Of a nesting the outermost variable has the total.
             const PlacedToken& variable = m_command.At(operand->first);
-            if (IsMarker(operand->first)) continue;
             const std::optional<Sort> sort = SortOf(variable);
             if (sort == Sort::kScale) {
                 scales.push_back(*operand);
@@ -464,17 +461,9 @@ private:
             {.name = name, .other = scale, .list = nearest, .expression = expression});
     }
 
-    // (STATISTICS) and (LABELS) are no variables.
-    [[nodiscard]] bool IsMarker(Index index) const {
-        const PlacedToken& token = m_command.At(index);
-        return (token.Means("STATISTICS") || token.Means("LABELS")) && index > 0 &&
-               m_command.At(index - 1).Is(TokenCodes::kLeftParen) && index + 1 < m_tokens.size() &&
-               m_command.At(index + 1).Is(TokenCodes::kRightParen);
-    }
-
     // The total, the categorical variable and the scale variables between them, so that the first
     // two are neighbors.
-    [[nodiscard]] std::string Rearranged(Index total, const Operand& categorical,
+    [[nodiscard]] std::string Rearranged(std::size_t total, const Operand& categorical,
                                          std::vector<Operand> scales, bool isForward) const {
         std::vector<Operand> operands = {{total, total + 1}, categorical};
         operands.insert(operands.end(), scales.begin(), scales.end());
