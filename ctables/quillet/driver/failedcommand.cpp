@@ -18,7 +18,7 @@ std::string WithoutLastPeriod(std::string_view text) {
     return std::string(text);
 }
 
-PlacedToken Placed(const TAVQTokenSequence& tokens, long firstLine) {
+PlacedToken CurrentToken(const TAVQTokenSequence& tokens, long firstLine) {
     PlacedToken token;
     token.type = tokens.Type();
     token.operatorCode = tokens.Operator();
@@ -56,7 +56,7 @@ void FailedCommand::ReadTokens(bool batchMode) {
         return;
     }
     m_sequence->SetNextIndex(0);
-    while (m_sequence->Next()) m_tokens.push_back(Placed(*m_sequence, m_report.firstLine));
+    while (m_sequence->Next()) m_tokens.push_back(CurrentToken(*m_sequence, m_report.firstLine));
 }
 
 void FailedCommand::FindParts() {

@@ -196,7 +196,7 @@ private:
     };
 
     void Keep(const CommandReport& report) {
-        m_unreadable = {report, std::string(report.source), std::string(report.message)};
+        m_unreadable = KeptReport{report, std::string(report.source), std::string(report.message)};
     }
 
     // Macros matter to failures alone, and few texts have any.
