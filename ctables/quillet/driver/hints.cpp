@@ -221,6 +221,11 @@ std::string MacroHint(const FailedCommand& command, const HintOptions& options) 
         const bool isFunction =
             kind == ErrorKind::kUnknownFunction || kind == ErrorKind::kUnknownSortFunction;
         first = isFunction ? command.ErrorIndex() : pPart->first;
+        // What breaks off before a subcommand is told at the word of that one.
+        const CommandPart* pFirst = command.Parts().data();
+        const bool isAtNext = command.ErrorIndex() == pPart->first && pPart != pFirst;
+        const bool isBefore = kind == ErrorKind::kSubcommandSyntax || pPart == pFirst + 1;
+        if (!isFunction && isAtNext && isBefore) first = (pPart - 1)->first;
         end = command.ErrorIndex() + 1;
     }
     for (std::size_t index = end; index > first; --index) {

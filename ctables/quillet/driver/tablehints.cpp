@@ -152,7 +152,11 @@ private:
 
     [[nodiscard]] std::string HintOnSubcommand() const {
         const CommandPart* pPart = m_command.ErrorPart();
-        if (pPart == nullptr || m_command.NameOf(*pPart).empty()) return {};
+        if (pPart == nullptr) return {};
+        // A subcommand that breaks off is told at the word of the next one.
+        const bool isAtNext = m_command.ErrorIndex() == pPart->first;
+        if (isAtNext && pPart != m_command.Parts().data()) --pPart;
+        if (m_command.NameOf(*pPart).empty()) return {};
         const std::size_t begin = OperandsOf(*pPart);
         if (PartMeans(*pPart, "MDGROUP") && begin < pPart->end) {
             const bool hasValue = std::any_of(
