@@ -978,6 +978,44 @@ async function TestLooks(file) {
     await Close(narrow, "narrow");
 }
 
+// Is all of each name's end within the cell that it stands in?
+async function TestNames() {
+    const series = Array.from({length: 12}, (_, i) => MakeFile(
+        `household survey/wave 3/a name that is much longer than its column, part ${i}.syn`, [],
+        {}));
+    const file = WritePage("names", MakeReport(series, {}));
+    for (const width of [400, 1280]) {
+        const page = await Open(file, {options: {viewport: {width, height: 800}}});
+        const ends = await page.evaluate(() =>
+            [...document.querySelectorAll("#rows .path")].map((cell) => {
+                const end = cell.querySelector(".end");
+                const place = end.getBoundingClientRect();
+                const room = cell.getBoundingClientRect();
+                const isSeen = place.width > 0 && place.left >= room.left &&
+                    place.right <= room.right && cell.textContent === cell.title;
+                return isSeen ? end.textContent : "hidden";
+            }));
+        CheckEqual(`${width} pixels: names keep their ends`, ends,
+            series.map((one) => one.path.slice(-10)));
+        await Close(page, `names, ${width}`);
+    }
+}
+
+async function TestBars(file, report) {
+    const page = await Open(file);
+    const widths = await page.evaluate(() =>
+        [...document.querySelectorAll("#command-chart tbody tr")].map((row) => {
+            const fill = row.querySelector(".fill");
+            return fill ? parseFloat(fill.style.width) : 0;
+        }));
+    const totals = report.totals;
+    const counts = [totals.commandsConverted, totals.commandsFailed, totals.commandsUnreadable,
+        totals.commandsOverlooked];
+    CheckEqual("a full bar is all there is", widths.map((width) => width.toFixed(3)),
+        counts.map((count) => (count * 100 / totals.commandsFound).toFixed(3)));
+    await Close(page, "bars");
+}
+
 async function TestMotion(file) {
     for (const [reducedMotion, still] of [["reduce", true], ["no-preference", false]]) {
         const page = await Open(file, {options: {reducedMotion}});
@@ -1151,7 +1189,8 @@ async function TestSamples(all) {
         ["findings", () => TestFindings(file, report)],
         ["highlighting", () => TestHighlighting(file)], ["address", () => TestAddress(file)],
         ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],
-        ["looks", () => TestLooks(file)], ["motion", () => TestMotion(file)],
+        ["looks", () => TestLooks(file)],
+        ["names", TestNames], ["bars", () => TestBars(file, report)], ["motion", () => TestMotion(file)],
         ["paper", () => TestPaper(file)], ["kinds", TestKinds], ["archive", TestArchive],
         ["many commands", TestManyCommands],
     ];

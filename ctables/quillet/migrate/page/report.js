@@ -13,6 +13,7 @@ const kSpareRows = 8;          // rows drawn above and below those in sight
 const kPrintedRows = 1000;     // a printed list that is longer than this serves nobody
 const kFindingsAtOnce = 100;
 const kCommandsPerPage = 100;  // keeps the page small however many commands a file has
+const kNameEnd = 10;           // characters of a file's name that are never cut off
 const kLinesAtOnce = 1000;     // of one command's text
 const kHighlightedLength = 5000;  // characters; colors in longer lines cost more than they help
 
@@ -300,18 +301,18 @@ function ShowCards() {
 // `rows` have a label, a count, a tone, and an action if the label is to be a button.
 function FillChart(table, caption, heading, unit, rows) {
     const total = rows.reduce((sum, row) => sum + row.count, 0);
-    const most = rows.reduce((largest, row) => Math.max(largest, row.count), 1);
     const head = Make("tr", "", [heading, unit, "Share of all"].map((text) => {
         const cell = Make("th", "", Make("span", "unseen", text));
         cell.scope = "col";
         return cell;
     }));
-    const body = rows.map((row) => ChartRow(row, most, row.whole || total));
+    const body = rows.map((row) => ChartRow(row, row.whole || total));
     table.replaceChildren(Make("caption", "", caption), Make("thead", "", head),
         Make("tbody", "", body));
 }
 
-function ChartRow(row, most, whole) {
+// A full bar is all there is, so that bars of two charts can be compared.
+function ChartRow(row, whole) {
     let label = row.label;
     if (row.action) {
         label = MakeButton(row.label, row.action);
@@ -320,7 +321,7 @@ function ChartRow(row, most, whole) {
     const name = Make("th", "", label);
     name.scope = "row";
     const fill = Make("span", `fill tone-${row.tone}`);
-    fill.style.width = `${row.count * 100 / most}%`;
+    fill.style.width = `${row.count * 100 / Math.max(whole, 1)}%`;
     const track = Make("span", "track", row.count ? fill : "");
     track.setAttribute("aria-hidden", "true");
     const amount = Make("span", "amount", FormatNumber(row.count));
@@ -503,10 +504,15 @@ function ClearFilters() {
     UpdateFiles();
 }
 
+// Where there is no room for all of it, a path keeps the end of its name, by which files of one
+// series are told apart.
 function PathParts(path) {
     const cut = path.lastIndexOf("/") + 1;
+    const name = [...Visible(path.slice(cut))];
+    const start = name.slice(0, -kNameEnd).join("");
     return [Make("span", "folder", Visible(path.slice(0, cut))),
-        Make("span", "name", Visible(path.slice(cut)))];
+        Make("span", "name", [Make("span", "start", start),
+            Make("span", "end", name.slice(-kNameEnd).join(""))])];
 }
 
 function Cell(className, content) {
