@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "migrate/csvreport.h"
 #include "migrate/htmlreport.h"
 #include "migrate/jsonreport.h"
 #include "migrate/junitreport.h"
@@ -108,8 +109,12 @@ void CheckJunit(const Report& report) {
 
 // Nothing of the report ends its element or opens another.
 void CheckPage(const Report& report) {
+    StringOutput list;
+    quillet::migrate::ReportDigest digest;
+    Require(WriteCsvReport(report, list, digest), "no list is written");
     StringOutput output;
-    Require(WriteHtmlReport(report, quillet::migrate::kDataMark, output), "no page is written");
+    Require(WriteHtmlReport(report, digest, quillet::migrate::kDataMark, output),
+            "no page is written");
     const std::string_view text = output.text;
     for (std::size_t place = text.find('<'); place != std::string_view::npos;
          place = text.find('<', place + 1)) {

@@ -8,8 +8,11 @@ usage: [QUILLET_MIGRATE_PROGRAM=PROGRAM] [QUILLET_PROGRAM=PROGRAM] pytest-3 test
 Results are compared with those of the second program.
 """
 
+import collections
 import contextlib
+import csv
 import ctypes
+import io
 import json
 import os
 import pty
@@ -39,7 +42,7 @@ FAILING = b"IGRAPH /NONSENSE.\n"
 UNREADABLE = b'LIST "x.\n'
 BINARY = b"LIST\0x.\n"
 
-REPORT_NAME = re.compile(r"^quillet-report.*\.(json|html|journal)$")
+REPORT_NAME = re.compile(r"^quillet-report.*\.(json|html|csv|journal)$")
 
 
 def contents_of(folder):
@@ -931,9 +934,30 @@ class TestReport(MigrateCase):
                        else json.loads(elements[f"chunk-{chunk}"]))
             commands = details["commands"]
             assert {**short, **details} == full
-            assert codes == sorted({finding["code"] for finding in details["findings"]})
-            reasons = {command["error"] for command in commands if "error" in command}
-            assert errors == sorted(reasons)
+            assert codes == collections.Counter(
+                finding["code"] for finding in details["findings"])
+            assert errors == collections.Counter(
+                command["error"] for command in commands if "error" in command)
+
+    def test_the_list_has_every_legacy_command_once(self):
+        self.create_archive(8)
+        self.create("=one, \"two\".syn", TABLES + b"DEFINE !f ()\n" + TABLES + b"!ENDDEFINE.\n"
+                    b"* open\n\n" + TABLES)
+        self.migrate("--layout=interactive", status=1)
+        content = (self.target / "quillet-report.csv").read_bytes()
+        assert content.startswith(b"\xef\xbb\xbfpath,command,outcome,")
+        rows = list(csv.DictReader(io.StringIO(content.decode("utf-8-sig"), newline="")))
+        report = self.report()
+        for outcome in ("converted", "failed", "unreadable", "overlooked"):
+            assert (sum(row["outcome"] == outcome for row in rows)
+                    == report["totals"][f"commands{outcome.capitalize()}"]), outcome
+        assert len(rows) == report["totals"]["commandsFound"] > 10
+        mine = [row for row in rows if row["path"].endswith(".syn") and "two" in row["path"]]
+        assert {row["path"] for row in mine} == {"'=one, \"two\".syn"}
+        assert [(row["outcome"], row["reason"]) for row in mine] == [
+            ("converted", ""), ("overlooked", "macro-body"), ("overlooked", "open-comment")]
+        lines = [int(row["firstLine"]) for row in mine]
+        assert lines == sorted(lines)
 
     def test_junit(self):
         self.create_archive(8)
@@ -1283,7 +1307,7 @@ class TestInterruption(MigrateCase):
         self.create_archive(150, 200)
         junit = self.folder / "junit.xml"
         self.migrate("--junit", junit, status=1)
-        names = ("quillet-report.json", "quillet-report.html")
+        names = ("quillet-report.json", "quillet-report.html", "quillet-report.csv")
         before = [(self.target / name).read_bytes() for name in names] + [junit.read_bytes()]
         for path in self.target.glob("*/*/*.syn"):
             path.unlink()
@@ -1937,7 +1961,7 @@ class TestLink(MigrateCase):
 
     def test_reports_and_journals_that_are_links(self):
         self.target.mkdir()
-        for name in ("quillet-report.json", "quillet-report.html"):
+        for name in ("quillet-report.json", "quillet-report.html", "quillet-report.csv"):
             (self.target / name).symlink_to(self.outside / "one.syn")
         self.remember()
         self.migrate()

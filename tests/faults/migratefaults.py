@@ -11,7 +11,7 @@ import injection
 from quilletfaults import CONVERTED, COPIED, FAILING, LABEL
 
 # Names that a run makes for itself.
-OWN_NAME = re.compile(r"^quillet-report.*\.(json|html|journal)$")
+OWN_NAME = re.compile(r"^quillet-report.*\.(json|html|csv|journal)$")
 TEMPORARY = "quillet-tmp"
 
 # What differs from run to run in the report's other forms.
@@ -204,7 +204,8 @@ class MigrateTest:
             report = comparable(json.loads(path.read_text(encoding="utf-8")))
         names = frozenset(os.listdir(target)) if target.exists() else frozenset()
         pages = {path.name: VOLATILE.sub(b"", path.read_bytes())
-                 for path in (target / "quillet-report.html", folder / "junit.xml")
+                 for path in (target / "quillet-report.html", target / "quillet-report.csv",
+                              folder / "junit.xml")
                  if path.exists()}
         return Outcome(run.status, contents_of(target), report, pages,
                        frozenset(name for name in names if OWN_NAME.match(name)))

@@ -221,13 +221,19 @@ function Embed(id, value) {
     return `<script type="application/json" id="${id}">${json}</script>\n`;
 }
 
+// How often each name occurs, the names in order.
+function CountsOf(names) {
+    const counts = new Map();
+    for (const name of names.filter(Boolean).sort()) counts.set(name, (counts.get(name) || 0) + 1);
+    return Object.fromEntries(counts);
+}
+
 function MakePage(report) {
     const chunks = [];
     const files = report.files.map(({commands, findings, ...file}, index) => {
-        const errors = commands.map((command) => command.error).filter(Boolean);
-        const codes = findings.map((finding) => finding.code);
         const facts = {
-            ...file, errors: [...new Set(errors)].sort(), codes: [...new Set(codes)].sort(),
+            ...file, errors: CountsOf(commands.map((command) => command.error)),
+            codes: CountsOf(findings.map((finding) => finding.code)),
         };
         if (!commands.length && !findings.length) return facts;
         chunks.push(Embed(`chunk-${index}`, {findings, commands}));
@@ -499,12 +505,12 @@ function CheckData(name, {report, chunks}) {
     for (const file of files.filter((f) => f.chunk in chunks)) {
         const {commands, findings} = chunks[file.chunk];
         const of = (kind) => findings.filter((finding) => finding.kind === kind).length;
-        const codes = [...new Set(findings.map((finding) => finding.code))].sort();
-        const errors = [...new Set(commands.map((c) => c.error).filter(Boolean))].sort();
+        const codes = CountsOf(findings.map((finding) => finding.code));
+        const errors = CountsOf(commands.map((c) => c.error));
         if (commands.length !== file.listed || of("overlooked") !== file.overlooked ||
             of("changed") !== file.changed || of("told") !== file.told ||
             JSON.stringify(codes) !== JSON.stringify(file.codes) ||
-            JSON.stringify(errors) !== JSON.stringify(file.errors || [])) wrong.push(file.path);
+            JSON.stringify(errors) !== JSON.stringify(file.errors)) wrong.push(file.path);
     }
     CheckEqual(`${name}: files agree with their commands`, wrong, []);
 }
@@ -526,12 +532,18 @@ async function CheckTotals(page, name, report) {
          totals.commandsOverlooked].map(Formatted));
     for (const [chart, member] of [["finding", "codes"], ["reason", "errors"]]) {
         const counts = new Map();
-        for (const one of report.files.flatMap((file) => file[member] || [])) {
-            counts.set(one, (counts.get(one) || 0) + 1);
+        for (const one of report.files.flatMap((file) => Object.entries(file[member]))) {
+            const {sum, files} = counts.get(one[0]) || {sum: 0, files: 0};
+            counts.set(one[0], {sum: sum + one[1], files: files + 1});
         }
+        const sorted = [...counts.values()].sort((a, b) => b.sum - a.sum);
         CheckEqual(`${name}: chart of each ${chart}`,
             await page.locator(`#${chart}-chart .amount`).allInnerTexts(),
-            [...counts.values()].sort((a, b) => b - a).map(Formatted));
+            sorted.map(({sum}) => Formatted(sum)));
+        CheckEqual(`${name}: files of each ${chart}`,
+            (await page.locator(`#${chart}-chart tbody td:last-child`).allInnerTexts()).sort(),
+            sorted.map(({files}) =>
+                `in ${Formatted(files)} ${files === 1 ? "file" : "files"}`).sort());
     }
 }
 
@@ -585,13 +597,13 @@ async function CheckFilters(page, name, report) {
     await page.locator("#outcome").selectOption("");
     for (const [filter, member] of [["finding", "codes"], ["reason", "errors"]]) {
         const select = page.locator(`#${filter}`);
-        const names = new Set(report.files.flatMap((file) => file[member] || []));
+        const names = new Set(report.files.flatMap((file) => Object.keys(file[member])));
         Check(`${name}: a ${filter} can be chosen if there are any`,
             await select.isEnabled() === names.size > 0);
         for (const one of names) {
             await select.selectOption(one);
             CheckEqual(`${name}: ${filter} ${one}`, await Text(page, "#count"),
-                told(report.files.filter((file) => (file[member] || []).includes(one)).length));
+                told(report.files.filter((file) => one in file[member]).length));
         }
         if (names.size) await select.selectOption("");
     }

@@ -181,6 +181,7 @@ TEST(MigrateFilesTest, NamesOfTheTarget) {
     const TargetFolder slice = TargetIn(folder, Shard{2, 4});
     EXPECT_EQ(slice.ReportPath(".html"), "/t/quillet-report-2-of-4.html");
     EXPECT_TRUE(TargetFolder::IsReserved("quillet-report.json"));
+    EXPECT_TRUE(TargetFolder::IsReserved("quillet-report-dry-run.csv"));
     EXPECT_TRUE(TargetFolder::IsReserved("quillet-report-1-of-2.journal"));
     EXPECT_TRUE(TargetFolder::IsReserved("a/" + slice.TemporaryName("0")));
     EXPECT_FALSE(TargetFolder::IsReserved("a/quillet-report.json"));

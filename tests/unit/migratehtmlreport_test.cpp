@@ -8,6 +8,7 @@
 
 #include "migrate/htmlreport.h"
 #include "migrate/jsonreport.h"
+#include "migrate/reportdigest.h"
 #include "migratehelper.h"
 
 namespace quillet::migrate {
@@ -44,6 +45,7 @@ std::string HostileCommands() {
     command.type = CommandType::kTables;
     command.outcome = CommandOutcome::kFailed;
     command.source = command.message = kHostile;
+    command.errorKind = ErrorKind::kTablesSyntax;
     command.warnings = {std::string(kHostile)};
     return "[" + CommandJson(command, TextEncoding::kUtf8) + "]";
 }
@@ -68,8 +70,12 @@ std::size_t CountOf(const std::string& text, std::string_view part) {
 TEST(MigrateHtmlReportTest, NothingEndsAnElement) {
     const TemporaryFolder folder;
     const std::unique_ptr<StoredFile> commands = folder.Store("commands", HostileCommands());
+    const Report written = HostileReport(*commands);
+    ReportDigest digest;
+    ASSERT_TRUE(ReadDigest(written, digest, [](const FileFacts&, const LegacyCommand&) {}));
+    digest.files[0].codes["macro-body"] = 7;
     TextCollector output;
-    ASSERT_TRUE(WriteHtmlReport(HostileReport(*commands), "A<!-- data -->B", output));
+    ASSERT_TRUE(WriteHtmlReport(written, digest, "A<!-- data -->B", output));
     EXPECT_EQ(output.text.front(), 'A');
     EXPECT_EQ(output.text.back(), 'B');
     // The data's own three elements and no other tag.
@@ -82,12 +88,15 @@ TEST(MigrateHtmlReportTest, NothingEndsAnElement) {
     const json report = ElementOf(output.text, "report");
     EXPECT_EQ(report["source"], kHostile);
     EXPECT_EQ(report["files"][0]["path"], kHostile);
-    EXPECT_EQ(report["files"][0]["errors"], json({"tables-syntax"}));
-    EXPECT_EQ(report["files"][0]["codes"], json({"macro-body"}));
+    EXPECT_EQ(report["files"][0]["errors"], json::parse(R"({"tables-syntax":1})"));
+    EXPECT_EQ(report["files"][0]["codes"], json::parse(R"({"macro-body":7})"));
     EXPECT_EQ(report["files"][0]["chunk"], 0);
     EXPECT_FALSE(report["files"][0].contains("commands"));
     EXPECT_FALSE(report["files"][1].contains("chunk"));
-    EXPECT_EQ(report["files"][1]["errors"], json::array());
+    EXPECT_EQ(report["files"][1]["errors"], json::object());
+    // The commands of the first and the last file are the same.
+    EXPECT_EQ(report["groups"],
+              json::parse(R"([{"error":"tables-syntax","places":[[0,0],[2,0]]}])"));
     EXPECT_EQ(report["files"][2]["chunk"], 1);
     EXPECT_EQ(ElementOf(output.text, "chunk-0")["commands"][0]["source"], kHostile);
     EXPECT_EQ(ElementOf(output.text, "chunk-0")["findings"], json::array());
@@ -114,7 +123,7 @@ TEST(MigrateHtmlReportTest, ThePageHasItsMark) {
     EXPECT_EQ(CountOf(std::string(ReportPage()), kDataMark), 1U);
     EXPECT_THAT(std::string(ReportPage()), testing::StartsWith("<!DOCTYPE html>"));
     TextCollector output;
-    EXPECT_TRUE(WriteHtmlReport({}, ReportPage(), output));
+    EXPECT_TRUE(WriteHtmlReport({}, {}, ReportPage(), output));
     EXPECT_EQ(ElementOf(output.text, "report")["format"], "quillet-report");
 }
 
@@ -133,9 +142,9 @@ TEST(MigrateHtmlReportTest, ThePageKnowsEveryReason) {
 
 TEST(MigrateHtmlReportTest, FailuresAreNoticed) {
     TextCollector output;
-    EXPECT_FALSE(WriteHtmlReport({}, "no mark", output));
+    EXPECT_FALSE(WriteHtmlReport({}, {}, "no mark", output));
     TextCollector narrow(10);
-    EXPECT_FALSE(WriteHtmlReport({}, kDataMark, narrow));
+    EXPECT_FALSE(WriteHtmlReport({}, {}, kDataMark, narrow));
 }
 
 }  // namespace

@@ -31,25 +31,52 @@ bool HasDetails(const FileEntry& file) {
     return HasCommands(file.facts) || HasFindings(file.facts);
 }
 
-bool WriteFiles(const Report& report, TextOutput& output) {
+std::string CountsJson(const NameCounts& counts) {
+    nlohmann::json json = nlohmann::json::object();
+    for (const auto& [name, count] : counts) json[name] = count;
+    return json.dump();
+}
+
+bool WriteFiles(const Report& report, const ReportDigest& digest, TextOutput& output) {
     std::size_t chunk = 0;
-    bool isFirst = true;
-    for (const FileEntry& file : report.files) {
-        std::string text = std::exchange(isFirst, false) ? "" : ",\n";
+    for (std::size_t index = 0; index < report.files.size(); ++index) {
+        const FileEntry& file = report.files[index];
+        const FileDigest& ofFile = digest.files[index];
+        std::string text = index == 0 ? "" : ",\n";
         text += OpenFileJson(file.facts);
-        text += ",\"errors\":" + nlohmann::json(file.facts.errors).dump();
-        text += ",\"codes\":" + nlohmann::json(file.facts.codes).dump();
+        text += ",\"errors\":" + CountsJson(ofFile.reasons);
+        text += ",\"codes\":" + CountsJson(ofFile.codes);
         if (HasDetails(file)) text += ",\"chunk\":" + std::to_string(chunk++);
         text += "}";
         if (!output.Write(text)) return false;
     }
+    return output.Write("\n]");
+}
+
+// Those of several commands, each place as the numbers of its file and of the command in it.
+bool WriteGroups(const ReportDigest& digest, TextOutput& output) {
+    if (!output.Write(",\n\"groups\":[")) return false;
+    bool isFirst = true;
+    for (const FailureGroup& group : digest.groups) {
+        if (group.places.size() < 2) continue;
+        nlohmann::json places = nlohmann::json::array();
+        for (const CommandPlace& place : group.places) {
+            places.push_back({place.file, place.command});
+        }
+        const nlohmann::json json = {{"error", group.reason}, {"places", std::move(places)}};
+        if (!output.Write(std::exchange(isFirst, false) ? "\n" : ",\n") ||
+            !output.Write(json.dump())) {
+            return false;
+        }
+    }
     return output.Write("\n]}");
 }
 
-bool WriteSummaryElement(const Report& report, TextOutput& output) {
+bool WriteSummaryElement(const Report& report, const ReportDigest& digest, TextOutput& output) {
     ScriptEscaper escaper(output);
     return output.Write(ElementStart("report")) && escaper.Write(OpenReportJson(report)) &&
-           WriteFiles(report, escaper) && escaper.Finish() && output.Write(kElementEnd);
+           WriteFiles(report, digest, escaper) && WriteGroups(digest, escaper) &&
+           escaper.Finish() && output.Write(kElementEnd);
 }
 
 bool WriteChunkElements(const Report& report, TextOutput& output) {
@@ -110,10 +137,11 @@ void ScriptEscaper::TakeSpecial(char byte, std::string& escaped) {
 
 bool ScriptEscaper::Finish() { return m_output.Write(std::exchange(m_pending, {})); }
 
-bool WriteHtmlReport(const Report& report, std::string_view page, TextOutput& output) {
+bool WriteHtmlReport(const Report& report, const ReportDigest& digest, std::string_view page,
+                     TextOutput& output) {
     const std::size_t mark = page.find(kDataMark);
     if (mark == std::string_view::npos) return false;
-    return output.Write(page.substr(0, mark)) && WriteSummaryElement(report, output) &&
+    return output.Write(page.substr(0, mark)) && WriteSummaryElement(report, digest, output) &&
            WriteChunkElements(report, output) && output.Write(page.substr(mark + kDataMark.size()));
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "migrate/reportdata.h"
+#include "migrate/reportdigest.h"
 #include "quillet.h"
 
 namespace quillet::migrate {
@@ -36,8 +37,10 @@ private:
 
 /// Writes `page` with the report in place of its mark. The commands and findings of each file
 /// become an element of their own, so that the page need not look at them before they are asked
-/// for. False when `output` fails, commands cannot be read or the page has no mark.
-[[nodiscard]] bool WriteHtmlReport(const Report& report, std::string_view page, TextOutput& output);
+/// for; what they come to in all stands in `digest`, which has to be that of `report`. False when
+/// `output` fails, commands cannot be read or the page has no mark.
+[[nodiscard]] bool WriteHtmlReport(const Report& report, const ReportDigest& digest,
+                                   std::string_view page, TextOutput& output);
 
 }  // namespace quillet::migrate
 

@@ -23,8 +23,7 @@ constexpr const char* kUsage =
 
 constexpr const char* kFooter =
     "TARGET is a folder, made when it is missing; it gets the results, the report,\n"
-    "quillet-report.html and quillet-report.json, and a journal. With --shard, -I-of-N is added "
-    "to\n"
+    "quillet-report.html, .json and .csv, and a journal. With --shard, -I-of-N is added to\n"
     "these names. A result that stands is left alone when the journal says that it was made of "
     "the\n"
     "same source, by the same options and version; so a run that was ended goes on where it\n"

@@ -193,6 +193,7 @@ struct CommandFacts {
     std::int64_t lastLine = 0;
     std::string source;
     std::string generated;
+    std::int64_t generatedLine = 0;  ///< Of the result; 0 for none.
     std::string error;
     std::int64_t errorLine = 0;
     std::int64_t errorColumn = 0;

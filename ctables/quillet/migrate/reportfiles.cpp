@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "migrate/csvreport.h"
 #include "migrate/htmlreport.h"
 #include "migrate/jsonreport.h"
 #include "migrate/junitreport.h"
@@ -104,7 +105,7 @@ std::string ReportSuffixOf(const RunFacts& run) {
 }
 
 void RemoveInterruptedReport(const TargetFolder& target) {
-    for (const char* pExtension : {".json", ".html"}) {
+    for (const char* pExtension : {".json", ".html", ".csv"}) {
         const std::string name = target.ReportName(std::string(kInterrupted) + pExtension);
         std::error_code ignored;
         static_cast<void>(target.RootFolder()->Remove(name, ignored));
@@ -119,15 +120,23 @@ bool WriteReportFiles(const Report& report, const TargetFolder& target,
     const std::string suffix = ReportSuffixOf(report.run);
     ReportFile json = FileOfTarget(target, suffix, "json");
     ReportFile page = FileOfTarget(target, suffix, "html");
+    ReportFile list = FileOfTarget(target, suffix, "csv");
     const auto writeJson = [&] {
         return json.Write(
             [&](TextOutput& output) { return WriteJsonReport(report, output, &offsets); }, error);
     };
     std::string pageError;
+    // What the list finds out about all commands is told by the page.
     const auto writePage = [&] {
-        return page.Write(
-            [&report](TextOutput& output) { return WriteHtmlReport(report, ReportPage(), output); },
-            pageError);
+        ReportDigest digest;
+        return list.Write(
+                   [&](TextOutput& output) { return WriteCsvReport(report, output, digest); },
+                   pageError) &&
+               page.Write(
+                   [&](TextOutput& output) {
+                       return WriteHtmlReport(report, digest, ReportPage(), output);
+                   },
+                   pageError);
     };
     // With many processors at work these two would be what takes longest.
     const std::launch policy =
@@ -137,7 +146,7 @@ bool WriteReportFiles(const Report& report, const TargetFolder& target,
     const bool isPageWritten = pageResult.get();
     if (isJsonWritten && !isPageWritten) error = pageError;
     if (!isJsonWritten || !isPageWritten || !MayBeWritten(target, junit, error) ||
-        !json.Commit(error) || !page.Commit(error)) {
+        !json.Commit(error) || !list.Commit(error) || !page.Commit(error)) {
         return false;
     }
     if (!junit) return true;

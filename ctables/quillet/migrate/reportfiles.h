@@ -35,10 +35,10 @@ struct ReportWriting {
     unsigned threads = 1;  ///< May be at work; more than two are of no use.
 };
 
-/// Writes the JSON file and the page into the folder and, if there is to be one, the JUnit file.
-/// None takes its name before those of the folder are whole. False with `error` set, a whole
-/// sentence, when that fails. `offsets` gets, for each file, where its arrays begin in the JSON
-/// file.
+/// Writes the JSON file, the list of commands and the page into the folder and, if there is to be
+/// one, the JUnit file. None takes its name before those of the folder are whole. False with
+/// `error` set, a whole sentence, when that fails. `offsets` gets, for each file, where its arrays
+/// begin in the JSON file.
 [[nodiscard]] bool WriteReportFiles(const Report& report, const TargetFolder& target,
                                     const ReportWriting& writing,
                                     std::vector<ArrayOffsets>& offsets, std::string& error);

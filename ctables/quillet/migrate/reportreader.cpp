@@ -299,6 +299,7 @@ CommandFacts CommandFactsOf(const json& command) {
     facts.lastLine = command.value("lastLine", std::int64_t{0});
     facts.source = TextOf(command, "source");
     facts.generated = TextOf(command, "generated");
+    facts.generatedLine = command.value("generatedLine", std::int64_t{0});
     facts.error = TextOf(command, "error");
     facts.errorLine = command.value("errorLine", std::int64_t{0});
     facts.errorColumn = command.value("errorColumn", std::int64_t{0});

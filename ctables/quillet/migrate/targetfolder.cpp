@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::string_view kReportName = "quillet-report";
 constexpr std::string_view kTemporaryPrefix = ".quillet-tmp-";
-constexpr std::array<std::string_view, 3> kReportExtensions = {".json", ".html", ".journal"};
+constexpr std::array<std::string_view, 4> kReportExtensions = {".json", ".html", ".csv",
+                                                               ".journal"};
 
 FolderProblem ProblemOf(std::string_view relative, const std::string& obstacle,
                         const std::error_code& error) {

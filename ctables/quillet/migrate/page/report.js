@@ -298,15 +298,17 @@ function ShowCards() {
 }
 
 // Fills a table that is a chart as well: each row has a bar beside its number.
-// `rows` have a label, a count, a tone, and an action if the label is to be a button.
+// `rows` have a label, a count, a tone, an action if the label is to be a button, and the number of
+// files if that is to be told instead of a share.
 function FillChart(table, caption, heading, unit, rows) {
     const total = rows.reduce((sum, row) => sum + row.count, 0);
-    const head = Make("tr", "", [heading, unit, "Share of all"].map((text) => {
+    const last = rows.some((row) => "files" in row) ? "Files" : "Share of all";
+    const head = Make("tr", "", [heading, unit, last].map((text) => {
         const cell = Make("th", "", Make("span", "unseen", text));
         cell.scope = "col";
         return cell;
     }));
-    const body = rows.map((row) => ChartRow(row, row.whole || total));
+    const body = rows.map((row) => ChartRow(row, total));
     table.replaceChildren(Make("caption", "", caption), Make("thead", "", head),
         Make("tbody", "", body));
 }
@@ -326,14 +328,31 @@ function ChartRow(row, whole) {
     track.setAttribute("aria-hidden", "true");
     const amount = Make("span", "amount", FormatNumber(row.count));
     const measure = Make("div", "measure", [track, amount]);
-    return Make("tr", "", [name, Make("td", "", measure),
-        Make("td", "", FormatShare(row.count, whole))]);
+    const last = "files" in row ? `in ${Plural(row.files, "file", "files")}`
+                                : FormatShare(row.count, whole);
+    return Make("tr", "", [name, Make("td", "", measure), Make("td", "", last)]);
 }
 
 function CountBy(names) {
     const counts = new Map();
     for (const name of names) counts.set(name, (counts.get(name) || 0) + 1);
     return counts;
+}
+
+// The names that a file has counts of, such as the reasons why its commands failed.
+function NamesIn(counts) {
+    return Object.keys(counts || {});
+}
+
+// How often each name occurs in all files. Not every name is a good one for a member.
+function SumBy(member) {
+    const sums = new Map();
+    for (const file of g_report.files) {
+        for (const [name, count] of Object.entries(file[member] || {})) {
+            sums.set(name, (sums.get(name) || 0) + Count(count));
+        }
+    }
+    return sums;
 }
 
 // The outcomes that occur, in the order of the table above, unknown ones last.
@@ -359,16 +378,17 @@ function CommandRows() {
     ];
 }
 
-function ReasonRows(counts) {
-    return [...counts].sort((a, b) => b[1] - a[1]).map(([name, count]) => ({
-        label: LabelOfReason(name), tone: "bad", count, whole: g_report.files.length,
+// `files` tells in how many files each name occurs.
+function ReasonRows(files) {
+    return [...SumBy("errors")].sort((a, b) => b[1] - a[1]).map(([name, count]) => ({
+        label: LabelOfReason(name), tone: "bad", count, files: files.get(name),
         action: () => FilterFiles("reason", name),
     }));
 }
 
-function FindingRows(counts) {
-    return [...counts].sort((a, b) => b[1] - a[1]).map(([code, count]) => ({
-        label: LabelOfCode(code), tone: "partly", count, whole: g_report.files.length,
+function FindingRows(files) {
+    return [...SumBy("codes")].sort((a, b) => b[1] - a[1]).map(([code, count]) => ({
+        label: LabelOfCode(code), tone: "partly", count, files: files.get(code),
         action: () => FilterFiles("finding", code),
     }));
 }
@@ -377,11 +397,10 @@ function ShowCharts(outcomes, codes, reasons) {
     FillChart(Find("file-chart"), "Files by outcome", "Outcome", "Files", FileRows(outcomes));
     FillChart(Find("command-chart"), "Legacy commands by outcome", "Outcome", "Commands",
         CommandRows());
-    // A file counts once for each finding, and each reason, it has.
-    FillChart(Find("finding-chart"), codes.size ? "Files by finding" : "No findings", "Finding",
-        "Files", FindingRows(codes));
-    const caption = reasons.size ? "Files by reason for failure" : "No command failed";
-    FillChart(Find("reason-chart"), caption, "Reason", "Files", ReasonRows(reasons));
+    FillChart(Find("finding-chart"), codes.size ? "Findings" : "No findings", "Finding",
+        "Findings", FindingRows(codes));
+    const caption = reasons.size ? "Failed commands by reason" : "No command failed";
+    FillChart(Find("reason-chart"), caption, "Reason", "Commands", ReasonRows(reasons));
 }
 
 // ---- The list of files ----
@@ -455,8 +474,8 @@ function ShowSorting() {
 function Matches(file, {text, outcome, finding, reason}) {
     const filter = kResultFilters.get(outcome);
     if (filter ? !filter.holds(file) : outcome && file.outcome !== outcome) return false;
-    if (finding && !(file.codes || []).includes(finding)) return false;
-    if (reason && !(file.errors || []).includes(reason)) return false;
+    if (finding && !NamesIn(file.codes).includes(finding)) return false;
+    if (reason && !NamesIn(file.errors).includes(reason)) return false;
     return !text || file.path.toLowerCase().includes(text) ||
         (file.message || "").toLowerCase().includes(text);
 }
@@ -745,7 +764,7 @@ function ShowFileFacts(file) {
         AddFact(facts, "Overlooked", FormatNumber(file.overlooked));
         AddFact(facts, "Warnings", FormatNumber(file.warnings));
     }
-    AddFact(facts, "Reasons for failure", (file.errors || []).map(LabelOfReason).join("; "));
+    AddFact(facts, "Reasons for failure", NamesIn(file.errors).map(LabelOfReason).join("; "));
     if (file.modified) AddFact(facts, "Changed", FormatTime(new Date(file.modified * 1000)));
     const message = Find("file-message");
     message.hidden = !file.message;
@@ -1290,8 +1309,8 @@ function Start() {
     });
     for (const id of ["totals", "charts", "files"]) Find(id).hidden = false;
     const outcomes = CountBy(g_report.files.map((file) => file.outcome));
-    const codes = CountBy(g_report.files.flatMap((file) => file.codes || []));
-    const reasons = CountBy(g_report.files.flatMap((file) => file.errors || []));
+    const codes = CountBy(g_report.files.flatMap((file) => NamesIn(file.codes)));
+    const reasons = CountBy(g_report.files.flatMap((file) => NamesIn(file.errors)));
     ShowRun();
     ShowCards();
     ShowCharts(outcomes, codes, reasons);

@@ -1,0 +1,148 @@
+#include "migrate/reportdigest.h"
+
+#include <algorithm>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#include "migrate/commandskeleton.h"
+#include "migrate/contenthash.h"
+#include "migrate/reportreader.h"
+
+namespace quillet::migrate {
+
+namespace {
+
+// Finds the group of each failure.
+class GroupFinder {
+public:
+    explicit GroupFinder(std::vector<FailureGroup>& groups) : m_groups(groups) {}
+
+    // The number of the group, from 1.
+    std::size_t Add(const CommandFacts& command, CommandPlace place) {
+        const PlaceInCommand error = {
+            command.errorLine > 0 ? command.errorLine - command.firstLine + 1 : 0,
+            command.errorColumn};
+        m_hasher.Clear();
+        m_hasher.Add(command.error);
+        m_hasher.Add("\n");
+        m_hasher.Add(SkeletonOf(command.source, error));
+        const ContentHash hash = m_hasher.Value();
+        const auto [found, isNew] =
+            m_numbers.try_emplace({hash.high, hash.low}, m_groups.size() + 1);
+        if (isNew) m_groups.push_back({command.error, {}});
+        m_groups[found->second - 1].places.push_back(place);
+        return found->second;
+    }
+
+private:
+    std::vector<FailureGroup>& m_groups;
+    ContentHasher m_hasher;
+    std::map<std::pair<std::uint64_t, std::uint64_t>, std::size_t> m_numbers;
+};
+
+// The commands of one file, each handed on once.
+class FileReading {
+public:
+    // All are borrowed.
+    FileReading(const FileFacts& facts, FileDigest& digest, const TakeLegacyCommand& take)
+        : m_facts(facts), m_digest(digest), m_take(take) {}
+
+    void Take(const FindingFacts& finding) {
+        ++m_digest.codes[finding.code];
+        if (finding.kind != NameOf(FindingKind::kOverlooked)) return;
+        // A command of a macro may have been converted, and is overlooked all the same.
+        if (finding.code == NameOf(FindingCode::kMacroBody)) {
+            m_linesInMacros.insert(finding.firstLine);
+        }
+        LegacyCommand legacy;
+        legacy.type = finding.command;
+        legacy.outcome = finding.kind;
+        legacy.firstLine = finding.firstLine;
+        legacy.lastLine = finding.lastLine;
+        legacy.reason = finding.code;
+        legacy.message = finding.sentence;
+        legacy.errorLine = finding.causeLine;
+        m_overlooked.push_back(std::move(legacy));
+    }
+
+    void FinishFindings() {
+        std::stable_sort(m_overlooked.begin(), m_overlooked.end(),
+                         [](const LegacyCommand& left, const LegacyCommand& right) {
+                             return left.firstLine < right.firstLine;
+                         });
+    }
+
+    void Take(const CommandFacts& command, std::size_t group) {
+        const bool isLegacy = command.type == kTables || command.type == kIgraph;
+        if (!isLegacy || m_linesInMacros.contains(command.firstLine)) return;
+        TakeOverlookedBefore(command.firstLine);
+        LegacyCommand legacy;
+        legacy.type = command.type;
+        legacy.outcome = command.outcome;
+        legacy.firstLine = command.firstLine;
+        legacy.lastLine = command.lastLine;
+        legacy.reason = command.error;
+        legacy.message = command.message;
+        legacy.errorLine = command.errorLine;
+        legacy.errorColumn = command.errorColumn;
+        legacy.generatedLine = command.generatedLine;
+        legacy.warnings = command.warnings.size();
+        legacy.group = group;
+        m_take(m_facts, legacy);
+    }
+
+    void Finish() {
+        for (; m_next < m_overlooked.size(); ++m_next) m_take(m_facts, m_overlooked[m_next]);
+    }
+
+private:
+    static constexpr std::string_view kTables = "TABLES";
+    static constexpr std::string_view kIgraph = "IGRAPH";
+
+    void TakeOverlookedBefore(std::int64_t line) {
+        for (; m_next < m_overlooked.size() && m_overlooked[m_next].firstLine < line; ++m_next) {
+            m_take(m_facts, m_overlooked[m_next]);
+        }
+    }
+
+    const FileFacts& m_facts;
+    FileDigest& m_digest;
+    const TakeLegacyCommand& m_take;
+    std::vector<LegacyCommand> m_overlooked;
+    std::size_t m_next = 0;  // of those, the first that has not been handed on
+    std::set<std::int64_t> m_linesInMacros;
+};
+
+}  // namespace
+
+bool ReadDigest(const Report& report, ReportDigest& digest, const TakeLegacyCommand& take) {
+    digest = {};
+    digest.files.resize(report.files.size());
+    GroupFinder groups(digest.groups);
+    for (std::size_t index = 0; index < report.files.size(); ++index) {
+        const FileEntry& file = report.files[index];
+        FileDigest& ofFile = digest.files[index];
+        FileReading reading(file.facts, ofFile, take);
+        if (!ForEachFinding(file.findings,
+                            [&reading](const FindingFacts& finding) { reading.Take(finding); })) {
+            return false;
+        }
+        reading.FinishFindings();
+        std::size_t number = 0;
+        const bool areRead = ForEachCommand(file.commands, [&](const CommandFacts& command) {
+            const CommandPlace place = {index, number++};
+            std::size_t group = 0;
+            if (!command.error.empty()) {
+                ++ofFile.reasons[command.error];
+                group = groups.Add(command, place);
+            }
+            reading.Take(command, group);
+        });
+        if (!areRead) return false;
+        reading.Finish();
+    }
+    return true;
+}
+
+}  // namespace quillet::migrate
