@@ -221,6 +221,19 @@ function Embed(id, value) {
     return `<script type="application/json" id="${id}">${json}</script>\n`;
 }
 
+// Failures of several commands that are equal but for names and literals; in these reports, those
+// with one reason and equal sources up to digits.
+function GroupsOf(files) {
+    const groups = new Map();
+    files.forEach(({commands}, file) => commands.forEach(({error, source}, command) => {
+        if (!error) return;
+        const key = `${error} ${source.replace(/\d+/g, "0")}`;
+        if (!groups.has(key)) groups.set(key, {error, places: []});
+        groups.get(key).places.push([file, command]);
+    }));
+    return [...groups.values()].filter((group) => group.places.length > 1);
+}
+
 // How often each name occurs, the names in order.
 function CountsOf(names) {
     const counts = new Map();
@@ -239,7 +252,8 @@ function MakePage(report) {
         chunks.push(Embed(`chunk-${index}`, {findings, commands}));
         return {...facts, chunk: index};
     });
-    const data = Embed("report", {...report, files}) + chunks.join("");
+    const groups = GroupsOf(report.files);
+    const data = Embed("report", {...report, files, groups}) + chunks.join("");
     const template = fs.readFileSync(kTemplate, "utf8");
     if (template.split(kPlaceholder).length !== 2) throw new Error("not one placeholder");
     return template.replace(kPlaceholder, () => data);
@@ -829,6 +843,45 @@ async function TestFindings(file, report) {
     await Close(page, "findings");
 }
 
+async function TestEqualFailures() {
+    const failed = (line, error) => ({...FailedCommand(line, line, () => 0), error});
+    const report = MakeReport([
+        MakeFile("a.syn", [kChart, failed(3, "one"), failed(9, "two"), failed(12, "one")], {}),
+        MakeFile("b.syn", [], {}), MakeFile("c/c.syn", [failed(4, "one")], {}),
+    ], {});
+    const page = await OpenReport("equal", report);
+    const rows = await page.locator("#groups tbody tr").allInnerTexts();
+    CheckEqual("equal failures are told together", rows.map((row) => row.replace(/\s+/g, " ")),
+        ["One One correction mends 3 commands in 2 files First command"]);
+    await page.locator("#groups th button").click();
+    CheckEqual("a group leads to its files", await FirstPaths(page, 5), ["a.syn", "c/c.syn"]);
+    await page.locator("#clear").click();
+    CheckEqual("and back to all", await Text(page, "#count"), "3 files");
+    await page.locator("#groups td button").click();
+    const next = async () => {
+        const opened = await page.locator("[aria-expanded=true]").getAttribute("id");
+        return `${await Text(page, "#file-title")} ${opened}`;
+    };
+    const met = [await next()];
+    for (let i = 0; i < 3; ++i) {
+        await page.locator(".equal button").click();
+        met.push(await next());
+    }
+    CheckEqual("from each there is a way to the next", met, ["a.syn command-1", "a.syn command-3",
+        "c/c.syn command-0", "a.syn command-1"]);
+    await GoTo(page, HashOf({path: "a.syn"}, 2));
+    CheckEqual("one alone has none", await page.locator(".equal").count(), 0);
+    await CheckAxe(page, "equal failures");
+    await page.setViewportSize({width: 400, height: 800});
+    const wide = await page.evaluate(() => document.documentElement.scrollWidth);
+    Check("a narrow window needs no scrolling sideways for them", wide <= 400, wide);
+    await Close(page, "equal failures");
+
+    const none = await OpenReport("no-groups", MakeReport([MakeFile("a.syn", [kChart], {})], {}));
+    Check("without equal failures there is no such list", await none.locator("#equal").isHidden());
+    await Close(none, "no equal failures");
+}
+
 async function TestHighlighting(file) {
     const page = await Open(file, {hash: HashOf({path: "household/wave3/tables.syn"}, 0)});
     const of = (side, kind) => page.locator(`.${side} .t-${kind}`).allTextContents();
@@ -1199,6 +1252,7 @@ async function TestSamples(all) {
         ["any page", () => TestAnyPage(file, "mixed")], ["search", () => TestSearch(file)],
         ["paths", () => TestPaths(file)], ["hostile", () => TestHostile(file, report)],
         ["findings", () => TestFindings(file, report)],
+        ["equal failures", TestEqualFailures],
         ["highlighting", () => TestHighlighting(file)], ["address", () => TestAddress(file)],
         ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],
         ["looks", () => TestLooks(file)],

@@ -403,6 +403,87 @@ function ShowCharts(outcomes, codes, reasons) {
     FillChart(Find("reason-chart"), caption, "Reason", "Commands", ReasonRows(reasons));
 }
 
+// ---- Equal failures ----
+
+const kGroupsAtOnce = 10;
+const g_groups = {
+    all: [],            // those with most commands first
+    ofCommand: new Map(),  // "file/command", both from 0: {group, place}
+    files: null,        // indices of the files of the one that was chosen
+};
+
+function PlaceKey(file, command) {
+    return `${file}/${command}`;
+}
+
+function ReadGroups() {
+    g_groups.all = [...(g_report.groups || [])];
+    g_groups.all.sort((a, b) => b.places.length - a.places.length);
+    for (const group of g_groups.all) {
+        group.places.forEach(([file, command], place) => {
+            g_groups.ofCommand.set(PlaceKey(file, command), {group, place});
+        });
+    }
+}
+
+function MakeHeadRow(texts) {
+    return Make("thead", "", Make("tr", "", texts.map((text) => {
+        const cell = Make("th", "", text);
+        cell.scope = "col";
+        return cell;
+    })));
+}
+
+function ShowGroups() {
+    Find("equal").hidden = g_groups.all.length === 0;
+    Find("groups").replaceChildren(MakeHeadRow(["Reason", "Commands", "Files", "To look at"]),
+        Make("tbody"));
+    ShowMoreGroups();
+}
+
+function ShowMoreGroups() {
+    const body = Find("groups").tBodies[0];
+    const shown = body.childElementCount;
+    const end = shown ? g_groups.all.length : kGroupsAtOnce;
+    body.append(...g_groups.all.slice(shown, end).map(GroupRow));
+    const left = g_groups.all.length - body.childElementCount;
+    Find("more-groups").hidden = left <= 0;
+    Find("more-groups").textContent = `Show ${FormatNumber(left)} more`;
+}
+
+function GroupRow(group) {
+    const files = new Set(group.places.map(([file]) => file));
+    const label = MakeButton(LabelOfReason(String(group.error)), () => FilterGroup(files));
+    label.className = "plain";
+    const name = Make("th", "", label);
+    name.scope = "row";
+    const [file, command] = group.places[0];
+    const first = MakeButton("First command", () => Go(g_report.files[file], command));
+    first.className = "plain";
+    const mends = `One correction mends ${Plural(group.places.length, "command", "commands")}`;
+    return Make("tr", "", [name, Make("td", "", mends),
+        Make("td", "", `in ${Plural(files.size, "file", "files")}`), Make("td", "", first)]);
+}
+
+function FilterGroup(files) {
+    ClearFilters();
+    g_groups.files = files;
+    UpdateFiles();
+    Find("files").scrollIntoView();
+    Find("grid").focus({preventScroll: true});
+}
+
+// What a command shares with others, and the way to the next of them; nothing for any other.
+function EqualNote(index) {
+    const found = g_groups.ofCommand.get(PlaceKey(g_open.file.index, index));
+    if (!found) return [];
+    const {group, place} = found;
+    const [file, command] = group.places[(place + 1) % group.places.length];
+    return [Make("p", "equal", [`One correction mends ${FormatNumber(group.places.length)} ` +
+        `commands; this is number ${FormatNumber(place + 1)}. `,
+        MakeButton("Next equal command", () => Go(g_report.files[file], command))])];
+}
+
 // ---- The list of files ----
 
 function AddOption(select, value, text) {
@@ -472,6 +553,7 @@ function ShowSorting() {
 }
 
 function Matches(file, {text, outcome, finding, reason}) {
+    if (g_groups.files && !g_groups.files.has(file.index)) return false;
     const filter = kResultFilters.get(outcome);
     if (filter ? !filter.holds(file) : outcome && file.outcome !== outcome) return false;
     if (finding && !NamesIn(file.codes).includes(finding)) return false;
@@ -500,7 +582,7 @@ function UpdateFiles() {
     Find("count").textContent = count === all.length
         ? Plural(count, "file", "files")
         : `${FormatNumber(count)} of ${Plural(all.length, "file", "files")}`;
-    Find("clear").disabled = !Object.values(wanted).some(Boolean);
+    Find("clear").disabled = !g_groups.files && !Object.values(wanted).some(Boolean);
     ShowSorting();
     Find("grid").setAttribute("aria-rowcount", count + 1);
     Find("grid").scrollTop = 0;
@@ -520,6 +602,7 @@ const kFilterIds = ["search", "outcome", "finding", "reason"];
 
 function ClearFilters() {
     for (const id of kFilterIds) Find(id).value = "";
+    g_groups.files = null;
     UpdateFiles();
 }
 
@@ -993,7 +1076,7 @@ function OpenItem(index) {
 
 function CommandView(command, index) {
     const compare = Make("div", "compare", [SourceSide(command), ResultSide(command)]);
-    const view = Make("div", "opened", [compare, CommandButtons(index)]);
+    const view = Make("div", "opened", [compare, ...EqualNote(index), CommandButtons(index)]);
     view.setAttribute("role", "group");
     view.setAttribute("aria-label", `${Visible(command.type)}, ${LinesOf(command)}`);
     return view;
@@ -1262,6 +1345,7 @@ function Listen() {
     for (const id of kFilterIds) Find(id).addEventListener("input", UpdateFiles);
     const clicks = {
         "clear": () => { ClearFilters(); Find("search").focus(); },
+        "more-groups": ShowMoreGroups,
         "previous-file": () => GoToNeighbor(-1),
         "next-file": () => GoToNeighbor(1),
         "close-file": () => Go(null, null),
@@ -1314,6 +1398,8 @@ function Start() {
     ShowRun();
     ShowCards();
     ShowCharts(outcomes, codes, reasons);
+    ReadGroups();
+    ShowGroups();
     FillFilters(outcomes, codes, reasons);
     MakeHeadings();
     Listen();
