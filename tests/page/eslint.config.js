@@ -6,8 +6,9 @@ const js = require("@eslint/js");
 const readable = (names) => Object.fromEntries(names.map((name) => [name, "readonly"]));
 
 const browser = readable([
-    "HTMLElement", "URLSearchParams", "addEventListener", "document", "getComputedStyle",
-    "innerHeight", "location", "matchMedia", "requestAnimationFrame", "window",
+    "HTMLElement", "URLSearchParams", "addEventListener", "clearTimeout", "document",
+    "getComputedStyle", "innerHeight", "location", "matchMedia", "performance",
+    "requestAnimationFrame", "setTimeout", "window",
 ]);
 const node = readable(["Buffer", "__dirname", "console", "module", "process", "require"]);
 

@@ -739,6 +739,78 @@ async function TestSearch(file) {
     await Close(page, "search");
 }
 
+// Waits until all texts have been looked through.
+async function Searched(page, text) {
+    await page.locator("#search").fill(text);
+    await page.waitForFunction(() => document.getElementById("searching").textContent === "");
+    return FirstPaths(page, 5);
+}
+
+async function TestSearchInTexts() {
+    const hint = "Name the weight variable";
+    const files = [
+        MakeFile("a.syn", [kChart], {}),
+        MakeFile("b.syn", [kChart, {...FailedCommand(3, 1, () => 0), hint}], {}),
+        WithFindings(MakeFile("c.syn", [], {}), [MakeFinding("macro-body", "overlooked", 4,
+            {sentence: "In macro <!f> of \"this\" file."})]),
+        MakeFile("d.syn", [{...kUnreadable, source: "a\tb\nC"}], {}),
+    ];
+    const page = await OpenReport("texts", MakeReport(files, {}));
+    const cases = [
+        ["a source", "VAR(LEVEL.mm)", ["a.syn", "b.syn"]],
+        ["a hint", "weight VARIABLE", ["b.syn"]],
+        ["a message", "literal is not", ["d.syn"]],
+        ["a finding", "<!F> of \"this\"", ["c.syn"]],
+        ["a warning", "caption was", ["a.syn", "b.syn"]],
+        ["a result's text", "usersource", ["a.syn", "b.syn"]],
+        ["no name of a member", "firstline", []], ["no pattern", "v.r(level", []],
+        ["a tab", "a\tb", ["d.syn"]],
+    ];
+    for (const [name, text, expected] of cases) {
+        CheckEqual(`search finds ${name}`, await Searched(page, text), expected);
+    }
+    await Searched(page, "weight");
+    await page.locator("#row-0").click();
+    await WaitForFile(page);
+    CheckEqual("of a file those commands are shown", [
+        await page.locator("#command-filter").inputValue(),
+        await Text(page, "#command-count")], ["search", "1 command"]);
+    await OpenCommand(page, 1);
+    CheckEqual("a hint stands with the reason", await Text(page, ".note .hint"), hint);
+    await Close(page, "search in texts");
+}
+
+async function TestLinks() {
+    const made = {result: "new"};
+    const files = [
+        MakeFile("a b/50% #1?.syn", [], made), MakeFile("c.syn", [], {}),
+        MakeFile("d/\ufffd%.syn", [], {...made, rawPath: "d/%FF%25.syn"}),
+        MakeFile("e.syn", [], {result: "orphaned"}),
+    ];
+    const linksOf = async (more) => {
+        const page = await OpenReport("links", MakeReport(files, more));
+        const found = {};
+        for (const file of files) {
+            await GoTo(page, HashOf(file));
+            found[file.path] = await page.locator("#file-facts a").evaluateAll((all) =>
+                all.map((link) => link.getAttribute("href")));
+        }
+        await Close(page, "links");
+        return found;
+    };
+    CheckEqual("source and result can be opened", await linksOf({source: "/srv/old files"}), {
+        "a b/50% #1?.syn": ["file:///srv/old%20files/a%20b/50%25%20%231%3F.syn",
+            "a%20b/50%25%20%231%3F.syn"],
+        "c.syn": ["file:///srv/old%20files/c.syn"],
+        "d/\ufffd%.syn": ["file:///srv/old%20files/d/%FF%25.syn", "d/%FF%25.syn"],
+        "e.syn": ["e.syn"],
+    });
+    const none = await linksOf({source: "/srv/one, /srv/two", dryRun: true});
+    CheckEqual("where neither is known nothing can", Object.values(none).flat(), []);
+    const drive = await linksOf({source: "C:\\old files", dryRun: true});
+    CheckEqual("drives are folders", drive["c.syn"], ["file:///C:/old%20files/c.syn"]);
+}
+
 async function TestPaths(file) {
     const page = await Open(file);
     const row = (text) => page.locator("#rows [data-index]", {hasText: text}).first();
@@ -1250,13 +1322,15 @@ async function TestSamples(all) {
     const file = WritePage("mixed", report);
     const scenarios = [
         ["any page", () => TestAnyPage(file, "mixed")], ["search", () => TestSearch(file)],
+        ["search in texts", TestSearchInTexts], ["links", TestLinks],
         ["paths", () => TestPaths(file)], ["hostile", () => TestHostile(file, report)],
         ["findings", () => TestFindings(file, report)],
         ["equal failures", TestEqualFailures],
         ["highlighting", () => TestHighlighting(file)], ["address", () => TestAddress(file)],
         ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],
         ["looks", () => TestLooks(file)],
-        ["names", TestNames], ["bars", () => TestBars(file, report)], ["motion", () => TestMotion(file)],
+        ["names", TestNames], ["bars", () => TestBars(file, report)],
+        ["motion", () => TestMotion(file)],
         ["paper", () => TestPaper(file)], ["kinds", TestKinds], ["archive", TestArchive],
         ["many commands", TestManyCommands],
     ];

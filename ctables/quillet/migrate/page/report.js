@@ -559,7 +559,8 @@ function Matches(file, {text, outcome, finding, reason}) {
     if (finding && !NamesIn(file.codes).includes(finding)) return false;
     if (reason && !NamesIn(file.errors).includes(reason)) return false;
     return !text || file.path.toLowerCase().includes(text) ||
-        (file.message || "").toLowerCase().includes(text);
+        (file.message || "").toLowerCase().includes(text) ||
+        (text === g_search.text && g_search.found.has(file.index));
 }
 
 function InOrder(files) {
@@ -575,6 +576,7 @@ function UpdateFiles() {
         text: Find("search").value.trim().toLowerCase(), outcome: Find("outcome").value,
         finding: Find("finding").value, reason: Find("reason").value,
     };
+    SearchTexts(wanted.text);
     const all = g_report.files;
     g_list.shown = InOrder(all.filter((file) => Matches(file, wanted)));
     g_list.active = 0;
@@ -726,6 +728,88 @@ function OnScroll() {
     });
 }
 
+// ---- The search in texts ----
+//
+// What commands and findings say is not read before somebody searches for it. Then the files are
+// looked through in short steps, so that whoever goes on typing need not wait. The text of an
+// element tells whether the words may be in it; only where they are it is read.
+
+const kShortestSearch = 3;  // characters; shorter ones are in nearly every text
+const kSearchStep = 30;     // milliseconds
+const g_search = {
+    text: "",
+    next: 0,            // index of the file to be looked at next
+    found: new Set(),   // indices of files
+    timer: 0,
+};
+
+function EscapePattern(text) {
+    return text.replace(/[.*+?^${}()|[\]\\/]/g, "\\$&");
+}
+
+// Finds `text` as it stands in an element.
+function PatternOf(text) {
+    const written = JSON.stringify(text).slice(1, -1).replaceAll("<", "\\u003c");
+    return new RegExp(EscapePattern(written), "iu");
+}
+
+function Holds(texts, wanted) {
+    return texts.some((text) => typeof text === "string" && text.toLowerCase().includes(wanted));
+}
+
+function CommandHolds(command, wanted) {
+    return Holds([command.source, command.generated, command.message, command.hint,
+        ...WarningsOf(command)], wanted);
+}
+
+function FindingHolds(finding, wanted) {
+    return Holds([finding.sentence, finding.text, finding.macro], wanted);
+}
+
+function TextsHold(file, wanted, pattern) {
+    const chunk = Number.isInteger(file.chunk) ? Find(`chunk-${file.chunk}`) : null;
+    if (!chunk || !pattern.test(chunk.textContent)) return false;
+    const {commands, findings} = ReadDetails(file);
+    return (commands || []).some((command) => CommandHolds(command, wanted)) ||
+        (findings || []).some((finding) => FindingHolds(finding, wanted));
+}
+
+// Begins anew when something else is searched for.
+function SearchTexts(text) {
+    const wanted = [...text].length >= kShortestSearch ? text : "";
+    if (wanted === g_search.text) return;
+    clearTimeout(g_search.timer);
+    g_search.text = wanted;
+    g_search.next = 0;
+    g_search.found = new Set();
+    Find("searching").textContent = wanted ? "Searching in commands\u2026" : "";
+    if (wanted) g_search.timer = setTimeout(SearchStep, kSearchStep);
+}
+
+function SearchStep() {
+    const pattern = PatternOf(g_search.text);
+    const before = g_search.found.size;
+    const end = performance.now() + kSearchStep;
+    const files = g_report.files;
+    do {
+        const file = files[g_search.next++];
+        if (file && TextsHold(file, g_search.text, pattern)) g_search.found.add(file.index);
+    } while (g_search.next < files.length && performance.now() < end);
+    if (g_search.found.size > before) ShowFound();
+    if (g_search.next < files.length) g_search.timer = setTimeout(SearchStep);
+    else Find("searching").textContent = "";
+}
+
+// The list grows; whoever is in it stays where they are.
+function ShowFound() {
+    const active = g_list.shown[g_list.active];
+    const top = Find("grid").scrollTop;
+    UpdateFiles();
+    g_list.active = Math.max(0, g_list.shown.indexOf(active));
+    Find("grid").scrollTop = top;
+    DrawRows();
+}
+
 // ---- The address ----
 
 // Names that are no UTF-8 may look alike; their bytes do not.
@@ -828,6 +912,7 @@ function WithReason(text, reason) {
 function ShowFileFacts(file) {
     const facts = Find("file-facts");
     facts.replaceChildren();
+    ShowLinks(facts, file);
     AddFact(facts, "Outcome", OutcomeBadge(kFileOutcomes, file.outcome));
     AddFact(facts, "Result", ResultText(file));
     AddFact(facts, "Name in bytes", file.rawPath ? Visible(file.rawPath) : "");
@@ -862,6 +947,45 @@ function ShowNeighbors() {
 
 function GoToNeighbor(step) {
     Choose(g_list.shown[g_list.shown.indexOf(g_open.file) + step]);
+}
+
+// The address of a file within a folder. Bytes that are no UTF-8 have their codes already.
+function AddressOf(file) {
+    const parts = (file.rawPath || file.path).split("/").map(encodeURIComponent);
+    const address = parts.join("/");
+    return file.rawPath ? address.replace(/%25([0-9A-F]{2})/g, "%$1") : address;
+}
+
+// Nothing where the source cannot be told from here: reports that were joined name several folders.
+function SourceAddress(file) {
+    const named = String(g_report.source || "");
+    const hasDrive = /^[A-Za-z]:[\\/]/.test(named);
+    const source = hasDrive ? `/${named.replaceAll("\\", "/")}` : named;
+    const known = source.startsWith("/") && !source.includes(", /") &&
+        !source.includes("\ufffd") && file.result !== "orphaned";
+    if (!known) return "";
+    const address = source.split("/").map(encodeURIComponent).join("/");
+    const folder = "file://" + (hasDrive ? address.replace("%3A", ":") : address);
+    // A run on a single file names that.
+    const isFile = g_report.files.length === 1 && source.endsWith(`/${file.path}`);
+    return isFile ? folder : `${folder.replace(/\/$/, "")}/${AddressOf(file)}`;
+}
+
+// The page lies in the folder of the results.
+function ResultAddress(file) {
+    return file.result && !g_report.dryRun ? AddressOf(file) : "";
+}
+
+function ShowLinks(facts, file) {
+    const links = [["Source", SourceAddress(file)], ["Result", ResultAddress(file)]]
+        .filter(([, address]) => address).map(([text, address]) => {
+            const link = Make("a", "", text);
+            link.href = address;
+            link.target = "_blank";
+            link.rel = "noopener";
+            return link;
+        });
+    if (links.length) AddFact(facts, "Open", links.flatMap((link) => [link, " "]).slice(0, -1));
 }
 
 // ---- The findings of a file ----
@@ -928,6 +1052,8 @@ const kCommandFilters = [
     {value: "failed", label: "Failed", holds: (c) => c.outcome === "failed"},
     {value: "unreadable", label: "Unreadable", holds: (c) => c.outcome === "unreadable"},
     {value: "warnings", label: "With warnings", holds: (c) => WarningsOf(c).length > 0},
+    {value: "search", label: "Found by the search",
+     holds: (c) => g_search.text !== "" && CommandHolds(c, g_search.text)},
 ];
 
 function WarningsOf(command) {
@@ -941,6 +1067,8 @@ function FillCommandFilter() {
         const count = g_open.commands.filter(filter.holds).length;
         if (filter.value && !count) continue;
         AddOption(select, filter.value, `${filter.label} (${FormatNumber(count)})`);
+        // What was searched for in all files is what is wanted of this one.
+        if (filter.value === "search") select.value = filter.value;
     }
 }
 
