@@ -954,6 +954,65 @@ async function TestEqualFailures() {
     await Close(none, "no equal failures");
 }
 
+async function TestWork() {
+    const failed = (line) => ({...FailedCommand(line, line, () => 0), error: "strange"});
+    const report = MakeReport([
+        MakeFile("a/one/x.syn", [failed(3), failed(9), kChart], {}),
+        WithFindings(MakeFile("a/two.syn", [], {}), [MakeFinding("macro-body", "overlooked", 4, {}),
+            MakeFinding("macro-body", "overlooked", 14, {})]),
+        MakeFile("b/y.syn", [failed(5)], {}), MakeFile("z.syn", [], {}),
+    ], {});
+    const page = await OpenReport("work", report);
+    const rows = async (table) => (await page.locator(`#${table} tr`).allInnerTexts())
+        .map((row) => row.replace(/\s+/g, " ").trim());
+    // One failure at 15 minutes, two equal ones at 1, two warnings at 2, two macros at 45.
+    CheckEqual("the work is estimated", await Text(page, "#work-sum"),
+        "By the minutes below, what is left takes a person about 1 h 51 min.");
+    CheckEqual("each kind has its part", (await rows("minutes")).slice(1), [
+        "Macro body 2 1 h 30 min", "Strange 1 15 min", "Each further equal failure 2 2 min",
+        "Warning 2 4 min"]);
+    CheckEqual("folders are summed up", (await rows("folders")).slice(1), [
+        "a/ 2 5 4 1 h 50 min", "b/ 1 1 1 1 min", "Files in no other folder 1 0 0 0 min",
+        "All of these 4 6 5 1 h 51 min"]);
+    await page.locator("#folders button", {hasText: "a/"}).click();
+    CheckEqual("a folder has its parts", (await rows("folders")).slice(1), [
+        "Files in no other folder 1 2 2 1 h 30 min", "one/ 1 3 2 20 min",
+        "All of these 2 5 4 1 h 50 min"]);
+    CheckEqual("the list shows its files", await FirstPaths(page, 5), ["a/one/x.syn", "a/two.syn"]);
+    await page.locator("#folder-up").click();
+    CheckEqual("the way up leads to all", await Text(page, "#count"), "4 files");
+    const macro = page.getByLabel("Minutes for Macro body");
+    await macro.fill("10");
+    CheckEqual("other minutes change the sum", await Text(page, "#work-sum"),
+        "By the minutes below, what is left takes a person about 41 min.");
+    await macro.press("Enter");
+    Check("they stand in the address",
+        page.url().endsWith("#minutes=finding.macro-body.10"), page.url());
+    await page.locator("#row-0").click();
+    await WaitForFile(page);
+    Check("and stay there", page.url().includes("minutes=finding.macro-body.10"), page.url());
+    await page.locator("#close-file").click();
+    await page.reload();
+    CheckEqual("an address brings them back", await macro.inputValue(), "10");
+    await page.emulateMedia({media: "print"});
+    CheckEqual("they are printed, and what is usual", (await rows("minutes"))[1],
+        "Macro body 2 10 usual: 45 20 min");
+    Check("without their boxes", await macro.isHidden());
+    await page.emulateMedia({media: "screen"});
+    await page.locator("#usual-minutes").click();
+    CheckEqual("the usual ones come back", [await macro.inputValue(),
+        page.url().includes("minutes")], ["45", false]);
+    await macro.fill("-1");
+    CheckEqual("what is no number of minutes counts as usual", (await rows("minutes"))[1],
+        "Macro body 2 1 h 30 min");
+    await CheckAxe(page, "work");
+    await page.setViewportSize({width: 400, height: 800});
+    const wide = await page.evaluate(() => document.documentElement.scrollWidth);
+    Check("a narrow window needs no scrolling sideways for the work", wide <= 400, wide);
+    await Picture(page, "work-narrow", "#work");
+    await Close(page, "work");
+}
+
 async function TestHighlighting(file) {
     const page = await Open(file, {hash: HashOf({path: "household/wave3/tables.syn"}, 0)});
     const of = (side, kind) => page.locator(`.${side} .t-${kind}`).allTextContents();
@@ -1325,7 +1384,7 @@ async function TestSamples(all) {
         ["search in texts", TestSearchInTexts], ["links", TestLinks],
         ["paths", () => TestPaths(file)], ["hostile", () => TestHostile(file, report)],
         ["findings", () => TestFindings(file, report)],
-        ["equal failures", TestEqualFailures],
+        ["equal failures", TestEqualFailures], ["work", TestWork],
         ["highlighting", () => TestHighlighting(file)], ["address", () => TestAddress(file)],
         ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],
         ["looks", () => TestLooks(file)],

@@ -484,6 +484,252 @@ function EqualNote(index) {
         MakeButton("Next equal command", () => Go(g_report.files[file], command))])];
 }
 
+// ---- Work left ----
+//
+// How long it takes a person to look at one of each kind and to put it right. These are guesses to
+// begin with: an office that has done some of the work knows better and changes them. What was
+// changed stands in the address, so that a bookmark or a link keeps it, and in the table, which is
+// printed with it.
+
+const kUsualMinutes = new Map(Object.entries({
+    "finding.after-stop": 5, "finding.data-lines": 5, "finding.macro-body": 45,
+    "finding.layout": 2, "finding.open-comment": 3, "finding.comment-behind": 3,
+    "finding.block-comment-before": 2, "finding.sign-before": 2, "finding.same-line": 2,
+    "finding.open-command": 3, "finding.command-lost": 5, "finding.swallowed": 3,
+    "finding.comment-dropped": 1, "finding.encoding-doubtful": 5, "finding.old-line-ends": 0,
+    "finding.wide-text": 0, "finding.layout-unclear": 5, "finding.include": 2,
+    "failure.unclosed-literal": 5, "failure.igraph-not-expressible": 30,
+    "failure.table-too-large": 45, "again.failure": 1, "note.warning": 2,
+}));
+const kMinutesOfOthers = new Map([["finding", 5], ["failure", 15]]);
+const kMostMinutes = 100000;
+const kFoldersAtOnce = 50;
+const g_work = {
+    kinds: [],           // {key, count, input, usual, time}, those that occur
+    changed: new Map(),  // minutes by key
+    repeats: new Map(),  // by file: by reason how many failures are equal to an earlier one
+    folder: "",          // the one whose parts are summed up, with "/" at its end
+};
+
+function UsualMinutes(key) {
+    return kUsualMinutes.get(key) ?? kMinutesOfOthers.get(key.slice(0, key.indexOf(".")));
+}
+
+function MinutesOf(key) {
+    return g_work.changed.get(key) ?? UsualMinutes(key);
+}
+
+function FormatMinutes(minutes) {
+    const whole = Math.round(minutes);
+    if (whole < 60) return `${whole} min`;
+    return `${FormatNumber(Math.floor(whole / 60))} h ${whole % 60} min`;
+}
+
+function LabelOfKind(key) {
+    const name = key.slice(key.indexOf(".") + 1);
+    if (key.startsWith("finding.")) return LabelOfCode(name);
+    if (key.startsWith("failure.")) return LabelOfReason(name);
+    return key === "again.failure" ? "Each further equal failure" : "Warning";
+}
+
+function CountRepeats() {
+    for (const group of g_groups.all) {
+        for (const [file] of group.places.slice(1)) {
+            if (!g_work.repeats.has(file)) g_work.repeats.set(file, new Map());
+            const ofFile = g_work.repeats.get(file);
+            ofFile.set(group.error, (ofFile.get(group.error) || 0) + 1);
+        }
+    }
+}
+
+// Calls `take` with each kind of work that a file needs, and how often.
+function ForEachKind(file, take) {
+    for (const [code, count] of Object.entries(file.codes || {})) {
+        take(`finding.${code}`, Count(count));
+    }
+    const repeats = g_work.repeats.get(file.index) || new Map();
+    let again = 0;
+    for (const [reason, count] of Object.entries(file.errors || {})) {
+        const repeated = repeats.get(reason) || 0;
+        again += repeated;
+        take(`failure.${reason}`, Count(count) - repeated);
+    }
+    take("again.failure", again);
+    take("note.warning", Count(file.warnings));
+}
+
+function MinutesOfFile(file) {
+    let minutes = 0;
+    ForEachKind(file, (key, count) => { minutes += count * MinutesOf(key); });
+    return minutes;
+}
+
+function FillMinutes() {
+    const counts = new Map();
+    for (const file of g_report.files) {
+        ForEachKind(file, (key, count) => counts.set(key, (counts.get(key) || 0) + count));
+    }
+    const order = ["finding", "failure", "again", "note"];
+    const rank = (key) => order.indexOf(key.slice(0, key.indexOf(".")));
+    g_work.kinds = [...counts].filter(([, count]) => count > 0)
+        .sort((a, b) => rank(a[0]) - rank(b[0]) || b[1] - a[1])
+        .map(([key, count]) => ({key, count}));
+    Find("minutes").replaceChildren(Make("caption", "", "Minutes for one of each kind"),
+        MakeHeadRow(["Kind", "Number", "Minutes each", "In all"]),
+        Make("tbody", "", g_work.kinds.map(MinutesRow)));
+    Find("minutes").hidden = Find("usual-minutes").hidden = g_work.kinds.length === 0;
+}
+
+function MinutesRow(kind) {
+    const name = Make("th", "", LabelOfKind(kind.key));
+    name.scope = "row";
+    kind.input = Make("input", "minutes");
+    kind.input.type = "number";
+    kind.input.min = 0;
+    kind.input.max = kMostMinutes;
+    kind.input.setAttribute("aria-label", `Minutes for ${LabelOfKind(kind.key)}`);
+    kind.input.addEventListener("input", () => ChangeMinutes(kind));
+    kind.input.addEventListener("change", () => { ShowMinutes(); KeepMinutes(); });
+    kind.printed = Make("span", "printed");
+    kind.usual = Make("span", "usual");
+    kind.time = Make("td");
+    return Make("tr", "", [name, Make("td", "", FormatNumber(kind.count)),
+        Make("td", "", [kind.input, kind.printed, kind.usual]), kind.time]);
+}
+
+function IsMinutes(value) {
+    return Number.isFinite(value) && value >= 0 && value <= kMostMinutes;
+}
+
+function ChangeMinutes({key, input}) {
+    const isUsual = input.value === "" || !IsMinutes(input.valueAsNumber) ||
+        input.valueAsNumber === UsualMinutes(key);
+    if (isUsual) g_work.changed.delete(key);
+    else g_work.changed.set(key, input.valueAsNumber);
+    ShowWork();
+}
+
+function ShowMinutes() {
+    for (const {key, input} of g_work.kinds) input.value = MinutesOf(key);
+}
+
+function ShowWork() {
+    for (const {key, count, printed, usual, time} of g_work.kinds) {
+        printed.textContent = String(MinutesOf(key));
+        usual.textContent = g_work.changed.has(key) ? ` usual: ${UsualMinutes(key)}` : "";
+        time.textContent = FormatMinutes(count * MinutesOf(key));
+    }
+    Find("usual-minutes").disabled = g_work.changed.size === 0;
+    const sum = g_report.files.reduce((minutes, file) => minutes + MinutesOfFile(file), 0);
+    Find("work-sum").textContent = `By the minutes below, what is left takes a person about ` +
+        `${FormatMinutes(sum)}.`;
+    ShowFolders();
+}
+
+// As a part of the address.
+function MinutesText() {
+    return [...g_work.changed].map(([key, minutes]) => `${key}.${minutes}`).join("*");
+}
+
+function KeepMinutes() {
+    const address = new URLSearchParams(location.hash.slice(1));
+    if (g_work.changed.size) address.set("minutes", MinutesText());
+    else address.delete("minutes");
+    location.replace(`#${address}`);
+}
+
+// An address that says nothing about minutes leaves them as they are.
+function ReadMinutes(text) {
+    if (text === null || text === MinutesText()) return;
+    g_work.changed.clear();
+    const known = new Set(g_work.kinds.map(({key}) => key));
+    for (const [, key, value] of text.matchAll(/([^*]+?)\.(\d+(?:\.\d+)?)(?:\*|$)/g)) {
+        if (known.has(key) && IsMinutes(Number(value))) g_work.changed.set(key, Number(value));
+    }
+    ShowMinutes();
+    ShowWork();
+}
+
+function ResetMinutes() {
+    g_work.changed.clear();
+    ShowMinutes();
+    ShowWork();
+    KeepMinutes();
+    Find("minutes").querySelector("input").focus();
+}
+
+// The parts of the folder that is open, by what is left to do; "" stands for its own files.
+function FolderSums() {
+    const sums = new Map();
+    const start = g_work.folder.length;
+    for (const file of g_report.files) {
+        if (!file.path.startsWith(g_work.folder)) continue;
+        const name = file.path.slice(start, file.path.indexOf("/", start) + 1);
+        if (!sums.has(name)) sums.set(name, {name, files: 0, found: 0, left: 0, minutes: 0});
+        const sum = sums.get(name);
+        ++sum.files;
+        sum.found += Count(file.found);
+        sum.left += FailedIn(file) + Count(file.overlooked);
+        sum.minutes += MinutesOfFile(file);
+    }
+    return [...sums.values()].sort((a, b) => b.minutes - a.minutes || b.left - a.left);
+}
+
+function AddUp(sums) {
+    const all = {files: 0, found: 0, left: 0, minutes: 0};
+    for (const sum of sums) for (const key of Object.keys(all)) all[key] += sum[key];
+    return all;
+}
+
+function FolderRow(sum, label) {
+    const name = Make("th", "", label);
+    name.scope = "row";
+    return Make("tr", "", [name, ...[sum.files, sum.found, sum.left].map((count) =>
+        Make("td", "", FormatNumber(count))), Make("td", "", FormatMinutes(sum.minutes))]);
+}
+
+function FolderLabel({name}) {
+    if (!name) return "Files in no other folder";
+    const button = MakeButton(Visible(name), () => OpenFolder(g_work.folder + name));
+    button.className = "plain";
+    return button;
+}
+
+function ShowFolders() {
+    const sums = FolderSums();
+    const rest = sums.splice(kFoldersAtOnce);
+    const rows = sums.map((sum) => FolderRow(sum, FolderLabel(sum)));
+    if (rest.length) {
+        rows.push(FolderRow(AddUp(rest), `${FormatNumber(rest.length)} more with less to do`));
+    }
+    const caption = g_work.folder ? `Folders in ${Visible(g_work.folder)}` : "Folders";
+    Find("folders").replaceChildren(Make("caption", "", caption),
+        MakeHeadRow(["Folder", "Files", "Commands found", "Not converted", "Work"]),
+        Make("tbody", "", rows),
+        Make("tfoot", "", FolderRow(AddUp([...sums, ...rest]), "All of these")));
+    Find("folder-up").hidden = g_work.folder === "";
+}
+
+// The list shows the files of this folder alone, too.
+function OpenFolder(folder) {
+    g_work.folder = folder;
+    ShowFolders();
+    UpdateFiles();
+    Find("folders").focus();
+}
+
+function FolderAbove(folder) {
+    return folder.slice(0, folder.lastIndexOf("/", folder.length - 2) + 1);
+}
+
+function StartWork() {
+    Find("work").hidden = g_report.files.length === 0;
+    CountRepeats();
+    FillMinutes();
+    ShowMinutes();
+    ShowWork();
+}
+
 // ---- The list of files ----
 
 function AddOption(select, value, text) {
@@ -554,6 +800,7 @@ function ShowSorting() {
 
 function Matches(file, {text, outcome, finding, reason}) {
     if (g_groups.files && !g_groups.files.has(file.index)) return false;
+    if (!file.path.startsWith(g_work.folder)) return false;
     const filter = kResultFilters.get(outcome);
     if (filter ? !filter.holds(file) : outcome && file.outcome !== outcome) return false;
     if (finding && !NamesIn(file.codes).includes(finding)) return false;
@@ -584,7 +831,8 @@ function UpdateFiles() {
     Find("count").textContent = count === all.length
         ? Plural(count, "file", "files")
         : `${FormatNumber(count)} of ${Plural(all.length, "file", "files")}`;
-    Find("clear").disabled = !g_groups.files && !Object.values(wanted).some(Boolean);
+    const isPart = g_groups.files !== null || g_work.folder !== "";
+    Find("clear").disabled = !isPart && !Object.values(wanted).some(Boolean);
     ShowSorting();
     Find("grid").setAttribute("aria-rowcount", count + 1);
     Find("grid").scrollTop = 0;
@@ -605,6 +853,10 @@ const kFilterIds = ["search", "outcome", "finding", "reason"];
 function ClearFilters() {
     for (const id of kFilterIds) Find(id).value = "";
     g_groups.files = null;
+    if (g_work.folder) {
+        g_work.folder = "";
+        ShowFolders();
+    }
     UpdateFiles();
 }
 
@@ -821,6 +1073,7 @@ function Go(file, command) {
     const address = new URLSearchParams();
     if (file) address.set(file.rawPath ? "raw" : "file", file.rawPath || file.path);
     if (file && command !== null) address.set("command", command + 1);
+    if (g_work.changed.size) address.set("minutes", MinutesText());
     location.hash = address.toString();
     // The browser tells of the change later; whoever pressed a key expects it now.
     FollowAddress();
@@ -837,6 +1090,7 @@ function FollowAddress() {
     const wanted = address.get("file") ?? address.get("raw");
     const kind = address.has("file") ? "file" : "raw";
     const file = wanted === null ? null : g_fileOfKey.get(`${kind}:${wanted}`) || null;
+    ReadMinutes(address.get("minutes"));
     ShowMissing(wanted !== null && !file ? `This report has no file ${Visible(wanted)}.` : "");
     if (file !== g_open.file) ShowFile(file);
     const number = Number(address.get("command"));
@@ -1474,6 +1728,8 @@ function Listen() {
     const clicks = {
         "clear": () => { ClearFilters(); Find("search").focus(); },
         "more-groups": ShowMoreGroups,
+        "folder-up": () => OpenFolder(FolderAbove(g_work.folder)),
+        "usual-minutes": ResetMinutes,
         "previous-file": () => GoToNeighbor(-1),
         "next-file": () => GoToNeighbor(1),
         "close-file": () => Go(null, null),
@@ -1528,6 +1784,7 @@ function Start() {
     ShowCharts(outcomes, codes, reasons);
     ReadGroups();
     ShowGroups();
+    StartWork();
     FillFilters(outcomes, codes, reasons);
     MakeHeadings();
     Listen();
