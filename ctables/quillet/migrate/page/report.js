@@ -2,9 +2,10 @@
 // The page of a migration report.
 //
 // One element, #report, holds the facts about all files; it is read at the start. The findings and
-// the commands of a file lie in an element of their own, which nobody reads before that file is chosen. The
-// address (#file=...&command=...) says what is open: whatever opens or closes something changes
-// the address, and FollowAddress alone brings the page in line with it.
+// the commands of a file lie in an element of their own, which nobody reads before that file is
+// chosen or may hold what is searched for. The address (#file=...&command=...) says what is open:
+// whatever opens or closes something changes the address, and FollowAddress alone brings the page
+// in line with it.
 //
 // Texts from files reach the page as text nodes only, never as markup.
 
