@@ -466,7 +466,7 @@ class TestTree(MigrateCase):
         assert b"12 files" in run.stderr
         assert b"quillet-report-dry-run.html" in run.stderr
         assert sorted(os.listdir(self.target)) == (
-            ["quillet-report-dry-run.html", "quillet-report-dry-run.json"])
+            [f"quillet-report-dry-run.{form}" for form in ("csv", "html", "json")])
         dry = self.report(name="quillet-report-dry-run.json")
         assert dry["dryRun"]
         self.migrate(status=1)
@@ -951,7 +951,7 @@ class TestReport(MigrateCase):
         for outcome in ("converted", "failed", "unreadable", "overlooked"):
             assert (sum(row["outcome"] == outcome for row in rows)
                     == report["totals"][f"commands{outcome.capitalize()}"]), outcome
-        assert len(rows) == report["totals"]["commandsFound"] > 10
+        assert len(rows) == report["totals"]["commandsFound"] > 3
         mine = [row for row in rows if row["path"].endswith(".syn") and "two" in row["path"]]
         assert {row["path"] for row in mine} == {"'=one, \"two\".syn"}
         assert [(row["outcome"], row["reason"]) for row in mine] == [
