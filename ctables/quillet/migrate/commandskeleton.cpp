@@ -7,6 +7,8 @@
 #include <array>
 #include <utility>
 
+#include "platform/multibyte.h"
+
 namespace quillet::migrate {
 
 namespace {
@@ -19,7 +21,7 @@ constexpr std::string_view kLiteral = "''";
 // Words that mean something by themselves wherever they stand; sorted. A word after a slash is one
 // in any case. What is missing here counts as a name: then commands count as equal that have
 // another such word, never the other way round for those that are.
-constexpr std::array<std::string_view, 46> kWords = {
+constexpr std::array<std::string_view, 46> kFixedWords = {
     "ALL",       "AND",         "ANSWERING", "APPLY", "ASCENDING",  "BLANK",      "BY",
     "CASES",     "CATEGORICAL", "COUNT",     "CPCT",  "DEFAULT",    "DESCENDING", "EXCLUDE",
     "INCLUDE",   "LABELS",      "MAXIMUM",   "MEAN",  "MEDIAN",     "MINIMUM",    "MISSING",
@@ -37,10 +39,6 @@ bool IsLetter(char byte) {
 }
 
 bool IsBlank(char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); }
-
-char UpperOf(char byte) {
-    return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
-}
 
 // Characters go on with such bytes.
 bool IsContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
@@ -130,9 +128,9 @@ private:
 
     void AddWord(std::string_view word) {
         std::string upper(word);
-        std::transform(upper.begin(), upper.end(), upper.begin(), UpperOf);
+        std::transform(upper.begin(), upper.end(), upper.begin(), UpperAscii);
         const bool isKept = m_skeleton.empty() || m_skeleton.ends_with("/ ") ||
-                            std::binary_search(kWords.begin(), kWords.end(), upper);
+                            std::binary_search(kFixedWords.begin(), kFixedWords.end(), upper);
         Add(isKept ? std::string_view(upper) : kName);
     }
 

@@ -9,7 +9,7 @@ namespace quillet::migrate {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+constexpr std::string_view kInsteadOfNul = "\xEF\xBF\xBD";
 constexpr std::string_view kHeadings =
     "path,command,outcome,firstLine,lastLine,reason,message,errorLine,errorColumn,generatedLine,"
     "warnings,group\r\n";
@@ -46,7 +46,7 @@ std::string CsvText(std::string_view text) {
     std::string cell = isLikeFormula ? "\"'" : "\"";
     for (const char byte : text) {
         if (byte == '\0') {
-            cell += kReplacement;
+            cell += kInsteadOfNul;
             continue;
         }
         if (byte == '"') cell += byte;

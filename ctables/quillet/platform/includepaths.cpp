@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/multibyte.h"
+
 namespace quillet {
 
 namespace {
@@ -31,9 +33,7 @@ std::string NormalizedPath(std::string_view path) {
 
 std::string WithoutCase(std::string_view path) {
     std::string capitals(path);
-    std::transform(capitals.begin(), capitals.end(), capitals.begin(), [](char byte) {
-        return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
-    });
+    std::transform(capitals.begin(), capitals.end(), capitals.begin(), UpperAscii);
     return capitals;
 }
 
