@@ -37,7 +37,7 @@ CommandReport MakeCommand(std::int64_t line, CommandOutcome outcome) {
     command.outcome = outcome;
     command.firstLine = line;
     command.lastLine = line + 1;
-    command.source = "TABLES\n /TABLE=a" + std::to_string(line) + ".";
+    command.source = line < 20 ? "TABLES\n /TABLE=a." : "TABLES\n /TABLE=region.";
     if (outcome == CommandOutcome::kConverted) {
         command.generatedLine = 4;
         command.warnings = {"w"};
