@@ -175,8 +175,8 @@ private:
     }
 
     std::string m_name;
-    // Never used: while one is open, the C library keeps the code of this conversion loaded, instead
-    // of loading and unloading it around each character.
+    // Never used: while one is open, the C library keeps the code of this conversion loaded,
+    // instead of loading and unloading it around each character.
     Converter m_loaded;
     std::array<char32_t, kBytes> m_singles{};
     std::array<std::size_t, kBytes> m_firstPairs{};  // of each lead, in the following
