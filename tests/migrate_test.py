@@ -902,8 +902,8 @@ class TestReport(MigrateCase):
         assert "hint" not in converted
         assert second["commands"][0]["error"] == "unclosed-literal"
         assert second["commands"][0]["hint"] == (
-            "the literal `\"x.` in line 2 is not closed: probably a quotation mark is missing after "
-            "`\"x`; one legacy command comes after it and was not read")
+            "the literal `\"x.` in line 2 is not closed: probably a quotation mark is missing "
+            "after `\"x`; one legacy command comes after it and was not read")
         [finding] = second["findings"]
         assert (finding["code"], finding["kind"], finding["command"]) == (
             ("after-stop", "overlooked", "TABLES"))
@@ -1026,10 +1026,12 @@ CODES = {
     "macro-body": (b"DEFINE !f (x=!TOKENS(1))\n" + TABLES + b"!ENDDEFINE.\n!f x=a.\n", "overlooked",
                    1, [("macro-body", 2, 1)]),
     "open-comment": (b"* Income\n" + TABLES, "overlooked", 1, [("open-comment", 2, 1)]),
-    "comment-behind": (b"EXECUTE. /* old */\n" + TABLES, "overlooked", 1, [("comment-behind", 2, 1)]),
+    "comment-behind": (b"EXECUTE. /* old */\n" + TABLES, "overlooked", 1,
+                       [("comment-behind", 2, 1)]),
     "block-comment-before": (b"/* next */\n" + TABLES, "overlooked", 1,
                              [("block-comment-before", 2, 1)]),
-    "sign-before": (b"LIST.\n+ TABLES /TABLE=a.\nLIST.\n", "overlooked", 1, [("sign-before", 2, 2)]),
+    "sign-before": (b"LIST.\n+ TABLES /TABLE=a.\nLIST.\n", "overlooked", 1,
+                    [("sign-before", 2, 2)]),
     "same-line": (b"EXECUTE. " + TABLES, "overlooked", 1, [("same-line", 1, 1)]),
     "open-command": (b"GET FILE='x'\n\n" + TABLES, "overlooked", 1, [("open-command", 3, 1)]),
     "command-lost": (b"TABLES /TABLE=a BY b. /* foo */\n\nGET FILE=x.\n", "changed", 0,
