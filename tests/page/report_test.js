@@ -617,7 +617,7 @@ async function CheckFilters(page, name, report) {
         for (const one of names) {
             await select.selectOption(one);
             CheckEqual(`${name}: ${filter} ${one}`, await Text(page, "#count"),
-                told(report.files.filter((file) => one in file[member]).length));
+                told(report.files.filter((file) => Object.hasOwn(file[member], one)).length));
         }
         if (names.size) await select.selectOption("");
     }
@@ -776,7 +776,7 @@ async function TestSearchInTexts() {
         await page.locator("#command-filter").inputValue(),
         await Text(page, "#command-count")], ["search", "1 command"]);
     await OpenCommand(page, 1);
-    CheckEqual("a hint stands with the reason", await Text(page, ".note .hint"), hint);
+    CheckEqual("a hint stands with the reason", await Text(page, ".note .hint"), `Hint: ${hint}`);
     await Close(page, "search in texts");
 }
 
