@@ -220,6 +220,7 @@ TEST(TableExpressionTest, ATotalThatIsLeftIsAnAssertion) {
     const AssertionRecorder assertions;
     ParsedCommand parsed("TABLES /FTOTAL t /TABLE t");
     OutputSequence out;
+    out.Add("of the table before", false);
     WriteDimension(*parsed.Table().GetChild(0), VariableTypes(CodePage::Utf8(), parsed.Globals()),
                    out);
     EXPECT_EQ(out.Format(80, 2), "t");

@@ -746,6 +746,31 @@ TEST(TbTrParseBuilderTest, TakenSlotsAssert) {
                      "pOldChild == 0", "pStatArgVarSpecNode->GetChildCount() > 0"}));
 }
 
+TEST(TbTrParseBuilderTest, AFunctionStaysWithoutAWrongList) {
+    AssertionRecorder assertions;
+    {
+        Value function(NodeValue(TBI_STATFUNCTION));
+        Value left(WordValue(SP_LPAREN));
+        Value arguments(NodeValue(TBI_VARLIST));
+        Value right(WordValue(SP_RPAREN));
+        const Value result(BuildFullStatFunction(function, left, arguments, right));
+        EXPECT_EQ(result.Text(), "FULLSTATFUNCTION(- STATFUNCTION)");
+    }
+    {
+        Value function(NodeValue(TBI_STATFUNCTION));
+        Value left(WordValue(SP_LPAREN));
+        Value arguments(NodeValue(TBI_GENERICLIST));
+        Value colon(WordValue(SP_COLON));
+        Value bases(NodeValue(TBI_GENERICLIST));
+        Value right(WordValue(SP_RPAREN));
+        const Value result(BuildFullStatFunction(function, left, arguments, colon, bases, right));
+        EXPECT_EQ(result.Text(), "FULLSTATFUNCTION(- STATFUNCTION LIST())");
+        EXPECT_TRUE(bases.IsEmpty());
+    }
+    EXPECT_EQ(assertions.Texts(), (Texts{"OpaqueValue_GetParseNodeType(list) == TBI_GENERICLIST",
+                                         "OpaqueValue_GetParseNodeType(list) == TBI_VARLIST"}));
+}
+
 TEST(TbTrParseBuilderTest, ObservationChecksItsVariables) {
     AssertionRecorder assertions;
     Command parsed("TABLES");
