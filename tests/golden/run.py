@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Runs the program over whole syntax files and compares what comes out, byte for byte.
 
-usage: tests/golden/run.py PROGRAM [--regenerate] [FILTER]
+usage: tests/golden/run.py PROGRAM [--regenerate | --fail-fast] [FILTER]
        tests/golden/run.py PROGRAM --case FILE | --files
 
 A case is a file name.syn below this folder, or name.batch.syn, which is converted in batch mode.
@@ -19,7 +19,8 @@ layout of every output is checked as well: no blank lines, and generated command
 period and keep to the line width.
 
 --regenerate writes name.expected and name.console anew; read every changed line before it is
-committed. FILTER limits the run to cases whose path contains it.
+committed. --fail-fast runs no case after one that has failed. FILTER limits the run to cases whose
+path contains it.
 
 --case runs one, named by its path from the top folder, and --files only looks at all files
 together: so CTest runs them, a process each.
@@ -357,7 +358,7 @@ def check_files(cases):
     return complaints
 
 
-def run_cases(program, cases, regenerate):
+def run_cases(program, cases, regenerate=False, fail_fast=False):
     """How many passed and how many failed; tells about the latter."""
     passed = failed = 0
     with tempfile.TemporaryDirectory(prefix="quillet-golden-") as folder:
@@ -373,6 +374,8 @@ def run_cases(program, cases, regenerate):
             print(f"FAIL {case.name}")
             for complaint in complaints:
                 print("    " + complaint.replace("\n", "\n    "))
+            if fail_fast:
+                break
     return passed, failed
 
 
@@ -395,20 +398,21 @@ def main(arguments):
             names.append(argument)
     wrong_number = {"--case": len(names) != 1, "--files": bool(names)}
     if (program is None or len(names) > 1
-            or options not in ([], ["--regenerate"], ["--case"], ["--files"])
+            or options not in (
+                [], ["--regenerate"], ["--fail-fast"], ["--case"], ["--files"])
             or any(wrong_number.get(option) for option in options)):
         print(__doc__, file=sys.stderr)
         return 2
     if options == ["--files"]:
         return 1 if report_files(find_cases()) else 0
     if options == ["--case"]:
-        return run_cases(program, [case_of(ROOT / names[0])], False)[1]
+        return run_cases(program, [case_of(ROOT / names[0])])[1]
 
     cases = find_cases()
     failed_files = report_files(cases) if not names else 0
     wanted = names[0] if names else ""
     passed, failed = run_cases(program, [case for case in cases if wanted in case.name],
-                               "--regenerate" in options)
+                               "--regenerate" in options, "--fail-fast" in options)
     failed += failed_files
     if passed + failed == 0:
         print("no such case")
