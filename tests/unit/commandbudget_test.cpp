@@ -172,25 +172,46 @@ TEST(CommandBudgetTest, WhatIsGluedOnceIsFree) {
     EXPECT_EQ(tokens.At(0)->Text(false).size(), 2 * kMaxText);
 }
 
+// The columns of a graph whose Y axis is a variable with a name of `size` bytes are handed to
+// `use`.
+template <class Use>
+void UseColumns(std::size_t size, Use use) {
+    igraph::IgraphCommand command;
+    command.y.variable.source = igraph::VariableReference::Source::kVariable;
+    command.y.variable.name = std::string(size, 'n');
+    command.y.variable.key = std::string(size, 'N');
+    command.y.level = igraph::MeasurementLevel::kScale;
+    CommandBudget budget;
+    igraph::Columns columns(command, igraph::VariableRoles(command), /*needsCaseLabels=*/false,
+                            budget);
+    use(columns, command.y.variable);
+}
+
 TEST(CommandBudgetTest, ANameInManyElementsOfAGraph) {
-    const auto use = [](std::size_t size, int times) {
-        igraph::IgraphCommand command;
-        command.y.variable.source = igraph::VariableReference::Source::kVariable;
-        command.y.variable.name = std::string(size, 'n');
-        command.y.variable.key = std::string(size, 'N');
-        command.y.level = igraph::MeasurementLevel::kScale;
-        CommandBudget budget;
-        const igraph::Columns columns(command, igraph::VariableRoles(command),
-                                      /*needsCaseLabels=*/false, budget);
-        for (int i = 0; i < times; ++i) {
-            static_cast<void>(columns.Use(command.y.variable, igraph::MeasurementLevel::kScale));
-        }
+    const auto useOften = [](std::size_t size, int times) {
+        UseColumns(size, [times](const igraph::Columns& columns,
+                                 const igraph::VariableReference& variable) {
+            for (int i = 0; i < times; ++i) {
+                static_cast<void>(columns.Use(variable, igraph::MeasurementLevel::kScale));
+            }
+        });
     };
     constexpr std::size_t kMost = kMaxCopies - CommandBudget::kNodeCopy;
-    use(kMost + 1, 1);
-    use(kMost, 2);
-    EXPECT_THROW(use(kMost + 1, 2), CommandTooLarge);
-    EXPECT_THROW(use(kMost, 3), CommandTooLarge);
+    useOften(kMost + 1, 1);
+    useOften(kMost, 2);
+    EXPECT_THROW(useOften(kMost + 1, 2), CommandTooLarge);
+    EXPECT_THROW(useOften(kMost, 3), CommandTooLarge);
+}
+
+TEST(CommandBudgetTest, ANameThatIsComputed) {
+    const auto compute = [](std::size_t size) {
+        UseColumns(size, [](igraph::Columns& columns, const igraph::VariableReference& variable) {
+            EXPECT_FALSE(columns.TakeComputedName(variable).empty());
+        });
+    };
+    constexpr std::size_t kMost = kMaxCopies / 2 - CommandBudget::kNodeCopy;
+    compute(kMost);
+    EXPECT_THROW(compute(kMost + 1), CommandTooLarge);
 }
 
 // However large a command is: what stands there once is never too much.

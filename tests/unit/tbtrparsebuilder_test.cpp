@@ -655,6 +655,10 @@ TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
          [](TablesCommand&, Arguments& a) { return AddToList(TBI_VARLIST, *a[0], *a[1]); },
          {NodeValue(TBI_GENERICLIST), NodeValue(TBI_FMT)},
          {isVarList}},
+        {"a list of a type that has none",
+         [](TablesCommand&, Arguments& a) { return AddToList(TB_TABLE, *a[0], *a[1]); },
+         {NodeValue(TB_TABLE), NodeValue(TBI_FMT)},
+         {"0 && \"illegal list node type\""}},
         {"a table without rows",
          [](TablesCommand& command, Arguments& a) {
              return BuildTable(command, At(1, 1), *a[0], *a[1]);
