@@ -239,7 +239,7 @@ class TestEncoding(MigrateCase):
         return (self.target / name).read_bytes()
 
     def expect(self, name, text, encoding, recorded, outcome="converted"):
-        # pylint: disable=too-many-arguments,too-many-positional-arguments
+        # pylint: disable=too-many-arguments
         assert self.result(name) == self.converted(text).encode(encoding)
         facts = self.facts(name)
         assert (facts["outcome"], facts["encoding"]) == (outcome, recorded)
