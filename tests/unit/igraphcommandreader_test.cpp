@@ -307,6 +307,7 @@ const CommandFaultCase kCommandFaults[] = {
     {"three of two arguments", "IGRAPH /BAR(NIN(1,2,3)).", SyntaxFault::kFunction},
     {"three bare arguments", "IGRAPH /BAR(NIN 1 2 3).", SyntaxFault::kFunction},
     {"an argument too many", "IGRAPH /BAR(MEAN(1)).", SyntaxFault::kFunction},
+    {"parentheses for nothing", "IGRAPH /BAR(MEAN()).", SyntaxFault::kFunction},
     {"a bare argument too many", "IGRAPH /BAR(MEAN 1).", SyntaxFault::kFunction},
     {"too few arguments in an order", "IGRAPH /CATORDER VAR(a) (NGT).", SyntaxFault::kFunction},
     // Error bars.

@@ -788,6 +788,29 @@ TEST(TbTrParseBuilderTest, ObservationChecksItsVariables) {
               Texts{"childNodeType == TBI_VARRANGE || childNodeType == SP_VARNAME"});
 }
 
+TEST(TbTrParseBuilderTest, ObservationNeedsKeywordAndList) {
+    struct Case {
+        OpaqueValue keyword;
+        OpaqueValue list;
+        std::string assertion;
+    };
+    const Case cases[] = {
+        {NodeValue(TB_OBSERVATION), NodeValue(TBI_VARLIST), "OpaqueValue_IsTAVQToken(keyword)"},
+        {WordValue(TB_OBSERVATION), NodeValue(TBI_GENERICLIST),
+         "OpaqueValue_GetParseNodeType(list) == TBI_VARLIST"},
+    };
+    for (const Case& c : cases) {
+        AssertionRecorder assertions;
+        Command parsed("TABLES");
+        Value keyword(c.keyword);
+        Value list(c.list);
+        Value result;
+        EXPECT_FALSE(BuildObservation(parsed.command, At(1, 1), result, keyword, list));
+        EXPECT_TRUE(result.IsEmpty() && keyword.IsEmpty() && list.IsEmpty());
+        EXPECT_EQ(assertions.Texts(), Texts{c.assertion});
+    }
+}
+
 TEST(TbTrParseBuilderTest, AWordInParenthesesMustBeOne) {
     AssertionRecorder assertions;
     Command parsed("TABLES");

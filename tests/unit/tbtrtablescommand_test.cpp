@@ -369,6 +369,28 @@ TEST(TablesCommandTest, TheFirstReportCounts) {
     EXPECT_EQ(counted.text, "t");
 }
 
+// At the end there is no token whose place could be told, and without a sequence none at all.
+TEST(TablesCommandTest, AShortageIsToldAtTheCurrentToken) {
+    Command parsed("TABLES\n  /TABLE");
+    static_cast<void>(parsed.command.NextToken());
+    static_cast<void>(parsed.command.NextToken());
+    parsed.command.GiveUp(Shortage::kBudget);
+    parsed.command.AddReport({TablesErrorKind::kTablesSyntax, 1, 1, kNoNodeType, {}});
+    EXPECT_EQ(parsed.command.FirstReport().kind, TablesErrorKind::kTableTooLarge);
+    EXPECT_EQ(parsed.command.FirstReport().line, 2);
+    EXPECT_EQ(parsed.command.FirstReport().column, 3);
+
+    Command atEnd("TABLES\n  /TABLE");
+    EXPECT_EQ(CodesOf(atEnd.command), "/ TABLE");
+    atEnd.command.GiveUp(Shortage::kBudget);
+    EXPECT_EQ(atEnd.command.FirstReport().line, 1);
+
+    TablesCommand withoutSequence(CodePage::Utf8(), nullptr);
+    withoutSequence.GiveUp(Shortage::kBudget);
+    EXPECT_EQ(withoutSequence.FirstReport().line, 1);
+    EXPECT_EQ(withoutSequence.GivenUpFor(), Shortage::kBudget);
+}
+
 TEST(TablesCommandTest, WarningsKeepTheirOrder) {
     Command parsed("TABLES");
     EXPECT_TRUE(parsed.command.Warnings().empty());
