@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "driver/sentences.h"
+
 namespace quillet {
 
 namespace {
@@ -38,16 +40,8 @@ std::string_view NameOf(FindingCode code) { return kFindings[static_cast<std::si
 FindingKind KindOf(FindingCode code) { return kFindings[static_cast<std::size_t>(code)].kind; }
 
 std::string SentenceOf(Wording wording, const SentenceParts& parts) {
-    std::string_view rest = kSentences[static_cast<std::size_t>(wording)];
-    std::string sentence;
-    while (true) {
-        const std::size_t open = rest.find('{');
-        sentence.append(rest.substr(0, open));
-        if (open == std::string_view::npos) return sentence;
-        const std::size_t close = rest.find('}', open);
-        sentence += PartOf(rest.substr(open + 1, close - open - 1), parts);
-        rest.remove_prefix(close + 1);
-    }
+    return FillSentence(kSentences[static_cast<std::size_t>(wording)],
+                        [&parts](std::string_view name) { return PartOf(name, parts); });
 }
 
 }  // namespace quillet

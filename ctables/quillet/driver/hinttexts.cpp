@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "driver/reasons.h"
+#include "driver/sentences.h"
 
 namespace quillet {
 
@@ -51,16 +52,9 @@ std::string HintPart(std::string_view placeholder, const HintParts& parts) {
     return std::to_string(placeholder == "line" ? parts.line : parts.count);
 }
 
-std::string FillHint(std::string_view rest, const HintParts& parts) {
-    std::string sentence;
-    while (true) {
-        const std::size_t open = rest.find('{');
-        sentence.append(rest.substr(0, open));
-        if (open == std::string_view::npos) return sentence;
-        const std::size_t close = rest.find('}', open);
-        sentence += HintPart(rest.substr(open + 1, close - open - 1), parts);
-        rest.remove_prefix(close + 1);
-    }
+std::string FillHint(std::string_view sentence, const HintParts& parts) {
+    return FillSentence(sentence,
+                        [&parts](std::string_view name) { return HintPart(name, parts); });
 }
 
 }  // namespace
