@@ -943,6 +943,7 @@ class TestReport(MigrateCase):
         self.create_archive(8)
         self.create("=one, \"two\".syn", TABLES + b"DEFINE !f ()\n" + TABLES + b"!ENDDEFINE.\n"
                     b"* open\n\n" + TABLES)
+        self.create("stopped.syn", TABLES + b"TABLES /TITLE 'x.\n")
         self.migrate("--layout=interactive", status=1)
         content = (self.target / "quillet-report.csv").read_bytes()
         assert content.startswith(b"\xef\xbb\xbfpath,command,outcome,")
@@ -958,6 +959,9 @@ class TestReport(MigrateCase):
             ("converted", ""), ("overlooked", "macro-body"), ("overlooked", "open-comment")]
         lines = [int(row["firstLine"]) for row in mine]
         assert lines == sorted(lines)
+        assert [(row["command"], row["outcome"]) for row in rows
+                if row["path"] == "stopped.syn"] == [
+            ("TABLES", "converted"), ("TABLES", "unreadable")]
 
     def test_junit(self):
         self.create_archive(8)

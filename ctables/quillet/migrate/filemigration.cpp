@@ -173,11 +173,17 @@ public:
         AddName(quillet::NameOf(report.errorKind), m_facts.errors);
     }
 
-    // Adds the command that ended the conversion, if there is one, when it is known how many
-    // legacy commands follow it.
-    void AddUnreadable(long commandsAfter) {
+    // Adds the command that ended the conversion, if there is one, when it is known which it is and
+    // how many legacy commands follow it.
+    void AddUnreadable(const LegacyFindings& found) {
         if (!m_unreadable) return;
-        m_hints.commandsAfter = commandsAfter;
+        for (const quillet::LegacyCommand& command : found.commands) {
+            if (command.outcome != LegacyOutcome::kUnreadable) continue;
+            m_unreadable->report.type = command.type;
+        }
+        m_hints.commandsAfter = static_cast<long>(std::count_if(
+            found.findings.begin(), found.findings.end(),
+            [](const Finding& finding) { return finding.code == FindingCode::kAfterStop; }));
         m_unreadable->report.source = m_unreadable->source;
         m_unreadable->report.message = m_unreadable->message;
         Add(m_unreadable->report);
@@ -602,9 +608,7 @@ Outcome FileMigration::ConvertWhole(std::string text, TextOutput& output, bool e
     }
     const LegacyFindings found = FindLegacyCommands(text, search, collector.Outlines());
     TakeFindings(found, encoding, m_facts, m_findings);
-    collector.AddUnreadable(static_cast<long>(std::count_if(
-        found.findings.begin(), found.findings.end(),
-        [](const Finding& finding) { return finding.code == FindingCode::kAfterStop; })));
+    collector.AddUnreadable(found);
     return outcome;
 }
 
