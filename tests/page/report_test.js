@@ -882,14 +882,17 @@ async function TestFindings(file, report) {
     CheckEqual("what was overlooked comes first",
         [order[0], order[150], order[151], order[152]],
         ["Overlooked", "Overlooked", "Changed", "Worth knowing"]);
+    const linesOfOpened = () => page.locator("details[open]").last().locator(".line");
     await page.locator(".finding").first().focus();
     await page.keyboard.press("Enter");
+    await linesOfOpened().first().waitFor();
     CheckEqual("the keyboard opens a finding, which shows its text",
         await page.locator("details[open] .line").allTextContents(),
         ["TABLES", "  /TABLE=a BY b."]);
     CheckEqual("with its line numbers",
         await page.locator("details[open] .line").first().getAttribute("data-number"), "10");
     await page.locator(".finding").last().click();
+    await linesOfOpened().first().waitFor();
     CheckEqual("markup in a finding is text",
         await page.locator("details[open] .line").last().textContent(), kScript);
     CheckEqual("how it was read is told", [

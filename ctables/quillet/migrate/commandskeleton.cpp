@@ -131,7 +131,8 @@ private:
         std::transform(upper.begin(), upper.end(), upper.begin(), UpperAscii);
         const bool isKept = m_skeleton.empty() || m_skeleton.ends_with("/ ") ||
                             std::binary_search(kFixedWords.begin(), kFixedWords.end(), upper);
-        Add(isKept ? std::string_view(upper) : kName);
+        const std::string_view kept = upper;
+        Add(isKept ? kept : kName);
     }
 
     void Add(std::string_view token) {
