@@ -296,6 +296,18 @@ const FindingCase kOtherCases[] = {
      "The file is not UTF-8, and read as windows-1252 its letters look wrong: give its encoding to "
      "--encoding, probably windows-1251.",
      ""},
+    {"encoding_doubtful_korean",
+     "TITLE '\xC1\xF6\xBF\xAA\xBA\xB0 \xBC\xD2\xB5\xE6 \xC5\xEB\xB0\xE8'.\n",
+     FindingCode::kEncodingDoubtful, kOrdinaryCommand, 1, 1, 1, "",
+     "The file is not UTF-8, and read as windows-1252 its letters look wrong: give its encoding to "
+     "--encoding, probably EUC-KR.",
+     ""},
+    {"encoding_doubtful_japanese",
+     "TITLE '\x92n\x88\xE6\x95\xCA\x82\xCC\x8F\x8A\x93\xBE\x93\x9D\x8Cv\x95\\'.\n",
+     FindingCode::kEncodingDoubtful, kOrdinaryCommand, 1, 1, 1, "",
+     "The file is not UTF-8, and read as windows-1252 its letters look wrong: give its encoding to "
+     "--encoding, probably SHIFT_JIS.",
+     ""},
     {"encoding_named",
      "* Encoding: windows-1250.\nTITLE 'Gr\xF6\xDF"
      "e'.\n",

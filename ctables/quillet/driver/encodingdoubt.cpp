@@ -36,7 +36,9 @@ struct Counts {
     long letters = 0;        // outside ASCII
     long strangers = 0;      // of these, next to no letter that they belong to
     long cyrillicWords = 0;  // letters that stand among their like alone
-    long doubleBytes = 0;    // pairs as the Korean and Chinese code pages have them
+    long doubleBytes = 0;    // pairs as the code pages of the Far East have them
+    long bytes = 0;          // above 127
+    long lowBytes = 0;       // of these, those that no pair of EUC-KR has
 };
 
 class WesternReader {
@@ -46,6 +48,7 @@ public:
     Counts Count() {
         for (std::size_t position = 0; position < m_text.size(); ++position) {
             const ByteKind kind = KindOf(m_text[position]);
+            if (kind != ByteKind::kAscii) CountByte(m_text[position]);
             if (kind == ByteKind::kControl) ++m_counts.controls;
             if (kind == ByteKind::kLetter) CountLetter(position);
             if (kind == ByteKind::kSymbol) CountSymbol(position);
@@ -59,6 +62,12 @@ private:
     }
     [[nodiscard]] char Before(std::size_t position) const {
         return position > 0 ? m_text[position - 1] : ' ';
+    }
+
+    void CountByte(char c) {
+        constexpr unsigned char kFirstOfEuc = 0xA1;
+        ++m_counts.bytes;
+        if (static_cast<unsigned char>(c) < kFirstOfEuc) ++m_counts.lowBytes;
     }
 
     // A word of one letter and a doubled letter are found in the languages of the West as well.
@@ -98,7 +107,10 @@ private:
 };
 
 std::string GuessOf(const Counts& counts) {
-    if (2 * counts.doubleBytes > counts.strangers) return "EUC-KR";
+    // Of the pairs of Shift JIS most begin with a low byte.
+    if (2 * counts.doubleBytes > counts.strangers) {
+        return 4 * counts.lowBytes > counts.bytes ? "SHIFT_JIS" : "EUC-KR";
+    }
     if (counts.controls > counts.letters / 10) return "SHIFT_JIS";
     return 2 * counts.cyrillicWords > counts.letters ? "windows-1251" : "windows-1250";
 }
