@@ -450,6 +450,18 @@ TEST(LegacyCommandsTest, TellsWhetherAnIncludedFileIsAtHand) {
     EXPECT_EQ(asked, (std::vector<std::string>{"a'b.sps", "c"}));
 }
 
+// In batch layout line 2 is a command of its own; line 3 is one in both.
+TEST(LegacyCommandsTest, NamesTheFirstCommandThatDependsOnTheLayout) {
+    const LegacyFindings found = Find("mytext\nTABLES /TABLE=a.\nTABLES /TABLE=b.\n");
+    EXPECT_EQ(CodesOf(found), (std::vector<std::string>{"open-command 2-2", "layout-unclear 2-2"}));
+}
+
+TEST(LegacyCommandsTest, NoLayoutMattersToCommandsOfMacros) {
+    const LegacyFindings found =
+        Find("mytext.\nyours.\nDEFINE !f ()\nTABLES /TABLE=a.\n!ENDDEFINE.\n");
+    EXPECT_EQ(CodesOf(found), std::vector<std::string>{"macro-body 4-4"});
+}
+
 // A macro's commands that the conversion takes for its own are not counted twice.
 TEST(LegacyCommandsTest, CommandsOfMacrosAreOverlookedWhateverBecameOfThem) {
     const LegacyFindings found = Find(
@@ -474,8 +486,8 @@ TEST(LegacyCommandsTest, EveryPlaceOfATextIsSearched) {
         "GET FILE='x'\nTABLES /TABLE=c\nTABLES /TABLE=d. /* no */\nTABLES /TABLE=e.\n"
         "TABLES /TABLE=f\n  /* and */ TABLES /TABLE=g.\nTITLE 'x\nIGRAPH /PIE. IGRAPH /BAR.\n");
     EXPECT_EQ(CodesOf(found), (std::vector<std::string>{
-                                  "open-comment 2-2", "open-comment 2-2", "open-command 4-4",
-                                  "open-command 5-5", "comment-behind 6-6", "layout-unclear 7-8",
+                                  "open-comment 2-2", "open-comment 2-2", "layout-unclear 2-2",
+                                  "open-command 4-4", "open-command 5-5", "comment-behind 6-6",
                                   "open-command 8-8", "after-stop 10-10", "after-stop 10-10"}));
     EXPECT_EQ(found.commands.size(), 9U);
     EXPECT_EQ(found.Count(LegacyOutcome::kOverlooked), 8);

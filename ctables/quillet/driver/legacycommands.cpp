@@ -398,8 +398,12 @@ private:
                 return one.firstLine == other.firstLine && one.lastLine == other.lastLine;
             });
         const bool hasOne = difference.first != interactive.end();
-        if (!hasOne && difference.second == batch.end()) return;
-        const LegacyCommand& command = hasOne ? *difference.first : *difference.second;
+        const bool hasOther = difference.second != batch.end();
+        if (!hasOne && !hasOther) return;
+        // What begins earlier in the one is a part of something else in the other.
+        const bool isOne =
+            !hasOther || (hasOne && difference.first->firstLine <= difference.second->firstLine);
+        const LegacyCommand& command = isOne ? *difference.first : *difference.second;
         Finding finding;
         finding.code = FindingCode::kLayoutUnclear;
         finding.command = command.type;
@@ -408,7 +412,8 @@ private:
         Add(std::move(finding), Wording::kLayoutUnclear, {});
     }
 
-    // The commands of `cut` that are legacy commands there.
+    // The commands of `cut` that are legacy commands there, but for those of macros, which are
+    // overlooked in either layout.
     [[nodiscard]] std::vector<LegacyCommand> LegacyIn(const TextCut& cut, bool batchMode) const {
         std::vector<LegacyCommand> commands;
         for (const CommandExtent& extent : cut.extents) {
@@ -416,7 +421,10 @@ private:
             const std::size_t begin =
                 FirstTextIn(m_lines, extent.firstLine, extent.lastLine, batchMode);
             const CommandType type = LegacyCommandAt(m_lines.Text(), begin);
-            if (type == CommandType::kOrdinary || !BeginsAt(extent, begin)) continue;
+            if (type == CommandType::kOrdinary || !BeginsAt(extent, begin) ||
+                DefinitionAround(m_definitions, begin) != nullptr) {
+                continue;
+            }
             commands.push_back(
                 {type, LegacyOutcome::kOverlooked, m_lines.LineOf(begin), extent.lastLine});
         }
