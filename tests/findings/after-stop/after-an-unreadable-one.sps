@@ -1,0 +1,3 @@
+TABLES /TABLE=a /TITLE='Income.
+TABLES /TABLE=b.
+IGRAPH /X1=VAR(a) /BAR.

@@ -1,0 +1,4 @@
+LIST a
+TABLES /TABLE=b
+  /TITLE='Income.
+TABLES /TABLE=c.

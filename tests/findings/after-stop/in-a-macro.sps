@@ -1,0 +1,4 @@
+LIST a \ b.
+DEFINE !tab ()
+TABLES /TABLE=a.
+!ENDDEFINE.

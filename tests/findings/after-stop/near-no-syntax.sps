@@ -1,0 +1,6 @@
+* Don't stop here.
+DOCUMENT It's no syntax.
+BEGIN DATA
+'open \
+END DATA.
+TABLES /TABLE=a.

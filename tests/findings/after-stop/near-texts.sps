@@ -1,0 +1,16 @@
+TITLE 'Households.
+CROSSTABS
+  TABLES = a BY b.
+MEANS TABLES=a BY b.
+FREQUENCIES tables tab1.
+DOCUMENT The
+TABLES /TABLE=a
+are old.
+BEGIN DATA
+TABLES /TABLE=a.
+END DATA.
+TITLE 'Old. TABLES /TABLE=a'.
+LIST /* TABLES /TABLE=a. */ a.
+CTABLES
+  /TABLE a BY b.
+* These tables /* TABLES /TABLE=a */ are old.

@@ -1,0 +1,5 @@
+TITLE 'Households.
+EXECUTE.
+TABLES /TABLE=region
+  /STATISTICS=COUNT.
+LIST.

@@ -1,0 +1,3 @@
+LIST.
+/* next */
+TABLES /TABLE=a.

@@ -1,0 +1,4 @@
+TABLES /* by region */ /TABLE=a.
+TABLES
+/* next */
+  /TABLE=b.

@@ -1,0 +1,2 @@
+/* next
+TABLES /TABLE=a.

@@ -1,0 +1,3 @@
+TABLES /TABLE=a BY b. /* foo */
+
+GET FILE=x.

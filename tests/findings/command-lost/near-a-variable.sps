@@ -1,0 +1,3 @@
+TABLES /TABLE=age BY
+list + sex.
+TABLES /TABLE=sort > list.

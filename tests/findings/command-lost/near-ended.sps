@@ -1,0 +1,5 @@
+TABLES /TABLE=a BY b.
+
+GET FILE=x.
+TABLES /TABLE=a
+  /TITLE='Get'.

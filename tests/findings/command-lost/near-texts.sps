@@ -1,0 +1,4 @@
+TABLES /TABLE=a /TITLE='x'
+  /* GET FILE=x. */
+  /CORNER='y'
+  /* LIST. */ .

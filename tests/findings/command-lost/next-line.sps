@@ -1,0 +1,3 @@
+TABLES /TABLE=a. /* x */
+WEIGHT BY w.
+LIST.

@@ -1,0 +1,4 @@
+LIST.
+IGRAPH /X1=VAR(a) /BAR
+sort cases
+ by a.

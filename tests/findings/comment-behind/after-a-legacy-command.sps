@@ -1,0 +1,2 @@
+TABLES /TABLE=a. /* by region */
+TABLES /TABLE=b.

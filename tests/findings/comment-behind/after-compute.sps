@@ -1,0 +1,2 @@
+COMPUTE x=1. /* one
+IGRAPH /X1=VAR(a) /BAR.

@@ -1,0 +1,2 @@
+EXECUTE. /* old */
+TABLES /TABLE=a.

@@ -1,0 +1,3 @@
+EXECUTE /* old */.
+TABLES /TABLE=a /* by region */.
+TABLES /TABLE=b.

@@ -1,0 +1,4 @@
+LIST.
+EXECUTE. * old
+
+TABLES /TABLE=a.

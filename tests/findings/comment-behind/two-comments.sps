@@ -1,0 +1,2 @@
+EXECUTE. /* old */ /* and odd */
+TABLES /TABLE=a.

@@ -1,0 +1,1 @@
+TABLES /TABLE=a. /* by region  

@@ -1,0 +1,7 @@
+DATA LIST FREE /a b.
+BEGIN DATA
+1 2
+TABLES /TABLE=a.
+ END DATA
+end data.
+TABLES /TABLE=a BY b.

@@ -1,0 +1,11 @@
+BEGIN DATA
+1 2
+CROSSTABS
+  TABLES = a BY b.
+MEANS TABLES=a BY b.
+FREQUENCIES tables tab1.
+TITLE 'Old. TABLES /TABLE=a'.
+LIST /* TABLES /TABLE=a. */ a.
+CTABLES
+  /TABLE a BY b.
+The tables are old.

@@ -1,0 +1,4 @@
+BEGIN DATA.
+1 2
+3 4
+TABLES /TABLE=a.

@@ -1,0 +1,2 @@
+TITLE '’nˆæ•Ê‚ÌŠ“¾“Œv•\'.
+TABLES /TABLE=a BY b.

@@ -1,0 +1,2 @@
+TITLE 'Привет мир'.
+TABLES /TABLE=a BY b.

@@ -1,0 +1,3 @@
+* Encoding: windows-1251.
+TITLE 'Привет мир'.
+TABLES /TABLE=a BY b.

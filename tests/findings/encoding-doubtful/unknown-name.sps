@@ -1,0 +1,3 @@
+* Encoding: nonsense.
+TITLE 'Größe'.
+TABLES /TABLE=a BY b.

@@ -1,0 +1,5 @@
+TABLES /TABLE=a BY b.
+* INCLUDE 'a.sps'.
+TITLE 'INSERT FILE=x'.
+LIST /* INCLUDE 'b.sps'. */ a.
+INCLUDES a.

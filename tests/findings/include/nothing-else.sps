@@ -1,0 +1,2 @@
+INCLUDE 'nothing-else.sps'.
+LIST. /* all

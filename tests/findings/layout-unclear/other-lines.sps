@@ -1,0 +1,4 @@
+mytext.
+yours.
+TABLES /TABLE=a
+/STATISTICS=COUNT.

@@ -1,0 +1,5 @@
+GET FILE='x'.
+* Income
+TABLES /TABLE=a.
+FREQUENCIES a.
+FINISH.

@@ -1,0 +1,11 @@
+GET FILE=X
+CROSSTABS
+  TABLES = A BY B
+MEANS TABLES=A BY B
+FREQUENCIES tables tab1
+TITLE 'Old. TABLES /TABLE=a'
+LIST /* TABLES /TABLE=a. */ a
+CTABLES
+  /TABLE a BY b
+* These tables are old
+FINISH
