@@ -1,0 +1,3 @@
+DEFINE !one (x=!TOKENS(1))
+!IF (!x=1) !THEN TABLES /TABLE=a. !IFEND
+!ENDDEFINE.

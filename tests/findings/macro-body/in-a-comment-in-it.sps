@@ -1,0 +1,4 @@
+DEFINE !tab ()
+* Income
+TABLES /TABLE=a.
+!ENDDEFINE.

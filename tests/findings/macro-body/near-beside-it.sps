@@ -1,0 +1,3 @@
+DEFINE !vars () a b !ENDDEFINE.
+TABLES /TABLE=a.
+LIST !vars.

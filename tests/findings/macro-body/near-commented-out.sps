@@ -1,0 +1,4 @@
+* DEFINE !tab ().
+* TABLES /TABLE=a.
+* !ENDDEFINE.
+TABLES /TABLE=b.

@@ -1,0 +1,3 @@
+DEFINE !tab ()
+LIST.
+TABLES /TABLE=a.

@@ -1,0 +1,3 @@
+DEFINE !tab (x=!TOKENS(1))
+TABLES /TABLE=a BY !x.
+!ENDDEFINE.

@@ -1,0 +1,2 @@
+DEFINE !one () TABLES /TABLE=a. !ENDDEFINE.
+!one.

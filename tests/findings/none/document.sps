@@ -1,0 +1,4 @@
+DOCUMENT These
+TABLES /TABLE=a
+ are old. TABLES /TABLE=b.
+TABLES /TABLE=a BY b.

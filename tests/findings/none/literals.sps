@@ -1,0 +1,3 @@
+TITLE 'Old. TABLES /TABLE=a'.
+TITLE x "it's. TABLES /TABLE=a.".
+TABLES /TABLE=a BY b.

@@ -1,0 +1,2 @@
+* Grφίe.
+TABLES /TABLE=grφίe /TITLE='Grφίe'.

@@ -1,0 +1,1 @@
+* IncomeTABLES /TABLE=a.TABLES /TABLE=b.

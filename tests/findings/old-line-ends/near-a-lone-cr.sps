@@ -1,0 +1,2 @@
+LIST ab.
+TABLES /TABLE=a.

@@ -1,0 +1,2 @@
+LIST.
+TABLES /TABLE=a.

@@ -1,0 +1,3 @@
+GET FILE='x'
+
+TABLES /TABLE=a.

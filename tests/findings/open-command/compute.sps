@@ -1,0 +1,3 @@
+COMPUTE x=1
+  IGRAPH /X1=VAR(a).
+LIST.

@@ -1,0 +1,2 @@
+TABLES /TABLE=a
+  TABLES /TABLE=b.

@@ -1,0 +1,5 @@
+GET FILE='x'
+.
+TABLES /TABLE=a
+.
+TABLES /TABLE=b.

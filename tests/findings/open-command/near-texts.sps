@@ -1,0 +1,15 @@
+LIST a
+CROSSTABS
+  TABLES = a BY b.
+LIST a
+MEANS TABLES=a BY b.
+LIST
+ sex tables
+ tab1.
+LIST a
+TITLE 'Old. TABLES /TABLE=a'.
+LIST a
+LIST /* TABLES /TABLE=a. */ a.
+LIST a
+CTABLES
+  /TABLE a BY b.

@@ -1,0 +1,2 @@
+GET FILE='x'
+TABLES /TABLE=a.

@@ -1,0 +1,3 @@
+* TABLES /TABLE=a BY b.
+** TABLES /TABLE=a.
+TABLES /TABLE=a BY b.

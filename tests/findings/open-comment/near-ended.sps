@@ -1,0 +1,5 @@
+* Income.
+TABLES /TABLE=a.
+COMMENT Age
+  and sex.
+TABLES /TABLE=b.

@@ -1,0 +1,2 @@
+* Note
+EXECUTE. TABLES /TABLE=a.

@@ -1,0 +1,2 @@
+* Income. /* by region */
+TABLES /TABLE=a.

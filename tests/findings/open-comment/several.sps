@@ -1,0 +1,8 @@
+* Old
+
+TABLES /TABLE=a
+IGRAPH /X1=VAR(a) /BAR
+ TABLES /TABLE=b.
+LIST.
+LIST.
+LIST.

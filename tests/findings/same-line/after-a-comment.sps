@@ -1,0 +1,2 @@
+* Income. TABLES /TABLE=c.
+LIST.

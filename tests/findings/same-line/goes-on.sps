@@ -1,0 +1,3 @@
+LIST.
+EXECUTE.  IGRAPH
+  /X1=VAR(a).

@@ -1,0 +1,3 @@
+FREQUENCIES a.TABLES
+ /STATISTICS=x.tables /b.
+TABLES /TABLE=a BY b.

@@ -1,0 +1,4 @@
+LIST.
+-IGRAPH
+ /X1=VAR(a).
+LIST.

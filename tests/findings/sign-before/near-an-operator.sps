@@ -1,0 +1,4 @@
+COMPUTE x = a
++ tables
+- tab.
+TABLES /TABLE=a BY b.

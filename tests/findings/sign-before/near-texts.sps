@@ -1,0 +1,11 @@
+LIST.
++ CROSSTABS
+  TABLES = a BY b.
+LIST.
+- CTABLES
+  /TABLE a BY b.
+LIST.
++ FREQUENCIES tables tab1.
+LIST.
+COMPUTE x = 1
++ tables.

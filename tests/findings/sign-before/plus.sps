@@ -1,0 +1,3 @@
+LIST.
++ TABLES /TABLE=a.
+LIST.

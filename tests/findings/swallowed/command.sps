@@ -1,0 +1,4 @@
+TABLES /TABLE=a BY b.
+GET FILE='x'
+
+  SORT CASES BY a.

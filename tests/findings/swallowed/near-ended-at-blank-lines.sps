@@ -1,0 +1,4 @@
+TABLES /TABLE=a BY b.
+* Income
+
+SORT CASES BY a.

@@ -1,0 +1,4 @@
+TABLES /TABLE=a BY b.
+* Income of the
+
+  list of names.

@@ -1,0 +1,3 @@
+TABLES /TABLE=a BY b.
+* Income
+SORT CASES BY a.

@@ -1,0 +1,8 @@
+TABLES /TABLE=a BY b.
+* Income
+
+SORT CASES BY a
+
+WEIGHT BY w.
+LIST.
+LIST.

@@ -1,0 +1,2 @@
+﻿TITLE 'Größe'.
+TABLES /TABLE=a BY b.
