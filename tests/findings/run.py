@@ -201,9 +201,10 @@ def report_files(cases):
 def main(arguments):
     options = [argument for argument in arguments if argument.startswith("-")]
     program, *names = [argument for argument in arguments if not argument.startswith("-")] or [None]
-    if (program is None or len(names) > 1 or options not in ([], ["--regenerate"], ["--case"],
-                                                             ["--files"])
-            or (options == ["--case"]) > len(names) or (options == ["--files"] and names)):
+    known_options = ([], ["--regenerate"], ["--case"], ["--files"])
+    wrong_number = {"--case": len(names) != 1, "--files": bool(names)}
+    if (program is None or len(names) > 1 or options not in known_options
+            or any(wrong_number.get(option) for option in options)):
         print(__doc__, file=sys.stderr)
         return 2
     program = os.path.abspath(program)

@@ -1,0 +1,5 @@
+mytext.
+yours.
+DEFINE !f ()
+TABLES /TABLE=a.
+!ENDDEFINE.

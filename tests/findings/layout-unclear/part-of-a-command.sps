@@ -1,0 +1,3 @@
+mytext
+TABLES /TABLE=a.
+TABLES /TABLE=b.
