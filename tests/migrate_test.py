@@ -1021,14 +1021,18 @@ class TestReport(MigrateCase):
         assert sorted(self.results()) == [b"a", b"a/quillet-report.json"]
 
 
-# A file for each code: its text, the outcome, the exit status, and the findings by code, first line
-# and line of the cause.
+# A file for each code: its text, the outcome, the exit status, the findings by code, first line and
+# line of the cause, and options of the run.
 CODES = {
     "after-stop": (TABLES + UNREADABLE + TABLES, "stopped", 1, [("after-stop", 3, 2)]),
     "data-lines": (b"BEGIN DATA.\n1 2\n END DATA.\n" + TABLES, "overlooked", 1,
                    [("data-lines", 4, 1)]),
     "macro-body": (b"DEFINE !f (x=!TOKENS(1))\n" + TABLES + b"!ENDDEFINE.\n!f x=a.\n", "overlooked",
                    1, [("macro-body", 2, 1)]),
+    "layout": (b"GET FILE=X\nTABLES TABLE=A\n  /STATISTICS=COUNT\nFINISH\n", "overlooked", 1,
+               [("layout", 2, 1)], "--layout=interactive"),
+    "layout of batch jobs": (b"GET FILE='x'.\n LIST a.\n TABLES /TABLE=a\n /SORT=a.\n LIST.\n",
+                             "overlooked", 1, [("layout", 3, 1)], "--layout=batch"),
     "open-comment": (b"* Income\n" + TABLES, "overlooked", 1, [("open-comment", 2, 1)]),
     "comment-behind": (b"EXECUTE. /* old */\n" + TABLES, "overlooked", 1,
                        [("comment-behind", 2, 1)]),
@@ -1044,6 +1048,8 @@ CODES = {
     "comment-dropped": (TABLES + b"LIST. /* all\n", "changed", 0, [("comment-dropped", 2, 2)]),
     "encoding-doubtful": ("* Encoding: nonsense.\n* Przegl\u0105d \u017c\u00f3\u0142\u0107.\n"
                           .encode("cp1250") + TABLES, "changed", 0, [("encoding-doubtful", 1, 1)]),
+    "layout-unclear": (b"mytext.\nyours.\nTABLES /TABLE=a\n/STATISTICS=COUNT.\n", "converted", 0,
+                       [("layout-unclear", 3, 3)]),
     "old-line-ends": (b"LIST.\r" + TABLES.replace(b"\n", b"\r"), "converted", 0,
                       [("old-line-ends", 1, 1)]),
     "wide-text": (("\ufeff" + TABLES.decode()).encode("utf-16le"), "converted", 0,
@@ -1077,9 +1083,9 @@ class TestFindings(MigrateCase):
 
     @pytest.mark.parametrize("name", CODES)
     def test_each_has_its_outcome_and_status(self, name):
-        text, outcome, status, findings = CODES[name]
+        text, outcome, status, findings, *options = CODES[name]
         self.create("a", text)
-        self.migrate(status=status)
+        self.migrate(*options, status=status)
         facts = self.facts("a")
         assert facts["outcome"] == outcome
         assert [(finding["code"], finding["firstLine"], finding["causeLine"])
@@ -1089,6 +1095,13 @@ class TestFindings(MigrateCase):
             assert (finding["kind"] == "overlooked") <= (finding["command"] == "TABLES")
         assert self.report()["totals"]["commandsFound"] == facts["found"]
         assert (self.target / "a").exists() == (outcome != "nothing-to-convert")
+
+    def test_every_code_is_here(self):
+        rows = (TOP / "ctables/quillet/quillet-findings.def").read_text(encoding="utf-8")
+        known = re.findall(r'^QUILLET_FINDING\(k\w+, "([a-z0-9-]+)"', rows, re.MULTILINE)
+        assert len(known) > 10
+        assert {code for _, _, _, findings, *_ in CODES.values()
+                for code, _, _ in findings} == {*known}
 
     def test_every_legacy_command_comes_to_something(self):
         generator = random.Random(13)
