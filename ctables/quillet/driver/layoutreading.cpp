@@ -119,7 +119,8 @@ long MostBatchCommands(const SourceLines& lines) {
     for (long number = 1; number <= lines.Count(); ++number) {
         const std::string_view line = lines.Line(number);
         if (IsBlankLine(line)) continue;
-        if (isAfterEnd || (line.front() != ' ' && line.front() != '\t')) ++count;
+        // Only a blank continues a command, a tab does not.
+        if (isAfterEnd || line.front() != ' ') ++count;
         isAfterEnd = MayEndCommand(line);
     }
     return count;
