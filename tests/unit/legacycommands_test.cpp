@@ -267,6 +267,11 @@ const FindingCase kOtherCases[] = {
      "SORT CASES in line 3 stands in the text of the IGRAPH command of line 2, is commented out "
      "with it, and no longer runs.",
      "sort cases\n by a."},
+    {"command_lost_on_the_same_line", "TABLES /TABLE=a. LIST b.\nLIST.\n",
+     FindingCode::kCommandLost, kTables, 1, 1, 1, "",
+     "LIST in line 1 stands in the text of the TABLES command of line 1, is commented out with it, "
+     "and no longer runs.",
+     "LIST b."},
     {"swallowed", "GET FILE='x'\n\n  SORT CASES BY a.\n", FindingCode::kSwallowed, kOrdinaryCommand,
      3, 3, 1, "",
      "SORT CASES in line 3 is a command of its own for a reader who ends commands at blank lines, "
@@ -385,6 +390,9 @@ const QuietCase kQuietCases[] = {
     {"a_blank_line_in_a_command", "FREQUENCIES\n\n  a\n\n  /STATISTICS=MEAN.\n", {}},
     {"a_word_in_a_comment_that_is_indented", "* Note\n\n  list of names.\n", {}},
     {"a_variable_that_is_a_word", "TABLES /TABLE=age BY\nlist + sex.\n", {"TABLES 1-2 converted"}},
+    {"a_title_with_a_period",
+     "TABLES /TABLE=a /TITLE='Old. List of names' /* x. list */ /CORNER=\"Not. Show\".\n",
+     {"TABLES 1-1 converted"}},
     {"a_list_of_one_line", "SHOW ALL.\nINCLUDE x.\n", {}},
     {"western_letters",
      "TITLE 'Gr\xF6\xDF"

@@ -115,8 +115,8 @@ private:
             AddLegacy(place, offset, type);
         } else if (isBeginning && !m_isFirst) {
             LookAtOther(place, offset);
-        } else if (place.kind == Kind::kAfterPeriod && BeginsSomething(offset)) {
-            Close(offset);
+        } else if (place.kind == Kind::kAfterPeriod) {
+            LookAtOtherAfterPeriod(offset);
         }
         if (isBeginning) m_isAfterBlankLine = false;
         m_isFirst = false;
@@ -156,6 +156,18 @@ private:
             Close(m_lineBegin);
         }
         Restart();
+    }
+
+    // The same on a line that a period has begun anew.
+    void LookAtOtherAfterPeriod(std::size_t offset) {
+        const std::string_view name = CommandAt(m_text.substr(offset, kLongestCommandName));
+        const bool isTold = m_search.isInResult && m_search.isLegacy && !IsInBody(offset);
+        if (isTold && !name.empty()) {
+            Add(MeantCommand::Sort::kLost, offset).name = name;
+            Restart();
+        } else if (BeginsSomething(offset)) {
+            Close(offset);
+        }
     }
 
     MeantCommand& Add(MeantCommand::Sort sort, std::size_t offset) {
