@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "driver/commandwords.h"
+#include "driver/legacywords.h"
 #include "driver/linewalker.h"
 #include "driver/outputfile.h"
 #include "platform/multibyte.h"
@@ -68,6 +69,8 @@ private:
     [[nodiscard]] bool BeginsWithCommandWord() const {
         const std::string_view rest = Rest();
         if (rest.starts_with('!') || !CommandAt(rest).empty()) return true;
+        // Of these words three letters are enough.
+        if (LegacyCommandAt(m_lines.Text(), m_begin) != CommandType::kOrdinary) return true;
         const std::size_t length = WordLength(rest);
         return length > 0 && m_names.contains(Upper(rest.substr(0, length)));
     }
