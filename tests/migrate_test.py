@@ -881,8 +881,8 @@ class TestReport(MigrateCase):
   "filesCopied": 0, "filesSkipped": 0, "filesFailed": 0, "linksNotFollowed": 0,
   "bytes": sum(path.stat().st_size for path in self.source.iterdir()),
   "commands": 9, "commandsCopied": 5, "commandsFound": 4, "commandsConverted": 2,
-  "commandsFailed": 1, "commandsUnreadable": 0, "commandsOverlooked": 1, "warnings": 0,
-  "findingsChanged": 0, "findingsTold": 0}
+  "commandsFailed": 1, "commandsUnreadable": 0, "commandsOverlooked": 1, "commandsChecked": 0,
+  "commandsMended": 0, "warnings": 0, "findingsChanged": 0, "findingsTold": 0}
         first, second, third = report["files"]
         assert (first["outcome"], first["encoding"], first["lines"]) == (
             ("partly", "windows-1252", 4))
@@ -1019,6 +1019,139 @@ class TestReport(MigrateCase):
         assert self.report()["format"] == "quillet-report"
         assert self.facts("quillet-report.json")["outcome"] == "skipped"
         assert sorted(self.results()) == [b"a", b"a/quillet-report.json"]
+
+
+def text_hash(text):
+    """The hash of a command's text as sign-offs have it."""
+    value = 0xcbf29ce484222325
+    for byte in text.encode():
+        value = (value ^ byte) * 0x100000001b3 % 2 ** 64
+    return f"{value:016x}"
+
+
+class TestSignOff(MigrateCase):
+    FILE = "quillet-signoff.json"
+
+    def sign(self, *signs, target=None):
+        """Puts the file there that a page would hand over. Each of `signs` is a path, the text of a
+        command, which of several equal ones, a state and a remark."""
+        names = ("path", "hash", "number", "state", "remark")
+        signs = [dict(zip(names, (path, text_hash(text), *rest))) for path, text, *rest in signs]
+        text = json.dumps({"format": "quillet-signoff", "formatVersion": 1, "signOffs": signs})
+        ((target or self.target) / self.FILE).write_text(text, encoding="utf-8")
+        return text
+
+    def test_shows_in_the_report(self):
+        source = b"* old\n" + TABLES + FAILING + TABLES.replace(b"sex", b"gr\xf6\xdfe") + FAILING
+        self.create("a/b.syn", source)
+        self.migrate(status=1)
+        assert "signOffs" not in self.facts("a/b.syn")
+        failing = FAILING.decode().strip()
+        overlooked = self.facts("a/b.syn")["findings"][0]["text"]
+        converted = self.facts("a/b.syn")["commands"][1]["source"]
+        assert "größe" in converted
+        text = self.sign(("a/b.syn", failing, 2, "mended", "<b>ö"),
+                         ("a/b.syn", overlooked, 1, "checked"),
+                         ("a/b.syn", converted, 1, "checked", ""))
+        for shift in (0, 3):
+            self.create("a/b.syn", ORDINARY * shift + source)
+            run = self.migrate(status=1)
+            assert b"\nSigned off: 2 commands checked, 1 mended by hand\n" in run.stderr
+            signs = self.facts("a/b.syn")["signOffs"]
+            assert [(sign["firstLine"], sign["number"], sign["state"], sign["remark"])
+                    for sign in signs] == [(2 + shift, 1, "checked", ""),
+                                           (4 + shift, 1, "checked", ""),
+                                           (5 + shift, 2, "mended", "<b>ö")]
+            totals = self.report()["totals"]
+            assert (totals["commandsChecked"], totals["commandsMended"]) == (2, 1)
+            assert self.report()["otherSignOffs"] == []
+        self.migrate("--dry-run", status=1)
+        assert self.facts("a/b.syn")["signOffs"] == signs
+        assert (self.target / self.FILE).read_text(encoding="utf-8") == text
+
+    def test_one_of_a_command_that_is_no_more_is_told(self):
+        self.create("a.syn", FAILING)
+        self.create("gr\xf6\xdfe.syn".encode("latin-1"), FAILING)
+        self.migrate(status=1)
+        failing = FAILING.decode().strip()
+        text = self.sign(("a.syn", failing, 1, "mended", "r"), ("a.syn", failing, 2, "checked"),
+                         ("b.syn", failing, 1, "checked"))
+        text = text.replace('"path": "b.syn"', '"path": "x", "rawPath": "gr%F6%DFe.syn"')
+        (self.target / self.FILE).write_text(text)
+        self.create("a.syn", FAILING.replace(b"NONSENSE", b"OTHER"))
+        run = self.migrate(status=1)
+        assert (b"\nSigned off: 1 command checked; 2 sign-offs about commands that are not there any "
+                b"more, or were not looked at\n") in run.stderr
+        others = self.report()["otherSignOffs"]
+        assert [(other["path"], other["number"], other["state"], other["remark"])
+                for other in others] == [("a.syn", 1, "mended", "r"), ("a.syn", 2, "checked", "")]
+        assert [len(file.get("signOffs", ())) for file in self.report()["files"]] == [0, 1]
+        assert (self.target / self.FILE).read_text() == text
+
+    @pytest.mark.parametrize("text, problem", (
+        ("", "it is no JSON object, or it is damaged"),
+        ('{"format":"quillet-signoff","formatVersion":1,"signOffs":[{"path":', "damaged"),
+        ('{"format":"quillet-signoff","formatVersion":2,"signOffs":[]}', "formatVersion"),
+        ('{"format":"quillet-signoff","formatVersion":1,"signOffs":[{"path":"a"}]}',
+         "signOffs[0] lacks its hash"),
+        ("[" * 1000000, "damaged"),
+    ), ids=row_name)
+    def test_a_broken_file_ends_the_run(self, text, problem):
+        self.create("a.syn", TABLES)
+        self.migrate()
+        (self.target / self.FILE).write_text(text)
+        self.create("a.syn", TABLES + TABLES)
+        before = {name: (self.target / name).read_bytes() for name in os.listdir(self.target)}
+        for more in ((), ("--dry-run",), ("--force",)):
+            run = self.migrate(*more, status=2)
+            path = self.target.resolve() / self.FILE
+            assert run.stderr.decode().startswith(
+                f"quillet-migrate: The sign-offs in {path} cannot be read, so nothing was done: ")
+            assert problem in run.stderr.decode()
+            assert {name: (self.target / name).read_bytes()
+                    for name in os.listdir(self.target)} == before
+        (self.target / self.FILE).unlink()
+        self.migrate()
+
+    def test_no_link_is_followed(self):
+        self.create("a.syn", TABLES)
+        self.migrate()
+        self.sign(target=self.folder)
+        (self.target / self.FILE).symlink_to(self.folder / self.FILE)
+        run = self.migrate(status=2)
+        assert b"there is a link in its path, which is not followed" in run.stderr
+        assert (self.target / self.FILE).is_symlink()
+
+    def test_no_result_takes_its_place(self):
+        self.create(self.FILE, b"{}")
+        self.create("a.syn", TABLES)
+        self.create(f"a/{self.FILE}", b"{}")
+        self.migrate()
+        text = self.sign()
+        self.migrate("--copy-others", "--force")
+        assert (self.target / self.FILE).read_text() == text
+        assert self.facts(self.FILE)["outcome"] == "skipped"
+        assert (self.target / "a" / self.FILE).read_bytes() == b"{}"
+
+    def test_slices_and_what_is_merged(self):
+        for number in range(8):
+            self.create(f"{number}.syn", FAILING)
+        failing = FAILING.decode().strip()
+        self.migrate(status=1)
+        self.sign(*((f"{number}.syn", failing, 1, "checked") for number in range(8)))
+        slices = [self.target / f"quillet-report-{number}-of-2.json" for number in (1, 2)]
+        signed = 0
+        for number, report in enumerate(slices, 1):
+            self.run_program("--shard", f"{number}/2", self.source, self.target)
+            slice_report = self.report(name=report.name)
+            signed += slice_report["totals"]["commandsChecked"]
+            assert (slice_report["totals"]["commandsChecked"] +
+                    len(slice_report["otherSignOffs"])) == 8
+        assert signed == 8
+        for target, expected in ((self.target, 8), (self.folder / "merged", 0)):
+            run = self.run_program("--merge-reports", *slices, target)
+            assert run.returncode == 1, run.stderr
+            assert self.report(target)["totals"]["commandsChecked"] == expected
 
 
 # A file for each code: its text, the outcome, the exit status, the findings by code, first line and

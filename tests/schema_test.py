@@ -147,6 +147,26 @@ def test_what_is_left_alone(archive):
     assert [file["path"] for file in report["files"] if "sourceChanged" in file] == ["outdated"]
 
 
+def test_what_is_signed_off(archive):
+    archive.create("a", TABLES)
+    archive.create(b"b\xff", TABLES)
+    archive.migrate()
+    signs = [{"path": path, "rawPath": path.replace("\ufffd", "%FF"), "number": number,
+              "state": "mended", "firstLine": 7}
+             for path in ("a", "b\ufffd") for number in (1, 2)]
+    value = 0xcbf29ce484222325
+    for byte in TABLES.strip():
+        value = (value ^ byte) * 0x100000001b3 % 2 ** 64
+    for sign in signs:
+        sign["hash"] = f"{value:016x}"
+    (archive.target / "quillet-signoff.json").write_text(json.dumps(
+        {"format": "quillet-signoff", "formatVersion": 1, "signOffs": signs}))
+    report = archive.migrate()
+    assert [len(file["signOffs"]) for file in report["files"]] == [1, 1]
+    assert [other.get("rawPath") for other in report["otherSignOffs"]] == [None, "b%FF"]
+    assert report["totals"]["commandsMended"] == 2
+
+
 def test_slices_and_what_is_merged(archive):
     for number in range(8):
         archive.create(f"{number}.syn", TABLES + FAILING)

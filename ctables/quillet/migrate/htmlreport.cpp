@@ -43,7 +43,7 @@ bool WriteFiles(const Report& report, const ReportDigest& digest, TextOutput& ou
         const FileEntry& file = report.files[index];
         const FileDigest& ofFile = digest.files[index];
         std::string text = index == 0 ? "" : ",\n";
-        text += OpenFileJson(file.facts);
+        text += OpenFileJson(file);
         text += ",\"errors\":" + CountsJson(ofFile.reasons);
         text += ",\"codes\":" + CountsJson(ofFile.codes);
         if (HasDetails(file)) text += ",\"chunk\":" + std::to_string(chunk++);

@@ -62,6 +62,41 @@ OrderedJson ShardJson(const std::optional<Shard>& shard) {
     return {{"index", shard->index}, {"count", shard->count}};
 }
 
+// A path has the form of its bytes beside it where it cannot be shown as it is.
+void AddPath(std::string_view path, OrderedJson& json) {
+    json["path"] = ToUtf8(path, TextEncoding::kUtf8);
+    if (!IsUtf8(path)) json["rawPath"] = PercentEncode(path);
+}
+
+void AddSignOff(const SignOff& signOff, OrderedJson& json) {
+    json["hash"] = signOff.key.hash;
+    json["number"] = signOff.key.number;
+    json["state"] = NameOf(signOff.state);
+    json["remark"] = signOff.remark;
+    json["firstLine"] = signOff.firstLine;
+}
+
+OrderedJson SignOffsJson(const std::vector<SignOff>& signOffs) {
+    OrderedJson array = OrderedJson::array();
+    for (const SignOff& signOff : signOffs) {
+        OrderedJson json = OrderedJson::object();
+        AddSignOff(signOff, json);
+        array.push_back(std::move(json));
+    }
+    return array;
+}
+
+OrderedJson OtherSignOffsJson(const std::vector<OtherSignOff>& signOffs) {
+    OrderedJson array = OrderedJson::array();
+    for (const OtherSignOff& other : signOffs) {
+        OrderedJson json = OrderedJson::object();
+        AddPath(other.path, json);
+        AddSignOff(other.signOff, json);
+        array.push_back(std::move(json));
+    }
+    return array;
+}
+
 }  // namespace
 
 std::string CommandJson(const CommandReport& command, TextEncoding encoding, const CodePage* pNamed,
@@ -103,9 +138,10 @@ std::string FindingJson(const Finding& finding, TextEncoding encoding, const Cod
     return Dump(json);
 }
 
-std::string OpenFileJson(const FileFacts& facts) {
-    OrderedJson json = {{"path", ToUtf8(facts.path, TextEncoding::kUtf8)}};
-    if (!IsUtf8(facts.path)) json["rawPath"] = PercentEncode(facts.path);
+std::string OpenFileJson(const FileEntry& file) {
+    const FileFacts& facts = file.facts;
+    OrderedJson json = OrderedJson::object();
+    AddPath(facts.path, json);
     json["outcome"] = NameOf(facts.outcome);
     if (IsLeftAlone(facts.result)) json["kept"] = true;
     if (facts.result != ResultState::kNone) json["result"] = NameOf(facts.result);
@@ -116,6 +152,7 @@ std::string OpenFileJson(const FileFacts& facts) {
     for (const FileText& text : kReadingTexts) json[text.pName] = facts.*text.pMember;
     for (const FileNumber& number : kFileNumbers) json[number.pName] = facts.*number.pMember;
     json["message"] = facts.message;
+    if (!file.signOffs.empty()) json["signOffs"] = SignOffsJson(file.signOffs);
     return DumpOpen(json);
 }
 
@@ -133,7 +170,8 @@ std::string OpenReportJson(const Report& report) {
                               {"shard", ShardJson(run.shard)},
                               {"started", FormatTime(run.started)},
                               {"seconds", std::round(run.seconds * kMilli) / kMilli},
-                              {"totals", TotalsJson(TotalsOf(report.files))}};
+                              {"totals", TotalsJson(TotalsOf(report.files))},
+                              {"otherSignOffs", OtherSignOffsJson(report.otherSignOffs)}};
     return DumpOpen(json) + ",\n\"files\":[\n";
 }
 
@@ -173,7 +211,7 @@ bool WriteJsonReport(const Report& report, TextOutput& textOutput,
     for (const FileEntry& file : report.files) {
         const std::string_view separator = std::exchange(isFirst, false) ? "" : ",\n";
         ArrayOffsets offsets;
-        if (!output.Write(separator) || !output.Write(OpenFileJson(file.facts)) ||
+        if (!output.Write(separator) || !output.Write(OpenFileJson(file)) ||
             !output.Write(kFindingsMember)) {
             return false;
         }

@@ -21,9 +21,9 @@ namespace quillet::migrate {
 [[nodiscard]] std::string FindingJson(const Finding& finding, TextEncoding encoding,
                                       const CodePage* pNamed = nullptr);
 
-/// The JSON object of a file without what concerns its commands and findings and without the brace
-/// at its end, so that more members can follow, beginning with a comma.
-[[nodiscard]] std::string OpenFileJson(const FileFacts& facts);
+/// The JSON object of a file without its commands and findings and without the brace at its end, so
+/// that more members can follow, beginning with a comma.
+[[nodiscard]] std::string OpenFileJson(const FileEntry& file);
 
 /// The JSON object of a whole report up to its files, whose array has just been opened.
 [[nodiscard]] std::string OpenReportJson(const Report& report);

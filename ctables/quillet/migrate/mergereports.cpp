@@ -13,6 +13,7 @@
 #include "migrate/reportfiles.h"
 #include "migrate/reportmembers.h"
 #include "migrate/reportreader.h"
+#include "migrate/signoffs.h"
 #include "migrate/summary.h"
 #include "migrate/systemfiles.h"
 #include "migrate/targetfolder.h"
@@ -174,6 +175,15 @@ int MergeReports(const Settings& settings) {
     }
     const std::unique_ptr<TargetFolder> target = PrepareFolder(settings.target);
     if (target == nullptr) return kTroubleStatus;
+    SignOffs signOffs;
+    if (!ReadSignOffs(*target->RootFolder(), target->Root(), signOffs, problem)) {
+        Tell(problem);
+        return kTroubleStatus;
+    }
+    if (!AssignSignOffs(std::move(signOffs), report)) {
+        Tell("The commands of the reports cannot be read again");
+        return kTroubleStatus;
+    }
     std::vector<ArrayOffsets> ignored;
     if (!WriteReportFiles(report, *target, {junit, kThreads}, ignored, problem)) {
         Tell(problem);

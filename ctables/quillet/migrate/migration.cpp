@@ -29,6 +29,7 @@
 #include "migrate/reportfiles.h"
 #include "migrate/resultoptions.h"
 #include "migrate/resultpublisher.h"
+#include "migrate/signoffs.h"
 #include "migrate/summary.h"
 #include "migrate/systemfiles.h"
 #include "migrate/targetfolder.h"
@@ -77,7 +78,9 @@ public:
         if (!CheckIncludes(tree, problem)) return Refuse(problem);
         FindTasks(std::move(tree));
         // Only now all folders of the source are known.
-        if (!CheckAgainstSource(problem) || !MakeTarget(problem) || !OpenJournal(problem)) {
+        if (!CheckAgainstSource(problem) || !MakeTarget(problem) ||
+            !ReadSignOffs(*m_target->RootFolder(), m_target->Root(), m_signOffs, problem) ||
+            !OpenJournal(problem)) {
             return Refuse(problem);
         }
         PrepareTarget();
@@ -420,6 +423,11 @@ private:
                       m_settings.shard,
                       m_started,
                       elapsed.count()};
+        if (!AssignSignOffs(std::move(m_signOffs), report)) {
+            return Refuse(
+                "The commands that were converted cannot be read again to find those that "
+                "were signed off; no report was written");
+        }
         int status = ExitStatusOf(TotalsOf(report.files));
         WriteToStream(stderr, FormatFailures(report));
         if (!m_settings.isQuiet) WriteToStream(stderr, FormatSummary(report));
@@ -504,6 +512,7 @@ private:
     std::vector<std::string> m_folders;
     std::unordered_set<std::string> m_sources;       // everything that the walk has met
     std::unordered_set<std::string> m_unknownParts;  // what of it was not entered
+    SignOffs m_signOffs;
     EarlierResults m_earlier;
     std::unique_ptr<Journal> m_journal;
     ProgressCounters m_progress;

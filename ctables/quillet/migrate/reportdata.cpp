@@ -50,6 +50,11 @@ constexpr std::array<std::pair<FindingKind, std::string_view>, 3> kKindNames = {
     {FindingKind::kTold, "told"},
 }};
 
+constexpr std::array<std::pair<SignOffState, std::string_view>, 2> kSignOffNames = {{
+    {SignOffState::kChecked, "checked"},
+    {SignOffState::kMended, "mended"},
+}};
+
 template <class Table, class Value>
 std::string_view FindName(const Table& table, Value wanted) {
     for (const auto& [value, name] : table) {
@@ -126,6 +131,15 @@ std::optional<ResultState> ResultStateOf(std::string_view name) {
     return std::nullopt;
 }
 
+std::string_view NameOf(SignOffState state) { return FindName(kSignOffNames, state); }
+
+std::optional<SignOffState> SignOffStateOf(std::string_view name) {
+    for (const auto& [value, itsName] : kSignOffNames) {
+        if (itsName == name) return value;
+    }
+    return std::nullopt;
+}
+
 bool IsLeftAlone(ResultState state) {
     return state == ResultState::kKept || state == ResultState::kEdited;
 }
@@ -164,7 +178,13 @@ void MarkAsFailed(FileFacts& facts, std::string_view what, const std::error_code
 
 Totals TotalsOf(const std::vector<FileEntry>& files) {
     Totals totals;
-    for (const FileEntry& file : files) AddFile(file.facts, totals);
+    for (const FileEntry& file : files) {
+        AddFile(file.facts, totals);
+        for (const SignOff& signOff : file.signOffs) {
+            ++(signOff.state == SignOffState::kChecked ? totals.commandsChecked
+                                                       : totals.commandsMended);
+        }
+    }
     return totals;
 }
 

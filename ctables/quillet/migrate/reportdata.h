@@ -3,6 +3,7 @@
 #define QUILLET_MIGRATE_REPORTDATA_H
 
 #include <array>
+#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -179,10 +180,43 @@ struct ArrayOffsets {
     std::uint64_t findings = 0;
 };
 
+/// Which of the commands of a file is meant: by its text, for its lines change with any other.
+struct CommandKey {
+    std::string hash;         ///< See `TextHashOf`.
+    std::int64_t number = 0;  ///< Which of those with this text, from 1, by their lines.
+
+    friend auto operator<=>(const CommandKey&, const CommandKey&) = default;
+};
+
+/// What somebody has found out about a command.
+enum class SignOffState {
+    kChecked,  ///< It is right as it is.
+    kMended,   ///< It was put right by hand.
+};
+
+/// The name that files use.
+[[nodiscard]] std::string_view NameOf(SignOffState state);
+[[nodiscard]] std::optional<SignOffState> SignOffStateOf(std::string_view name);
+
+/// That somebody has looked at a command.
+struct SignOff {
+    CommandKey key;
+    SignOffState state = SignOffState::kChecked;
+    std::string remark;          ///< UTF-8; may be empty.
+    std::int64_t firstLine = 0;  ///< Where the command stands, or last stood; 0 for not known.
+};
+
 struct FileEntry {
     FileFacts facts;
     ArrayPlace commands;
     ArrayPlace findings;
+    std::vector<SignOff> signOffs = {};  ///< Of its commands, by their lines.
+};
+
+/// One that is about no command of the report.
+struct OtherSignOff {
+    std::string path;  ///< Bytes.
+    SignOff signOff;
 };
 
 /// One command that was not just copied. Texts are UTF-8.
@@ -239,6 +273,8 @@ struct Totals {
     std::int64_t commandsFailed = 0;
     std::int64_t commandsUnreadable = 0;
     std::int64_t commandsOverlooked = 0;
+    std::int64_t commandsChecked = 0;  ///< By someone who said so.
+    std::int64_t commandsMended = 0;   ///< The same, by hand.
     std::int64_t warnings = 0;
     std::int64_t findingsChanged = 0;
     std::int64_t findingsTold = 0;
@@ -251,7 +287,7 @@ struct TotalNumber {
 };
 
 /// In the order in which they are written.
-inline constexpr std::array<TotalNumber, 27> kTotalNumbers = {{
+inline constexpr std::array<TotalNumber, 29> kTotalNumbers = {{
     {"files", &Totals::files},
     {"filesConverted", &Totals::filesConverted},
     {"filesChanged", &Totals::filesChanged},
@@ -276,6 +312,8 @@ inline constexpr std::array<TotalNumber, 27> kTotalNumbers = {{
     {"commandsFailed", &Totals::commandsFailed},
     {"commandsUnreadable", &Totals::commandsUnreadable},
     {"commandsOverlooked", &Totals::commandsOverlooked},
+    {"commandsChecked", &Totals::commandsChecked},
+    {"commandsMended", &Totals::commandsMended},
     {"warnings", &Totals::warnings},
     {"findingsChanged", &Totals::findingsChanged},
     {"findingsTold", &Totals::findingsTold},
@@ -297,6 +335,7 @@ struct RunFacts {
 struct Report {
     RunFacts run;
     std::vector<FileEntry> files;
+    std::vector<OtherSignOff> otherSignOffs = {};  ///< By path and key.
 };
 
 [[nodiscard]] Totals TotalsOf(const std::vector<FileEntry>& files);

@@ -11,6 +11,7 @@
 #include <span>
 #include <variant>
 
+#include "migrate/commandkeys.h"
 #include "migrate/percentcode.h"
 #include "migrate/timetext.h"
 
@@ -35,6 +36,7 @@ constexpr Member kReportMembers[] = {
     {"started", MemberKind::kDate},
     {"seconds", MemberKind::kSeconds},
     {"totals", MemberKind::kObject, ReportPart::kTotals},
+    {"otherSignOffs", MemberKind::kArray, ReportPart::kSignOffs},
     {"files", MemberKind::kArray, ReportPart::kFiles},
 };
 
@@ -64,6 +66,7 @@ constexpr Member kOtherFileMembers[] = {
     {"bytes", MemberKind::kBytes},
     {"modified", MemberKind::kTime},
     {"message", MemberKind::kName},
+    {"signOffs", MemberKind::kArray, ReportPart::kSignOffs},
     {"findings", MemberKind::kArray, ReportPart::kFindings},
     {"commands", MemberKind::kArray, ReportPart::kCommands},
 };
@@ -102,6 +105,13 @@ constexpr Member kCommandMembers[] = {
     {"message", MemberKind::kText},
     {"hint", MemberKind::kText},
     {"warnings", MemberKind::kArray, ReportPart::kWarnings},
+};
+
+constexpr Member kSignOffMembers[] = {
+    {"path", MemberKind::kPath},          {"rawPath", MemberKind::kRawPath},
+    {"hash", MemberKind::kTextHash},      {"number", MemberKind::kCount},
+    {"state", MemberKind::kSignOffState}, {"remark", MemberKind::kName},
+    {"firstLine", MemberKind::kCount},
 };
 
 struct NumberRange {
@@ -216,6 +226,10 @@ std::string ProblemOfText(MemberKind kind, const std::string& text) {
             return IsOutcomeInReport(text) ? "" : "is no outcome of a command";
         case MemberKind::kFindingKind:
             return FindingKindOf(text) ? "" : "is no kind of finding";
+        case MemberKind::kSignOffState:
+            return SignOffStateOf(text) ? "" : "is no state of a sign-off";
+        case MemberKind::kTextHash:
+            return IsTextHash(text) ? "" : "is no hash of a text";
         default:
             return {};
     }
@@ -237,10 +251,13 @@ std::span<const Member> MembersOf(ReportPart part) {
             return kFindingMembers;
         case ReportPart::kCommand:
             return kCommandMembers;
+        case ReportPart::kSignOff:
+            return kSignOffMembers;
         case ReportPart::kFiles:
         case ReportPart::kFindings:
         case ReportPart::kCommands:
         case ReportPart::kWarnings:
+        case ReportPart::kSignOffs:
         case ReportPart::kUnknown:
             break;
     }
@@ -262,6 +279,8 @@ Member ElementOf(ReportPart part) {
             return {{}, MemberKind::kObject, ReportPart::kFinding};
         case ReportPart::kCommands:
             return {{}, MemberKind::kObject, ReportPart::kCommand};
+        case ReportPart::kSignOffs:
+            return {{}, MemberKind::kObject, ReportPart::kSignOff};
         case ReportPart::kWarnings:
             return {{}, MemberKind::kText};
         default:

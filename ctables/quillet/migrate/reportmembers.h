@@ -31,6 +31,8 @@ enum class ReportPart {
     kCommands,  ///< An array of commands.
     kCommand,
     kWarnings,  ///< An array of texts.
+    kSignOffs,  ///< An array of sign-offs.
+    kSignOff,   ///< Of a report, or of a file that holds nothing else.
     kUnknown    ///< What a later version may have added, and all that is inside of it.
 };
 
@@ -47,15 +49,17 @@ enum class MemberKind {
     kResultState,
     kCommandOutcome,
     kFindingKind,
-    kDate,     ///< A text such as `FormatTime` makes.
-    kVersion,  ///< Of the format.
-    kCount,    ///< How many of something, or the number of a line.
-    kBytes,    ///< A file's size.
-    kByteSum,  ///< That of many files.
-    kTime,     ///< Seconds since 1970, before or after.
-    kColumn,   ///< The number of a column.
-    kSeconds,  ///< How long something took.
-    kSlice,    ///< The number of a slice, or how many there are.
+    kSignOffState,
+    kTextHash,  ///< Of a command's text.
+    kDate,      ///< A text such as `FormatTime` makes.
+    kVersion,   ///< Of the format.
+    kCount,     ///< How many of something, or the number of a line.
+    kBytes,     ///< A file's size.
+    kByteSum,   ///< That of many files.
+    kTime,      ///< Seconds since 1970, before or after.
+    kColumn,    ///< The number of a column.
+    kSeconds,   ///< How long something took.
+    kSlice,     ///< The number of a slice, or how many there are.
     kObject,
     kObjectOrNull,
     kArray

@@ -38,6 +38,19 @@ std::string LeftAloneLine(const Totals& totals) {
     return text + "\n";
 }
 
+// What people have said about commands; nothing when they have not.
+std::string SignOffLine(const Report& report, const Totals& totals) {
+    const auto others = static_cast<std::int64_t>(report.otherSignOffs.size());
+    if (totals.commandsChecked + totals.commandsMended + others == 0) return {};
+    std::string text = "Signed off: " + CountOne(totals.commandsChecked, "command") + " checked" +
+                       Also(totals.commandsMended, "mended by hand");
+    if (others > 0) {
+        text += "; " + CountOne(others, "sign-off") +
+                " about commands that are not there any more, or were not looked at";
+    }
+    return text + "\n";
+}
+
 }  // namespace
 
 std::string Printable(std::string_view text) {
@@ -89,7 +102,7 @@ std::string FormatSummary(const Report& report) {
     if (totals.findingsChanged > 0) {
         text += CountOne(totals.findingsChanged, "place") + " where other text is lost or joined\n";
     }
-    return text;
+    return text + SignOffLine(report, totals);
 }
 
 }  // namespace quillet::migrate

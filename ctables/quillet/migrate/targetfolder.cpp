@@ -5,6 +5,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "migrate/signoffs.h"
 #include "migrate/systemfiles.h"
 #include "platform/process.h"
 
@@ -88,7 +89,7 @@ std::string TargetFolder::TemporaryName(std::string_view purpose) const {
 
 bool TargetFolder::IsReserved(std::string_view path) {
     const std::string_view name = path.substr(path.rfind('/') + 1);
-    if (name.starts_with(kTemporaryPrefix)) return true;
+    if (name.starts_with(kTemporaryPrefix) || path == kSignOffName) return true;
     return path.starts_with(kReportName) && name.size() == path.size() &&
            std::any_of(kReportExtensions.begin(), kReportExtensions.end(),
                        [name](std::string_view extension) { return name.ends_with(extension); });

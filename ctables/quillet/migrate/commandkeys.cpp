@@ -1,0 +1,70 @@
+// Lines move whenever somebody works on a file, so a command is known by its text. Copies of one
+// text are told apart by their order, which is all that there is.
+#include "migrate/commandkeys.h"
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+#include <unordered_map>
+#include <utility>
+
+#include "migrate/reportreader.h"
+#include "quillet.h"
+
+namespace quillet::migrate {
+
+namespace {
+
+constexpr std::size_t kHashDigits = 16;
+constexpr std::string_view kDigits = "0123456789abcdef";
+
+}  // namespace
+
+std::string TextHashOf(std::string_view text) {
+    constexpr std::uint64_t kOffset = 0xCBF29CE484222325;
+    constexpr std::uint64_t kPrime = 0x100000001B3;
+    constexpr unsigned kBitsOfDigit = 4;
+    std::uint64_t hash = kOffset;
+    for (const char byte : text) hash = (hash ^ static_cast<unsigned char>(byte)) * kPrime;
+    std::string digits(kHashDigits, '0');
+    for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit, hash >>= kBitsOfDigit) {
+        *digit = kDigits[hash % kDigits.size()];
+    }
+    return digits;
+}
+
+bool IsTextHash(std::string_view text) {
+    return text.size() == kHashDigits && text.find_first_not_of(kDigits) == std::string_view::npos;
+}
+
+bool ReadKeyedCommands(const FileEntry& file, std::vector<KeyedCommand>& commands) {
+    commands.clear();
+    std::vector<KeyedCommand> overlooked;
+    std::set<std::int64_t> linesInMacros;
+    const bool areFindingsRead = ForEachFinding(file.findings, [&](const FindingFacts& finding) {
+        if (finding.kind != NameOf(FindingKind::kOverlooked)) return;
+        if (finding.code == NameOf(FindingCode::kMacroBody)) {
+            linesInMacros.insert(finding.firstLine);
+        }
+        overlooked.push_back(
+            {{TextHashOf(finding.text), 0}, finding.command, false, finding.firstLine});
+    });
+    const bool areRead =
+        areFindingsRead && ForEachCommand(file.commands, [&](const CommandFacts& command) {
+            if (linesInMacros.contains(command.firstLine)) return;
+            const bool isConverted = command.outcome == NameOf(CommandOutcome::kConverted);
+            commands.push_back(
+                {{TextHashOf(command.source), 0}, command.type, isConverted, command.firstLine});
+        });
+    if (!areRead) return false;
+    std::move(overlooked.begin(), overlooked.end(), std::back_inserter(commands));
+    std::stable_sort(commands.begin(), commands.end(),
+                     [](const KeyedCommand& left, const KeyedCommand& right) {
+                         return left.firstLine < right.firstLine;
+                     });
+    std::unordered_map<std::string_view, std::int64_t> counts;
+    for (KeyedCommand& command : commands) command.key.number = ++counts[command.key.hash];
+    return true;
+}
+
+}  // namespace quillet::migrate

@@ -1,0 +1,166 @@
+// A sign-off is work that somebody has done, so none is ever dropped: a file that is not understood
+// to its last member is refused, and what is about a command that is no more goes along in the
+// report.
+#include "migrate/signoffs.h"
+
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "migrate/commandkeys.h"
+#include "migrate/percentcode.h"
+#include "migrate/reportmembers.h"
+#include "migrate/storedtext.h"
+#include "migrate/systemfiles.h"
+
+namespace quillet::migrate {
+
+namespace {
+
+using nlohmann::json;
+
+constexpr std::string_view kSignOffFormat = "quillet-signoff";
+constexpr std::int64_t kSignOffVersion = 1;
+
+// The members of a sign-off, of which only these have to be there.
+constexpr const char* kNeeded[] = {"path", "hash", "number", "state"};
+
+// What is wrong with one, after its name; empty when nothing is.
+std::string ProblemOfSignOff(const json& element) {
+    if (!element.is_object()) return " is not an object";
+    for (const char* pName : kNeeded) {
+        if (!element.contains(pName)) return std::string(" lacks its ") + pName;
+    }
+    for (const Member& member : MembersOf(ReportPart::kSignOff)) {
+        const auto found = element.find(member.name);
+        if (found == element.end()) continue;
+        const std::string problem = ProblemOf(member.kind, *found);
+        if (!problem.empty()) {
+            return std::string(".").append(member.name).append(" ").append(problem);
+        }
+    }
+    if (element["number"].get<std::int64_t>() < 1) return ".number is not a number from 1";
+    return {};
+}
+
+std::string PathOf(const json& element) {
+    const auto raw = element.find("rawPath");
+    if (raw == element.end()) return element["path"].get<std::string>();
+    return PercentDecode(raw->get_ref<const std::string&>()).value_or(std::string());
+}
+
+SignOff SignOffOf(const json& element) {
+    SignOff signOff;
+    signOff.key.hash = element["hash"].get<std::string>();
+    signOff.key.number = element["number"].get<std::int64_t>();
+    signOff.state = SignOffStateOf(element["state"].get_ref<const std::string&>())
+                        .value_or(SignOffState::kChecked);
+    signOff.remark = element.value("remark", std::string());
+    signOff.firstLine = element.value("firstLine", std::int64_t{0});
+    return signOff;
+}
+
+// The parts of a file that is none, however deep, are not kept.
+json ParseFlat(std::string_view text) {
+    constexpr int kDeepestPart = 4;
+    const auto isKept = [](int depth, json::parse_event_t /*event*/, json& /*value*/) {
+        return depth <= kDeepestPart;
+    };
+    return json::parse(text, isKept, /*allow_exceptions=*/false);
+}
+
+// What is wrong with the file as a whole; empty when nothing is.
+std::string ProblemOfFile(const json& file) {
+    if (!file.is_object()) return "it is no JSON object, or it is damaged";
+    if (file.value("format", json()) != kSignOffFormat) return "its format is another one";
+    const json version = file.value("formatVersion", json());
+    if (version != kSignOffVersion) return "its formatVersion is none that is known";
+    const auto list = file.find("signOffs");
+    return list == file.end() || !list->is_array() ? "its signOffs are no array" : "";
+}
+
+bool ReadAll(const StoredFile& file, std::uint64_t size, std::string& text) {
+    return CopyStoredText(file, 0, size, [&text](const std::string& piece) {
+        text += piece;
+        return true;
+    });
+}
+
+// Hands out those of one file that are about its commands.
+bool TakeFrom(std::map<CommandKey, SignOff>& wanted, FileEntry& file) {
+    std::vector<KeyedCommand> commands;
+    if (!ReadKeyedCommands(file, commands)) return false;
+    for (const KeyedCommand& command : commands) {
+        const auto found = wanted.find(command.key);
+        if (found == wanted.end()) continue;
+        found->second.firstLine = command.firstLine;
+        file.signOffs.push_back(std::move(found->second));
+        wanted.erase(found);
+    }
+    return true;
+}
+
+}  // namespace
+
+bool ParseSignOffs(std::string_view text, SignOffs& signOffs, std::string& problem) {
+    const json file = ParseFlat(text);
+    problem = ProblemOfFile(file);
+    if (!problem.empty()) return false;
+    std::size_t index = 0;
+    for (const json& element : file["signOffs"]) {
+        const std::string name = "signOffs[" + std::to_string(index++) + "]";
+        const std::string wrong = ProblemOfSignOff(element);
+        if (!wrong.empty()) {
+            problem = name + wrong;
+            return false;
+        }
+        SignOff signOff = SignOffOf(element);
+        const CommandKey key = signOff.key;
+        if (!signOffs[PathOf(element)].emplace(key, std::move(signOff)).second) {
+            problem = name + " is about the same command as one before it";
+            return false;
+        }
+    }
+    return true;
+}
+
+bool ReadSignOffs(const Folder& folder, const std::string& folderPath, SignOffs& signOffs,
+                  std::string& problem) {
+    const std::string path = JoinPath(folderPath, kSignOffName);
+    std::error_code error;
+    const std::unique_ptr<StoredFile> file =
+        StoredFile::Open(folder, std::string(kSignOffName), error);
+    if (file == nullptr && error == std::errc::no_such_file_or_directory) return true;
+    std::string text;
+    const std::optional<std::uint64_t> size =
+        file != nullptr ? file->KnownSize() : std::optional<std::uint64_t>();
+    if (file != nullptr && size > kMostSignOffBytes) {
+        problem = "it is longer than " + std::to_string(kMostSignOffBytes) + " bytes";
+    } else if (file == nullptr) {
+        problem = DescribeError(error);
+    } else if (!size || !ReadAll(*file, *size, text)) {
+        problem = "it cannot be read to its end";
+    } else if (ParseSignOffs(text, signOffs, problem)) {
+        return true;
+    }
+    problem = "The sign-offs in " + path + " cannot be read, so nothing was done: " + problem +
+              ". Correct the file, or move it away";
+    return false;
+}
+
+bool AssignSignOffs(SignOffs signOffs, Report& report) {
+    for (FileEntry& file : report.files) {
+        const auto found = signOffs.find(file.facts.path);
+        if (found != signOffs.end() && !TakeFrom(found->second, file)) return false;
+    }
+    for (auto& [path, others] : signOffs) {
+        for (auto& [key, signOff] : others)
+            report.otherSignOffs.push_back({path, std::move(signOff)});
+    }
+    return true;
+}
+
+}  // namespace quillet::migrate

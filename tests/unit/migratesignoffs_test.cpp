@@ -1,0 +1,182 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "migrate/commandkeys.h"
+#include "migrate/jsonreport.h"
+#include "migrate/signoffs.h"
+#include "migratehelper.h"
+
+namespace quillet::migrate {
+namespace {
+
+TEST(MigrateCommandKeysTest, HashesNeverChange) {
+    EXPECT_EQ(TextHashOf(""), "cbf29ce484222325");
+    EXPECT_EQ(TextHashOf("a"), "af63dc4c8601ec8c");
+    EXPECT_EQ(TextHashOf("foobar"), "85944171f73967e8");
+    EXPECT_NE(TextHashOf("\xC3\xA9"), TextHashOf("\xE9"));
+    EXPECT_TRUE(IsTextHash("85944171f73967e8"));
+    EXPECT_FALSE(IsTextHash("85944171F73967e8"));
+    EXPECT_FALSE(IsTextHash("85944171f73967e"));
+    EXPECT_FALSE(IsTextHash(""));
+}
+
+std::string SignedCommandText(std::int64_t line, std::string_view source, CommandOutcome outcome) {
+    CommandReport command;
+    command.type = CommandType::kTables;
+    command.outcome = outcome;
+    command.firstLine = command.lastLine = line;
+    command.source = source;
+    return CommandJson(command, TextEncoding::kUtf8);
+}
+
+std::string SignedFindingText(std::string_view code, std::string_view kind, int line,
+                              std::string_view text) {
+    return R"({"code":")" + std::string(code) + R"(","kind":")" + std::string(kind) +
+           R"(","command":"IGRAPH","firstLine":)" + std::to_string(line) +
+           R"(,"lastLine":9,"causeLine":1,"macro":null,"sentence":"s","text":")" +
+           std::string(text) + R"("})";
+}
+
+// A file with three copies of one text, of which the second was overlooked, and a command that was
+// taken out of a macro.
+class SignOffTest : public testing::Test {
+protected:
+    [[nodiscard]] FileEntry Entry(std::string path) const {
+        FileFacts facts;
+        facts.path = std::move(path);
+        return {facts,
+                {m_commands.get(), 0, m_commands->Size()},
+                {m_findings.get(), 0, m_findings->Size()}};
+    }
+
+    const TemporaryFolder m_folder;
+    const std::unique_ptr<StoredFile> m_commands = m_folder.Store(
+        "commands", "[" + SignedCommandText(3, "same", CommandOutcome::kConverted) + "," +
+                        SignedCommandText(7, "macro", CommandOutcome::kConverted) + "," +
+                        SignedCommandText(20, "same", CommandOutcome::kFailed) + "]");
+    const std::unique_ptr<StoredFile> m_findings = m_folder.Store(
+        "findings", "[" + SignedFindingText("swallowed", "changed", 2, "same") + "," +
+                        SignedFindingText("same-line", "overlooked", 10, "same") + "," +
+                        SignedFindingText("macro-body", "overlooked", 7, "macro") + "]");
+};
+
+TEST_F(SignOffTest, EachCommandHasOneKey) {
+    std::vector<KeyedCommand> commands;
+    ASSERT_TRUE(ReadKeyedCommands(Entry("a"), commands));
+    ASSERT_EQ(commands.size(), 4U);
+    const std::string same = TextHashOf("same");
+    EXPECT_EQ(commands[0].key, (CommandKey{same, 1}));
+    EXPECT_TRUE(commands[0].isConverted);
+    EXPECT_EQ(commands[1].key, (CommandKey{TextHashOf("macro"), 1}));
+    EXPECT_EQ(commands[1].type, "IGRAPH");
+    EXPECT_FALSE(commands[1].isConverted);
+    EXPECT_EQ(commands[2].key, (CommandKey{same, 2}));
+    EXPECT_EQ(commands[2].firstLine, 10);
+    EXPECT_EQ(commands[3].key, (CommandKey{same, 3}));
+    EXPECT_EQ(commands[3].type, "TABLES");
+    EXPECT_FALSE(commands[3].isConverted);
+}
+
+TEST_F(SignOffTest, EachGoesWhereItBelongs) {
+    const std::string same = TextHashOf("same");
+    const std::string text = R"({"format":"quillet-signoff","formatVersion":1,"signOffs":[)"
+                             R"({"path":"b","hash":")" +
+                             same +
+                             R"(","number":1,"state":"checked"},)"
+                             R"({"path":"a","hash":")" +
+                             same +
+                             R"(","number":3,"state":"mended","remark":"r",)"
+                             R"("firstLine":5,"later":{"x":[1]}},)"
+                             R"({"path":"a","hash":")" +
+                             same +
+                             R"(","number":4,"state":"checked","firstLine":6},)"
+                             R"({"path":"x","rawPath":"%FF","hash":")" +
+                             same + R"(","number":2,"state":"checked"}]})";
+    SignOffs signOffs;
+    std::string problem;
+    ASSERT_TRUE(ParseSignOffs(text, signOffs, problem)) << problem;
+    Report report;
+    report.files = {Entry("a"), Entry("\xFF")};
+    ASSERT_TRUE(AssignSignOffs(signOffs, report));
+    ASSERT_EQ(report.files[0].signOffs.size(), 1U);
+    const SignOff& mended = report.files[0].signOffs[0];
+    EXPECT_EQ(mended.key, (CommandKey{same, 3}));
+    EXPECT_EQ(mended.state, SignOffState::kMended);
+    EXPECT_EQ(mended.remark, "r");
+    EXPECT_EQ(mended.firstLine, 20);
+    ASSERT_EQ(report.files[1].signOffs.size(), 1U);
+    EXPECT_EQ(report.files[1].signOffs[0].firstLine, 10);
+    ASSERT_EQ(report.otherSignOffs.size(), 2U);
+    EXPECT_EQ(report.otherSignOffs[0].path, "a");
+    EXPECT_EQ(report.otherSignOffs[0].signOff.firstLine, 6);
+    EXPECT_EQ(report.otherSignOffs[1].path, "b");
+    const Totals totals = TotalsOf(report.files);
+    EXPECT_EQ(totals.commandsChecked, 1);
+    EXPECT_EQ(totals.commandsMended, 1);
+}
+
+TEST_F(SignOffTest, CommandsThatCannotBeReadAreNoticed) {
+    const std::unique_ptr<StoredFile> damaged = m_folder.Store("damaged", "[{");
+    Report report;
+    report.files.push_back({Entry("a").facts, {damaged.get(), 0, damaged->Size()}, {}});
+    EXPECT_TRUE(AssignSignOffs({}, report));
+    EXPECT_FALSE(AssignSignOffs({{"a", {{CommandKey{TextHashOf("x"), 1}, SignOff()}}}}, report));
+}
+
+TEST_F(SignOffTest, DamageIsNamed) {
+    const auto with = [](const std::string& signOffs) {
+        return R"({"format":"quillet-signoff","formatVersion":1,"signOffs":[)" + signOffs + "]}";
+    };
+    const std::string good =
+        R"({"path":"a","hash":"85944171f73967e8","number":1,"state":"checked")";
+    const std::pair<std::string, const char*> cases[] = {
+        {"", "it is no JSON object, or it is damaged"},
+        {with(good + "}").substr(0, 60), "it is no JSON object, or it is damaged"},
+        {"[]", "it is no JSON object, or it is damaged"},
+        {"{}", "its format is another one"},
+        {R"({"format":"quillet-report"})", "its format is another one"},
+        {R"({"format":"quillet-signoff","formatVersion":2,"signOffs":[]})",
+         "its formatVersion is none that is known"},
+        {R"({"format":"quillet-signoff","formatVersion":1})", "its signOffs are no array"},
+        {with("1"), "signOffs[0] is not an object"},
+        {with("{}"), "signOffs[0] lacks its path"},
+        {with(good + "}," + good + "}"), "signOffs[1] is about the same command as one before it"},
+        {with(good + R"(,"remark":7})"), "signOffs[0].remark is not a text"},
+        {with(good + R"(,"rawPath":"%e9"})"), "signOffs[0].rawPath is not what it should be"},
+        {with(good + R"(,"state":"done"})"), "signOffs[0].state is no state of a sign-off"},
+        {with(good + R"(,"hash":"x"})"), "signOffs[0].hash is no hash of a text"},
+        {with(good + R"(,"number":0})"), "signOffs[0].number is not a number from 1"},
+        {with(good + R"(,"number":1.5})"),
+         "signOffs[0].number is not a whole number from 0 to 9007199254740991"},
+    };
+    for (const auto& [text, expected] : cases) {
+        SCOPED_TRACE(text);
+        SignOffs signOffs;
+        std::string problem;
+        EXPECT_FALSE(ParseSignOffs(text, signOffs, problem));
+        EXPECT_EQ(problem, expected);
+    }
+}
+
+TEST_F(SignOffTest, AFileNeedNotBeThere) {
+    const std::shared_ptr<const Folder> folder = m_folder.Open();
+    SignOffs signOffs;
+    std::string problem;
+    EXPECT_TRUE(ReadSignOffs(*folder, "T", signOffs, problem));
+    EXPECT_TRUE(signOffs.empty());
+    m_folder.Create(kSignOffName, "{");
+    EXPECT_FALSE(ReadSignOffs(*folder, "T", signOffs, problem));
+    EXPECT_EQ(
+        problem,
+        "The sign-offs in T/quillet-signoff.json cannot be read, so nothing was done: it is no "
+        "JSON object, or it is damaged. Correct the file, or move it away");
+}
+
+}  // namespace
+}  // namespace quillet::migrate
