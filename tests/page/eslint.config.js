@@ -6,7 +6,7 @@ const js = require("@eslint/js");
 const readable = (names) => Object.fromEntries(names.map((name) => [name, "readonly"]));
 
 const browser = readable([
-    "HTMLElement", "URLSearchParams", "addEventListener", "clearTimeout", "document",
+    "Blob", "HTMLElement", "TextEncoder", "URL", "URLSearchParams", "addEventListener", "clearTimeout", "document",
     "getComputedStyle", "innerHeight", "location", "matchMedia", "performance",
     "requestAnimationFrame", "setTimeout", "window",
 ]);

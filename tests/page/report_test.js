@@ -210,7 +210,7 @@ function MakeReport(files, more) {
         format: "quillet-report", formatVersion: 2, quilletVersion: "0.1.0",
         source: "/srv/archive/surveys", target: "/srv/archive/surveys-new", layout: "auto",
         dryRun: false, shard: null, started: "2026-11-21T03:00:00Z", seconds: 12.34,
-        totals: Totals(files), files, ...more,
+        totals: Totals(files), otherSignOffs: [], files, ...more,
     };
 }
 
@@ -1016,6 +1016,129 @@ async function TestWork() {
     await Close(page, "work");
 }
 
+// The same as the page's own, written another way.
+function TextHash(text) {
+    let hash = 0xcbf29ce484222325n;
+    for (const byte of Buffer.from(text)) {
+        hash = ((hash ^ BigInt(byte)) * 0x100000001b3n) & 0xffffffffffffffffn;
+    }
+    return hash.toString(16).padStart(16, "0");
+}
+
+// Saves with the keyboard and returns what was saved.
+async function SavedSignOffs(page) {
+    const [download] = await Promise.all([
+        page.waitForEvent("download"), page.locator("#save-signed").press("Enter")]);
+    CheckEqual("the file has its name", download.suggestedFilename(), "quillet-signoff.json");
+    return JSON.parse(fs.readFileSync(await download.path(), "utf8"));
+}
+
+async function TestSignOffs() {
+    const copy = FailedCommand(60, 2, () => 0);
+    const hash = TextHash(copy.source);
+    const mended = {hash, number: 2, state: "mended", remark: "by <b>Ann</b>", firstLine: 60};
+    const gone = {
+        path: "gone.syn", hash: TextHash("gone"), number: 1, state: "checked",
+        remark: kScript, firstLine: 7,
+    };
+    const overlooked = MakeFinding("open-comment", "overlooked", 40, {});
+    const hostile = {...kChart, source: kHostile.join("\n"), firstLine: 80};
+    const inMacro = {...kChart, firstLine: 95};
+    const files = [
+        WithFindings(MakeFile("a.syn",
+            [FailedCommand(30, 2, () => 0), copy, hostile, inMacro], {signOffs: [mended]}),
+            [overlooked, MakeFinding("macro-body", "overlooked", 95, {})]),
+        MakeFile("b/\ufffd.syn", [kChart], {rawPath: "b/%FF.syn"}),
+    ];
+    const page = await OpenReport("signed", MakeReport(files, {otherSignOffs: [gone]}));
+    const badges = () => page.locator("#commands .signed").allTextContents();
+    const count = () => Text(page, "#signed-count");
+    CheckEqual("sign-offs are counted", await count(),
+        "1 command checked, 1 command mended by hand.");
+    CheckEqual("those of commands that are no more are told",
+        await page.locator("#signed-others td, #signed-others th[scope=row]").allTextContents(),
+        ["gone.syn", "7", "Checked", kScript]);
+    await page.locator("#outcome").selectOption("signed");
+    CheckEqual("their files can be found", await FirstPaths(page, 5), ["a.syn"]);
+    await page.locator("#outcome").selectOption("");
+    await page.locator("#row-0").click();
+    await WaitForFile(page);
+    CheckEqual("of two copies the right one is marked", await badges(),
+        ["", "Mended by hand", "", ""]);
+    await page.locator("#command-filter").selectOption("signed");
+    CheckEqual("what is signed off can be listed", await Text(page, "#command-count"), "1 command");
+    await page.locator("#command-filter").selectOption("");
+    await OpenCommand(page, 1);
+    CheckEqual("the remark stands with it",
+        await page.getByLabel("Remark").inputValue(), "by <b>Ann</b>");
+    await page.emulateMedia({media: "print"});
+    CheckEqual("and on paper", await Text(page, "#opened-1 > .printed"),
+        "Mended by hand: by <b>Ann</b>");
+    await page.emulateMedia({media: "screen"});
+    await OpenCommand(page, 3);
+    CheckEqual("what stands in a macro is signed off where it was overlooked",
+        await page.locator("#opened-3 .sign-off").count(), 0);
+    await OpenCommand(page, 2);
+    Check("without a sign-off there is no remark", await page.getByLabel("Remark").isDisabled());
+    await page.locator("#opened-2 .sign-off select").focus();
+    await page.keyboard.press("ArrowDown");
+    await page.keyboard.press("Tab");
+    await page.keyboard.type("Looks right");
+    CheckEqual("the keyboard signs off", await badges(), ["", "Mended by hand", "Checked", ""]);
+    CheckEqual("the count follows", await count(), "2 commands checked, 1 command mended by hand. " +
+        "Not everything is saved yet.");
+    await page.locator(".finding").first().click();
+    await page.locator("#findings .sign-off select").selectOption("mended");
+    CheckEqual("so can be what was overlooked",
+        (await page.locator("#findings .signed").allTextContents())[0], "Mended by hand");
+    await CheckAxe(page, "sign-offs");
+    await Picture(page, "signed");
+    await GoTo(page, HashOf(files[1], 0));
+    await page.locator("#opened-0 .sign-off select").selectOption("checked");
+    const kept = {hash: TextHash(kChart.source), number: 1, state: "checked", remark: ""};
+    const expected = [
+        {path: "a.syn", hash: TextHash(overlooked.text), number: 1, state: "mended", remark: "",
+         firstLine: 40},
+        {path: "a.syn", ...mended},
+        {path: "a.syn", hash: TextHash(hostile.source), number: 1, state: "checked",
+         remark: "Looks right", firstLine: 80},
+        {path: "b/\ufffd.syn", rawPath: "b/%FF.syn", ...kept, firstLine: kChart.firstLine}, gone,
+    ];
+    CheckEqual("all are saved", await SavedSignOffs(page),
+        {format: "quillet-signoff", formatVersion: 1, signOffs: expected});
+    CheckEqual("then nothing is left to save", await count(),
+        "3 commands checked, 2 commands mended by hand.");
+    await page.locator("#opened-0 .sign-off select").selectOption("");
+    CheckEqual("a sign-off can be taken back", (await SavedSignOffs(page)).signOffs.length, 4);
+
+    const add = (text) => page.locator("#open-signed").setInputFiles(
+        {name: "saved.json", mimeType: "application/json", buffer: Buffer.from(text)});
+    const broken = [
+        ["{", "it holds no sign-offs"], ["[]", "it holds no sign-offs"],
+        [JSON.stringify({format: "quillet-signoff", formatVersion: 2}),
+         "a later version has written it"],
+        [JSON.stringify({format: "quillet-signoff", formatVersion: 1, signOffs: [gone, {}]}),
+         "signOffs[1] is damaged"],
+    ];
+    for (const [text, problem] of broken) {
+        await add(text);
+        await page.waitForFunction((wanted) =>
+            document.getElementById("signed-problem").textContent.includes(wanted), problem);
+        CheckEqual(`a broken file changes nothing: ${problem}`, await count(),
+            "2 commands checked, 2 commands mended by hand.");
+    }
+    await add(JSON.stringify({format: "quillet-signoff", formatVersion: 1, signOffs: [
+        {path: "b/\ufffd.syn", rawPath: "b/%FF.syn", ...kept, state: "mended"}]}));
+    await page.locator("#signed-problem").waitFor({state: "hidden"});
+    CheckEqual("a saved file is added", [await count(), await badges()],
+        ["2 commands checked, 3 commands mended by hand. Not everything is saved yet.",
+         ["Mended by hand"]]);
+    await page.setViewportSize({width: 400, height: 800});
+    const wide = await page.evaluate(() => document.documentElement.scrollWidth);
+    Check("a narrow window needs no scrolling sideways for sign-offs", wide <= 400, wide);
+    await Close(page, "sign-offs");
+}
+
 async function TestHighlighting(file) {
     const page = await Open(file, {hash: HashOf({path: "household/wave3/tables.syn"}, 0)});
     const of = (side, kind) => page.locator(`.${side} .t-${kind}`).allTextContents();
@@ -1120,8 +1243,10 @@ async function TestKeyboard(file) {
     await press("Enter");
     await page.locator("#opened-1").waitFor();
     await press("Tab");
-    Check("the opened command's buttons come next", (await Focused(page)).includes("command"),
-        await Focused(page));
+    CheckEqual("the opened command's sign-off comes next", await page.evaluate(() =>
+        document.activeElement.parentElement.firstChild.textContent), "Sign-off");
+    await press("Tab");
+    Check("and then its buttons", (await Focused(page)).includes("command"), await Focused(page));
     await press("Escape");
     await page.locator("#opened-1").waitFor({state: "detached"});
     CheckEqual("Escape closes the command", await Focused(page), "command-1");
@@ -1388,6 +1513,7 @@ async function TestSamples(all) {
         ["paths", () => TestPaths(file)], ["hostile", () => TestHostile(file, report)],
         ["findings", () => TestFindings(file, report)],
         ["equal failures", TestEqualFailures], ["work", TestWork],
+        ["sign-offs", TestSignOffs],
         ["highlighting", () => TestHighlighting(file)], ["address", () => TestAddress(file)],
         ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],
         ["looks", () => TestLooks(file)],

@@ -89,6 +89,7 @@ const g_open = {
     file: null,
     findings: [],      // of that file
     commands: [],
+    signable: new Map(),  // of these: by each of them how it is known, see EntriesOf
     listed: [],        // indices of those that match the filter
     page: 0,
     command: null,     // index
@@ -731,6 +732,305 @@ function StartWork() {
     ShowWork();
 }
 
+// ---- Sign-offs ----
+//
+// What readers have found out about single commands. It is kept in a file that a page can only hand
+// over: whoever saves it puts it into the folder of the results. So every page holds all sign-offs,
+// also those about commands that are not in its report, and a file that was saved can be read back.
+// A command is known by its text, as the program knows it, and copies of one text by their lines.
+
+const kSignOffName = "quillet-signoff.json";
+const kSignOffFormat = "quillet-signoff";
+const kSignOffVersion = 1;
+const kSignOffStates = new Map([
+    ["checked", {label: "Checked", tone: "good"}],
+    ["mended", {label: "Mended by hand", tone: "copied"}],
+]);
+const kMostRemark = 10000;  // characters
+const kOthersAtOnce = 10;
+const g_signOffs = {
+    all: new Map(),     // by their keys
+    files: new Map(),   // by a file's key: how many it has
+    others: [],         // those that were about no command when the report was made
+    unsaved: false,
+};
+
+// FNV-1a in 64 bits, as two halves: a product of such numbers would not be exact.
+function HashOf(text) {
+    let high = 0xcbf29ce4;
+    let low = 0x84222325;
+    for (const byte of new TextEncoder().encode(text)) {
+        low = (low ^ byte) >>> 0;
+        const product = low * 0x1b3;
+        high = (Math.imul(high, 0x1b3) + Math.floor(product / 0x100000000) + (low << 8)) >>> 0;
+        low = product >>> 0;
+    }
+    return [high, low].map((half) => half.toString(16).padStart(8, "0")).join("");
+}
+
+function SignOffKey(pathKey, hash, number) {
+    return `${hash} ${number} ${pathKey}`;
+}
+
+function AddSignOff(pathKey, signOff) {
+    const key = SignOffKey(pathKey, signOff.hash, signOff.number);
+    if (!g_signOffs.all.has(key)) {
+        g_signOffs.files.set(pathKey, (g_signOffs.files.get(pathKey) || 0) + 1);
+    }
+    g_signOffs.all.set(key, signOff);
+}
+
+function RemoveSignOff(pathKey, hash, number) {
+    if (!g_signOffs.all.delete(SignOffKey(pathKey, hash, number))) return;
+    g_signOffs.files.set(pathKey, g_signOffs.files.get(pathKey) - 1);
+}
+
+function PathMembers(file) {
+    return file.rawPath ? {path: file.path, rawPath: file.rawPath} : {path: file.path};
+}
+
+function ReadSignOffs() {
+    for (const file of g_report.files) {
+        for (const signOff of file.signOffs || []) {
+            AddSignOff(KeyOf(file), {...PathMembers(file), ...signOff});
+        }
+    }
+    g_signOffs.others = g_report.otherSignOffs || [];
+    for (const signOff of g_signOffs.others) AddSignOff(KeyOf(signOff), signOff);
+}
+
+// The commands of a file that can be signed off, each once: one in the body of a macro counts as
+// overlooked, whatever was made of it.
+function EntriesOf(file, commands, findings) {
+    const overlooked = findings.filter((finding) => finding.kind === "overlooked");
+    const inMacros = new Set(overlooked.filter((finding) => finding.code === "macro-body")
+        .map((finding) => finding.firstLine));
+    const all = [...commands.filter((command) => !inMacros.has(command.firstLine)), ...overlooked];
+    all.sort((a, b) => Count(a.firstLine) - Count(b.firstLine));
+    const counts = new Map();
+    return new Map(all.map((one) => {
+        const text = String(one.source ?? one.text ?? "");
+        const number = (counts.get(text) || 0) + 1;
+        counts.set(text, number);
+        return [one, {file, text, number, hash: "", firstLine: Count(one.firstLine), badge: null}];
+    }));
+}
+
+// Nothing is hashed before somebody asks for it.
+function EntryHash(entry) {
+    if (!entry.hash) entry.hash = HashOf(entry.text);
+    return entry.hash;
+}
+
+function SignOffOf(entry) {
+    const pathKey = KeyOf(entry.file);
+    if (!g_signOffs.files.get(pathKey)) return null;
+    return g_signOffs.all.get(SignOffKey(pathKey, EntryHash(entry), entry.number)) || null;
+}
+
+function StateOf(one) {
+    const entry = g_open.signable.get(one);
+    const signOff = entry ? SignOffOf(entry) : null;
+    return signOff ? signOff.state : "";
+}
+
+// Shows in a list what was said about a command.
+function SignOffBadge(one) {
+    const badge = Make("span", "signed");
+    const entry = g_open.signable.get(one);
+    if (entry) {
+        entry.badge = badge;
+        ShowBadge(entry);
+    }
+    return badge;
+}
+
+function ShowBadge(entry) {
+    if (!entry.badge) return;
+    const state = kSignOffStates.get((SignOffOf(entry) || {}).state);
+    entry.badge.textContent = state ? state.label : "";
+    entry.badge.className = state ? `signed tone-${state.tone}` : "signed";
+}
+
+// Where a command is signed off; nothing for one that cannot be.
+function SignOffPart(one) {
+    const entry = g_open.signable.get(one);
+    if (!entry) return [];
+    const signOff = SignOffOf(entry);
+    const state = Make("select");
+    AddOption(state, "", "Not yet");
+    for (const [name, {label}] of kSignOffStates) AddOption(state, name, label);
+    state.value = signOff ? signOff.state : "";
+    const remark = Make("input");
+    remark.type = "text";
+    remark.maxLength = kMostRemark;
+    remark.value = signOff ? signOff.remark || "" : "";
+    remark.disabled = !signOff;
+    const printed = Make("p", "printed");
+    const change = () => {
+        remark.disabled = !state.value;
+        printed.textContent = SignOffText(state.value, remark.value);
+        ChangeSignOff(entry, state.value, remark.value);
+    };
+    printed.textContent = SignOffText(state.value, remark.value);
+    state.addEventListener("input", change);
+    remark.addEventListener("input", change);
+    const remarkLabel = Make("label", "grow", ["Remark", remark]);
+    const controls = Make("div", "controls sign-off", [
+        Make("label", "", ["Sign-off", state]), remarkLabel]);
+    controls.setAttribute("role", "group");
+    controls.setAttribute("aria-label", "Sign-off");
+    return [controls, printed];
+}
+
+function SignOffText(name, remark) {
+    const state = kSignOffStates.get(name);
+    if (!state) return "";
+    return remark ? `${state.label}: ${Visible(remark)}` : state.label;
+}
+
+function ChangeSignOff(entry, state, remark) {
+    const pathKey = KeyOf(entry.file);
+    const {number, firstLine} = entry;
+    const hash = EntryHash(entry);
+    if (state) {
+        AddSignOff(pathKey,
+            {...PathMembers(entry.file), hash, number, state, remark, firstLine});
+    } else {
+        RemoveSignOff(pathKey, hash, number);
+    }
+    g_signOffs.unsaved = true;
+    ShowBadge(entry);
+    ShowSignOffCount();
+}
+
+function ShowSignOffCount() {
+    const counts = CountBy([...g_signOffs.all.values()].map((signOff) => signOff.state));
+    const told = [...kSignOffStates].filter(([name]) => counts.has(name)).map(([name, {label}]) =>
+        `${Plural(counts.get(name), "command", "commands")} ${label.toLowerCase()}`);
+    const sum = told.length ? `${told.join(", ")}.` : "No command is signed off.";
+    Find("signed-count").textContent =
+        g_signOffs.unsaved ? `${sum} Not everything is saved yet.` : sum;
+    Find("save-signed").disabled = g_signOffs.all.size === 0 && !g_signOffs.unsaved;
+}
+
+function ShowOtherSignOffs() {
+    const count = g_signOffs.others.length;
+    const table = Find("signed-others");
+    table.hidden = count === 0;
+    Find("more-signed").hidden = true;
+    if (count === 0) return;
+    const verb = Plural(count, "sign-off is about a command", "sign-offs are about commands");
+    table.replaceChildren(Make("caption", "", `${verb} not in this report: the text was changed ` +
+        "or removed, or the file was not looked at. They stay in the file."),
+        MakeHeadRow(["File", "Line", "Sign-off", "Remark"]), Make("tbody"));
+    ShowMoreOthers();
+}
+
+function ShowMoreOthers() {
+    const body = Find("signed-others").tBodies[0];
+    const shown = body.childElementCount;
+    const end = shown ? g_signOffs.others.length : kOthersAtOnce;
+    body.append(...g_signOffs.others.slice(shown, end).map((signOff) => {
+        const name = Make("th", "", Visible(String(signOff.path)));
+        name.scope = "row";
+        const state = kSignOffStates.get(signOff.state) || {label: ""};
+        const line = Count(signOff.firstLine);
+        return Make("tr", "", [name, Make("td", "", line ? FormatNumber(line) : ""),
+            Make("td", "", state.label), Make("td", "", Visible(String(signOff.remark || "")))]);
+    }));
+    const left = g_signOffs.others.length - body.childElementCount;
+    Find("more-signed").hidden = left <= 0;
+    Find("more-signed").textContent = `Show ${FormatNumber(left)} more`;
+}
+
+// One on each line, in an order that lets two files be compared.
+function SignOffFileText() {
+    const order = (a, b) => (a < b ? -1 : Number(a > b));
+    const all = [...g_signOffs.all.values()].sort((a, b) => order(a.path, b.path) ||
+        Count(a.firstLine) - Count(b.firstLine) || order(a.hash, b.hash) || a.number - b.number);
+    const head = JSON.stringify({format: kSignOffFormat, formatVersion: kSignOffVersion});
+    const lines = all.map((signOff) => JSON.stringify(signOff));
+    return `${head.slice(0, -1)},"signOffs":[\n${lines.join(",\n")}\n]}\n`;
+}
+
+function SaveSignOffs() {
+    const file = new Blob([SignOffFileText()], {type: "application/json"});
+    const link = Make("a");
+    link.href = URL.createObjectURL(file);
+    link.download = kSignOffName;
+    link.click();
+    // The browser takes the file when it likes to.
+    const kLongEnough = 60000;
+    setTimeout(() => URL.revokeObjectURL(link.href), kLongEnough);
+    g_signOffs.unsaved = false;
+    ShowSignOffCount();
+}
+
+function IsSignOff(value) {
+    const has = (name, type) => value[name] === undefined || typeof value[name] === type;
+    return typeof value === "object" && value !== null && typeof value.path === "string" &&
+        has("rawPath", "string") && has("remark", "string") && has("firstLine", "number") &&
+        /^[0-9a-f]{16}$/.test(value.hash) && Number.isSafeInteger(value.number) &&
+        value.number > 0 && kSignOffStates.has(value.state);
+}
+
+// What is wrong with a file that was to be added; empty when nothing is.
+function ProblemOfSignOffs(file) {
+    if (typeof file !== "object" || file === null || file.format !== kSignOffFormat) {
+        return "it holds no sign-offs";
+    }
+    if (file.formatVersion !== kSignOffVersion) return "a later version has written it";
+    if (!Array.isArray(file.signOffs)) return "it holds no list of sign-offs";
+    const wrong = file.signOffs.findIndex((signOff) => !IsSignOff(signOff));
+    return wrong < 0 ? "" : `signOffs[${wrong}] is damaged`;
+}
+
+function ParseSignOffs(text) {
+    try {
+        return JSON.parse(text);
+    } catch {
+        return null;
+    }
+}
+
+// What the file says counts for more than what the page knew, but nothing that the page knew goes.
+async function AddSignOffsOf(input) {
+    const [chosen] = input.files;
+    if (!chosen) return;
+    const file = ParseSignOffs(await chosen.text());
+    input.value = "";
+    const problem = ProblemOfSignOffs(file);
+    Find("signed-problem").hidden = !problem;
+    Find("signed-problem").textContent = problem
+        ? `${Visible(chosen.name)} was not added: ${problem}.` : "";
+    if (problem) return;
+    for (const signOff of file.signOffs) AddSignOff(KeyOf(signOff), signOff);
+    g_signOffs.unsaved = g_signOffs.all.size > file.signOffs.length;
+    ShowSignOffCount();
+    if (g_open.file) ListAgain();
+}
+
+// Draws what is open anew.
+function ListAgain() {
+    ListFindings();
+    FillCommandFilter();
+    ListCommands();
+}
+
+function OnLeave(event) {
+    if (!g_signOffs.unsaved) return;
+    event.preventDefault();
+    event.returnValue = "";  // Older browsers ask only then.
+}
+
+function StartSignOffs() {
+    ReadSignOffs();
+    Find("signed").hidden = g_report.files.length === 0 && g_signOffs.all.size === 0;
+    ShowSignOffCount();
+    ShowOtherSignOffs();
+}
+
 // ---- The list of files ----
 
 function AddOption(select, value, text) {
@@ -745,6 +1045,7 @@ const kResultFilters = new Map([
     ["edited", {filter: "Edited results", holds: (file) => file.result === "edited"}],
     ["sourceChanged", {filter: "Edited, source has changed", holds: (file) => file.sourceChanged}],
     ["orphaned", {filter: "Without a source", holds: (file) => file.result === "orphaned"}],
+    ["signed", {filter: "With sign-offs", holds: (file) => g_signOffs.files.get(KeyOf(file)) > 0}],
 ]);
 
 function FillFilters(outcomes, codes, reasons) {
@@ -1123,6 +1424,7 @@ function ShowFile(file) {
     const details = ReadDetails(file);
     g_open.findings = details.findings || [];
     g_open.commands = details.commands || [];
+    g_open.signable = file ? EntriesOf(file, g_open.commands, g_open.findings) : new Map();
     g_open.command = null;
     Find("file").hidden = !file;
     document.body.classList.toggle("reading", Boolean(file));
@@ -1285,7 +1587,8 @@ function FindingItem(finding) {
         Make("span", "", LinesOf(finding)),
         OutcomeBadge(kFindingKinds, finding.kind),
         Make("span", "code-name", LabelOfCode(finding.code)),
-        Make("span", "sentence", Visible(String(finding.sentence || ""))),
+        Make("span", "sentence",
+            [SignOffBadge(finding), Visible(String(finding.sentence || ""))]),
     ]);
     const details = Make("details", "", summary);
     // The text is drawn when it is asked for.
@@ -1294,6 +1597,7 @@ function FindingItem(finding) {
         const opened = Make("div", "opened");
         if (finding.text) AddCode(opened, String(finding.text), Count(finding.firstLine), null);
         else opened.append(Make("p", "empty", "This is about the file as a whole."));
+        opened.append(...SignOffPart(finding));
         details.append(opened);
     });
     return Make("li", "", details);
@@ -1307,6 +1611,8 @@ const kCommandFilters = [
     {value: "failed", label: "Failed", holds: (c) => c.outcome === "failed"},
     {value: "unreadable", label: "Unreadable", holds: (c) => c.outcome === "unreadable"},
     {value: "warnings", label: "With warnings", holds: (c) => WarningsOf(c).length > 0},
+    {value: "signed", label: "Signed off", holds: (c) => StateOf(c) !== ""},
+    {value: "unsigned", label: "Not signed off", holds: (c) => StateOf(c) === ""},
     {value: "search", label: "Found by the search",
      holds: (c) => g_search.text !== "" && CommandHolds(c, g_search.text)},
 ];
@@ -1321,6 +1627,7 @@ function FillCommandFilter() {
     for (const filter of kCommandFilters) {
         const count = g_open.commands.filter(filter.holds).length;
         if (filter.value && !count) continue;
+        if (filter.value === "unsigned" && count === g_open.commands.length) continue;
         AddOption(select, filter.value, `${filter.label} (${FormatNumber(count)})`);
         // What was searched for in all files is what is wanted of this one.
         if (filter.value === "search") select.value = filter.value;
@@ -1391,7 +1698,7 @@ function CommandItem(index) {
         Make("span", "", LinesOf(command)),
         OutcomeBadge(kCommandOutcomes, command.outcome),
         Make("span", "warned", warnings ? Plural(warnings, "warning", "warnings") : ""),
-        Make("span", "said", Visible(command.message || "")),
+        Make("span", "said", [SignOffBadge(command), Visible(command.message || "")]),
     ]);
     button.type = "button";
     button.id = `command-${index}`;
@@ -1459,7 +1766,8 @@ function OpenItem(index) {
 
 function CommandView(command, index) {
     const compare = Make("div", "compare", [SourceSide(command), ResultSide(command)]);
-    const view = Make("div", "opened", [compare, ...EqualNote(index), CommandButtons(index)]);
+    const view = Make("div", "opened", [compare, ...EqualNote(index),
+        ...SignOffPart(command), CommandButtons(index)]);
     view.setAttribute("role", "group");
     view.setAttribute("aria-label", `${Visible(command.type)}, ${LinesOf(command)}`);
     return view;
@@ -1731,6 +2039,8 @@ function Listen() {
         "more-groups": ShowMoreGroups,
         "folder-up": () => OpenFolder(FolderAbove(g_work.folder)),
         "usual-minutes": ResetMinutes,
+        "save-signed": SaveSignOffs,
+        "more-signed": ShowMoreOthers,
         "previous-file": () => GoToNeighbor(-1),
         "next-file": () => GoToNeighbor(1),
         "close-file": () => Go(null, null),
@@ -1743,6 +2053,8 @@ function Listen() {
         "rows": OnRowClick,
     };
     for (const [id, action] of Object.entries(clicks)) Find(id).addEventListener("click", action);
+    Find("open-signed").addEventListener("change", () => AddSignOffsOf(Find("open-signed")));
+    addEventListener("beforeunload", OnLeave);
     Find("finding-filter").addEventListener("input", ListFindings);
     Find("command-filter").addEventListener("input", ListCommands);
     Find("grid").addEventListener("keydown", OnGridKey);
@@ -1786,6 +2098,7 @@ function Start() {
     ReadGroups();
     ShowGroups();
     StartWork();
+    StartSignOffs();
     FillFilters(outcomes, codes, reasons);
     MakeHeadings();
     Listen();
