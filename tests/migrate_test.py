@@ -74,6 +74,9 @@ def timeless(report):
     report = dict(report)
     for name in ("started", "seconds", "shard", "target"):
         del report[name]
+    report.pop("sinceLastRun", None)
+    report["files"] = [{name: value for name, value in file.items() if name != "changes"}
+                       for file in report["files"]]
     return report
 
 
@@ -1152,6 +1155,111 @@ class TestSignOff(MigrateCase):
             run = self.run_program("--merge-reports", *slices, target)
             assert run.returncode == 1, run.stderr
             assert self.report(target)["totals"]["commandsChecked"] == expected
+
+
+class TestSinceLastRun(MigrateCase):
+    def changes(self, name=None):
+        """The numbers, and the lists of the files."""
+        report = self.report(name=name)
+        since = report["sinceLastRun"]
+        numbers = {name: since[name] for name in ("mended", "new", "stillFailing", "gone")}
+        return numbers, {file["path"]: file["changes"] for file in report["files"]
+                         if "changes" in file}
+
+    def test_what_was_mended_and_what_was_not(self):
+        self.create("a.syn", FAILING + TABLES + FAILING.replace(b"NON", b"NO") + TABLES)
+        self.create("b.syn", b"* old\n" + TABLES)
+        self.create("c.syn", FAILING)
+        self.create("d/gone.syn", FAILING + FAILING)
+        self.create("e.syn", TABLES)
+        self.migrate(status=1)
+        first = self.report()
+        assert first["sinceLastRun"] is None
+        self.migrate(status=1)
+        assert self.report()["sinceLastRun"]["started"] == first["started"]
+        assert self.changes() == ({"mended": 0, "new": 0, "stillFailing": 6, "gone": 0}, {})
+        # Mended with another text, with the same text, and not at all.
+        self.create("a.syn", ORDINARY + FAILING + TABLES + b"IGRAPH /X1=VAR(a) TYPE=SCALE "
+                    b"/Y=VAR(b) TYPE=SCALE /SCATTER COINCIDENT=NONE.\n" + TABLES)
+        self.create("b.syn", b"* old.\n" + TABLES)
+        (self.source / "d" / "gone.syn").unlink()
+        (self.target / "d" / "gone.syn").unlink()
+        self.create("e.syn", TABLES + FAILING)
+        expected = ({"mended": 2, "new": 1, "stillFailing": 2, "gone": 2},
+                    {"a.syn": {"mended": [4]}, "b.syn": {"mended": [2]}, "e.syn": {"new": [2]}})
+        self.migrate("--dry-run", status=1)
+        assert self.changes() == expected
+        run = self.migrate(status=1)
+        assert self.changes() == expected
+        assert (b"\nSince the last run: 2 mended, 1 newly not converted, 2 gone, 2 still not "
+                b"converted\n") in run.stderr
+        self.migrate(status=1)
+        assert self.changes() == ({"mended": 0, "new": 0, "stillFailing": 3, "gone": 0}, {})
+
+    def test_the_sums_hold(self):
+        generator = random.Random(7)
+        pieces = [FAILING.replace(b"NONSENSE", name) for name in (b"A", b"B", b"C")] + [
+            TABLES, ORDINARY, b"* x\n" + TABLES, TABLES.replace(b"sex", b"age")]
+        failing = 0
+        for turn in range(6):
+            for number in range(12):
+                if turn and generator.random() < 0.4:
+                    continue
+                self.create(f"{number % 3}/{number}.syn",
+                            b"".join(generator.choices(pieces, k=generator.randrange(9))))
+            run = self.run_program(self.source, self.target)
+            assert run.returncode in (0, 1), run.stderr
+            self.report_name = "quillet-report.json"
+            totals = self.report()["totals"]
+            now = (totals["commandsFailed"] + totals["commandsUnreadable"]
+                   + totals["commandsOverlooked"])
+            if turn:
+                numbers, files = self.changes()
+                assert numbers["new"] + numbers["stillFailing"] == now
+                assert numbers["mended"] + numbers["stillFailing"] + numbers["gone"] == failing
+                for name in ("mended", "new", "gone"):
+                    assert numbers[name] == sum(len(file.get(name, ())) for file in files.values())
+            failing = now
+
+    def test_a_source_that_is_gone(self):
+        self.create("a.syn", FAILING)
+        self.create("b.syn", TABLES)
+        self.migrate(status=1)
+        (self.source / "a.syn").unlink()
+        self.migrate()
+        assert self.facts("a.syn")["result"] == "orphaned"
+        assert self.changes() == ({"mended": 0, "new": 0, "stillFailing": 0, "gone": 1},
+                                  {"a.syn": {"gone": [1]}})
+
+    def test_slices_compare_with_themselves(self):
+        for number in range(8):
+            self.create(f"{number}.syn", FAILING)
+        names = [f"quillet-report-{number}-of-2.json" for number in (1, 2)]
+        for turn in range(2):
+            for number, name in enumerate(names, 1):
+                self.run_program("--shard", f"{number}/2", self.source, self.target)
+                assert (self.report(name=name)["sinceLastRun"] is None) == (turn == 0)
+            self.run_program("--merge-reports", *(self.target / name for name in names),
+                             self.target)
+            assert (self.report()["sinceLastRun"] is None) == (turn == 0)
+            self.change("1.syn", TABLES)
+        # The reports that were joined last knew nothing of that.
+        for number in (1, 2):
+            self.run_program("--shard", f"{number}/2", self.source, self.target)
+        self.run_program("--merge-reports", *(self.target / name for name in names), self.target)
+        assert self.changes()[0]["stillFailing"] == 7
+
+    def test_a_damaged_report_is_none(self):
+        self.create("a.syn", FAILING)
+        self.migrate(status=1)
+        path = self.target / "quillet-report.json"
+        path.write_bytes(path.read_bytes()[:-10])
+        self.migrate(status=1)
+        assert self.report()["sinceLastRun"] is None
+        path.unlink()
+        path.symlink_to("/dev/null")
+        self.migrate(status=1)
+        assert self.report()["sinceLastRun"] is None
 
 
 # A file for each code: its text, the outcome, the exit status, the findings by code, first line and

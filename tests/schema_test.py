@@ -147,6 +147,19 @@ def test_what_is_left_alone(archive):
     assert [file["path"] for file in report["files"] if "sourceChanged" in file] == ["outdated"]
 
 
+def test_what_has_changed(archive):
+    archive.create("a", b"* old\n" + TABLES)
+    archive.create("b", FAILING + TABLES)
+    assert archive.migrate(status=1)["sinceLastRun"] is None
+    archive.create("a", b"* old.\n" + TABLES)
+    archive.create("b", TABLES + b"* old\n" + TABLES)
+    report = archive.migrate(status=1)
+    del report["sinceLastRun"]["started"]
+    assert report["sinceLastRun"] == {"mended": 1, "new": 1, "stillFailing": 0, "gone": 1}
+    assert [file["changes"] for file in report["files"]] == [
+        {"mended": [2]}, {"new": [3], "gone": [1]}]
+
+
 def test_what_is_signed_off(archive):
     archive.create("a", TABLES)
     archive.create(b"b\xff", TABLES)

@@ -17,7 +17,7 @@ TEMPORARY = "quillet-tmp"
 # What differs from run to run in the report's other forms.
 VOLATILE = re.compile(
     rb'"(?:started|target)":"[^"]*"|"(?:seconds|filesKept)":[^,}]*|,?"kept":true|'
-    rb',?"result":"(?:new|kept)"|'
+    rb',?"result":"(?:new|kept)"|"sinceLastRun":(?:null|\{[^}]*\})|,"changes":\{[^}]*\}|'
     rb' (?:time|timestamp)="[^"]*"')
 
 STATUS_OF_TROUBLE = 2
@@ -115,7 +115,7 @@ def state_of(root):
 def comparable(report):
     """A report without what differs from run to run."""
     report = dict(report)
-    for name in ("started", "seconds", "target"):
+    for name in ("started", "seconds", "target", "sinceLastRun"):
         report.pop(name, None)
     report["totals"] = {**report["totals"], "filesKept": 0}
     report["files"] = [comparable_file(file) for file in report["files"]]
@@ -124,7 +124,7 @@ def comparable(report):
 
 def comparable_file(file):
     """A result that is whole may be of this run or of the one before."""
-    file = {name: value for name, value in file.items() if name != "kept"}
+    file = {name: value for name, value in file.items() if name not in ("kept", "changes")}
     if file.get("result") == "kept":
         file["result"] = "new"
     return file

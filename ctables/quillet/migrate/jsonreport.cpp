@@ -97,6 +97,23 @@ OrderedJson OtherSignOffsJson(const std::vector<OtherSignOff>& signOffs) {
     return array;
 }
 
+OrderedJson SinceLastRunJson(const std::optional<ChangeSums>& sums) {
+    if (!sums) return nullptr;
+    OrderedJson json = {{"started", FormatTime(sums->started)}};
+    for (const ChangeNumber& number : kChangeNumbers) json[number.pName] = *sums.*number.pSum;
+    return json;
+}
+
+// Empty when nothing has changed.
+OrderedJson ChangesJson(const FileChanges& changes) {
+    OrderedJson json = OrderedJson::object();
+    for (const ChangeNumber& number : kChangeNumbers) {
+        if (number.pLines == nullptr || (changes.*number.pLines).empty()) continue;
+        json[number.pName] = changes.*number.pLines;
+    }
+    return json;
+}
+
 }  // namespace
 
 std::string CommandJson(const CommandReport& command, TextEncoding encoding, const CodePage* pNamed,
@@ -153,6 +170,9 @@ std::string OpenFileJson(const FileEntry& file) {
     for (const FileNumber& number : kFileNumbers) json[number.pName] = facts.*number.pMember;
     json["message"] = facts.message;
     if (!file.signOffs.empty()) json["signOffs"] = SignOffsJson(file.signOffs);
+    if (OrderedJson changes = ChangesJson(file.changes); !changes.empty()) {
+        json["changes"] = std::move(changes);
+    }
     return DumpOpen(json);
 }
 
@@ -171,6 +191,7 @@ std::string OpenReportJson(const Report& report) {
                               {"started", FormatTime(run.started)},
                               {"seconds", std::round(run.seconds * kMilli) / kMilli},
                               {"totals", TotalsJson(TotalsOf(report.files))},
+                              {"sinceLastRun", SinceLastRunJson(report.sinceLastRun)},
                               {"otherSignOffs", OtherSignOffsJson(report.otherSignOffs)}};
     return DumpOpen(json) + ",\n\"files\":[\n";
 }

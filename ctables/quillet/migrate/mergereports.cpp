@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "migrate/exitstatus.h"
+#include "migrate/lastrun.h"
 #include "migrate/reportfiles.h"
 #include "migrate/reportmembers.h"
 #include "migrate/reportreader.h"
@@ -180,7 +181,7 @@ int MergeReports(const Settings& settings) {
         Tell(problem);
         return kTroubleStatus;
     }
-    if (!AssignSignOffs(std::move(signOffs), report)) {
+    if (!AssignSignOffs(std::move(signOffs), report) || !CompareWithLastRun(*target, report)) {
         Tell("The commands of the reports cannot be read again");
         return kTroubleStatus;
     }

@@ -22,6 +22,7 @@
 #include "migrate/filemigration.h"
 #include "migrate/filetree.h"
 #include "migrate/journal.h"
+#include "migrate/lastrun.h"
 #include "migrate/layouts.h"
 #include "migrate/pattern.h"
 #include "migrate/progress.h"
@@ -423,10 +424,10 @@ private:
                       m_settings.shard,
                       m_started,
                       elapsed.count()};
-        if (!AssignSignOffs(std::move(m_signOffs), report)) {
+        if (!AssignSignOffs(std::move(m_signOffs), report) ||
+            !CompareWithLastRun(*m_target, report)) {
             return Refuse(
-                "The commands that were converted cannot be read again to find those that "
-                "were signed off; no report was written");
+                "What was found in the commands cannot be read again; no report was written");
         }
         int status = ExitStatusOf(TotalsOf(report.files));
         WriteToStream(stderr, FormatFailures(report));

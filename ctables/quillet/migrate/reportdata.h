@@ -206,11 +206,45 @@ struct SignOff {
     std::int64_t firstLine = 0;  ///< Where the command stands, or last stood; 0 for not known.
 };
 
+/// Which legacy commands of a file came to something else than in the run before. Those that are
+/// not converted have failed, are unreadable or were overlooked. Each list has the first lines of
+/// commands, in order.
+struct FileChanges {
+    std::vector<std::int64_t> mended;   ///< Converted, and were not.
+    std::vector<std::int64_t> failing;  ///< Not converted, but they were, or were not there.
+    std::vector<std::int64_t> gone;     ///< Were not converted, and are not there any more.
+};
+
+/// The same in all files, as numbers.
+struct ChangeSums {
+    std::int64_t started = 0;  ///< When the run before began, in seconds since 1970.
+    std::int64_t mended = 0;
+    std::int64_t failing = 0;
+    std::int64_t stillFailing = 0;  ///< Not converted, as before.
+    std::int64_t gone = 0;          ///< Those of files that are not in the report, too.
+};
+
+/// One of these numbers, under the name that it has in reports.
+struct ChangeNumber {
+    const char* pName = nullptr;
+    std::int64_t ChangeSums::*pSum = nullptr;
+    std::vector<std::int64_t> FileChanges::*pLines = nullptr;  ///< Null for none.
+};
+
+/// In the order in which they are written.
+inline constexpr std::array<ChangeNumber, 4> kChangeNumbers = {{
+    {"mended", &ChangeSums::mended, &FileChanges::mended},
+    {"new", &ChangeSums::failing, &FileChanges::failing},
+    {"stillFailing", &ChangeSums::stillFailing, nullptr},
+    {"gone", &ChangeSums::gone, &FileChanges::gone},
+}};
+
 struct FileEntry {
     FileFacts facts;
     ArrayPlace commands;
     ArrayPlace findings;
     std::vector<SignOff> signOffs = {};  ///< Of its commands, by their lines.
+    FileChanges changes = {};
 };
 
 /// One that is about no command of the report.
@@ -336,6 +370,8 @@ struct Report {
     RunFacts run;
     std::vector<FileEntry> files;
     std::vector<OtherSignOff> otherSignOffs = {};  ///< By path and key.
+    /// Nothing where there was no run before, or nothing is known about it.
+    std::optional<ChangeSums> sinceLastRun = {};
 };
 
 [[nodiscard]] Totals TotalsOf(const std::vector<FileEntry>& files);

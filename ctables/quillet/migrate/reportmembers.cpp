@@ -36,6 +36,7 @@ constexpr Member kReportMembers[] = {
     {"started", MemberKind::kDate},
     {"seconds", MemberKind::kSeconds},
     {"totals", MemberKind::kObject, ReportPart::kTotals},
+    {"sinceLastRun", MemberKind::kObjectOrNull, ReportPart::kSinceLastRun},
     {"otherSignOffs", MemberKind::kArray, ReportPart::kSignOffs},
     {"files", MemberKind::kArray, ReportPart::kFiles},
 };
@@ -67,6 +68,7 @@ constexpr Member kOtherFileMembers[] = {
     {"modified", MemberKind::kTime},
     {"message", MemberKind::kName},
     {"signOffs", MemberKind::kArray, ReportPart::kSignOffs},
+    {"changes", MemberKind::kObject, ReportPart::kChanges},
     {"findings", MemberKind::kArray, ReportPart::kFindings},
     {"commands", MemberKind::kArray, ReportPart::kCommands},
 };
@@ -112,6 +114,18 @@ constexpr Member kSignOffMembers[] = {
     {"hash", MemberKind::kTextHash},      {"number", MemberKind::kCount},
     {"state", MemberKind::kSignOffState}, {"remark", MemberKind::kName},
     {"firstLine", MemberKind::kCount},
+};
+
+constexpr Member kSinceLastRunMembers[] = {
+    {"started", MemberKind::kDate}, {"mended", MemberKind::kCount},
+    {"new", MemberKind::kCount},    {"stillFailing", MemberKind::kCount},
+    {"gone", MemberKind::kCount},
+};
+
+constexpr Member kChangesMembers[] = {
+    {"mended", MemberKind::kArray, ReportPart::kLines},
+    {"new", MemberKind::kArray, ReportPart::kLines},
+    {"gone", MemberKind::kArray, ReportPart::kLines},
 };
 
 struct NumberRange {
@@ -253,11 +267,16 @@ std::span<const Member> MembersOf(ReportPart part) {
             return kCommandMembers;
         case ReportPart::kSignOff:
             return kSignOffMembers;
+        case ReportPart::kSinceLastRun:
+            return kSinceLastRunMembers;
+        case ReportPart::kChanges:
+            return kChangesMembers;
         case ReportPart::kFiles:
         case ReportPart::kFindings:
         case ReportPart::kCommands:
         case ReportPart::kWarnings:
         case ReportPart::kSignOffs:
+        case ReportPart::kLines:
         case ReportPart::kUnknown:
             break;
     }
@@ -281,6 +300,8 @@ Member ElementOf(ReportPart part) {
             return {{}, MemberKind::kObject, ReportPart::kCommand};
         case ReportPart::kSignOffs:
             return {{}, MemberKind::kObject, ReportPart::kSignOff};
+        case ReportPart::kLines:
+            return {{}, MemberKind::kCount};
         case ReportPart::kWarnings:
             return {{}, MemberKind::kText};
         default:

@@ -33,7 +33,10 @@ enum class ReportPart {
     kWarnings,  ///< An array of texts.
     kSignOffs,  ///< An array of sign-offs.
     kSignOff,   ///< Of a report, or of a file that holds nothing else.
-    kUnknown    ///< What a later version may have added, and all that is inside of it.
+    kSinceLastRun,
+    kChanges,
+    kLines,   ///< An array of numbers of lines.
+    kUnknown  ///< What a later version may have added, and all that is inside of it.
 };
 
 enum class MemberKind {

@@ -38,6 +38,14 @@ std::string LeftAloneLine(const Totals& totals) {
     return text + "\n";
 }
 
+// Nothing when all is as it was.
+std::string ChangesLine(const std::optional<ChangeSums>& sums) {
+    if (!sums || sums->mended + sums->failing + sums->gone == 0) return {};
+    return "Since the last run: " + Count(sums->mended, "mended") +
+           Also(sums->failing, "newly not converted") + Also(sums->gone, "gone") +
+           Also(sums->stillFailing, "still not converted") + "\n";
+}
+
 // What people have said about commands; nothing when they have not.
 std::string SignOffLine(const Report& report, const Totals& totals) {
     const auto others = static_cast<std::int64_t>(report.otherSignOffs.size());
@@ -102,7 +110,7 @@ std::string FormatSummary(const Report& report) {
     if (totals.findingsChanged > 0) {
         text += CountOne(totals.findingsChanged, "place") + " where other text is lost or joined\n";
     }
-    return text + SignOffLine(report, totals);
+    return text + ChangesLine(report.sinceLastRun) + SignOffLine(report, totals);
 }
 
 }  // namespace quillet::migrate
