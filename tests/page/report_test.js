@@ -210,7 +210,8 @@ function MakeReport(files, more) {
         format: "quillet-report", formatVersion: 2, quilletVersion: "0.1.0",
         source: "/srv/archive/surveys", target: "/srv/archive/surveys-new", layout: "auto",
         dryRun: false, shard: null, started: "2026-11-21T03:00:00Z", seconds: 12.34,
-        totals: Totals(files), otherSignOffs: [], files, ...more,
+        totals: Totals(files), sinceLastRun: null, otherSignOffs: [],
+        files, ...more,
     };
 }
 
@@ -1016,6 +1017,54 @@ async function TestWork() {
     await Close(page, "work");
 }
 
+async function TestSinceLastRun() {
+    const files = [
+        WithFindings(MakeFile("a.syn", [kChart, FailedCommand(120, 1, () => 0),
+            {...kChart, firstLine: 300}], {changes: {mended: [90], new: [200], gone: [7, 1012]}}),
+            [MakeFinding("same-line", "overlooked", 200, {}), MakeFinding("include", "told", 200,
+                {})]),
+        MakeFile("b.syn", [FailedCommand(3, 1, () => 0)], {changes: {new: [3]}}),
+        MakeFile("c.syn", [kChart], {}),
+    ];
+    const since = {
+        started: "2026-11-20T09:30:00Z", mended: 1, new: 2, stillFailing: 1, gone: 1202,
+    };
+    const page = await OpenReport("since", MakeReport(files, {sinceLastRun: since}));
+    CheckEqual("the run before is named", (await Text(page, "#since-run")).replace(" at ", ", "),
+        "Commands that have failed, are unreadable or were overlooked, compared with the report " +
+        "of 20 November 2026, 09:30 UTC.");
+    CheckEqual("what has changed is told", (await page.locator("#since-sums tbody tr")
+        .allInnerTexts()).map((row) => row.replace(/\s+/g, " ").trim()), [
+        "Mended: converted now 1 in 1 file", "New: were converted or not there 2 in 2 files",
+        "Still failing: not converted, as before 1 in 1 file",
+        "Gone: not there any more 1,202 in 1 file"]);
+    for (const [label, expected] of [["New", ["a.syn", "b.syn"]], ["Mended", ["a.syn"]],
+        ["Still failing", ["a.syn"]], ["Gone", ["a.syn"]]]) {
+        await page.locator("#since-sums button", {hasText: label}).click();
+        CheckEqual(`${label} leads to its files`, await FirstPaths(page, 5), expected);
+    }
+    await page.locator("#row-0").click();
+    await WaitForFile(page);
+    CheckEqual("in a file the commands are marked",
+        await page.locator("#commands .change").allTextContents(), ["Mended", "", ""]);
+    CheckEqual("and what was overlooked",
+        await page.locator("#findings .change").allTextContents(), ["New"]);
+    CheckEqual("what is gone is told", (await page.locator("#file-facts div",
+        {hasText: "Gone"}).innerText()).replace(/\s+/g, " "),
+    "Gone since the last run 2 commands not converted then, from lines 7, 1,012");
+    await page.locator("#command-filter").selectOption("mended");
+    CheckEqual("they can be listed", await Text(page, "#command-count"), "1 command");
+    await CheckAxe(page, "since the last run");
+    await page.setViewportSize({width: 400, height: 800});
+    const wide = await page.evaluate(() => document.documentElement.scrollWidth);
+    Check("a narrow window needs no scrolling sideways for changes", wide <= 400, wide);
+    await Close(page, "since the last run");
+
+    const first = await OpenReport("first", MakeReport([MakeFile("a.syn", [kChart], {})], {}));
+    Check("a first run has nothing to compare with", await first.locator("#since").isHidden());
+    await Close(first, "first run");
+}
+
 // The same as the page's own, written another way.
 function TextHash(text) {
     let hash = 0xcbf29ce484222325n;
@@ -1513,7 +1562,7 @@ async function TestSamples(all) {
         ["paths", () => TestPaths(file)], ["hostile", () => TestHostile(file, report)],
         ["findings", () => TestFindings(file, report)],
         ["equal failures", TestEqualFailures], ["work", TestWork],
-        ["sign-offs", TestSignOffs],
+        ["since the last run", TestSinceLastRun], ["sign-offs", TestSignOffs],
         ["highlighting", () => TestHighlighting(file)], ["address", () => TestAddress(file)],
         ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],
         ["looks", () => TestLooks(file)],

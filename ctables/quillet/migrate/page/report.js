@@ -90,6 +90,7 @@ const g_open = {
     findings: [],      // of that file
     commands: [],
     signable: new Map(),  // of these: by each of them how it is known, see EntriesOf
+    changed: {mended: new Set(), new: new Set()},  // first lines
     listed: [],        // indices of those that match the filter
     page: 0,
     command: null,     // index
@@ -484,6 +485,61 @@ function EqualNote(index) {
     return [Make("p", "equal", [`One correction mends ${FormatNumber(group.places.length)} ` +
         `commands; this is number ${FormatNumber(place + 1)}. `,
         MakeButton("Next equal command", () => Go(g_report.files[file], command))])];
+}
+
+// ---- Since the last run ----
+
+// What has become of commands that are not converted, now or then.
+const kChanges = new Map([
+    ["mended", {label: "Mended", told: "converted now", tone: "good",
+                holds: (file) => LinesChanged(file, "mended").length > 0}],
+    ["new", {label: "New", told: "were converted or not there", tone: "bad",
+             holds: (file) => LinesChanged(file, "new").length > 0}],
+    ["stillFailing", {label: "Still failing", told: "not converted, as before", tone: "partly",
+                      holds: (file) => StillFailing(file) > 0}],
+    ["gone", {label: "Gone", told: "not there any more", tone: "idle",
+              holds: (file) => LinesChanged(file, "gone").length > 0}],
+]);
+
+function LinesChanged(file, change) {
+    return (file.changes || {})[change] || [];
+}
+
+function StillFailing(file) {
+    return FailedIn(file) + Count(file.overlooked) - LinesChanged(file, "new").length;
+}
+
+function ShowSince() {
+    const since = g_report.sinceLastRun;
+    Find("since").hidden = !since;
+    if (!since) return;
+    Find("since-run").textContent = "Commands that have failed, are unreadable or were " +
+        `overlooked, compared with the report of ${FormatTime(new Date(since.started))}.`;
+    const rows = [...kChanges].map(([name, change]) => SinceRow(name, change, Count(since[name])));
+    Find("since-sums").replaceChildren(MakeHeadRow(["What became of them", "Commands", "Files"]),
+        Make("tbody", "", rows));
+}
+
+function SinceRow(name, {label, told, holds}, count) {
+    const files = g_report.files.filter(holds).length;
+    const button = MakeButton(label, () => FilterFiles("outcome", name));
+    button.className = "plain";
+    const heading = Make("th", "", [files ? button : label, `: ${told}`]);
+    heading.scope = "row";
+    return Make("tr", "", [heading, Make("td", "", FormatNumber(count)),
+        Make("td", "", files ? `in ${Plural(files, "file", "files")}` : "")]);
+}
+
+// "mended" or "new" for a command, or a finding, that came to something else; "" for any other.
+function ChangeOf(one) {
+    const change = one.outcome === "converted" ? "mended" : "new";
+    return g_open.changed[change].has(one.firstLine) ? change : "";
+}
+
+function ChangeBadge(one) {
+    const change = kChanges.get(ChangeOf(one));
+    return change ? Make("span", `change tone-${change.tone}`, change.label)
+                  : Make("span", "change");
 }
 
 // ---- Work left ----
@@ -1045,6 +1101,11 @@ const kResultFilters = new Map([
     ["edited", {filter: "Edited results", holds: (file) => file.result === "edited"}],
     ["sourceChanged", {filter: "Edited, source has changed", holds: (file) => file.sourceChanged}],
     ["orphaned", {filter: "Without a source", holds: (file) => file.result === "orphaned"}],
+    ["mended", {filter: "Mended since the last run", holds: kChanges.get("mended").holds}],
+    ["new", {filter: "Failing since the last run", holds: kChanges.get("new").holds}],
+    ["stillFailing", {filter: "Failing as in the last run",
+                      holds: (file) => Boolean(g_report.sinceLastRun) && StillFailing(file) > 0}],
+    ["gone", {filter: "Failing commands are gone", holds: kChanges.get("gone").holds}],
     ["signed", {filter: "With sign-offs", holds: (file) => g_signOffs.files.get(KeyOf(file)) > 0}],
 ]);
 
@@ -1425,6 +1486,9 @@ function ShowFile(file) {
     g_open.findings = details.findings || [];
     g_open.commands = details.commands || [];
     g_open.signable = file ? EntriesOf(file, g_open.commands, g_open.findings) : new Map();
+    for (const change of Object.keys(g_open.changed)) {
+        g_open.changed[change] = new Set(file ? LinesChanged(file, change) : []);
+    }
     g_open.command = null;
     Find("file").hidden = !file;
     document.body.classList.toggle("reading", Boolean(file));
@@ -1489,6 +1553,10 @@ function ShowFileFacts(file) {
         AddFact(facts, "Overlooked", FormatNumber(file.overlooked));
         AddFact(facts, "Warnings", FormatNumber(file.warnings));
     }
+    const gone = LinesChanged(file, "gone").map(FormatNumber);
+    AddFact(facts, "Gone since the last run", gone.length
+        ? `${Plural(gone.length, "command", "commands")} not converted then, from ` +
+          `${gone.length === 1 ? "line" : "lines"} ${gone.join(", ")}` : "");
     AddFact(facts, "Reasons for failure", NamesIn(file.errors).map(LabelOfReason).join("; "));
     if (file.modified) AddFact(facts, "Changed", FormatTime(new Date(file.modified * 1000)));
     const message = Find("file-message");
@@ -1581,6 +1649,11 @@ function ShowMoreFindings(listed) {
     Find("more-findings").textContent = `Show more of ${FormatNumber(left)} further findings`;
 }
 
+// Only an overlooked command comes to something.
+function OverlookedBadges(finding) {
+    return finding.kind === "overlooked" ? [ChangeBadge(finding), SignOffBadge(finding)] : [];
+}
+
 function FindingItem(finding) {
     const summary = Make("summary", "finding", [
         Make("span", "kind", Visible(finding.command || "")),
@@ -1588,7 +1661,7 @@ function FindingItem(finding) {
         OutcomeBadge(kFindingKinds, finding.kind),
         Make("span", "code-name", LabelOfCode(finding.code)),
         Make("span", "sentence",
-            [SignOffBadge(finding), Visible(String(finding.sentence || ""))]),
+            [...OverlookedBadges(finding), Visible(String(finding.sentence || ""))]),
     ]);
     const details = Make("details", "", summary);
     // The text is drawn when it is asked for.
@@ -1611,6 +1684,8 @@ const kCommandFilters = [
     {value: "failed", label: "Failed", holds: (c) => c.outcome === "failed"},
     {value: "unreadable", label: "Unreadable", holds: (c) => c.outcome === "unreadable"},
     {value: "warnings", label: "With warnings", holds: (c) => WarningsOf(c).length > 0},
+    {value: "mended", label: "Mended since the last run", holds: (c) => ChangeOf(c) === "mended"},
+    {value: "new", label: "Failing since the last run", holds: (c) => ChangeOf(c) === "new"},
     {value: "signed", label: "Signed off", holds: (c) => StateOf(c) !== ""},
     {value: "unsigned", label: "Not signed off", holds: (c) => StateOf(c) === ""},
     {value: "search", label: "Found by the search",
@@ -1698,7 +1773,8 @@ function CommandItem(index) {
         Make("span", "", LinesOf(command)),
         OutcomeBadge(kCommandOutcomes, command.outcome),
         Make("span", "warned", warnings ? Plural(warnings, "warning", "warnings") : ""),
-        Make("span", "said", [SignOffBadge(command), Visible(command.message || "")]),
+        Make("span", "said", [ChangeBadge(command), SignOffBadge(command),
+            Visible(command.message || "")]),
     ]);
     button.type = "button";
     button.id = `command-${index}`;
@@ -2095,6 +2171,7 @@ function Start() {
     ShowRun();
     ShowCards();
     ShowCharts(outcomes, codes, reasons);
+    ShowSince();
     ReadGroups();
     ShowGroups();
     StartWork();
