@@ -965,6 +965,10 @@ class TestReport(MigrateCase):
         assert [(row["command"], row["outcome"]) for row in rows
                 if row["path"] == "stopped.syn"] == [
             ("TABLES", "converted"), ("TABLES", "unreadable")]
+        hints = {row["hint"] for row in rows if row["outcome"] == "failed"}
+        assert hints == {command["hint"] for file in report["files"] for command in file["commands"]
+                         if command["outcome"] == "failed"} != set()
+        assert {row["hint"] for row in rows if row["outcome"] == "converted"} == {""}
 
     def test_junit(self):
         self.create_archive(8)

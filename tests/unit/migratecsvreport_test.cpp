@@ -53,7 +53,9 @@ CommandReport MakeCommand(std::int64_t line, CommandOutcome outcome) {
 std::string ArrayOf(const std::vector<CommandReport>& commands) {
     std::string array;
     for (const CommandReport& command : commands) {
-        array += (array.empty() ? "[" : ",") + CommandJson(command, TextEncoding::kUtf8);
+        const bool hasHint = command.outcome == CommandOutcome::kFailed;
+        array += (array.empty() ? "[" : ",") +
+                 CommandJson(command, TextEncoding::kUtf8, nullptr, hasHint ? "-h" : "");
     }
     return array + "]";
 }
@@ -86,14 +88,15 @@ TEST(MigrateCsvReportTest, EveryLegacyCommandHasARow) {
     TextCollector output;
     ReportDigest digest;
     ASSERT_TRUE(WriteCsvReport(report, output, digest));
-    EXPECT_EQ(output.text,
-              "\xEF\xBB\xBFpath,command,outcome,firstLine,lastLine,reason,message,errorLine,"
-              "errorColumn,generatedLine,warnings,group\r\n"
-              "\"'-x.syn\",\"TABLES\",\"converted\",3,4,\"\",\"\",,,4,1,\r\n"
-              "\"'-x.syn\",\"TABLES\",\"overlooked\",7,9,\"macro-body\",\"s\",1,,,0,\r\n"
-              "\"'-x.syn\",\"TABLES\",\"failed\",10,11,\"tables-syntax\",\"m\",11,9,,0,1\r\n"
-              "\"'-x.syn\",\"TABLES\",\"overlooked\",10,9,\"same-line\",\"s\",1,,,0,\r\n"
-              "\"'-x.syn\",\"TABLES\",\"failed\",20,21,\"tables-syntax\",\"m\",21,9,,0,1\r\n");
+    EXPECT_EQ(
+        output.text,
+        "\xEF\xBB\xBFpath,command,outcome,firstLine,lastLine,reason,message,hint,errorLine,"
+        "errorColumn,generatedLine,warnings,group\r\n"
+        "\"'-x.syn\",\"TABLES\",\"converted\",3,4,\"\",\"\",\"\",,,4,1,\r\n"
+        "\"'-x.syn\",\"TABLES\",\"overlooked\",7,9,\"macro-body\",\"s\",\"\",1,,,0,\r\n"
+        "\"'-x.syn\",\"TABLES\",\"failed\",10,11,\"tables-syntax\",\"m\",\"'-h\",11,9,,0,1\r\n"
+        "\"'-x.syn\",\"TABLES\",\"overlooked\",10,9,\"same-line\",\"s\",\"\",1,,,0,\r\n"
+        "\"'-x.syn\",\"TABLES\",\"failed\",20,21,\"tables-syntax\",\"m\",\"'-h\",21,9,,0,1\r\n");
     ASSERT_EQ(digest.files.size(), 1U);
     EXPECT_EQ(digest.files[0].reasons, (NameCounts{{"tables-syntax", 3}}));
     EXPECT_EQ(digest.files[0].codes,

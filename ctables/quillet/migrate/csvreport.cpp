@@ -11,8 +11,8 @@ namespace {
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kInsteadOfNul = "\xEF\xBF\xBD";
 constexpr std::string_view kHeadings =
-    "path,command,outcome,firstLine,lastLine,reason,message,errorLine,errorColumn,generatedLine,"
-    "warnings,group\r\n";
+    "path,command,outcome,firstLine,lastLine,reason,message,hint,errorLine,errorColumn,"
+    "generatedLine,warnings,group\r\n";
 
 // What a formula begins with, the wide signs of East Asian scripts included, and the blanks that
 // some programs drop before they look.
@@ -29,7 +29,8 @@ std::string RowOf(const FileFacts& file, const LegacyCommand& command) {
     std::string row = CsvText(ToUtf8(file.path, TextEncoding::kUtf8));
     row += "," + CsvText(command.type) + "," + CsvText(command.outcome);
     row += KnownNumber(command.firstLine) + KnownNumber(command.lastLine);
-    row += "," + CsvText(command.reason) + "," + CsvText(command.message);
+    row += "," + CsvText(command.reason) + "," + CsvText(command.message) + "," +
+           CsvText(command.hint);
     row += KnownNumber(command.errorLine) + KnownNumber(command.errorColumn) +
            KnownNumber(command.generatedLine);
     row += "," + std::to_string(command.warnings) +

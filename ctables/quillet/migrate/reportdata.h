@@ -266,6 +266,7 @@ struct CommandFacts {
     std::int64_t errorLine = 0;
     std::int64_t errorColumn = 0;
     std::string message;
+    std::string hint;  ///< Empty for none.
     std::vector<std::string> warnings;
 };
 

@@ -84,6 +84,7 @@ public:
         legacy.lastLine = command.lastLine;
         legacy.reason = command.error;
         legacy.message = command.message;
+        legacy.hint = command.hint;
         legacy.errorLine = command.errorLine;
         legacy.errorColumn = command.errorColumn;
         legacy.generatedLine = command.generatedLine;

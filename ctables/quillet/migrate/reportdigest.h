@@ -48,6 +48,7 @@ struct LegacyCommand {
     std::int64_t lastLine = 0;
     std::string reason;  ///< For a failure, or the code of the finding; empty when converted.
     std::string message;
+    std::string hint;              ///< What to change; empty for none.
     std::int64_t errorLine = 0;    ///< Or that of the cause; 0 for none.
     std::int64_t errorColumn = 0;  ///< 0 for none.
     std::int64_t generatedLine = 0;

@@ -304,6 +304,7 @@ CommandFacts CommandFactsOf(const json& command) {
     facts.errorLine = command.value("errorLine", std::int64_t{0});
     facts.errorColumn = command.value("errorColumn", std::int64_t{0});
     facts.message = TextOf(command, "message");
+    facts.hint = TextOf(command, "hint");
     facts.warnings = command.value("warnings", std::vector<std::string>{});
     return facts;
 }
