@@ -1161,6 +1161,88 @@ class TestSignOff(MigrateCase):
             assert self.report(target)["totals"]["commandsChecked"] == expected
 
 
+class TestParts(MigrateCase):
+    # A command of a few KB that fails.
+    LARGE = b"IGRAPH /NONSENSE\n" + b"".join(
+        b"  word%d 'a literal of some length' 12 13 14\n" % number for number in range(80)) + b" .\n"
+
+    def pages(self, start="quillet-report"):
+        """The data of the page of this name and of its parts, by their names."""
+        pages = {}
+        for path in self.target.iterdir():
+            is_part = path.name.startswith(f"{start}-part-") and not path.is_symlink()
+            if not is_part and path.name != f"{start}.html":
+                continue
+            text = path.read_text("utf-8")
+            elements = dict(re.findall(
+                r'<script type="application/json" id="([^"]*)">(.*?)</script>', text, re.DOTALL))
+            if elements:
+                pages[path.name] = {name: json.loads(data) for name, data in elements.items()}
+        return pages
+
+    @staticmethod
+    def part(folder, start="quillet-report"):
+        shown = re.sub("[^A-Za-z0-9]", "-", folder) + "-" * bool(folder)
+        return f"{start}-part-{shown}{text_hash(folder)}.html"
+
+    def test_a_large_page_has_parts(self):
+        many = 20_000_000 // len(self.LARGE) * 3 // 5
+        self.create("a/x.syn", self.LARGE * many)
+        self.create("b c/d/y.syn", self.LARGE * many)
+        self.create("b c/z.syn", FAILING + TABLES)
+        self.create("top.syn", TABLES)
+        (self.target / "sub").mkdir(parents=True)
+        mine = self.target / "quillet-report-part-mine.html"
+        mine.write_text("<p>Mine.</p>")
+        self.migrate(status=1)
+        pages = self.pages()
+        parts = {self.part(folder): folder for folder in ("a", "b c", "")}
+        assert set(pages) == {"quillet-report.html", *parts}
+        assert (self.target / "quillet-report.html").stat().st_size < 1_000_000
+        index = pages["quillet-report.html"]
+        assert set(index) == {"report"}
+        assert {part["name"]: part["folder"] for part in index["report"]["parts"]} == parts
+        report = self.report()
+        assert index["report"]["totals"] == report["totals"]
+        assert [file["path"] for file in index["report"]["files"]] == [
+            file["path"] for file in report["files"]]
+        shown = {}
+        for name in parts:
+            assert (self.target / name).stat().st_size < 20_000_000
+            data = pages[name]
+            assert data["report"]["index"] == "quillet-report.html"
+            for file in data["report"]["files"]:
+                details = data.get(f"chunk-{file.get('chunk')}", {"findings": [], "commands": []})
+                shown[file["path"]] = (name, details["commands"], details["findings"])
+        for short, full in zip(index["report"]["files"], report["files"]):
+            name = index["report"]["parts"][short["part"]]["name"]
+            assert shown[full["path"]] == (name, full["commands"], full["findings"])
+            assert (short["outcome"], short["found"]) == (full["outcome"], full["found"])
+
+        # A dry run has parts of its own, and the same names come again.
+        self.migrate("--dry-run", status=1)
+        assert set(self.pages("quillet-report-dry-run")) == {"quillet-report-dry-run.html", *(
+            self.part(folder, "quillet-report-dry-run") for folder in parts.values())}
+        assert set(self.pages()) == {"quillet-report.html", *parts}
+        # Parts of folders that are no more go, and nothing else.
+        (self.target / self.part("gone")).write_bytes((self.target / self.part("a")).read_bytes())
+        (self.target / "sub" / self.part("a")).write_bytes(b"")
+        (self.target / "quillet-report-part-linked.html").symlink_to(self.part("a"))
+        self.migrate(status=1)
+        assert not (self.target / self.part("gone")).exists()
+        (self.source / "a" / "x.syn").unlink()
+        (self.target / "a" / "x.syn").unlink()
+        self.migrate(status=1)
+        assert list(self.pages()) == ["quillet-report.html"]
+        assert sorted(path.name for path in self.target.glob("quillet-report-part-*")) == [
+            "quillet-report-part-linked.html", "quillet-report-part-mine.html"]
+        assert "parts" not in self.pages()["quillet-report.html"]["report"]
+        assert len(self.pages("quillet-report-dry-run")) == 4
+        assert (self.target / "sub" / self.part("a")).exists()
+        assert mine.read_text() == "<p>Mine.</p>"
+        self.expect_no_left_overs()
+
+
 class TestSinceLastRun(MigrateCase):
     def changes(self, name=None):
         """The numbers, and the lists of the files."""

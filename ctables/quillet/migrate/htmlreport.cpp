@@ -1,6 +1,7 @@
 #include "migrate/htmlreport.h"
 
 #include <algorithm>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -37,16 +38,28 @@ std::string CountsJson(const NameCounts& counts) {
     return json.dump();
 }
 
-bool WriteFiles(const Report& report, const ReportDigest& digest, TextOutput& output) {
+// What goes into a page. All are borrowed.
+struct PageContent {
+    const Report& report;
+    const ReportDigest& digest;
+    const PageParts* pParts = nullptr;  // of an index, which has no texts itself
+    std::string members = {};           // more of the report, each with a comma before it
+};
+
+bool WriteFiles(const PageContent& content, TextOutput& output) {
     std::size_t chunk = 0;
-    for (std::size_t index = 0; index < report.files.size(); ++index) {
-        const FileEntry& file = report.files[index];
-        const FileDigest& ofFile = digest.files[index];
+    for (std::size_t index = 0; index < content.report.files.size(); ++index) {
+        const FileEntry& file = content.report.files[index];
+        const FileDigest& ofFile = content.digest.files[index];
         std::string text = index == 0 ? "" : ",\n";
-        text += OpenFileJson(file);
+        text += content.pParts != nullptr ? OpenShortFileJson(file) : OpenFileJson(file);
         text += ",\"errors\":" + CountsJson(ofFile.reasons);
         text += ",\"codes\":" + CountsJson(ofFile.codes);
-        if (HasDetails(file)) text += ",\"chunk\":" + std::to_string(chunk++);
+        if (content.pParts != nullptr) {
+            text += ",\"part\":" + std::to_string(content.pParts->partOfFile[index]);
+        } else if (HasDetails(file)) {
+            text += ",\"chunk\":" + std::to_string(chunk++);
+        }
         text += "}";
         if (!output.Write(text)) return false;
     }
@@ -69,14 +82,15 @@ bool WriteGroups(const ReportDigest& digest, TextOutput& output) {
             return false;
         }
     }
-    return output.Write("\n]}");
+    return output.Write("\n]");
 }
 
-bool WriteSummaryElement(const Report& report, const ReportDigest& digest, TextOutput& output) {
+bool WriteSummaryElement(const PageContent& content, TextOutput& output) {
     ScriptEscaper escaper(output);
-    return output.Write(ElementStart("report")) && escaper.Write(OpenReportJson(report)) &&
-           WriteFiles(report, digest, escaper) && WriteGroups(digest, escaper) &&
-           escaper.Finish() && output.Write(kElementEnd);
+    return output.Write(ElementStart("report")) && escaper.Write(OpenReportJson(content.report)) &&
+           WriteFiles(content, escaper) && WriteGroups(content.digest, escaper) &&
+           escaper.Write(content.members) && escaper.Write("}") && escaper.Finish() &&
+           output.Write(kElementEnd);
 }
 
 bool WriteChunkElements(const Report& report, TextOutput& output) {
@@ -92,6 +106,39 @@ bool WriteChunkElements(const Report& report, TextOutput& output) {
         }
     }
     return true;
+}
+
+bool WritePage(const PageContent& content, std::string_view page, TextOutput& output) {
+    const std::size_t mark = page.find(kDataMark);
+    if (mark == std::string_view::npos) return false;
+    return output.Write(page.substr(0, mark)) && WriteSummaryElement(content, output) &&
+           (content.pParts != nullptr || WriteChunkElements(content.report, output)) &&
+           output.Write(page.substr(mark + kDataMark.size()));
+}
+
+// In each part a group has those of its commands that lie there.
+std::vector<std::vector<FailureGroup>> GroupsOfParts(const ReportDigest& digest,
+                                                     const PageParts& parts) {
+    std::vector<std::size_t> placeInPart(parts.partOfFile.size());
+    for (const PagePart& part : parts.parts) {
+        for (std::size_t place = 0; place < part.files.size(); ++place) {
+            placeInPart[part.files[place]] = place;
+        }
+    }
+    std::vector<std::vector<FailureGroup>> groups(parts.parts.size());
+    for (const FailureGroup& group : digest.groups) {
+        // The files of a part need not follow one another.
+        std::map<std::size_t, FailureGroup> ofParts;
+        for (const CommandPlace& place : group.places) {
+            FailureGroup& ofPart = ofParts[parts.partOfFile[place.file]];
+            ofPart.places.push_back({placeInPart[place.file], place.command});
+        }
+        for (auto& [part, ofPart] : ofParts) {
+            ofPart.reason = group.reason;
+            groups[part].push_back(std::move(ofPart));
+        }
+    }
+    return groups;
 }
 
 }  // namespace
@@ -139,10 +186,51 @@ bool ScriptEscaper::Finish() { return m_output.Write(std::exchange(m_pending, {}
 
 bool WriteHtmlReport(const Report& report, const ReportDigest& digest, std::string_view page,
                      TextOutput& output) {
-    const std::size_t mark = page.find(kDataMark);
-    if (mark == std::string_view::npos) return false;
-    return output.Write(page.substr(0, mark)) && WriteSummaryElement(report, digest, output) &&
-           WriteChunkElements(report, output) && output.Write(page.substr(mark + kDataMark.size()));
+    return WritePage({report, digest}, page, output);
+}
+
+SplitReport::SplitReport(const Report& report, const ReportDigest& digest, const PageParts& parts,
+                         const std::string& pageName)
+    : m_report(report),
+      m_digest(digest),
+      m_parts(parts),
+      m_pageName(pageName),
+      m_groups(GroupsOfParts(digest, parts)),
+      m_signOffs(AllSignOffsJson(report)) {}
+
+std::string SplitReport::NameOfPart(std::size_t part) const {
+    const std::size_t extension = m_pageName.rfind('.');
+    return m_pageName.substr(0, extension) + PartNameOf(m_parts.parts[part].folder) +
+           m_pageName.substr(extension);
+}
+
+bool SplitReport::WriteIndex(std::string_view page, TextOutput& output) const {
+    nlohmann::json parts = nlohmann::json::array();
+    for (std::size_t part = 0; part < m_parts.parts.size(); ++part) {
+        const std::string folder = ToUtf8(m_parts.parts[part].folder, TextEncoding::kUtf8);
+        parts.push_back({{"name", NameOfPart(part)}, {"folder", folder}});
+    }
+    return WritePage({m_report, m_digest, &m_parts,
+                      ",\n\"allSignOffs\":" + m_signOffs + ",\n\"parts\":" + parts.dump()},
+                     page, output);
+}
+
+bool SplitReport::WritePart(std::size_t part, std::string_view page, TextOutput& output) const {
+    const PagePart& ofPart = m_parts.parts[part];
+    Report report;
+    report.run = m_report.run;
+    ReportDigest digest;
+    digest.groups = m_groups[part];
+    for (const std::size_t file : ofPart.files) {
+        report.files.push_back(m_report.files[file]);
+        digest.files.push_back(m_digest.files[file]);
+    }
+    const nlohmann::json index = m_pageName;
+    const nlohmann::json folder = ToUtf8(ofPart.folder, TextEncoding::kUtf8);
+    return WritePage({report, digest, nullptr,
+                      ",\n\"allSignOffs\":" + m_signOffs + ",\n\"index\":" + index.dump() +
+                          ",\"folder\":" + folder.dump()},
+                     page, output);
 }
 
 }  // namespace quillet::migrate

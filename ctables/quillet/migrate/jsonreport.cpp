@@ -155,7 +155,10 @@ std::string FindingJson(const Finding& finding, TextEncoding encoding, const Cod
     return Dump(json);
 }
 
-std::string OpenFileJson(const FileEntry& file) {
+namespace {
+
+// What any form of a report says about a file.
+OrderedJson ShortFileJson(const FileEntry& file) {
     const FileFacts& facts = file.facts;
     OrderedJson json = OrderedJson::object();
     AddPath(facts.path, json);
@@ -165,15 +168,41 @@ std::string OpenFileJson(const FileEntry& file) {
     if (facts.hasSourceChanged) json["sourceChanged"] = true;
     if (facts.isLinkNotFollowed) json["linkNotFollowed"] = true;
     json["bytes"] = facts.bytes;
-    json["modified"] = facts.modified;
-    for (const FileText& text : kReadingTexts) json[text.pName] = facts.*text.pMember;
-    for (const FileNumber& number : kFileNumbers) json[number.pName] = facts.*number.pMember;
-    json["message"] = facts.message;
-    if (!file.signOffs.empty()) json["signOffs"] = SignOffsJson(file.signOffs);
+    return json;
+}
+
+void AddNumbers(const FileEntry& file, OrderedJson& json) {
+    for (const FileNumber& number : kFileNumbers) json[number.pName] = file.facts.*number.pMember;
+    json["message"] = file.facts.message;
     if (OrderedJson changes = ChangesJson(file.changes); !changes.empty()) {
         json["changes"] = std::move(changes);
     }
+}
+
+}  // namespace
+
+std::string OpenFileJson(const FileEntry& file) {
+    OrderedJson json = ShortFileJson(file);
+    json["modified"] = file.facts.modified;
+    for (const FileText& text : kReadingTexts) json[text.pName] = file.facts.*text.pMember;
+    AddNumbers(file, json);
+    if (!file.signOffs.empty()) json["signOffs"] = SignOffsJson(file.signOffs);
     return DumpOpen(json);
+}
+
+std::string OpenShortFileJson(const FileEntry& file) {
+    OrderedJson json = ShortFileJson(file);
+    AddNumbers(file, json);
+    return DumpOpen(json);
+}
+
+std::string AllSignOffsJson(const Report& report) {
+    std::vector<OtherSignOff> all;
+    for (const FileEntry& file : report.files) {
+        for (const SignOff& signOff : file.signOffs) all.push_back({file.facts.path, signOff});
+    }
+    all.insert(all.end(), report.otherSignOffs.begin(), report.otherSignOffs.end());
+    return Dump(OtherSignOffsJson(all));
 }
 
 std::string OpenReportJson(const Report& report) {

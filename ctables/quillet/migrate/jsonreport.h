@@ -25,6 +25,13 @@ namespace quillet::migrate {
 /// that more members can follow, beginning with a comma.
 [[nodiscard]] std::string OpenFileJson(const FileEntry& file);
 
+/// The same without what is known about how the file was read and about its sign-offs.
+[[nodiscard]] std::string OpenShortFileJson(const FileEntry& file);
+
+/// The JSON array of all sign-offs of a report, each with its path, those about no command of the
+/// report the last.
+[[nodiscard]] std::string AllSignOffsJson(const Report& report);
+
 /// The JSON object of a whole report up to its files, whose array has just been opened.
 [[nodiscard]] std::string OpenReportJson(const Report& report);
 

@@ -1,8 +1,11 @@
 #include "migrate/reportfiles.h"
 
+#include <cstdint>
 #include <functional>
 #include <future>
 #include <memory>
+#include <set>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -10,6 +13,7 @@
 #include "migrate/htmlreport.h"
 #include "migrate/jsonreport.h"
 #include "migrate/junitreport.h"
+#include "migrate/pageparts.h"
 #include "migrate/systemfiles.h"
 #include "platform/process.h"
 
@@ -38,9 +42,17 @@ public:
         return write(*m_file) || Fail(m_file->Error(), error);
     }
 
-    [[nodiscard]] bool Commit(std::string& error) {
-        return m_file->Commit(m_name, DefaultPermissions()) || Fail(m_file->Error(), error);
+    // After this it is on its medium, and closed, without its name.
+    [[nodiscard]] bool Finish(std::string& error) {
+        return (m_file->Complete(DefaultPermissions()) && m_file->Sync()) ||
+               Fail(m_file->Error(), error);
     }
+
+    [[nodiscard]] bool Publish(std::string& error) {
+        return m_file->Publish(m_name) || Fail(m_file->Error(), error);
+    }
+
+    [[nodiscard]] bool Commit(std::string& error) { return Finish(error) && Publish(error); }
 
 private:
     [[nodiscard]] bool Fail(const std::error_code& code, std::string& error) const {
@@ -62,6 +74,117 @@ ReportFile FileOfTarget(const TargetFolder& target, const std::string& suffix,
     return {target.RootFolder(), target.ReportName(ending), target.ReportPath(ending),
             target.TemporaryName(extension)};
 }
+
+// Counts what is written, and keeps none of it.
+class SizeOutput final : public TextOutput {
+public:
+    bool Write(std::string_view bytes) override {
+        m_size += bytes.size();
+        return true;
+    }
+    [[nodiscard]] std::uint64_t Size() const { return m_size; }
+
+private:
+    std::uint64_t m_size = 0;
+};
+
+// False, too, when its texts cannot be read, which whoever writes it will find.
+bool IsTooLargeForOnePage(const Report& report, const ReportDigest& digest) {
+    const std::uint64_t texts = TextBytesOf(report);
+    if (texts > kMostPageBytes) return true;
+    // Most are so small that no bytes need to be counted: one of a text becomes up to six.
+    constexpr std::uint64_t kMostEscaped = 6;
+    constexpr std::uint64_t kBytesOfFile = 4000;
+    const std::uint64_t most = texts * kMostEscaped + report.files.size() * kBytesOfFile;
+    if (most < kMostPageBytes / 2) return false;
+    SizeOutput output;
+    return WriteHtmlReport(report, digest, ReportPage(), output) && output.Size() > kMostPageBytes;
+}
+
+// A part of an earlier report, but not a file that somebody else has given such a name.
+bool IsPart(const Folder& folder, const std::string& name) {
+    std::error_code error;
+    const std::unique_ptr<StoredFile> file = StoredFile::Open(folder, name, error);
+    if (file == nullptr) return false;
+    std::string start(kMostBytesBeforeMark, ' ');
+    return file->ReadAt(0, start.data(), start.size()) > 0 &&
+           start.find(kPageMark) != std::string::npos;
+}
+
+// Those that are not among `kept`. What cannot be removed does no harm.
+void RemoveParts(const TargetFolder& target, const std::string& suffix,
+                 const std::set<std::string>& kept) {
+    const std::string start = target.ReportName(suffix + std::string(kPartNameStart));
+    const Folder& folder = *target.RootFolder();
+    std::vector<std::string> names;
+    std::error_code ignored;
+    static_cast<void>(folder.List(names, ignored));
+    for (const std::string& name : names) {
+        if (name.starts_with(start) && name.ends_with(".html") && !kept.contains(name) &&
+            IsPart(folder, name)) {
+            static_cast<void>(folder.Remove(name, ignored));
+        }
+    }
+}
+
+// The page or, where that would be too large, an index and its parts.
+class ReportPages {
+public:
+    ReportPages(const TargetFolder& target, std::string suffix)
+        : m_target(target),
+          m_suffix(std::move(suffix)),
+          m_page(FileOfTarget(target, m_suffix, "html")) {}
+
+    [[nodiscard]] bool Write(const Report& report, const ReportDigest& digest, std::string& error) {
+        if (IsTooLargeForOnePage(report, digest)) return WriteSplit(report, digest, error);
+        return m_page.Write(
+            [&](TextOutput& output) {
+                return WriteHtmlReport(report, digest, ReportPage(), output);
+            },
+            error);
+    }
+
+    // The index comes last, for it leads to the parts.
+    [[nodiscard]] bool Commit(std::string& error) {
+        if (!m_page.Finish(error)) return false;
+        for (ReportFile& part : m_parts) {
+            if (!part.Publish(error)) return false;
+        }
+        if (!m_page.Publish(error)) return false;
+        RemoveParts(m_target, m_suffix, m_partNames);
+        return true;
+    }
+
+private:
+    [[nodiscard]] bool WriteSplit(const Report& report, const ReportDigest& digest,
+                                  std::string& error) {
+        const PageParts parts = PartsOf(report);
+        const std::string pageName = m_target.ReportName(m_suffix + ".html");
+        const SplitReport split(report, digest, parts, pageName);
+        for (std::size_t part = 0; part < parts.parts.size(); ++part) {
+            const std::string name = split.NameOfPart(part);
+            m_partNames.insert(name);
+            ReportFile& file =
+                m_parts.emplace_back(m_target.RootFolder(), name, JoinPath(m_target.Root(), name),
+                                     m_target.TemporaryName("part-" + std::to_string(part)));
+            // There may be more of them than files can be open at a time.
+            const auto write = [&split, part](TextOutput& output) {
+                return split.WritePart(part, ReportPage(), output);
+            };
+            if (!file.Write(write, error) || !file.Finish(error)) return false;
+        }
+        const auto write = [&split](TextOutput& output) {
+            return split.WriteIndex(ReportPage(), output);
+        };
+        return m_page.Write(write, error);
+    }
+
+    const TargetFolder& m_target;
+    std::string m_suffix;
+    ReportFile m_page;
+    std::vector<ReportFile> m_parts;
+    std::set<std::string> m_partNames;
+};
 
 // The folders were looked at when the run began, but they may have been moved since.
 bool MayBeWritten(const TargetFolder& target, const std::optional<JunitFile>& junit,
@@ -110,6 +233,7 @@ void RemoveInterruptedReport(const TargetFolder& target) {
         std::error_code ignored;
         static_cast<void>(target.RootFolder()->Remove(name, ignored));
     }
+    RemoveParts(target, std::string(kInterrupted), {});
 }
 
 bool WriteReportFiles(const Report& report, const TargetFolder& target,
@@ -119,7 +243,7 @@ bool WriteReportFiles(const Report& report, const TargetFolder& target,
     if (!MayBeWritten(target, junit, error)) return false;
     const std::string suffix = ReportSuffixOf(report.run);
     ReportFile json = FileOfTarget(target, suffix, "json");
-    ReportFile page = FileOfTarget(target, suffix, "html");
+    ReportPages pages(target, suffix);
     ReportFile list = FileOfTarget(target, suffix, "csv");
     const auto writeJson = [&] {
         return json.Write(
@@ -127,26 +251,22 @@ bool WriteReportFiles(const Report& report, const TargetFolder& target,
     };
     std::string pageError;
     // What the list finds out about all commands is told by the page.
-    const auto writePage = [&] {
+    const auto writePages = [&] {
         ReportDigest digest;
         return list.Write(
                    [&](TextOutput& output) { return WriteCsvReport(report, output, digest); },
                    pageError) &&
-               page.Write(
-                   [&](TextOutput& output) {
-                       return WriteHtmlReport(report, digest, ReportPage(), output);
-                   },
-                   pageError);
+               pages.Write(report, digest, pageError);
     };
     // With many processors at work these two would be what takes longest.
     const std::launch policy =
         writing.threads > 1 ? std::launch::async | std::launch::deferred : std::launch::deferred;
-    std::future<bool> pageResult = std::async(policy, writePage);
+    std::future<bool> pagesResult = std::async(policy, writePages);
     const bool isJsonWritten = writeJson();
-    const bool isPageWritten = pageResult.get();
-    if (isJsonWritten && !isPageWritten) error = pageError;
-    if (!isJsonWritten || !isPageWritten || !MayBeWritten(target, junit, error) ||
-        !json.Commit(error) || !list.Commit(error) || !page.Commit(error)) {
+    const bool arePagesWritten = pagesResult.get();
+    if (isJsonWritten && !arePagesWritten) error = pageError;
+    if (!isJsonWritten || !arePagesWritten || !MayBeWritten(target, junit, error) ||
+        !json.Commit(error) || !list.Commit(error) || !pages.Commit(error)) {
         return false;
     }
     if (!junit) return true;

@@ -36,7 +36,9 @@ struct ReportWriting {
 };
 
 /// Writes the JSON file, the list of commands and the page into the folder and, if there is to be
-/// one, the JUnit file. None takes its name before those of the folder are whole. False with
+/// one, the JUnit file. Where the page would be too large it is an index and its parts; parts of an
+/// earlier report that are not among them go. None takes its name before all of these are written,
+/// nor the JUnit file before they have theirs. False with
 /// `error` set, a whole sentence, when that fails. `offsets` gets, for each file, where its arrays
 /// begin in the JSON file.
 [[nodiscard]] bool WriteReportFiles(const Report& report, const TargetFolder& target,

@@ -155,6 +155,9 @@ bool NewFile::Complete(unsigned permissions) {
 bool NewFile::Sync() {
     if (m_error || !SyncContent(m_file, m_error)) return false;
     if (!m_file.Close()) m_error = LastError();
+    // Many files may wait for their names.
+    m_buffer.clear();
+    m_buffer.shrink_to_fit();
     return !m_error;
 }
 
