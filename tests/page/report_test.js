@@ -242,18 +242,17 @@ function CountsOf(names) {
     return Object.fromEntries(counts);
 }
 
-function MakePage(report) {
+function MakePage(report, groups = GroupsOf(report.files)) {
     const chunks = [];
     const files = report.files.map(({commands, findings, ...file}, index) => {
         const facts = {
-            ...file, errors: CountsOf(commands.map((command) => command.error)),
-            codes: CountsOf(findings.map((finding) => finding.code)),
+            errors: CountsOf(commands.map((command) => command.error)),
+            codes: CountsOf(findings.map((finding) => finding.code)), ...file,
         };
         if (!commands.length && !findings.length) return facts;
         chunks.push(Embed(`chunk-${index}`, {findings, commands}));
         return {...facts, chunk: index};
     });
-    const groups = GroupsOf(report.files);
     const data = Embed("report", {...report, files, groups}) + chunks.join("");
     const template = fs.readFileSync(kTemplate, "utf8");
     if (template.split(kPlaceholder).length !== 2) throw new Error("not one placeholder");
@@ -1017,6 +1016,98 @@ async function TestWork() {
     await Close(page, "work");
 }
 
+// Writes an index and its parts, one for each topmost folder, and returns the index's file.
+function WriteParts(name, report) {
+    const folderOf = (file) => file.path.slice(0, Math.max(0, file.path.indexOf("/")));
+    const folders = [...new Set(report.files.map(folderOf))];
+    const parts = folders.map((folder, number) => ({name: `${name} ${number}.html`, folder}));
+    const signOffs = report.files.flatMap(({path: inside, signOffs: all}) =>
+        (all || []).map((signOff) => ({path: inside, ...signOff})));
+    const allSignOffs = [...signOffs, ...report.otherSignOffs];
+    folders.forEach((folder, number) => {
+        const files = report.files.filter((file) => folderOf(file) === folder);
+        const part = {
+            ...report, files, totals: Totals(files), otherSignOffs: [], allSignOffs, folder,
+            index: `${name}.html`,
+        };
+        fs.writeFileSync(path.join(g_folder, parts[number].name), MakePage(part));
+    });
+    const files = report.files.map(({commands, findings, ...file}) => ({
+        ...file, signOffs: undefined, part: folders.indexOf(folderOf(file)), commands: [], findings: [],
+        errors: CountsOf(commands.map((command) => command.error)),
+        codes: CountsOf(findings.map((finding) => finding.code)),
+    }));
+    const file = path.join(g_folder, `${name}.html`);
+    fs.writeFileSync(file, MakePage({...report, files, parts, allSignOffs},
+        GroupsOf(report.files)));
+    return file;
+}
+
+async function TestParts() {
+    const signOff = {hash: TextHash(kChart.source), number: 1, state: "checked", remark: "r",
+        firstLine: kChart.firstLine};
+    const report = MakeReport([
+        MakeFile("a/one.syn", [kChart, FailedCommand(120, 1, () => 0)], {}),
+        MakeFile("a/two.syn", [FailedCommand(9, 7, () => 0)], {}),
+        MakeFile("b/c/three.syn", [kChart], {signOffs: [signOff]}),
+        MakeFile("top.syn", [], {}),
+    ], {});
+    const file = WriteParts("50% of #1", report);
+    const page = await Open(file);
+    CheckEqual("the index reads nothing but itself", await CountRead(page), 1);
+    CheckEqual("it lists its parts", (await page.locator("#part-list tbody tr").allInnerTexts())
+        .map((row) => row.replace(/\s+/g, " ").trim()),
+    ["a 2 3 2", "b 1 1 0", "the files in no folder 1 0 0"]);
+    CheckEqual("it has the totals of all", await Text(page, "#verdict"),
+        "4 legacy commands were found: 2 converted, 2 failed.");
+    await page.locator("#search").fill("three");
+    CheckEqual("it finds names", await FirstPaths(page, 5), ["b/c/three.syn"]);
+    await page.locator("#search").fill("level.mm");
+    CheckEqual("but no texts", await FirstPaths(page, 5), []);
+    await page.locator("#clear").click();
+    await page.locator("#reason").selectOption("tables-syntax");
+    CheckEqual("it filters", await FirstPaths(page, 5), ["a/one.syn", "a/two.syn"]);
+    CheckEqual("sign-offs are counted", await Text(page, "#signed-count"), "1 command checked.");
+    await CheckAxe(page, "index");
+    await Picture(page, "index");
+    await page.locator("#grid").focus();
+    await page.keyboard.press("ArrowDown");
+    await page.keyboard.press("Enter");
+    await page.waitForURL(/%20of%20%231%200\.html#file=a%2Ftwo\.syn$/);
+    await WaitForFile(page);
+    CheckEqual("a file opens in its part", await Text(page, "#file-title"), "a/two.syn");
+    CheckEqual("which has the files of its folder", await Text(page, "#count"), "2 files");
+    Check("and no parts", await page.locator("#parts").isHidden());
+    CheckEqual("there texts are found", await Searched(page, "level.mm"), ["a/one.syn"]);
+    await CheckAxe(page, "part");
+    await page.locator("#notices a").click();
+    await page.waitForURL(/%20of%20%231\.html$/);
+    await page.locator("#groups td button").click();
+    await page.waitForURL(/#file=a%2Fone\.syn&command=2$/);
+    await page.locator("#opened-1").waitFor();
+    await page.goBack();
+    await page.locator("#part-list a", {hasText: "b"}).click();
+    await page.waitForURL(/%20of%20%231%201\.html$/);
+    await page.locator("#row-0").click();
+    await WaitForFile(page);
+    CheckEqual("a part shows its sign-offs",
+        await page.locator("#commands .signed").allTextContents(), ["Checked"]);
+    await page.setViewportSize({width: 400, height: 800});
+    const wide = await page.evaluate(() => document.documentElement.scrollWidth);
+    Check("a narrow window needs no scrolling sideways for a part", wide <= 400, wide);
+    await Close(page, "parts");
+
+    const direct = await Open(file, {hash: HashOf(report.files[0], 1)});
+    await direct.waitForURL(/%200\.html#file=a%2Fone\.syn&command=2$/);
+    await direct.locator("#opened-1").waitFor();
+    CheckEqual("an address of the index leads on", await Text(direct, "#file-title"), "a/one.syn");
+    CheckEqual("from any part all sign-offs are saved", await (async () => {
+        await direct.locator("#opened-1 .sign-off select").selectOption("mended");
+        return (await SavedSignOffs(direct)).signOffs.map((one) => [one.path, one.state]);
+    })(), [["a/one.syn", "mended"], ["b/c/three.syn", "checked"]]);
+    await Close(direct, "address of an index");
+}
+
 async function TestSinceLastRun() {
     const files = [
         WithFindings(MakeFile("a.syn", [kChart, FailedCommand(120, 1, () => 0),
@@ -1562,7 +1653,7 @@ async function TestSamples(all) {
         ["paths", () => TestPaths(file)], ["hostile", () => TestHostile(file, report)],
         ["findings", () => TestFindings(file, report)],
         ["equal failures", TestEqualFailures], ["work", TestWork],
-        ["since the last run", TestSinceLastRun], ["sign-offs", TestSignOffs],
+        ["parts", TestParts], ["since the last run", TestSinceLastRun], ["sign-offs", TestSignOffs],
         ["highlighting", () => TestHighlighting(file)], ["address", () => TestAddress(file)],
         ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],
         ["looks", () => TestLooks(file)],

@@ -7,6 +7,10 @@
 // whatever opens or closes something changes the address, and FollowAddress alone brings the page
 // in line with it.
 //
+// A report that is too large for one page is an index of all files, which has no elements but #report,
+// and parts, pages such as any other of some of the files. The index leads to the part of a file with
+// the same address.
+//
 // Texts from files reach the page as text nodes only, never as markup.
 
 const kRowHeight = 36;         // pixels; --row in the styles
@@ -487,6 +491,72 @@ function EqualNote(index) {
         MakeButton("Next equal command", () => Go(g_report.files[file], command))])];
 }
 
+// ---- An index and its parts ----
+
+const kPartsAtOnce = 20;
+
+function IsIndex() {
+    return Array.isArray(g_report.parts);
+}
+
+function PartOf(file) {
+    return IsIndex() ? g_report.parts[file.part] : undefined;
+}
+
+function FolderText(folder) {
+    return folder ? Visible(String(folder)) : "the files in no folder";
+}
+
+function MakeLink(address, text) {
+    const link = Make("a", "", text);
+    link.href = address;
+    return link;
+}
+
+// What is found out in one part is not known to the others before the next run.
+function ShowPart() {
+    if (!g_report.index) return;
+    const notice = Make("p", "notice", [
+        `This is the part of a report that is about ${FolderText(g_report.folder)}. `,
+        MakeLink(encodeURIComponent(g_report.index), "All files"), ". Whoever signs off commands " +
+        "in several parts saves them in one, and adds the saved file in the next."]);
+    Find("notices").append(notice);
+}
+
+function ShowParts() {
+    Find("parts").hidden = !IsIndex();
+    if (!IsIndex()) return;
+    Find("search").parentElement.firstChild.textContent = "Search in names and messages";
+    for (const part of g_report.parts) {
+        Object.assign(part, {files: 0, found: 0, left: 0});
+    }
+    for (const file of g_report.files) {
+        const part = PartOf(file);
+        ++part.files;
+        part.found += Count(file.found);
+        part.left += FailedIn(file) + Count(file.overlooked);
+    }
+    Find("part-list").replaceChildren(
+        MakeHeadRow(["Folder", "Files", "Commands found", "Not converted"]), Make("tbody"));
+    ShowMoreParts();
+}
+
+function ShowMoreParts() {
+    const body = Find("part-list").tBodies[0];
+    const shown = body.childElementCount;
+    const end = shown ? g_report.parts.length : kPartsAtOnce;
+    body.append(...g_report.parts.slice(shown, end).map((part) => {
+        const name = Make("th", "",
+            MakeLink(encodeURIComponent(part.name), FolderText(part.folder)));
+        name.scope = "row";
+        return Make("tr", "", [name, ...[part.files, part.found, part.left].map((count) =>
+            Make("td", "", FormatNumber(count)))]);
+    }));
+    const left = g_report.parts.length - body.childElementCount;
+    Find("more-parts").hidden = left <= 0;
+    Find("more-parts").textContent = `Show ${FormatNumber(left)} more`;
+}
+
 // ---- Since the last run ----
 
 // What has become of commands that are not converted, now or then.
@@ -846,6 +916,8 @@ function PathMembers(file) {
 }
 
 function ReadSignOffs() {
+    // Of all parts of a report.
+    for (const signOff of g_report.allSignOffs || []) AddSignOff(KeyOf(signOff), signOff);
     for (const file of g_report.files) {
         for (const signOff of file.signOffs || []) {
             AddSignOff(KeyOf(file), {...PathMembers(file), ...signOff});
@@ -1397,6 +1469,7 @@ function SearchTexts(text) {
     g_search.text = wanted;
     g_search.next = 0;
     g_search.found = new Set();
+    if (IsIndex()) return;
     Find("searching").textContent = wanted ? "Searching in commands\u2026" : "";
     if (wanted) g_search.timer = setTimeout(SearchStep, kSearchStep);
 }
@@ -1437,9 +1510,17 @@ function Go(file, command) {
     if (file) address.set(file.rawPath ? "raw" : "file", file.rawPath || file.path);
     if (file && command !== null) address.set("command", command + 1);
     if (g_work.changed.size) address.set("minutes", MinutesText());
+    if (file && IsIndex()) {
+        location.assign(AddressInPart(file, address));
+        return;
+    }
     location.hash = address.toString();
     // The browser tells of the change later; whoever pressed a key expects it now.
     FollowAddress();
+}
+
+function AddressInPart(file, address) {
+    return `${encodeURIComponent(PartOf(file).name)}#${address}`;
 }
 
 function Choose(file) {
@@ -1455,6 +1536,10 @@ function FollowAddress() {
     const file = wanted === null ? null : g_fileOfKey.get(`${kind}:${wanted}`) || null;
     ReadMinutes(address.get("minutes"));
     ShowMissing(wanted !== null && !file ? `This report has no file ${Visible(wanted)}.` : "");
+    if (file && IsIndex()) {
+        location.replace(AddressInPart(file, address));
+        return;
+    }
     if (file !== g_open.file) ShowFile(file);
     const number = Number(address.get("command"));
     ShowCommand(file && g_open.commands[number - 1] ? number - 1 : null);
@@ -2117,6 +2202,7 @@ function Listen() {
         "usual-minutes": ResetMinutes,
         "save-signed": SaveSignOffs,
         "more-signed": ShowMoreOthers,
+        "more-parts": ShowMoreParts,
         "previous-file": () => GoToNeighbor(-1),
         "next-file": () => GoToNeighbor(1),
         "close-file": () => Go(null, null),
@@ -2171,6 +2257,8 @@ function Start() {
     ShowRun();
     ShowCards();
     ShowCharts(outcomes, codes, reasons);
+    ShowPart();
+    ShowParts();
     ShowSince();
     ReadGroups();
     ShowGroups();
