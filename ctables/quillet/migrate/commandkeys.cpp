@@ -18,6 +18,17 @@ namespace {
 constexpr std::size_t kHashDigits = 16;
 constexpr std::string_view kDigits = "0123456789abcdef";
 
+// Which of several equal ones it is stays open.
+KeyedCommand WithKey(std::string_view text, const std::string& type, bool isConverted,
+                     std::int64_t firstLine) {
+    KeyedCommand command;
+    command.key.hash = TextHashOf(text);
+    command.type = type;
+    command.isConverted = isConverted;
+    command.firstLine = firstLine;
+    return command;
+}
+
 }  // namespace
 
 std::string TextHashOf(std::string_view text) {
@@ -46,15 +57,14 @@ bool ReadKeyedCommands(const FileEntry& file, std::vector<KeyedCommand>& command
         if (finding.code == NameOf(FindingCode::kMacroBody)) {
             linesInMacros.insert(finding.firstLine);
         }
-        overlooked.push_back(
-            {{TextHashOf(finding.text), 0}, finding.command, false, finding.firstLine});
+        overlooked.push_back(WithKey(finding.text, finding.command, false, finding.firstLine));
     });
     const bool areRead =
         areFindingsRead && ForEachCommand(file.commands, [&](const CommandFacts& command) {
             if (linesInMacros.contains(command.firstLine)) return;
             const bool isConverted = command.outcome == NameOf(CommandOutcome::kConverted);
             commands.push_back(
-                {{TextHashOf(command.source), 0}, command.type, isConverted, command.firstLine});
+                WithKey(command.source, command.type, isConverted, command.firstLine));
         });
     if (!areRead) return false;
     std::move(overlooked.begin(), overlooked.end(), std::back_inserter(commands));
