@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
 """Has quillet-migrate account for generated archives, of which it is known what they hold.
 
-usage: tests/archives/run.py PROGRAM [--count N] [--seed N]
+usage: tests/archives/run.py PROGRAM [--count N] [--in-archive N] [--seed N]
 
 Each of N texts (300 without the option) is put together of pieces: legacy commands of their own,
 ones that a conversion does not see, and text that only looks like them. Of each text it is known
 which legacy commands it holds, in which lines, what they come to, and why a conversion overlooks
 them. The report has to tell the same, file by file and in all. As many texts again are written in
-both layouts, and the right one has to be found for each. The texts lie in archives of 500.
+both layouts, and the right one has to be found for each. An archive holds 500 texts, or as many as
+the option says.
 
 A text that fails is shown; the same seed makes the same texts.
 """
@@ -24,7 +25,6 @@ import sys
 import tempfile
 
 TIME_LIMIT = 3600  # seconds for one archive; only one that hangs takes them
-FILES_IN_ARCHIVE = 500
 MOST_SHOWN = 3
 
 OUTCOMES = ("converted", "failed", "unreadable", "overlooked")
@@ -438,12 +438,13 @@ def main():
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("program", type=os.path.abspath)
     parser.add_argument("--count", type=int, default=300)
+    parser.add_argument("--in-archive", type=int, default=500)
     parser.add_argument("--seed", type=int, default=13)
     arguments = parser.parse_args()
     generator = Generator(arguments.seed)
     passed = failed = planted = right = wrong = 0
-    for begin in range(0, arguments.count, FILES_IN_ARCHIVE):
-        count = min(FILES_IN_ARCHIVE, arguments.count - begin)
+    for begin in range(0, arguments.count, arguments.in_archive):
+        count = min(arguments.in_archive, arguments.count - begin)
         one_passed, one_failed, one_planted = check_archive(arguments.program, generator, count)
         one_right, one_wrong = check_layouts(arguments.program, generator, count)
         passed, failed, planted = passed + one_passed, failed + one_failed, planted + one_planted
