@@ -12,6 +12,7 @@
 
 #include "driver/hinttexts.h"
 #include "driver/reasons.h"
+#include "driver/stringstreams.h"
 #include "quillet.h"
 
 namespace quillet {
@@ -39,34 +40,13 @@ private:
     HintOptions m_options;
 };
 
-// Reads a text that outlives it.
-class HintInput final : public TextInput {
-public:
-    explicit HintInput(std::string_view text) : m_text(text) {}
-
-    std::size_t Read(char* buffer, std::size_t size) override {
-        const std::size_t count = m_text.copy(buffer, size, m_position);
-        m_position += count;
-        return count;
-    }
-    bool Rewind() override {
-        m_position = 0;
-        return true;
-    }
-    [[nodiscard]] bool Failed() const override { return false; }
-
-private:
-    std::string_view m_text;
-    std::size_t m_position = 0;
-};
-
 std::vector<std::string> HintsOn(const std::string& text, long commandsAfter = -1) {
     const Options options;
     HintOptions hints;
     hints.macroNames = FindMacroNames(text, options);
     hints.commandsAfter = commandsAfter;
     HintListener listener(hints);
-    HintInput input(text);
+    StringInput input(text);
     static_cast<void>(ConvertStream(input, listener, listener, options));
     return listener.hints;
 }
@@ -74,7 +54,7 @@ std::vector<std::string> HintsOn(const std::string& text, long commandsAfter = -
 // True when the one command of the text is converted.
 bool IsConverted(const std::string& text) {
     HintListener listener((HintOptions()));
-    HintInput input(text);
+    StringInput input(text);
     static_cast<void>(ConvertStream(input, listener, listener, Options()));
     return listener.converted == 1 && listener.hints.empty();
 }

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "driver/stringstreams.h"
 #include "quillet.h"
 
 namespace quillet {
@@ -87,27 +88,8 @@ private:
     long m_count = 0;
 };
 
-class TextOf final : public TextInput {
-public:
-    explicit TextOf(const std::string& text) : m_text(text) {}
-    std::size_t Read(char* buffer, std::size_t size) override {
-        const std::size_t count = m_text.copy(buffer, size, m_position);
-        m_position += count;
-        return count;
-    }
-    bool Rewind() override {
-        m_position = 0;
-        return true;
-    }
-    [[nodiscard]] bool Failed() const override { return false; }
-
-private:
-    const std::string& m_text;
-    std::size_t m_position = 0;
-};
-
 long OwnCountOf(const std::string& text) {
-    TextOf input(text);
+    StringInput input(text);
     OwnCounts counts;
     static_cast<void>(ConvertStream(input, counts, counts, Options()));
     return counts.Count();

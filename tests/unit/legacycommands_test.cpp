@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "driver/legacywords.h"
 #include "quillet.h"
 
 namespace quillet {
@@ -16,17 +17,6 @@ LegacyFindings Find(const std::string& text, bool batchMode = false) {
     FindOptions options;
     options.conversion.batchMode = batchMode;
     return FindLegacyCommands(text, options);
-}
-
-std::string_view WordOf(CommandType type) {
-    switch (type) {
-        case CommandType::kTables:
-            return "TABLES";
-        case CommandType::kIgraph:
-            return "IGRAPH";
-        default:
-            return "-";
-    }
 }
 
 std::string_view NameOf(LegacyOutcome outcome) {

@@ -72,7 +72,7 @@ TEST(MigrateHtmlReportTest, NothingEndsAnElement) {
     const std::unique_ptr<StoredFile> commands = folder.Store("commands", HostileCommands());
     const Report written = HostileReport(*commands);
     ReportDigest digest;
-    ASSERT_TRUE(ReadDigest(written, digest, [](const FileFacts&, const LegacyCommand&) {}));
+    ASSERT_TRUE(ReadDigest(written, digest, [](const FileFacts&, const ListedCommand&) {}));
     digest.files[0].codes["macro-body"] = 7;
     TextCollector output;
     ASSERT_TRUE(WriteHtmlReport(written, digest, "A<!-- data -->B", output));

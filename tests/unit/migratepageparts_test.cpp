@@ -131,7 +131,7 @@ TEST(MigratePagePartsTest, AnIndexLeadsToItsParts) {
     report.otherSignOffs.push_back({"gone", signOff});
     report.sinceLastRun = ChangeSums();
     ReportDigest digest;
-    ASSERT_TRUE(ReadDigest(report, digest, [](const FileFacts&, const LegacyCommand&) {}));
+    ASSERT_TRUE(ReadDigest(report, digest, [](const FileFacts&, const ListedCommand&) {}));
     const PageParts parts = PartsOf(report, commands->Size() + 1100);
     const std::string name = "r-dry-run.html";
     const SplitReport split(report, digest, parts, name);

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "driver/stringstreams.h"
 #include "quillet.h"
 #include "support/repetition.h"
 #include "support/rownames.h"
@@ -13,32 +14,11 @@
 namespace quillet {
 namespace {
 
-// Reads a text that outlives it.
-class CountedInput final : public TextInput {
-public:
-    explicit CountedInput(std::string_view text) : m_text(text) {}
-
-    std::size_t Read(char* buffer, std::size_t size) override {
-        const std::size_t count = m_text.copy(buffer, size, m_position);
-        m_position += count;
-        return count;
-    }
-    bool Rewind() override {
-        m_position = 0;
-        return true;
-    }
-    [[nodiscard]] bool Failed() const override { return false; }
-
-private:
-    std::string_view m_text;
-    std::size_t m_position = 0;
-};
-
 // The first command of a text that is not converted, with the texts that its report points to.
 class Failure final : public ConversionListener, public TextOutput {
 public:
     explicit Failure(const std::string& text) {
-        CountedInput input(text);
+        StringInput input(text);
         static_cast<void>(ConvertStream(input, *this, *this, Options()));
         m_report.source = m_source;
         m_report.message = m_message;

@@ -25,7 +25,7 @@ std::string KnownNumber(std::int64_t number) {
     return number > 0 ? "," + std::to_string(number) : std::string(",");
 }
 
-std::string RowOf(const FileFacts& file, const LegacyCommand& command) {
+std::string RowOf(const FileFacts& file, const ListedCommand& command) {
     std::string row = CsvText(ToUtf8(file.path, TextEncoding::kUtf8));
     row += "," + CsvText(command.type) + "," + CsvText(command.outcome);
     row += KnownNumber(command.firstLine) + KnownNumber(command.lastLine);
@@ -58,7 +58,7 @@ std::string CsvText(std::string_view text) {
 
 bool WriteCsvReport(const Report& report, TextOutput& output, ReportDigest& digest) {
     bool isWritten = output.Write(std::string(kByteOrderMark).append(kHeadings));
-    const auto writeRow = [&](const FileFacts& file, const LegacyCommand& command) {
+    const auto writeRow = [&](const FileFacts& file, const ListedCommand& command) {
         isWritten = isWritten && output.Write(RowOf(file, command));
     };
     return ReadDigest(report, digest, writeRow) && isWritten;

@@ -177,7 +177,7 @@ public:
     // how many legacy commands follow it.
     void AddUnreadable(const LegacyFindings& found) {
         if (!m_unreadable) return;
-        for (const quillet::LegacyCommand& command : found.commands) {
+        for (const LegacyCommand& command : found.commands) {
             if (command.outcome != LegacyOutcome::kUnreadable) continue;
             m_unreadable->report.type = command.type;
         }

@@ -45,7 +45,7 @@ private:
 class FileReading {
 public:
     // All are borrowed.
-    FileReading(const FileFacts& facts, FileDigest& digest, const TakeLegacyCommand& take)
+    FileReading(const FileFacts& facts, FileDigest& digest, const TakeListedCommand& take)
         : m_facts(facts), m_digest(digest), m_take(take) {}
 
     void Take(const FindingFacts& finding) {
@@ -55,7 +55,7 @@ public:
         if (finding.code == NameOf(FindingCode::kMacroBody)) {
             m_linesInMacros.insert(finding.firstLine);
         }
-        LegacyCommand legacy;
+        ListedCommand legacy;
         legacy.type = finding.command;
         legacy.outcome = finding.kind;
         legacy.firstLine = finding.firstLine;
@@ -68,7 +68,7 @@ public:
 
     void FinishFindings() {
         std::stable_sort(m_overlooked.begin(), m_overlooked.end(),
-                         [](const LegacyCommand& left, const LegacyCommand& right) {
+                         [](const ListedCommand& left, const ListedCommand& right) {
                              return left.firstLine < right.firstLine;
                          });
     }
@@ -77,7 +77,7 @@ public:
         const bool isLegacy = command.type == kTables || command.type == kIgraph;
         if (!isLegacy || m_linesInMacros.contains(command.firstLine)) return;
         TakeOverlookedBefore(command.firstLine);
-        LegacyCommand legacy;
+        ListedCommand legacy;
         legacy.type = command.type;
         legacy.outcome = command.outcome;
         legacy.firstLine = command.firstLine;
@@ -109,15 +109,15 @@ private:
 
     const FileFacts& m_facts;
     FileDigest& m_digest;
-    const TakeLegacyCommand& m_take;
-    std::vector<LegacyCommand> m_overlooked;
+    const TakeListedCommand& m_take;
+    std::vector<ListedCommand> m_overlooked;
     std::size_t m_next = 0;  // of those, the first that has not been handed on
     std::set<std::int64_t> m_linesInMacros;
 };
 
 }  // namespace
 
-bool ReadDigest(const Report& report, ReportDigest& digest, const TakeLegacyCommand& take) {
+bool ReadDigest(const Report& report, ReportDigest& digest, const TakeListedCommand& take) {
     digest = {};
     digest.files.resize(report.files.size());
     GroupFinder groups(digest.groups);

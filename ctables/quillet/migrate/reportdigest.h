@@ -41,7 +41,7 @@ struct ReportDigest {
 };
 
 /// A legacy command, wherever it stands. Texts are UTF-8.
-struct LegacyCommand {
+struct ListedCommand {
     std::string type;     ///< "TABLES" or "IGRAPH".
     std::string outcome;  ///< "converted", "failed", "unreadable" or "overlooked".
     std::int64_t firstLine = 0;
@@ -57,13 +57,13 @@ struct LegacyCommand {
 };
 
 /// Takes a legacy command of a file.
-using TakeLegacyCommand = std::function<void(const FileFacts&, const LegacyCommand&)>;
+using TakeListedCommand = std::function<void(const FileFacts&, const ListedCommand&)>;
 
 /// Fills `digest` and hands each legacy command that was found to `take`, once, those of a file by
 /// their lines. False when commands or findings cannot be read. Keeps, beside `digest`, a hash for
 /// each group and what one file has overlooked.
 [[nodiscard]] bool ReadDigest(const Report& report, ReportDigest& digest,
-                              const TakeLegacyCommand& take);
+                              const TakeListedCommand& take);
 
 }  // namespace quillet::migrate
 
