@@ -157,7 +157,10 @@ bool LayoutComparison::ReadsWell(bool batchMode) {
 
 bool LayoutComparison::IsForTheOther(bool batchMode) {
     const LayoutReading& used = Reading(batchMode);
-    if (!batchMode && MostBatchCommands(m_lines) < 2 * used.withCommandWord) return false;
+    if (!batchMode) {
+        if (!m_mostBatchCommands) m_mostBatchCommands = MostBatchCommands(m_lines);
+        if (*m_mostBatchCommands < 2 * used.withCommandWord) return false;
+    }
     const LayoutReading& other = Reading(!batchMode);
     return ReadsWell(!batchMode) && other.withCommandWord >= 2 * used.withCommandWord &&
            LooksLikeBatch(Reading(true)) != batchMode;

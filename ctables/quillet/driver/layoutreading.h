@@ -52,6 +52,7 @@ private:
     const std::vector<MacroDefinition>& m_definitions;
     Layout m_interactive;
     Layout m_batch;
+    std::optional<long> m_mostBatchCommands;  // asked for at each command that is overlooked
 };
 
 }  // namespace quillet
