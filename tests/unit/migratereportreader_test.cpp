@@ -400,7 +400,7 @@ TEST_F(MigrateReportReaderTest, ATextThatIsTooLongIsNotKept) {
     Report read;
     std::string error;
     EXPECT_FALSE(ReadJsonReport(*file, read, error, kLimit));
-    EXPECT_THAT(error, HasSubstr("totals is longer than 200000 bytes"));
+    EXPECT_THAT(error, HasSubstr("otherSignOffs is longer than 200000 bytes"));
 }
 
 TEST_F(MigrateReportReaderTest, AFileHasOnlySoManyReasons) {
