@@ -116,7 +116,7 @@ public:
             case ErrorKind::kNothingToPrecede:
                 return NamedHint(HintWording::kNothingToPrecede);
             case ErrorKind::kParenthesizedWord:
-                return NamedHint(HintWording::kLongWord);
+                return HintOnLongWord();
             case ErrorKind::kUnknown:
                 return HintOnMarkers();
             default:
@@ -137,6 +137,15 @@ private:
         if (!m_command.HasErrorToken()) return {};
         const std::string name = QuoteToken(m_command.ErrorIndex());
         return HintSentence(wording, {.name = name});
+    }
+
+    // The failure is found at the parenthesis after the word.
+    [[nodiscard]] std::string HintOnLongWord() const {
+        if (!m_command.HasErrorToken()) return {};
+        const std::size_t error = m_command.ErrorIndex();
+        const bool isAfter = error > 0 && m_command.At(error).Is(TokenCodes::kRightParen);
+        const std::string name = QuoteToken(isAfter ? error - 1 : error);
+        return HintSentence(HintWording::kLongWord, {.name = name});
     }
 
     [[nodiscard]] bool PartMeans(const CommandPart& part, std::string_view word) const {
