@@ -41,11 +41,7 @@ std::size_t SkipSeparators(std::string_view text, std::size_t offset) {
 }
 
 std::string WordInUpperCase(std::string_view text, std::size_t offset) {
-    std::string word;
-    for (const char c : text.substr(offset, WordLength(text.substr(offset, kSignificantBytes)))) {
-        word += UpperAscii(c);
-    }
-    return word;
+    return InUpperAscii(text.substr(offset, WordLength(text.substr(offset, kSignificantBytes))));
 }
 
 bool IsSubcommandOf(CommandType type, std::string_view word) {

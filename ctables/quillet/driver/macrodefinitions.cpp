@@ -132,12 +132,6 @@ private:
     std::vector<MacroDefinition> m_found;
 };
 
-std::string InUpperCase(std::string_view name) {
-    std::string upper(name);
-    std::transform(upper.begin(), upper.end(), upper.begin(), UpperAscii);
-    return upper;
-}
-
 class CallCounter {
 public:
     CallCounter(const SourceLines& lines, std::vector<MacroDefinition>& definitions)
@@ -173,11 +167,11 @@ private:
     void Look(std::string_view name, std::size_t offset, long line) {
         // A later definition of the same name takes the place of the earlier one.
         while (m_next < m_definitions.size() && m_definitions[m_next].bodyEnd <= offset) {
-            m_known[InUpperCase(m_definitions[m_next].name)] = m_next;
+            m_known[InUpperAscii(m_definitions[m_next].name)] = m_next;
             ++m_next;
         }
         if (m_known.empty()) return;
-        const auto known = m_known.find(InUpperCase(name));
+        const auto known = m_known.find(InUpperAscii(name));
         if (known == m_known.end()) return;
         MacroDefinition& definition = m_definitions[known->second];
         // Where it is defined once more it is not called.

@@ -8,6 +8,7 @@
 
 #include "platform/blocksize.h"
 #include "platform/codepage.h"
+#include "platform/multibyte.h"
 #include "platform/namedcodepage.h"
 
 namespace quillet {
@@ -24,8 +25,7 @@ bool IsUtf8Name(std::string_view name) {
     std::string letters;
     for (const char character : name) {
         if (character == '-' || character == '_') continue;
-        const bool isCapital = character >= 'A' && character <= 'Z';
-        letters += isCapital ? static_cast<char>(character - 'A' + 'a') : character;
+        letters += LowerAscii(character);
     }
     return letters == "utf8";
 }

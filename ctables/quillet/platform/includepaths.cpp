@@ -31,12 +31,6 @@ std::string NormalizedPath(std::string_view path) {
     return result;
 }
 
-std::string WithoutCase(std::string_view path) {
-    std::string capitals(path);
-    std::transform(capitals.begin(), capitals.end(), capitals.begin(), UpperAscii);
-    return capitals;
-}
-
 // Sets `path` to its next shorter tail; false when it was the last one.
 bool ShortenTail(std::string_view& path) {
     const std::size_t separator = path.find('/');
@@ -55,11 +49,11 @@ IncludePaths::IncludePaths(const std::vector<std::string>& names) {
     for (std::size_t index = 0; index < names.size(); ++index) {
         const std::string name = NormalizedPath(names[index]);
         m_longestName = std::max(m_longestName, name.size());
-        Add(m_names, WithoutCase(name), index);
+        Add(m_names, InUpperAscii(name), index);
         Add(m_namesAsTheyAre, name, index);
         std::string_view tail = name;
         do {
-            Add(m_tails, WithoutCase(tail), index);
+            Add(m_tails, InUpperAscii(tail), index);
             Add(m_tailsAsTheyAre, std::string(tail), index);
         } while (ShortenTail(tail));
     }
@@ -81,7 +75,7 @@ std::optional<std::size_t> IncludePaths::Find(std::string_view path,
     do {
         // A path can be as long as its file; no tail is copied for nothing.
         if (tail.size() > m_longestName) continue;
-        if (FindIn(m_tails, WithoutCase(tail)) != nullptr) {
+        if (FindIn(m_tails, InUpperAscii(tail)) != nullptr) {
             return OnlyOne(m_tails, m_tailsAsTheyAre, std::string(tail));
         }
     } while (ShortenTail(tail));
@@ -102,7 +96,7 @@ const IncludePaths::Fits* IncludePaths::FindIn(const FitsByPath& fits, const std
 std::optional<std::size_t> IncludePaths::OnlyOne(const FitsByPath& anyCase,
                                                  const FitsByPath& sameCase,
                                                  const std::string& path) {
-    const Fits* pFits = FindIn(anyCase, WithoutCase(path));
+    const Fits* pFits = FindIn(anyCase, InUpperAscii(path));
     if (pFits != nullptr && pFits->count > 1) pFits = FindIn(sameCase, path);
     if (pFits == nullptr || pFits->count != 1) return std::nullopt;
     return pFits->index;

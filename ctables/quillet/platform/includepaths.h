@@ -15,7 +15,8 @@ namespace quillet {
 /// written on another machine, often years ago, so that only their last components may still hold.
 class IncludePaths {
 public:
-    /// `names` are paths relative to the folder, with "/" or "\". Linear in them.
+    /// `names` are paths relative to the folder, with "/" or "\". Linear in their number; a name
+    /// takes its length for each of its components.
     explicit IncludePaths(const std::vector<std::string>& names);
 
     /// The index of the file that `path` means in `includingFile`, itself a path like the names:

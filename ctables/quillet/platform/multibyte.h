@@ -29,6 +29,13 @@ namespace quillet {
     return 'A' <= c && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+/// `text` with the letters of ASCII in upper case, all else as it is.
+[[nodiscard]] inline std::string InUpperAscii(std::string_view text) {
+    std::string upper(text);
+    for (char& c : upper) c = UpperAscii(c);
+    return upper;
+}
+
 /// `text` in upper case, letter by letter; the byte length may change. Bytes that form no
 /// character are kept.
 [[nodiscard]] std::string TAVQMBstrupr_A(const CodePage& codePage, std::string_view text);

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/codepage.h"
+#include "platform/multibyte.h"
 #include "platform/namedcodepage.h"
 #include "platform/unicodeuppercase.h"
 
@@ -150,7 +151,7 @@ std::unique_ptr<const CodePage> MakeNamedCodePage(const std::string& name) {
     constexpr UINT kMostBytes = 2;  // what a lead byte tells of
     std::string lower = name;
     for (char& letter : lower) {
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+        letter = LowerAscii(letter);
     }
     const UINT identifier = IdentifierOf(lower);
     CPINFO info{};
