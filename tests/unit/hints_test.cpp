@@ -127,6 +127,16 @@ const HintCase kTotalsHints[] = {
 
 INSTANTIATE_TEST_SUITE_P(Totals, HintTest, testing::ValuesIn(kTotalsHints));
 
+TEST(HintForTest, NamesOnlySomeOfManyForeignWords) {
+    std::string text = "TABLES /FORMAT=ZERO";
+    for (int word = 0; word < 1000; ++word) text += " NBOX";
+    const std::vector<std::string> hints = HintsOn(text + " /TABLE=a.");
+    ASSERT_EQ(hints.size(), 1U);
+    EXPECT_LT(hints.front().size(), 250U);
+    EXPECT_TRUE(hints.front().starts_with("take NBOX, NBOX, "));
+    EXPECT_TRUE(hints.front().ends_with(", ... out of FORMAT; ZERO may stay"));
+}
+
 const HintCase kSubcommandsHints[] = {
     {"foreign words in FORMAT", "TABLES /FORMAT=ZERO CWIDTH(10,8) NBOX /TABLE=a.",
      "take CWIDTH, NBOX out of FORMAT; ZERO may stay", "TABLES /FORMAT=ZERO /TABLE=a."},
@@ -148,6 +158,19 @@ const HintCase kSubcommandsHints[] = {
      "MISSING takes INCLUDE or EXCLUDE, not `LISTWISE`", "TABLES /MISSING=EXCLUDE /TABLE=a."},
     {"an expression that breaks off", "TABLES /TABLE=a + b BY.",
      "correct the TABLE subcommand in line 1: something is missing at its end, after `BY`"},
+    {"the last subcommand breaks off", "TABLES /TABLE=a /STATISTICS.",
+     "correct the STATISTICS subcommand in line 1: something is missing at its end, after "
+     "`STATISTICS`",
+     "TABLES /TABLE=a /STATISTICS=COUNT."},
+    {"the last subcommand breaks off after its sign", "TABLES /TABLE=a /SORT=.",
+     "correct the SORT subcommand in line 1: something is missing at its end, after `=`"},
+    {"the first of two of one name breaks off", "TABLES /TABLE=a BY /TABLE=b.",
+     "correct the TABLE subcommand in line 1: something is missing at its end, after `BY`",
+     "TABLES /TABLE=a BY c /TABLE=b."},
+    {"the second of two of one name breaks off", "TABLES /TABLE=a /TABLE.",
+     "correct the TABLE subcommand in line 1: something is missing at its end, after `TABLE`"},
+    {"nothing between two slashes", "TABLES /TABLE=a / /FTOTAL=t.",
+     "FTOTAL is about the whole command: write it before the first TABLE subcommand"},
     {"TO on OBSERVATION", "TABLES /OBSERVATION=income TO age /TABLE=income.",
      "list the variables from `income` to `age` one by one on OBSERVATION: the data alone tell "
      "which ones stand between the two"},

@@ -1,7 +1,10 @@
 #include "driver/failedcommand.h"
 
 #include <algorithm>
+#include <optional>
 
+#include "driver/commandwords.h"
+#include "driver/reasons.h"
 #include "platform/commandbudget.h"
 #include "platform/multibyte.h"
 #include "tokenizer/parseerror.h"
@@ -13,7 +16,7 @@ namespace {
 
 // The command as the conversion has read it: without the period that ends it.
 std::string WithoutLastPeriod(std::string_view text) {
-    text = text.substr(0, text.find_last_not_of(" \t\r\n") + 1);
+    text = text.substr(0, text.find_last_not_of(kWhiteSpace) + 1);
     if (text.ends_with('.')) text.remove_suffix(1);
     return std::string(text);
 }
@@ -89,6 +92,19 @@ const CommandPart* FailedCommand::ErrorPart() const {
         std::partition_point(m_parts.begin(), m_parts.end(),
                              [this](const CommandPart& one) { return one.end < m_error; });
     return part == m_parts.end() ? nullptr : &*part;
+}
+
+const CommandPart* FailedCommand::BrokenPart() const {
+    const CommandPart* pPart = ErrorPart();
+    if (pPart == nullptr || pPart == m_parts.data() || m_error != pPart->first) return pPart;
+    const CommandPart* pBefore = pPart - 1;
+    const std::optional<std::string_view> name =
+        FilledIn(ReasonOf(m_report.errorKind).message, m_report.message);
+    const auto isNamed = [&](const CommandPart& part) {
+        return name && !name->empty() && part.first < part.end && At(part.first).Means(*name);
+    };
+    const bool hasOperands = pPart->end - pPart->first > 2;
+    return isNamed(*pPart) && (!hasOperands || !isNamed(*pBefore)) ? pPart : pBefore;
 }
 
 std::string_view FailedCommand::NameOf(const CommandPart& part) const {

@@ -62,6 +62,10 @@ public:
     /// place is not known.
     [[nodiscard]] const CommandPart* ErrorPart() const;
 
+    /// The part that is not understood: mostly `ErrorPart`. What breaks off before another
+    /// subcommand is told at the word of that one; and at its own word, when it is the last.
+    [[nodiscard]] const CommandPart* BrokenPart() const;
+
     /// The word of a part's subcommand; empty where there is none.
     [[nodiscard]] std::string_view NameOf(const CommandPart& part) const;
 
@@ -84,7 +88,8 @@ private:
     std::size_t m_error = 0;
 };
 
-/// `text` between grave accents, only its first line, and that shortened to a few dozen bytes.
+/// `text` between grave accents, only its first line, and of that at most 160 bytes, with "..."
+/// where it goes on.
 [[nodiscard]] std::string Quoted(const CodePage& codePage, std::string_view text);
 
 }  // namespace quillet

@@ -19,6 +19,7 @@
 #include "driver/tablehints.h"
 #include "driver/textcut.h"
 #include "driver/textencoding.h"
+#include "platform/assertion.h"
 #include "platform/multibyte.h"
 #include "quillet.h"
 #include "tokenizer/operatorspellings.h"
@@ -26,12 +27,6 @@
 namespace quillet {
 
 namespace {
-
-std::string InAsciiUpperCase(std::string_view text) {
-    std::string upper(text);
-    std::transform(upper.begin(), upper.end(), upper.begin(), UpperAscii);
-    return upper;
-}
 
 bool MayHoldDefinition(std::string_view text) {
     constexpr std::string_view kEnd = "!ENDDEFINE";
@@ -172,7 +167,8 @@ std::string CharacterHint(const CommandReport& report, const CodePage& codePage)
         constexpr std::string_view kValid = " \t'\"!";
         if (byte > kDelete || kValid.find(line[offset]) != std::string_view::npos ||
             OneCharacterOperator(byte) != TokenCodes::kNotOperator ||
-            WordLength(line.substr(offset, 1)) > 0) {
+            // No word begins with it, though it may go on with it.
+            (line[offset] != '_' && WordLength(line.substr(offset, 1)) > 0)) {
             continue;
         }
         if (byte < kFirstVisible || byte == kDelete) {
@@ -192,8 +188,7 @@ std::string CharacterHint(const CommandReport& report, const CodePage& codePage)
 
 bool IsMacroWord(const PlacedToken& token, const HintOptions& options) {
     if (token.type != TokenCodes::kString) return false;
-    return token.source.starts_with('!') ||
-           options.macroNames.contains(InAsciiUpperCase(token.source));
+    return token.source.starts_with('!') || options.macroNames.contains(InUpperAscii(token.source));
 }
 
 bool MayComeOfMacro(ErrorKind kind) {
@@ -221,11 +216,10 @@ std::string MacroHint(const FailedCommand& command, const HintOptions& options) 
         const bool isFunction =
             kind == ErrorKind::kUnknownFunction || kind == ErrorKind::kUnknownSortFunction;
         first = isFunction ? command.ErrorIndex() : pPart->first;
-        // What breaks off before a subcommand is told at the word of that one.
-        const CommandPart* pFirst = command.Parts().data();
-        const bool isAtNext = command.ErrorIndex() == pPart->first && pPart != pFirst;
-        const bool isBefore = kind == ErrorKind::kSubcommandSyntax || pPart == pFirst + 1;
-        if (!isFunction && isAtNext && isBefore) first = (pPart - 1)->first;
+        const bool isSecond = pPart == command.Parts().data() + 1;
+        if (!isFunction && (kind == ErrorKind::kSubcommandSyntax || isSecond)) {
+            first = command.BrokenPart()->first;
+        }
         end = command.ErrorIndex() + 1;
     }
     for (std::size_t index = end; index > first; --index) {
@@ -281,6 +275,7 @@ std::string HintFor(const CommandReport& command, const HintOptions& options) {
         command.outcome != CommandOutcome::kUnreadable) {
         return {};
     }
+    const ScopedAssertionHandler handler(TellNobody);
     std::string hint =
         ParticularHint(command, CodePageFor(options.encoding, options.pNamed), options);
     if (hint.empty()) hint = AdviceOn(command.errorKind);
@@ -295,12 +290,13 @@ std::set<std::string> FindMacroNames(std::string_view text, const Options& optio
     StringInput input(text);
     const CodePage* pCodePage = ChooseCodePage(input, options);
     if (pCodePage == nullptr) return names;
+    const ScopedAssertionHandler handler(TellNobody);
     const SourceLines lines(text);
     CutSettings settings;
     settings.batchMode = options.batchMode;
     const TextCut cut = CutText(lines, *pCodePage, settings);
     for (const MacroDefinition& definition : FindMacroDefinitions(lines, cut.extents)) {
-        names.insert(InAsciiUpperCase(definition.name));
+        names.insert(InUpperAscii(definition.name));
     }
     return names;
 }

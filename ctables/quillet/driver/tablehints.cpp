@@ -160,12 +160,8 @@ private:
     }
 
     [[nodiscard]] std::string HintOnSubcommand() const {
-        const CommandPart* pPart = m_command.ErrorPart();
-        if (pPart == nullptr) return {};
-        // A subcommand that breaks off is told at the word of the next one.
-        const bool isAtNext = m_command.ErrorIndex() == pPart->first;
-        if (isAtNext && pPart != m_command.Parts().data()) --pPart;
-        if (m_command.NameOf(*pPart).empty()) return {};
+        const CommandPart* pPart = m_command.BrokenPart();
+        if (pPart == nullptr || m_command.NameOf(*pPart).empty()) return {};
         const std::size_t begin = OperandsOf(*pPart);
         if (PartMeans(*pPart, "MDGROUP") && begin < pPart->end) {
             const bool hasValue = std::any_of(
@@ -234,11 +230,23 @@ private:
             if (token.Is(TokenCodes::kRightParen)) --depth;
             if (depth > 0 || !token.IsWord()) continue;
             std::string& list = MeansOneOf(token, kFormatSettings) ? known : foreign;
-            if (!list.empty()) list += ", ";
-            list += token.source;
+            AddToList(token.source, list);
         }
         if (foreign.empty() || known.empty()) return {};
         return HintSentence(HintWording::kForeignFormat, {.other = known, .list = foreign});
+    }
+
+    // Whoever has more of them sees by the first what is meant.
+    static void AddToList(std::string_view word, std::string& list) {
+        constexpr std::size_t kMostBytes = 160;
+        constexpr std::string_view kMore = ", ...";
+        if (list.ends_with(kMore)) return;
+        if (list.size() + word.size() > kMostBytes) {
+            list += list.empty() ? "..." : kMore;
+            return;
+        }
+        if (!list.empty()) list += ", ";
+        list += word;
     }
 
     [[nodiscard]] std::string HintOnBreak(const CommandPart& part) const {
@@ -257,7 +265,8 @@ private:
         const auto number = static_cast<std::size_t>(&part - m_command.Parts().data());
         const PlacedToken& word = m_command.At(error);
         const CommandPart* pBefore = number > 1 ? &part - 1 : nullptr;
-        if (pBefore != nullptr && OperandsOf(*pBefore) == pBefore->end) {
+        if (pBefore != nullptr && !m_command.NameOf(*pBefore).empty() &&
+            OperandsOf(*pBefore) == pBefore->end) {
             return HintSentence(HintWording::kEmptySubcommand,
                                 {.name = m_command.NameOf(*pBefore)});
         }
