@@ -36,6 +36,7 @@ const LayoutCase kLayoutCases[] = {
     {"batch_with_signs", "+ GET FILE='x'.\n+ LIST.\n- TABLES /TABLE=a.\n", true},
     {"one_sign", "+ TABLES /TABLE=a.\n", false},
     {"batch_after_tabs", "\tGET FILE=X\n\tTABLES TABLE=A\n   /STATISTICS=COUNT\n\tFINISH\n", true},
+    {"batch_after_blank_lines", "GET FILE=x\n\n EXECUTE\n\n LIST\n\n TABLES TABLE=a\n", true},
     {"batch_with_short_words", "tab table=a\nigr /x1=var(a)\nLIST\ntab table=b\n", true},
     {"batch_with_macro_calls", "DEFINE lst ()\n LIST\n!ENDDEFINE\nlst a\n!x a\nLIST\nlst b\n",
      true},

@@ -193,6 +193,11 @@ const FindingCase kOverlookedCases[] = {
      "The comment after the period in line 1 keeps that command from ending before TABLES in line "
      "2: put the comment on a line of its own.",
      "TABLES /TABLE=b."},
+    {"comment_behind_in_a_comment", "* Income. /* old */\nTABLES /TABLE=a.\n",
+     FindingCode::kCommentBehind, kTables, 2, 2, 1, "",
+     "The comment after the period in line 1 keeps that command from ending before TABLES in line "
+     "2: put the comment on a line of its own.",
+     "TABLES /TABLE=a."},
     {"block_comment_before", "/* next */\nTABLES /TABLE=a.\n", FindingCode::kBlockCommentBefore,
      kTables, 2, 2, 1, "",
      "The comment of line 1 stands at the beginning of TABLES in line 2: take the comment away or "
@@ -380,6 +385,7 @@ const QuietCase kQuietCases[] = {
     {"a_blank_line_in_a_command", "FREQUENCIES\n\n  a\n\n  /STATISTICS=MEAN.\n", {}},
     {"a_word_in_a_comment_that_is_indented", "* Note\n\n  list of names.\n", {}},
     {"a_variable_that_is_a_word", "TABLES /TABLE=age BY\nlist + sex.\n", {"TABLES 1-2 converted"}},
+    {"a_subcommand_that_is_a_word", "TABLES\nFORMAT ZERO /TABLE=a.\n", {"TABLES 1-2 converted"}},
     {"a_title_with_a_period",
      "TABLES /TABLE=a /TITLE='Old. List of names' /* x. list */ /CORNER=\"Not. Show\".\n",
      {"TABLES 1-1 converted"}},
@@ -476,6 +482,36 @@ TEST(LegacyCommandsTest, CommandsOfMacrosAreOverlookedWhateverBecameOfThem) {
 TEST(LegacyCommandsTest, ADefinitionWithoutItsEndIsNone) {
     const LegacyFindings found = Find("DEFINE !f ()\nLIST.\nTABLES /TABLE=b.\n");
     EXPECT_EQ(CommandsOf(found), std::vector<std::string>{"TABLES 3-3 converted"});
+}
+
+// The conversion copies such a command as it is, so no budget keeps it from being read.
+TEST(LegacyCommandsTest, APathThatGrowsBeyondAllMeasureIsNone) {
+    for (const int pieces : {2000, 7000}) {
+        std::string text = "INCLUDE 'a'";
+        for (int piece = 0; piece < pieces; ++piece) text += "+b'";
+        const LegacyFindings found = Find(text + ".\nTABLES /TABLE=a.\n");
+        EXPECT_EQ(CodesOf(found), std::vector<std::string>());
+        EXPECT_EQ(CommandsOf(found), std::vector<std::string>{"TABLES 2-2 converted"});
+    }
+}
+
+TEST(LegacyCommandsTest, NoFindingHoldsTheTextOfTheNext) {
+    const LegacyFindings found =
+        Find("GET FILE=x\nEXECUTE\nEXECUTE\nEXECUTE\n* c\n TABLES /TABLE=a\n TABLES /TABLE=b\n");
+    ASSERT_EQ(CodesOf(found), (std::vector<std::string>{"layout 6-6", "layout 7-7"}));
+    EXPECT_EQ(found.findings[0].text, "TABLES /TABLE=a");
+}
+
+TEST(LegacyCommandsTest, SaysNothingOfWhatTheConversionHasTold) {
+    testing::internal::CaptureStderr();
+    for (const bool batchMode : {false, true}) {
+        const std::string text = "X 1e999.\nX ^ 2.\n\nTABLES /TABLE=a 1e999.";
+        EXPECT_GT(Find(text, batchMode).commands.size(), 0U);
+        static_cast<void>(ChooseLayout(text, Options()));
+        static_cast<void>(EndAtBlankLines(text, Options()));
+        static_cast<void>(FindMacroNames(text + "!ENDDEFINE.", Options()));
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST(LegacyCommandsTest, EveryPlaceOfATextIsSearched) {

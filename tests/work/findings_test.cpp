@@ -76,6 +76,8 @@ const FindingGrowth kFindingGrowths[] = {
     {"text that is no syntax", "TITLE 'x\nTABLES /TABLE=a.\n", "TITLE 'x\n", ""},
     {"commands after the end", "TITLE 'x\n", "LIST\nTABLES /TABLE=a.\n", ""},
     {"the other layout", "GET FILE=X\n", "TABLES TABLE=A\n  /STATISTICS=COUNT\nLIST A\n", ""},
+    {"commands in one of the other layout", "GET FILE=x\nEXECUTE\nEXECUTE\nEXECUTE\n* c\n",
+     " TABLES /TABLE=a\n", ""},
     {"blank lines", "TABLES /TABLE=a.\nLIST", "\n \n", ".\n"},
     {"letters outside of ASCII", "TABLES /TABLE=a.\n* ", "\xCF\xF0 ", ".\n"},
 };

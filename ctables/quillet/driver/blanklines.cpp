@@ -12,6 +12,7 @@
 #include "driver/stringstreams.h"
 #include "driver/textcut.h"
 #include "driver/textencoding.h"
+#include "platform/assertion.h"
 #include "quillet.h"
 
 namespace quillet {
@@ -99,8 +100,12 @@ private:
     void End(const CommandExtent& extent) {
         if (extent.kind == CommandKind::kComment) {
             const std::string_view line = m_lines.Line(extent.lastLine);
-            return Insert(m_lines.BeginOf(extent.lastLine) + line.find_last_not_of(" \t\r") + 1,
-                          ".");
+            const std::size_t end = line.find_last_not_of(" \t\r") + 1;
+            // COMPUTE is cut like a comment, so its period has to be the last of the line. Unlike
+            // one it may have comments of its own.
+            const bool isInOpenComment =
+                !IsRealComment(m_lines, extent, false) && PartsOf(line).hasOpenComment;
+            return Insert(m_lines.BeginOf(extent.lastLine) + end, isInOpenComment ? " */." : ".");
         }
         long line = extent.lastLine;
         while (line >= extent.firstLine && !PartsOf(m_lines.Line(line)).hasToken) --line;
@@ -152,6 +157,7 @@ std::string EndAtBlankLines(std::string_view text, const Options& options) {
     StringInput input(text);
     const CodePage* pCodePage = ChooseCodePage(input, options);
     if (options.batchMode || pCodePage == nullptr) return std::string(text);
+    const ScopedAssertionHandler handler(TellNobody);
     const SourceLines lines(text);
     return BlankLineEnder(lines, *pCodePage).Run();
 }

@@ -24,7 +24,7 @@ public:
                  bool batchMode)
         : m_lines(lines), m_definitions(definitions), m_batchMode(batchMode) {
         for (const MacroDefinition& definition : definitions)
-            m_names.insert(Upper(definition.name));
+            m_names.insert(InUpperAscii(definition.name));
     }
 
     LayoutReading Read(const TextCut& cut) {
@@ -36,12 +36,6 @@ public:
     }
 
 private:
-    static std::string Upper(std::string_view text) {
-        std::string upper;
-        for (const char c : text) upper += UpperAscii(c);
-        return upper;
-    }
-
     // Comments, documents and data say nothing about the layout, nor do the bodies of macros.
     bool IsCounted(const CommandExtent& extent) {
         if (!extent.isReadable || extent.kind == CommandKind::kDocument ||
@@ -72,7 +66,7 @@ private:
         // Of these words three letters are enough.
         if (LegacyCommandAt(m_lines.Text(), m_begin) != CommandType::kOrdinary) return true;
         const std::size_t length = WordLength(rest);
-        return length > 0 && m_names.contains(Upper(rest.substr(0, length)));
+        return length > 0 && m_names.contains(InUpperAscii(rest.substr(0, length)));
     }
 
     // True when a person sees a period at the command's end, whatever comment follows it.
@@ -115,13 +109,16 @@ bool MayEndCommand(std::string_view line) {
 }
 
 // No fewer commands than there are in batch layout, found without cutting the text: each begins in
-// the first column, or after one that is ended.
+// the first column, or after one that is ended, or after a blank line.
 long MostBatchCommands(const SourceLines& lines) {
     long count = 0;
     bool isAfterEnd = true;
     for (long number = 1; number <= lines.Count(); ++number) {
         const std::string_view line = lines.Line(number);
-        if (IsBlankLine(line)) continue;
+        if (IsBlankLine(line)) {
+            isAfterEnd = true;
+            continue;
+        }
         // Only a blank continues a command, a tab does not.
         if (isAfterEnd || line.front() != ' ') ++count;
         isAfterEnd = MayEndCommand(line);

@@ -19,6 +19,8 @@
 #include "driver/stringstreams.h"
 #include "driver/textcut.h"
 #include "driver/textencoding.h"
+#include "platform/assertion.h"
+#include "platform/commandbudget.h"
 #include "quillet.h"
 #include "tokenizer/parseerror.h"
 #include "tokenizer/tavqtokensequence.h"
@@ -56,11 +58,10 @@ std::string WithLfLineEnds(std::string_view text) {
 
 // A command has at least its word.
 std::string_view WithoutLastBlanks(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(" \t\r\n") + 1);
+    return text.substr(0, text.find_last_not_of(kWhiteSpace) + 1);
 }
 
-// The line that looks as if it was to end the inline data from `firstLine` to `lastLine`; 0 for
-// none.
+// The line that looks as if it was to end the inline data in `extent`; 0 for none.
 long LookalikeOfEnd(const SourceLines& lines, const CommandExtent& extent) {
     for (long line = extent.firstLine + 1; line <= extent.lastLine; ++line) {
         std::string_view text = lines.Line(line);
@@ -204,7 +205,8 @@ private:
         if (pMacro != nullptr) return TellOfMacro(command, *pMacro);
         if (m_layouts.IsForTheOther(m_batchMode)) return TellOfOtherLayout(command, extent);
         const bool isOnCommentLine = command.isAfterPeriod && command.line == extent.firstLine;
-        if (IsRealComment(m_lines, extent, m_batchMode) && !isOnCommentLine) {
+        const bool hasPeriod = isOnCommentLine || command.commentAfterPeriodLine != 0;
+        if (!hasPeriod && IsRealComment(m_lines, extent, m_batchMode)) {
             return Overlook(command, FindingCode::kOpenComment, Wording::kOpenComment,
                             extent.firstLine);
         }
@@ -263,7 +265,9 @@ private:
                                                 [&command](const CommandExtent& candidate) {
                                                     return candidate.lastLine < command.line;
                                                 });
-        if (other != others.end() && other->firstLine <= command.line) {
+        // It may stand in the middle of another command there, too.
+        if (other != others.end() && FirstTextIn(m_lines, other->firstLine, other->lastLine,
+                                                 !m_batchMode) == command.offset) {
             command.end = std::max(command.end, other->end + (other->isEnded ? 1 : 0));
             if (!m_batchMode) command.end = other->end + (other->isEnded ? 1 : 0);
         }
@@ -326,7 +330,7 @@ private:
             m_lines.Text().substr(begin, std::max(extent.end, begin) - begin);
         const std::string_view name = CommandAt(text);
         if (name != "INCLUDE" && name != "INSERT") return;
-        const std::string path = PathIn(std::string(text));
+        const std::string path = PathIn(text);
         if (path.empty()) return;
         Finding finding;
         finding.code = FindingCode::kInclude;
@@ -341,11 +345,15 @@ private:
         Add(std::move(finding), wording, {.name = path});
     }
 
-    // The literal that such a command begins with: INCLUDE 'path', INSERT FILE = 'path'.
-    [[nodiscard]] std::string PathIn(const std::string& text) const {
+    // The literal that such a command begins with: INCLUDE 'path', INSERT FILE = 'path'. Of a text
+    // longer than any path the beginning will do: a literal of many pieces is put together anew
+    // for each.
+    [[nodiscard]] std::string PathIn(std::string_view text) const {
         constexpr int kMostTokens = 4;
+        constexpr std::size_t kMostBytes = 4096;
         try {
-            TAVQTokenSequence tokens(m_codePage, text, false, kMostTokens);
+            TAVQTokenSequence tokens(m_codePage, std::string(text.substr(0, kMostBytes)), false,
+                                     kMostTokens);
             tokens.SetNextIndex(0);
             while (tokens.Next()) {
                 if (tokens.Type() != TokenCodes::kLiteral) continue;
@@ -356,6 +364,8 @@ private:
             }
         } catch (const ParseError&) {
             // The conversion has read it without an error, so its tokens had another end.
+        } catch (const CommandTooLarge&) {
+            // The conversion copies it without putting its literals together.
         }
         return {};
     }
@@ -485,6 +495,7 @@ LegacyFindings FindLegacyCommands(std::string_view text, const FindOptions& opti
                                   const std::vector<CommandOutline>& commands) {
     const CodePage* pCodePage = CodePageOf(text, options.conversion);
     if (pCodePage == nullptr) return OnlyWideText();
+    const ScopedAssertionHandler handler(TellNobody);
     return LegacyCommandFinder(text, options, commands, *pCodePage).Run();
 }
 
@@ -505,6 +516,7 @@ LayoutChoice ChooseLayout(std::string_view text, const Options& options) {
     LayoutChoice choice;
     const CodePage* pCodePage = CodePageOf(text, options);
     if (pCodePage == nullptr) return choice;
+    const ScopedAssertionHandler handler(TellNobody);
     const SourceLines lines(text);
     std::vector<MacroDefinition> definitions;
     LayoutComparison layouts(lines, *pCodePage, definitions);

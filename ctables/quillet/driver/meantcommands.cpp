@@ -23,7 +23,7 @@ std::vector<MacroDefinition>::const_iterator FirstNotOver(
 
 // The offset after the last byte before `offset` that is no white space.
 std::size_t EndOfText(std::string_view text, std::size_t offset) {
-    const std::size_t last = text.substr(0, offset).find_last_not_of(" \t\r\n");
+    const std::size_t last = text.substr(0, offset).find_last_not_of(kWhiteSpace);
     return last == std::string_view::npos ? 0 : last + 1;
 }
 
@@ -146,6 +146,7 @@ private:
         if (!isInFirstColumn && (m_isComment || !isSetOff)) return;
         const bool isTold = m_search.isInResult && !isInBody;
         if (isTold && m_search.isLegacy) {
+            if (IsFirstSubcommand()) return;
             if (!isSetOff && WantsMore(m_text.substr(0, EndOfText(m_text, m_lineBegin)))) return;
             Add(MeantCommand::Sort::kLost, offset).name = name;
         } else if (isTold && m_isAfterBlankLine && m_extent.kind != CommandKind::kInlineData) {
@@ -156,6 +157,15 @@ private:
             Close(m_lineBegin);
         }
         Restart();
+    }
+
+    // A legacy command's first subcommand needs no slash, and it may be called as a command is.
+    [[nodiscard]] bool IsFirstSubcommand() const {
+        if (!m_search.ownPlace || *m_search.ownPlace >= m_lineBegin) return false;
+        const std::size_t begin = *m_search.ownPlace;
+        const std::string_view before =
+            m_text.substr(begin, EndOfText(m_text, m_lineBegin) - begin);
+        return WordLength(before) == before.size();
     }
 
     // The same on a line that a period has begun anew.

@@ -58,7 +58,7 @@ private:
         extent.firstLine = m_commands.StartLine();
         extent.lastLine = m_commands.EndLine();
         FindEnd(extent);
-        if (m_settings.checksTokens) CheckTokensOf(extent);
+        if (m_settings.checksTokens) CheckTokensOfCommand();
         m_cut.extents.push_back(extent);
     }
 
@@ -84,7 +84,7 @@ private:
         m_cut.extents.push_back(extent);
     }
 
-    void CheckTokensOf(const CommandExtent& /*extent*/) {
+    void CheckTokensOfCommand() {
         try {
             const CommandHead head = HeadOf(m_commands, m_codePage, m_settings.batchMode);
             if (head.kind != CommandKind::kOrdinary) return;
