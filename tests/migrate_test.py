@@ -1076,6 +1076,20 @@ class TestSignOff(MigrateCase):
         assert self.facts("a/b.syn")["signOffs"] == signs
         assert (self.target / self.FILE).read_text(encoding="utf-8") == text
 
+    def test_goes_along_when_an_overlooked_command_is_converted(self):
+        self.create("a.syn", b"* old\n  " + TABLES)
+        self.create("b.syn", b"+" + TABLES)
+        self.migrate("--layout=interactive", status=1)
+        texts = {name: self.facts(name)["findings"][0]["text"] for name in ("a.syn", "b.syn")}
+        assert texts["a.syn"] == texts["b.syn"] == TABLES.decode().strip()
+        self.sign(*((name, text, 1, "checked", "r") for name, text in texts.items()))
+        self.create("a.syn", b"* old.\n  " + TABLES)
+        self.migrate("--batch-include=b.syn", "--layout=interactive")
+        for name in texts:
+            facts = self.facts(name)
+            assert (facts["converted"], len(facts["signOffs"])) == (1, 1)
+            assert not facts["commands"][0]["source"].startswith("TABLES")
+
     def test_one_of_a_command_that_is_no_more_is_told(self):
         self.create("a.syn", FAILING)
         self.create("gr\xf6\xdfe.syn".encode("latin-1"), FAILING)

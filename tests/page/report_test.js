@@ -1279,6 +1279,30 @@ async function TestSignOffs() {
     await Close(page, "sign-offs");
 }
 
+async function TestSignOffTexts() {
+    const command = (line, source) => ({...FailedCommand(line, 1, () => 0), source});
+    const finding = (line, text) => MakeFinding("layout", "overlooked", line, {text});
+    const file = WithFindings(MakeFile("a.syn", [
+        command(3, " \t\v\f\r\nTABLES\n  /TABLE=a b. \n"), command(40, "+\tTABLES /TABLE=c."),
+        command(50, "\u00a0x\u00a0"), command(60, " - \n")], {}),
+    [finding(20, "TABLES\n  /TABLE=a b."), finding(30, "TABLES /TABLE=c.")]);
+    const page = await OpenReport("texts", MakeReport([file], {}));
+    for (const index of [0, 1, 2, 3]) {
+        await GoTo(page, HashOf(file, index));
+        await page.locator(`#opened-${index} .sign-off select`).selectOption("checked");
+    }
+    for (const index of [0, 1]) {
+        await page.locator(".finding").nth(index).click();
+        await page.locator("#findings .sign-off select").nth(index).selectOption("mended");
+    }
+    const [first, second] = ["TABLES\n  /TABLE=a b.", "TABLES /TABLE=c."].map(TextHash);
+    CheckEqual("what is around a text is no part of it",
+        (await SavedSignOffs(page)).signOffs.map((one) => [one.firstLine, one.hash, one.number]),
+        [[3, first, 1], [20, first, 2], [30, second, 1], [40, second, 2],
+         [50, TextHash("\u00a0x\u00a0"), 1], [60, TextHash(""), 1]]);
+    await Close(page, "texts of sign-offs");
+}
+
 async function TestHighlighting(file) {
     const page = await Open(file, {hash: HashOf({path: "household/wave3/tables.syn"}, 0)});
     const of = (side, kind) => page.locator(`.${side} .t-${kind}`).allTextContents();
@@ -1654,6 +1678,7 @@ async function TestSamples(all) {
         ["findings", () => TestFindings(file, report)],
         ["equal failures", TestEqualFailures], ["work", TestWork],
         ["parts", TestParts], ["since the last run", TestSinceLastRun], ["sign-offs", TestSignOffs],
+        ["texts of sign-offs", TestSignOffTexts],
         ["highlighting", () => TestHighlighting(file)], ["address", () => TestAddress(file)],
         ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],
         ["looks", () => TestLooks(file)],

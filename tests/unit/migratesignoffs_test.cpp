@@ -83,6 +83,29 @@ TEST_F(SignOffTest, EachCommandHasOneKey) {
     EXPECT_FALSE(commands[3].isConverted);
 }
 
+// What was overlooked is listed from its word on, what was met with what is before and after it.
+TEST_F(SignOffTest, WhatIsAroundATextIsNoPartOfIt) {
+    const std::unique_ptr<StoredFile> commands = m_folder.Store(
+        "indented",
+        "[" + SignedCommandText(1, " \t\v\f\r\nTABLES\n  /TABLE=a. \n", CommandOutcome::kFailed) +
+            "," + SignedCommandText(7, "- TABLES /TABLE=a.", CommandOutcome::kFailed) + "," +
+            SignedCommandText(9, " +\n", CommandOutcome::kFailed) + "]");
+    const std::unique_ptr<StoredFile> findings = m_folder.Store(
+        "cut-out", "[" + SignedFindingText("layout", "overlooked", 5, R"(TABLES\n  /TABLE=a.)") +
+                       "," + SignedFindingText("layout", "overlooked", 6, R"(TABLES\n /TABLE=a.)") +
+                       "]");
+    std::vector<KeyedCommand> keyed;
+    ASSERT_TRUE(ReadKeyedCommands(
+        {{}, {commands.get(), 0, commands->Size()}, {findings.get(), 0, findings->Size()}}, keyed));
+    ASSERT_EQ(keyed.size(), 5U);
+    const std::string hash = TextHashOf("TABLES\n  /TABLE=a.");
+    EXPECT_EQ(keyed[0].key, (CommandKey{hash, 1}));
+    EXPECT_EQ(keyed[1].key, (CommandKey{hash, 2}));
+    EXPECT_NE(keyed[2].key.hash, hash);
+    EXPECT_EQ(keyed[3].key.hash, TextHashOf("TABLES /TABLE=a."));
+    EXPECT_EQ(keyed[4].key.hash, TextHashOf(""));
+}
+
 TEST_F(SignOffTest, EachGoesWhereItBelongs) {
     const std::string same = TextHashOf("same");
     const std::string text = R"({"format":"quillet-signoff","formatVersion":1,"signOffs":[)"

@@ -17,12 +17,24 @@ namespace {
 
 constexpr std::size_t kHashDigits = 16;
 constexpr std::string_view kDigits = "0123456789abcdef";
+constexpr std::string_view kOuterBlanks = " \t\n\v\f\r";
+
+// What was overlooked is cut out from its word on; the same command, once it is met, brings along
+// the blanks around it, and the sign that begins it in batch layout.
+std::string_view BareTextOf(std::string_view text) {
+    std::size_t begin = text.find_first_not_of(kOuterBlanks);
+    if (begin != std::string_view::npos && (text[begin] == '+' || text[begin] == '-')) {
+        begin = text.find_first_not_of(kOuterBlanks, begin + 1);
+    }
+    if (begin == std::string_view::npos) return {};
+    return text.substr(begin, text.find_last_not_of(kOuterBlanks) + 1 - begin);
+}
 
 // Which of several equal ones it is stays open.
 KeyedCommand WithKey(std::string_view text, const std::string& type, bool isConverted,
                      std::int64_t firstLine) {
     KeyedCommand command;
-    command.key.hash = TextHashOf(text);
+    command.key.hash = TextHashOf(BareTextOf(text));
     command.type = type;
     command.isConverted = isConverted;
     command.firstLine = firstLine;

@@ -29,7 +29,8 @@ struct KeyedCommand {
 
 /// Fills `commands` with those that the report lists for a file and those that were overlooked in
 /// it, by their first lines, each once: one in the body of a macro counts as overlooked whatever
-/// was made of it. False when they cannot be read.
+/// was made of it. Their hashes are those of their texts without blanks and line ends at both ends,
+/// and without a sign at the beginning. False when they cannot be read.
 [[nodiscard]] bool ReadKeyedCommands(const FileEntry& file, std::vector<KeyedCommand>& commands);
 
 }  // namespace quillet::migrate

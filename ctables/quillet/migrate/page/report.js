@@ -927,6 +927,22 @@ function ReadSignOffs() {
     for (const signOff of g_signOffs.others) AddSignOff(KeyOf(signOff), signOff);
 }
 
+// What was overlooked is cut out from its word on; the same command, once it is met, brings along the
+// blanks around it, and the sign that begins it in batch layout.
+function BareText(text) {
+    const kBlanks = " \t\n\v\f\r";
+    const skipBlanks = (from) => {
+        let place = from;
+        while (place < text.length && kBlanks.includes(text[place])) ++place;
+        return place;
+    };
+    let begin = skipBlanks(0);
+    if (text[begin] === "+" || text[begin] === "-") begin = skipBlanks(begin + 1);
+    let end = text.length;
+    while (end > begin && kBlanks.includes(text[end - 1])) --end;
+    return text.slice(begin, end);
+}
+
 // The commands of a file that can be signed off, each once: one in the body of a macro counts as
 // overlooked, whatever was made of it.
 function EntriesOf(file, commands, findings) {
@@ -937,7 +953,7 @@ function EntriesOf(file, commands, findings) {
     all.sort((a, b) => Count(a.firstLine) - Count(b.firstLine));
     const counts = new Map();
     return new Map(all.map((one) => {
-        const text = String(one.source ?? one.text ?? "");
+        const text = BareText(String(one.source ?? one.text ?? ""));
         const number = (counts.get(text) || 0) + 1;
         counts.set(text, number);
         return [one, {file, text, number, hash: "", firstLine: Count(one.firstLine), badge: null}];
