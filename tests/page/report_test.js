@@ -1326,6 +1326,45 @@ async function TestHighlighting(file) {
     await Close(page, "highlighting");
 }
 
+// Each command is one that the program cannot convert, with the line and column that it tells.
+async function TestPlaces() {
+    const failed = (source, line, column, error) => ({
+        type: "TABLES", outcome: "failed", firstLine: 5, lastLine: 6, source,
+        error: error || "tables-syntax", errorLine: 4 + line, errorColumn: column, message: "m",
+        warnings: [],
+    });
+    const cases = [
+        ["a first line", failed("TABLES /TABLE=a b.", 1, 18), "b"],
+        ["one that is indented", failed("   TABLES /TABLE=a b.", 1, 21), "b"],
+        ["letters of several bytes", failed("TABLES /TABLE=\u00e9\ud83d\ude00 b.", 1, 19), "b"],
+        ["tabs", failed("TABLES  \t  /TABLE=a b.", 1, 22), "b"],
+        ["a subcommand", failed("TABLES /TABLE=a /FTOTAL=1.", 1, 24), "/FTOTAL"],
+        ["a later line", failed("TABLES\n  /TABLE=a b.", 2, 12), "b"],
+        ["a later line with a tab", failed("TABLES /FORMAT ZERO\n\t/TABLE=a b.", 2, 11), "b"],
+        ["a number in a first line",
+         failed("  TABLES /TABLE=a 1E b\n", 1, 21, "exponent-without-digits"), "E"],
+        ["a number in a later line",
+         failed("TABLES\n  /TABLE=a 1E b\n", 2, 13, "exponent-without-digits"), "E"],
+        ["a quotation mark in a first line",
+         failed("  TABLES  /TITLE='x\n", 1, 18, "unclosed-literal"), "'x"],
+        ["a quotation mark in a later line",
+         failed("TABLES\n  /TITLE='x\n", 2, 10, "unclosed-literal"), "'x"],
+        ["a character in a first line",
+         failed("TABLES /TABLE=a \u0001 b\n", 1, 17, "invalid-character"), "\u0001"],
+        ["a character in a later line",
+         failed("TABLES\n /TABLE=a \u0001 b\n", 2, 10, "invalid-character"), "\u0001"],
+        ["no place", failed("TABLES a.", 1, 0), undefined],
+    ];
+    const file = MakeFile("a.syn", cases.map(([, command]) => command), {});
+    const page = await OpenReport("places", MakeReport([file], {}));
+    for (const [index, [name, , expected]] of cases.entries()) {
+        await GoTo(page, HashOf(file, index));
+        CheckEqual(`the place is marked: ${name}`,
+            (await page.locator(".place").allTextContents())[0], expected);
+    }
+    await Close(page, "places");
+}
+
 async function TestAddress(file) {
     const target = {path: "household/wave3/tables.syn"};
     const page = await Open(file, {hash: HashOf(target, 1)});
@@ -1679,7 +1718,7 @@ async function TestSamples(all) {
         ["equal failures", TestEqualFailures], ["work", TestWork],
         ["parts", TestParts], ["since the last run", TestSinceLastRun], ["sign-offs", TestSignOffs],
         ["texts of sign-offs", TestSignOffTexts],
-        ["highlighting", () => TestHighlighting(file)], ["address", () => TestAddress(file)],
+        ["highlighting", () => TestHighlighting(file)], ["places", TestPlaces], ["address", () => TestAddress(file)],
         ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],
         ["looks", () => TestLooks(file)],
         ["names", TestNames], ["bars", () => TestBars(file, report)],

@@ -1971,10 +1971,20 @@ function Side(className, title, place) {
 function SourceSide(command) {
     const side = Side("source", "Source", LinesOf(command).toLowerCase());
     AddCode(side, String(command.source ?? ""), command.firstLine, {
-        line: Count(command.errorLine), column: Count(command.errorColumn),
-        text: ErrorText(command),
+        line: Count(command.errorLine), column: ErrorCharacter(command), text: ErrorText(command),
     });
     return side;
+}
+
+// Which character of its line a command's `errorColumn` means, from 1; 0 for none. Columns are counted
+// from 2 on the first line of a command. Where reading was given up at a quotation mark that has no
+// partner, every line counts from 1; at a character that no command may hold, the column is that of
+// the one before it.
+function ErrorCharacter(command) {
+    const column = Count(command.errorColumn);
+    if (column === 0 || command.error === "unclosed-literal") return column;
+    const isFirst = command.errorLine === command.firstLine;
+    return column - (isFirst ? 1 : 0) + (command.error === "invalid-character" ? 1 : 0);
 }
 
 function ResultSide(command) {
