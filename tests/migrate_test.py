@@ -1090,6 +1090,22 @@ class TestSignOff(MigrateCase):
             assert (facts["converted"], len(facts["signOffs"])) == (1, 1)
             assert not facts["commands"][0]["source"].startswith("TABLES")
 
+    def test_one_of_two_copies_is_about_none_when_the_other_is_gone(self):
+        self.create("a.syn", 2 * FAILING)
+        self.migrate(status=1)
+        self.sign(("a.syn", FAILING.decode().strip(), 1, "mended", "r"))
+        path = self.target / self.FILE
+        path.write_text(path.read_text().replace('"number": 1', '"number": 1, "copies": 2'))
+        self.migrate(status=1)
+        assert [(sign["number"], sign["copies"]) for sign in self.facts("a.syn")["signOffs"]] == [
+            (1, 2)]
+        # The one that was signed off is put right, and nobody has looked at the other.
+        self.create("a.syn", FAILING.replace(b"NONSENSE", b"OTHER") + FAILING)
+        self.migrate(status=1)
+        assert "signOffs" not in self.facts("a.syn")
+        assert [(other["number"], other["copies"]) for other in self.report()["otherSignOffs"]] == [
+            (1, 2)]
+
     def test_one_of_a_command_that_is_no_more_is_told(self):
         self.create("a.syn", FAILING)
         self.create("gr\xf6\xdfe.syn".encode("latin-1"), FAILING)

@@ -1176,7 +1176,9 @@ async function SavedSignOffs(page) {
 async function TestSignOffs() {
     const copy = FailedCommand(60, 2, () => 0);
     const hash = TextHash(copy.source);
-    const mended = {hash, number: 2, state: "mended", remark: "by <b>Ann</b>", firstLine: 60};
+    const mended = {
+        hash, number: 2, copies: 2, state: "mended", remark: "by <b>Ann</b>", firstLine: 60,
+    };
     const gone = {
         path: "gone.syn", hash: TextHash("gone"), number: 1, state: "checked",
         remark: kScript, firstLine: 7,
@@ -1235,12 +1237,12 @@ async function TestSignOffs() {
     await Picture(page, "signed");
     await GoTo(page, HashOf(files[1], 0));
     await page.locator("#opened-0 .sign-off select").selectOption("checked");
-    const kept = {hash: TextHash(kChart.source), number: 1, state: "checked", remark: ""};
+    const kept = {hash: TextHash(kChart.source), number: 1, copies: 1, state: "checked", remark: ""};
     const expected = [
-        {path: "a.syn", hash: TextHash(overlooked.text), number: 1, state: "mended", remark: "",
-         firstLine: 40},
+        {path: "a.syn", hash: TextHash(overlooked.text), number: 1, copies: 2, state: "mended",
+         remark: "", firstLine: 40},
         {path: "a.syn", ...mended},
-        {path: "a.syn", hash: TextHash(hostile.source), number: 1, state: "checked",
+        {path: "a.syn", hash: TextHash(hostile.source), number: 1, copies: 1, state: "checked",
          remark: "Looks right", firstLine: 80},
         {path: "b/\ufffd.syn", rawPath: "b/%FF.syn", ...kept, firstLine: kChart.firstLine}, gone,
     ];
@@ -1301,6 +1303,26 @@ async function TestSignOffTexts() {
         [[3, first, 1], [20, first, 2], [30, second, 1], [40, second, 2],
          [50, TextHash("\u00a0x\u00a0"), 1], [60, TextHash(""), 1]]);
     await Close(page, "texts of sign-offs");
+}
+
+// Which of several copies a sign-off is about is known only as long as there are as many.
+async function TestSignOffCopies() {
+    const file = MakeFile("a.syn", [FailedCommand(3, 1, () => 0), FailedCommand(30, 1, () => 0)], {});
+    const about = {path: "a.syn", hash: TextHash(file.commands[0].source), number: 1};
+    const before = [1, 3].map((copies) =>
+        ({...about, copies, state: "mended", remark: "", firstLine: 3}));
+    const page = await OpenReport("copies", MakeReport([file], {otherSignOffs: before}));
+    await GoTo(page, HashOf(file, 0));
+    CheckEqual("a sign-off of other copies marks none",
+        await page.locator("#commands .signed").allTextContents(), ["", ""]);
+    await page.locator("#opened-0 .sign-off select").selectOption("checked");
+    CheckEqual("each stays what it is",
+        (await SavedSignOffs(page)).signOffs.map((one) => [one.number, one.copies, one.state]),
+        [[1, 1, "mended"], [1, 2, "checked"], [1, 3, "mended"]]);
+    await page.locator("#opened-0 .sign-off select").selectOption("");
+    CheckEqual("and can be taken back alone",
+        (await SavedSignOffs(page)).signOffs.map((one) => one.copies), [1, 3]);
+    await Close(page, "copies");
 }
 
 async function TestHighlighting(file) {
@@ -1717,7 +1739,7 @@ async function TestSamples(all) {
         ["findings", () => TestFindings(file, report)],
         ["equal failures", TestEqualFailures], ["work", TestWork],
         ["parts", TestParts], ["since the last run", TestSinceLastRun], ["sign-offs", TestSignOffs],
-        ["texts of sign-offs", TestSignOffTexts],
+        ["texts of sign-offs", TestSignOffTexts], ["copies", TestSignOffCopies],
         ["highlighting", () => TestHighlighting(file)], ["places", TestPlaces], ["address", () => TestAddress(file)],
         ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],
         ["looks", () => TestLooks(file)],

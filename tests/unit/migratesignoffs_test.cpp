@@ -71,14 +71,14 @@ TEST_F(SignOffTest, EachCommandHasOneKey) {
     ASSERT_TRUE(ReadKeyedCommands(Entry("a"), commands));
     ASSERT_EQ(commands.size(), 4U);
     const std::string same = TextHashOf("same");
-    EXPECT_EQ(commands[0].key, (CommandKey{same, 1}));
+    EXPECT_EQ(commands[0].key, (CommandKey{same, 1, 3}));
     EXPECT_TRUE(commands[0].isConverted);
-    EXPECT_EQ(commands[1].key, (CommandKey{TextHashOf("macro"), 1}));
+    EXPECT_EQ(commands[1].key, (CommandKey{TextHashOf("macro"), 1, 1}));
     EXPECT_EQ(commands[1].type, "IGRAPH");
     EXPECT_FALSE(commands[1].isConverted);
-    EXPECT_EQ(commands[2].key, (CommandKey{same, 2}));
+    EXPECT_EQ(commands[2].key, (CommandKey{same, 2, 3}));
     EXPECT_EQ(commands[2].firstLine, 10);
-    EXPECT_EQ(commands[3].key, (CommandKey{same, 3}));
+    EXPECT_EQ(commands[3].key, (CommandKey{same, 3, 3}));
     EXPECT_EQ(commands[3].type, "TABLES");
     EXPECT_FALSE(commands[3].isConverted);
 }
@@ -99,8 +99,8 @@ TEST_F(SignOffTest, WhatIsAroundATextIsNoPartOfIt) {
         {{}, {commands.get(), 0, commands->Size()}, {findings.get(), 0, findings->Size()}}, keyed));
     ASSERT_EQ(keyed.size(), 5U);
     const std::string hash = TextHashOf("TABLES\n  /TABLE=a.");
-    EXPECT_EQ(keyed[0].key, (CommandKey{hash, 1}));
-    EXPECT_EQ(keyed[1].key, (CommandKey{hash, 2}));
+    EXPECT_EQ(keyed[0].key, (CommandKey{hash, 1, 2}));
+    EXPECT_EQ(keyed[1].key, (CommandKey{hash, 2, 2}));
     EXPECT_NE(keyed[2].key.hash, hash);
     EXPECT_EQ(keyed[3].key.hash, TextHashOf("TABLES /TABLE=a."));
     EXPECT_EQ(keyed[4].key.hash, TextHashOf(""));
@@ -120,7 +120,7 @@ TEST_F(SignOffTest, EachGoesWhereItBelongs) {
                              same +
                              R"(","number":4,"state":"checked","firstLine":6},)"
                              R"({"path":"x","rawPath":"%FF","hash":")" +
-                             same + R"(","number":2,"state":"checked"}]})";
+                             same + R"(","number":2,"copies":3,"state":"checked"}]})";
     SignOffs signOffs;
     std::string problem;
     ASSERT_TRUE(ParseSignOffs(text, signOffs, problem)) << problem;
@@ -129,7 +129,7 @@ TEST_F(SignOffTest, EachGoesWhereItBelongs) {
     ASSERT_TRUE(AssignSignOffs(signOffs, report));
     ASSERT_EQ(report.files[0].signOffs.size(), 1U);
     const SignOff& mended = report.files[0].signOffs[0];
-    EXPECT_EQ(mended.key, (CommandKey{same, 3}));
+    EXPECT_EQ(mended.key, (CommandKey{same, 3, 3}));
     EXPECT_EQ(mended.state, SignOffState::kMended);
     EXPECT_EQ(mended.remark, "r");
     EXPECT_EQ(mended.firstLine, 20);
@@ -142,6 +142,25 @@ TEST_F(SignOffTest, EachGoesWhereItBelongs) {
     const Totals totals = TotalsOf(report.files);
     EXPECT_EQ(totals.commandsChecked, 1);
     EXPECT_EQ(totals.commandsMended, 1);
+}
+
+// Of three copies one was mended in the source, or a fourth was added: nobody knows which was
+// meant.
+TEST_F(SignOffTest, WithMoreOrFewerCopiesNoneIsMeant) {
+    SignOffs signOffs;
+    for (const std::int64_t copies : {1, 2, 4}) {
+        const CommandKey key{TextHashOf("same"), 1, copies};
+        signOffs["a"][key] = {key, SignOffState::kMended, "", 3};
+    }
+    Report report;
+    report.files = {Entry("a")};
+    ASSERT_TRUE(AssignSignOffs(signOffs, report));
+    EXPECT_TRUE(report.files[0].signOffs.empty());
+    ASSERT_EQ(report.otherSignOffs.size(), 3U);
+    EXPECT_EQ(report.otherSignOffs[2].signOff.key.copies, 4);
+    EXPECT_EQ(report.otherSignOffs[2].signOff.firstLine, 3);
+    EXPECT_NE(OpenReportJson(report).find(R"("number":1,"copies":4,"state":"mended")"),
+              std::string::npos);
 }
 
 TEST_F(SignOffTest, CommandsThatCannotBeReadAreNoticed) {
@@ -175,6 +194,9 @@ TEST_F(SignOffTest, DamageIsNamed) {
         {with(good + R"(,"state":"done"})"), "signOffs[0].state is no state of a sign-off"},
         {with(good + R"(,"hash":"x"})"), "signOffs[0].hash is no hash of a text"},
         {with(good + R"(,"number":0})"), "signOffs[0].number is not a number from 1"},
+        {with(good + R"(,"copies":0})"), "signOffs[0].copies is less than its number"},
+        {with(good + R"(,"copies":"x"})"),
+         "signOffs[0].copies is not a whole number from 0 to 9007199254740991"},
         {with(good + R"(,"number":1.5})"),
          "signOffs[0].number is not a whole number from 0 to 9007199254740991"},
     };

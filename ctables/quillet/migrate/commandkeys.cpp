@@ -1,5 +1,6 @@
 // Lines move whenever somebody works on a file, so a command is known by its text. Copies of one
-// text are told apart by their order, which is all that there is.
+// text are told apart by their order, which is all that there is, and which holds as long as there
+// are as many of them.
 #include "migrate/commandkeys.h"
 
 #include <algorithm>
@@ -30,7 +31,7 @@ std::string_view BareTextOf(std::string_view text) {
     return text.substr(begin, text.find_last_not_of(kOuterBlanks) + 1 - begin);
 }
 
-// Which of several equal ones it is stays open.
+// Which of several equal ones it is, and of how many, stays open.
 KeyedCommand WithKey(std::string_view text, const std::string& type, bool isConverted,
                      std::int64_t firstLine) {
     KeyedCommand command;
@@ -86,6 +87,7 @@ bool ReadKeyedCommands(const FileEntry& file, std::vector<KeyedCommand>& command
                      });
     std::unordered_map<std::string_view, std::int64_t> counts;
     for (KeyedCommand& command : commands) command.key.number = ++counts[command.key.hash];
+    for (KeyedCommand& command : commands) command.key.copies = counts[command.key.hash];
     return true;
 }
 

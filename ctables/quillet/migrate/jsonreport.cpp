@@ -71,6 +71,7 @@ void AddPath(std::string_view path, OrderedJson& json) {
 void AddSignOff(const SignOff& signOff, OrderedJson& json) {
     json["hash"] = signOff.key.hash;
     json["number"] = signOff.key.number;
+    json["copies"] = signOff.key.copies;
     json["state"] = NameOf(signOff.state);
     json["remark"] = signOff.remark;
     json["firstLine"] = signOff.firstLine;

@@ -184,6 +184,9 @@ struct ArrayOffsets {
 struct CommandKey {
     std::string hash;         ///< See `TextHashOf`.
     std::int64_t number = 0;  ///< Which of those with this text, from 1, by their lines.
+    /// How many of the file have this text. With another number of them nobody knows which is
+    /// which.
+    std::int64_t copies = 1;
 
     friend auto operator<=>(const CommandKey&, const CommandKey&) = default;
 };

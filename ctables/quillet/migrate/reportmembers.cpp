@@ -110,10 +110,10 @@ constexpr Member kCommandMembers[] = {
 };
 
 constexpr Member kSignOffMembers[] = {
-    {"path", MemberKind::kPath},          {"rawPath", MemberKind::kRawPath},
-    {"hash", MemberKind::kTextHash},      {"number", MemberKind::kCount},
-    {"state", MemberKind::kSignOffState}, {"remark", MemberKind::kName},
-    {"firstLine", MemberKind::kCount},
+    {"path", MemberKind::kPath},     {"rawPath", MemberKind::kRawPath},
+    {"hash", MemberKind::kTextHash}, {"number", MemberKind::kCount},
+    {"copies", MemberKind::kCount},  {"state", MemberKind::kSignOffState},
+    {"remark", MemberKind::kName},   {"firstLine", MemberKind::kCount},
 };
 
 constexpr Member kSinceLastRunMembers[] = {

@@ -28,6 +28,12 @@ constexpr std::int64_t kSignOffVersion = 1;
 // The members of a sign-off, of which only these have to be there.
 constexpr const char* kNeeded[] = {"path", "hash", "number", "state"};
 
+// Where nothing is said about copies, there are no more than it takes.
+CommandKey CommandKeyOf(const json& element) {
+    const auto number = element["number"].get<std::int64_t>();
+    return {element["hash"].get<std::string>(), number, element.value("copies", number)};
+}
+
 // What is wrong with one, after its name; empty when nothing is.
 std::string ProblemOfSignOff(const json& element) {
     if (!element.is_object()) return " is not an object";
@@ -42,7 +48,9 @@ std::string ProblemOfSignOff(const json& element) {
             return std::string(".").append(member.name).append(" ").append(problem);
         }
     }
-    if (element["number"].get<std::int64_t>() < 1) return ".number is not a number from 1";
+    const CommandKey key = CommandKeyOf(element);
+    if (key.number < 1) return ".number is not a number from 1";
+    if (key.copies < key.number) return ".copies is less than its number";
     return {};
 }
 
@@ -54,8 +62,7 @@ std::string PathOf(const json& element) {
 
 SignOff SignOffOf(const json& element) {
     SignOff signOff;
-    signOff.key.hash = element["hash"].get<std::string>();
-    signOff.key.number = element["number"].get<std::int64_t>();
+    signOff.key = CommandKeyOf(element);
     signOff.state = SignOffStateOf(element["state"].get_ref<const std::string&>())
                         .value_or(SignOffState::kChecked);
     signOff.remark = element.value("remark", std::string());

@@ -863,7 +863,8 @@ function StartWork() {
 // What readers have found out about single commands. It is kept in a file that a page can only hand
 // over: whoever saves it puts it into the folder of the results. So every page holds all sign-offs,
 // also those about commands that are not in its report, and a file that was saved can be read back.
-// A command is known by its text, as the program knows it, and copies of one text by their lines.
+// A command is known by its text, as the program knows it, and copies of one text by their lines, as
+// long as there are as many of them.
 
 const kSignOffName = "quillet-signoff.json";
 const kSignOffFormat = "quillet-signoff";
@@ -894,20 +895,26 @@ function HashOf(text) {
     return [high, low].map((half) => half.toString(16).padStart(8, "0")).join("");
 }
 
-function SignOffKey(pathKey, hash, number) {
-    return `${hash} ${number} ${pathKey}`;
+// Where nothing is said about copies, there are no more than it takes.
+function CopiesOf({number, copies}) {
+    return copies ?? number;
+}
+
+// `place` is a sign-off or the entry of a command.
+function SignOffKey(pathKey, hash, place) {
+    return `${hash} ${place.number} ${CopiesOf(place)} ${pathKey}`;
 }
 
 function AddSignOff(pathKey, signOff) {
-    const key = SignOffKey(pathKey, signOff.hash, signOff.number);
+    const key = SignOffKey(pathKey, signOff.hash, signOff);
     if (!g_signOffs.all.has(key)) {
         g_signOffs.files.set(pathKey, (g_signOffs.files.get(pathKey) || 0) + 1);
     }
     g_signOffs.all.set(key, signOff);
 }
 
-function RemoveSignOff(pathKey, hash, number) {
-    if (!g_signOffs.all.delete(SignOffKey(pathKey, hash, number))) return;
+function RemoveSignOff(pathKey, key) {
+    if (!g_signOffs.all.delete(key)) return;
     g_signOffs.files.set(pathKey, g_signOffs.files.get(pathKey) - 1);
 }
 
@@ -952,12 +959,14 @@ function EntriesOf(file, commands, findings) {
     const all = [...commands.filter((command) => !inMacros.has(command.firstLine)), ...overlooked];
     all.sort((a, b) => Count(a.firstLine) - Count(b.firstLine));
     const counts = new Map();
-    return new Map(all.map((one) => {
+    const entries = new Map(all.map((one) => {
         const text = BareText(String(one.source ?? one.text ?? ""));
         const number = (counts.get(text) || 0) + 1;
         counts.set(text, number);
         return [one, {file, text, number, hash: "", firstLine: Count(one.firstLine), badge: null}];
     }));
+    for (const entry of entries.values()) entry.copies = counts.get(entry.text);
+    return entries;
 }
 
 // Nothing is hashed before somebody asks for it.
@@ -969,7 +978,7 @@ function EntryHash(entry) {
 function SignOffOf(entry) {
     const pathKey = KeyOf(entry.file);
     if (!g_signOffs.files.get(pathKey)) return null;
-    return g_signOffs.all.get(SignOffKey(pathKey, EntryHash(entry), entry.number)) || null;
+    return g_signOffs.all.get(SignOffKey(pathKey, EntryHash(entry), entry)) || null;
 }
 
 function StateOf(one) {
@@ -1035,13 +1044,13 @@ function SignOffText(name, remark) {
 
 function ChangeSignOff(entry, state, remark) {
     const pathKey = KeyOf(entry.file);
-    const {number, firstLine} = entry;
+    const {number, copies, firstLine} = entry;
     const hash = EntryHash(entry);
     if (state) {
         AddSignOff(pathKey,
-            {...PathMembers(entry.file), hash, number, state, remark, firstLine});
+            {...PathMembers(entry.file), hash, number, copies, state, remark, firstLine});
     } else {
-        RemoveSignOff(pathKey, hash, number);
+        RemoveSignOff(pathKey, SignOffKey(pathKey, hash, entry));
     }
     g_signOffs.unsaved = true;
     ShowBadge(entry);
@@ -1065,8 +1074,8 @@ function ShowOtherSignOffs() {
     Find("more-signed").hidden = true;
     if (count === 0) return;
     const verb = Plural(count, "sign-off is about a command", "sign-offs are about commands");
-    table.replaceChildren(Make("caption", "", `${verb} not in this report: the text was changed ` +
-        "or removed, or the file was not looked at. They stay in the file."),
+    table.replaceChildren(Make("caption", "", `${verb} not in this report: the text was changed, ` +
+        "removed or copied, or the file was not looked at. They stay in the file."),
         MakeHeadRow(["File", "Line", "Sign-off", "Remark"]), Make("tbody"));
     ShowMoreOthers();
 }
@@ -1092,7 +1101,8 @@ function ShowMoreOthers() {
 function SignOffFileText() {
     const order = (a, b) => (a < b ? -1 : Number(a > b));
     const all = [...g_signOffs.all.values()].sort((a, b) => order(a.path, b.path) ||
-        Count(a.firstLine) - Count(b.firstLine) || order(a.hash, b.hash) || a.number - b.number);
+        Count(a.firstLine) - Count(b.firstLine) || order(a.hash, b.hash) || a.number - b.number ||
+        CopiesOf(a) - CopiesOf(b));
     const head = JSON.stringify({format: kSignOffFormat, formatVersion: kSignOffVersion});
     const lines = all.map((signOff) => JSON.stringify(signOff));
     return `${head.slice(0, -1)},"signOffs":[\n${lines.join(",\n")}\n]}\n`;
