@@ -1253,32 +1253,168 @@ async function TestSignOffs() {
     await page.locator("#opened-0 .sign-off select").selectOption("");
     CheckEqual("a sign-off can be taken back", (await SavedSignOffs(page)).signOffs.length, 4);
 
-    const add = (text) => page.locator("#open-signed").setInputFiles(
-        {name: "saved.json", mimeType: "application/json", buffer: Buffer.from(text)});
-    const broken = [
-        ["{", "it holds no sign-offs"], ["[]", "it holds no sign-offs"],
-        [JSON.stringify({format: "quillet-signoff", formatVersion: 2}),
-         "a later version has written it"],
-        [JSON.stringify({format: "quillet-signoff", formatVersion: 1, signOffs: [gone, {}]}),
-         "signOffs[1] is damaged"],
-    ];
-    for (const [text, problem] of broken) {
-        await add(text);
-        await page.waitForFunction((wanted) =>
-            document.getElementById("signed-problem").textContent.includes(wanted), problem);
-        CheckEqual(`a broken file changes nothing: ${problem}`, await count(),
-            "2 commands checked, 2 commands mended by hand.");
-    }
-    await add(JSON.stringify({format: "quillet-signoff", formatVersion: 1, signOffs: [
-        {path: "b/\ufffd.syn", rawPath: "b/%FF.syn", ...kept, state: "mended"}]}));
-    await page.locator("#signed-problem").waitFor({state: "hidden"});
+    await GoTo(page, "");
+    await page.reload();
+    await GoTo(page, HashOf(files[1], 0));
+    await AddSignOffs(page, SignOffText([
+        {path: "b/\ufffd.syn", rawPath: "b/%FF.syn", ...kept, state: "mended"}]), "");
     CheckEqual("a saved file is added", [await count(), await badges()],
-        ["2 commands checked, 3 commands mended by hand. Not everything is saved yet.",
+        ["1 command checked, 2 commands mended by hand. Not everything is saved yet.",
          ["Mended by hand"]]);
     await page.setViewportSize({width: 400, height: 800});
     const wide = await page.evaluate(() => document.documentElement.scrollWidth);
     Check("a narrow window needs no scrolling sideways for sign-offs", wide <= 400, wide);
     await Close(page, "sign-offs");
+}
+
+function SignOffText(signOffs, more) {
+    return JSON.stringify({format: "quillet-signoff", formatVersion: 1, signOffs, ...more});
+}
+
+// Adds a file of this text and waits until the page has answered, with `told` in its answer.
+async function AddSignOffs(page, text, told) {
+    await page.evaluate(() => {
+        document.getElementById("signed-problem").textContent = "waiting";
+    });
+    const file = path.join(g_folder, "saved.json");
+    fs.writeFileSync(file, text);
+    await page.locator("#open-signed").setInputFiles(file);
+    await page.waitForFunction(() =>
+        document.getElementById("signed-problem").textContent !== "waiting");
+    const answer = await page.locator("#signed-problem").textContent();
+    Check(`adding answers: ${told}`, told ? answer.includes(told) : answer === "", answer);
+}
+
+// What the program would refuse is not let in, for whoever saved it again would end the next run.
+async function TestBrokenSignOffs() {
+    const good = {path: "a.syn", hash: TextHash("x"), number: 1, state: "checked"};
+    const page = await OpenReport("broken", MakeReport([MakeFile("a.syn", [kChart], {})], {}));
+    const damage = [
+        {firstLine: 1.5}, {firstLine: -3}, {firstLine: 2 ** 53}, {firstLine: "1"}, {number: 0},
+        {number: 1.5}, {copies: 0}, {number: 3, copies: 2}, {copies: null}, {hash: "x"},
+        {state: "done"}, {remark: 7}, {remark: "r".repeat(1048577)},
+        {remark: "\u00e9".repeat(600000)}, {remark: "half \ud83d"}, {path: 7}, {path: ""},
+        {path: "/a"}, {path: "a//b"}, {path: "a/../b"}, {path: "./a"}, {path: "a".repeat(262145)},
+        {rawPath: "%ZZ"}, {rawPath: "%ff"}, {rawPath: "a b"}, {rawPath: "%"}, {rawPath: ""},
+        {rawPath: "a%2F%2E%2E"}, {rawPath: "%FF".repeat(262145)}, {rawPath: null},
+    ];
+    const broken = [
+        ["{", "it holds no sign-offs"], ["[]", "it holds no sign-offs"],
+        [JSON.stringify({format: "quillet-signoff", formatVersion: 2}),
+         "a later version has written it"],
+        [SignOffText({}), "it holds no list of sign-offs"],
+        [SignOffText([good, {}]), "signOffs[1] is damaged"],
+        [SignOffText([good, {...good, remark: "other"}]),
+         "two of its sign-offs are about the same command"],
+        [SignOffText([good, {...good, path: "x", rawPath: "%61.syn"}]),
+         "two of its sign-offs are about the same command"],
+        [SignOffText([], {removed: {}}), "its list of those that were taken back is damaged"],
+        [SignOffText([], {removed: [{...good, hash: 7}]}),
+         "its list of those that were taken back is damaged"],
+        ...damage.map((more) => [SignOffText([{...good, ...more}]), "signOffs[0] is damaged"]),
+        [" ".repeat(67108865), "it is longer than 67,108,864 bytes"],
+    ];
+    for (const [text, problem] of broken) await AddSignOffs(page, text, problem);
+    CheckEqual("broken files change nothing", await Text(page, "#signed-count"),
+        "No command is signed off.");
+    const most = {
+        ...good, path: "x", rawPath: "%FF".repeat(262144), remark: "r".repeat(1048576),
+        firstLine: 2 ** 53 - 1, number: 2 ** 53 - 1, later: [{}],
+    };
+    await AddSignOffs(page, SignOffText([most, {...good, path: "a".repeat(262144)}]), "");
+    CheckEqual("what is just within the limits is let in", await Text(page, "#signed-count"),
+        "2 commands checked.");
+    await Close(page, "broken sign-offs");
+}
+
+// Work that is not in a saved file is not lost to it.
+async function TestAddingSignOffs() {
+    const [first, second] = [FailedCommand(30, 1, () => 0), FailedCommand(60, 2, () => 0)];
+    const about = (command, state, remark) => ({
+        path: "a.syn", hash: TextHash(command.source), number: 1, copies: 1, state, remark,
+        firstLine: command.firstLine,
+    });
+    const [old, other] = [about(first, "checked", "old"), about(second, "checked", "")];
+    const file = MakeFile("a.syn", [first, second, kChart], {
+        signOffs: [old, other].map((signOff) => ({...signOff, path: undefined})),
+    });
+    const report = MakeReport([file], {});
+    const page = await OpenReport("adding", report);
+    const count = (on = page) => Text(on, "#signed-count");
+    const saved = async (on) => (await SavedSignOffs(on)).signOffs
+        .map((one) => `${one.firstLine} ${one.state} ${one.remark}`);
+    await GoTo(page, HashOf(file, 0));
+    await page.getByLabel("Remark").fill("new");
+    await AddSignOffs(page, SignOffText([old, other]), "");
+    CheckEqual("a remark is not replaced by what the report knew",
+        [await page.getByLabel("Remark").inputValue(), await count()],
+        ["new", "2 commands checked. Not everything is saved yet."]);
+    await AddSignOffs(page, SignOffText([about(first, "mended", "theirs"),
+        about(second, "mended", "theirs")]), "says something else of 1 command than");
+    CheckEqual("nor by what others have said, who are told of",
+        [await page.getByLabel("Remark").inputValue(), await count()],
+        ["new", "1 command checked, 1 command mended by hand. Not everything is saved yet."]);
+    await AddSignOffs(page, SignOffText([about(first, "checked", "new"),
+        about(second, "mended", "theirs")]), "");
+    CheckEqual("what a file has need not be saved", await count(),
+        "1 command checked, 1 command mended by hand.");
+    await AddSignOffs(page, SignOffText([old, other]), "");
+    CheckEqual("an old file changes nothing",
+        [await count(), await saved(page)],
+        ["1 command checked, 1 command mended by hand. Not everything is saved yet.",
+         ["30 checked new", "60 mended theirs"]]);
+
+    // As in another part of the report.
+    await page.locator("#opened-0 .sign-off select").selectOption("");
+    await AddSignOffs(page, SignOffText([old]), "");
+    CheckEqual("what was taken back stays so",
+        [await page.locator("#opened-0 select").inputValue(), await count()],
+        ["", "1 command mended by hand. Not everything is saved yet."]);
+    const text = JSON.stringify(await SavedSignOffs(page));
+    const part = await OpenReport("adding", report);
+    await AddSignOffs(part, text, "");
+    CheckEqual("and is taken back elsewhere", await count(part), "1 command mended by hand.");
+    await GoTo(part, HashOf(file, 2));
+    await part.locator("#opened-2 .sign-off select").selectOption("checked");
+    CheckEqual("from where it is handed on", (await SavedSignOffs(part)).removed,
+        [{path: "a.syn", hash: old.hash, number: 1, copies: 1}]);
+    await GoTo(part, HashOf(file, 0));
+    await part.locator("#opened-0 .sign-off select").selectOption("mended");
+    CheckEqual("unless it is signed off again", (await SavedSignOffs(part)).removed, undefined);
+    await Close(part, "another part");
+    await Close(page, "adding sign-offs");
+}
+
+// What is open stays open where it was.
+async function TestAddingWhileReading() {
+    const commands = Array.from({length: 150}, (_, index) =>
+        FailedCommand(9 * index + 1, index, () => 0));
+    const file = MakeFile("a.syn", commands, {});
+    const page = await OpenReport("reading", MakeReport([file], {}));
+    await GoTo(page, HashOf(file, 120));
+    await page.locator("#command-filter").selectOption("failed");
+    await page.locator("#later-page").click();
+    const one = (index) => ({
+        path: "a.syn", hash: TextHash(commands[index].source), number: 1, state: "mended",
+        remark: "r",
+    });
+    await AddSignOffs(page, SignOffText([one(120), one(121)]), "");
+    CheckEqual("after adding the same page is shown", await Text(page, "#command-count"),
+        "101 to 150 of 150 commands");
+    CheckEqual("with the same filter", await page.locator("#command-filter").inputValue(), "failed");
+    CheckEqual("the open command has its sign-off", [
+        await page.locator("#opened-120 .sign-off select").inputValue(),
+        await page.locator("#opened-120").getByLabel("Remark").inputValue()], ["mended", "r"]);
+    CheckEqual("and so have the others", await page.locator("#command-121 .signed").textContent(),
+        "Mended by hand");
+    CheckEqual("they can be listed", await page.locator("#command-filter option").allTextContents(),
+        ["All commands (150)", "Failed (150)", "Signed off (2)", "Not signed off (148)"]);
+    await page.locator("#command-120").click();
+    await page.locator("#opened-120").waitFor({state: "detached"});
+    await page.locator("#command-120").click();
+    CheckEqual("the next click closes, the one after it opens",
+        await page.locator("#opened-120").count(), 1);
+    await Close(page, "adding while reading");
 }
 
 async function TestSignOffTexts() {
@@ -1739,6 +1875,8 @@ async function TestSamples(all) {
         ["findings", () => TestFindings(file, report)],
         ["equal failures", TestEqualFailures], ["work", TestWork],
         ["parts", TestParts], ["since the last run", TestSinceLastRun], ["sign-offs", TestSignOffs],
+        ["broken sign-offs", TestBrokenSignOffs], ["adding sign-offs", TestAddingSignOffs],
+        ["adding while reading", TestAddingWhileReading],
         ["texts of sign-offs", TestSignOffTexts], ["copies", TestSignOffCopies],
         ["highlighting", () => TestHighlighting(file)], ["places", TestPlaces], ["address", () => TestAddress(file)],
         ["keyboard", () => TestKeyboard(file)], ["reach", () => TestReach(file)],

@@ -879,6 +879,9 @@ const g_signOffs = {
     all: new Map(),     // by their keys
     files: new Map(),   // by a file's key: how many it has
     others: [],         // those that were about no command when the report was made
+    known: new Map(),   // those of the report, by their keys
+    changed: new Set(),  // keys of those that were changed on this page, saved or not
+    removed: new Map(),  // by their keys: which command it was that one was taken back from
     unsaved: false,
 };
 
@@ -911,9 +914,13 @@ function AddSignOff(pathKey, signOff) {
         g_signOffs.files.set(pathKey, (g_signOffs.files.get(pathKey) || 0) + 1);
     }
     g_signOffs.all.set(key, signOff);
+    g_signOffs.removed.delete(key);
 }
 
-function RemoveSignOff(pathKey, key) {
+// Other parts of the report, and pages of others, still have it, so it is told that it is no more.
+function RemoveSignOff(pathKey, place) {
+    const key = SignOffKey(pathKey, place.hash, place);
+    g_signOffs.removed.set(key, place);
     if (!g_signOffs.all.delete(key)) return;
     g_signOffs.files.set(pathKey, g_signOffs.files.get(pathKey) - 1);
 }
@@ -932,6 +939,7 @@ function ReadSignOffs() {
     }
     g_signOffs.others = g_report.otherSignOffs || [];
     for (const signOff of g_signOffs.others) AddSignOff(KeyOf(signOff), signOff);
+    g_signOffs.known = new Map(g_signOffs.all);
 }
 
 // What was overlooked is cut out from its word on; the same command, once it is met, brings along the
@@ -963,7 +971,8 @@ function EntriesOf(file, commands, findings) {
         const text = BareText(String(one.source ?? one.text ?? ""));
         const number = (counts.get(text) || 0) + 1;
         counts.set(text, number);
-        return [one, {file, text, number, hash: "", firstLine: Count(one.firstLine), badge: null}];
+        return [one, {file, text, number, hash: "", firstLine: Count(one.firstLine), badge: null,
+                      show: null}];
     }));
     for (const entry of entries.values()) entry.copies = counts.get(entry.text);
     return entries;
@@ -1009,23 +1018,28 @@ function ShowBadge(entry) {
 function SignOffPart(one) {
     const entry = g_open.signable.get(one);
     if (!entry) return [];
-    const signOff = SignOffOf(entry);
     const state = Make("select");
     AddOption(state, "", "Not yet");
     for (const [name, {label}] of kSignOffStates) AddOption(state, name, label);
-    state.value = signOff ? signOff.state : "";
     const remark = Make("input");
     remark.type = "text";
     remark.maxLength = kMostRemark;
-    remark.value = signOff ? signOff.remark || "" : "";
-    remark.disabled = !signOff;
     const printed = Make("p", "printed");
-    const change = () => {
+    const follow = () => {
         remark.disabled = !state.value;
         printed.textContent = SignOffText(state.value, remark.value);
+    };
+    const change = () => {
+        follow();
         ChangeSignOff(entry, state.value, remark.value);
     };
-    printed.textContent = SignOffText(state.value, remark.value);
+    entry.show = () => {
+        const {state: name, remark: text} = SignOffOf(entry) || {};
+        state.value = name || "";
+        remark.value = text || "";
+        follow();
+    };
+    entry.show();
     state.addEventListener("input", change);
     remark.addEventListener("input", change);
     const remarkLabel = Make("label", "grow", ["Remark", remark]);
@@ -1045,13 +1059,10 @@ function SignOffText(name, remark) {
 function ChangeSignOff(entry, state, remark) {
     const pathKey = KeyOf(entry.file);
     const {number, copies, firstLine} = entry;
-    const hash = EntryHash(entry);
-    if (state) {
-        AddSignOff(pathKey,
-            {...PathMembers(entry.file), hash, number, copies, state, remark, firstLine});
-    } else {
-        RemoveSignOff(pathKey, SignOffKey(pathKey, hash, entry));
-    }
+    const place = {...PathMembers(entry.file), hash: EntryHash(entry), number, copies};
+    g_signOffs.changed.add(SignOffKey(pathKey, place.hash, place));
+    if (state) AddSignOff(pathKey, {...place, state, remark: WellFormed(remark), firstLine});
+    else RemoveSignOff(pathKey, place);
     g_signOffs.unsaved = true;
     ShowBadge(entry);
     ShowSignOffCount();
@@ -1100,12 +1111,13 @@ function ShowMoreOthers() {
 // One on each line, in an order that lets two files be compared.
 function SignOffFileText() {
     const order = (a, b) => (a < b ? -1 : Number(a > b));
-    const all = [...g_signOffs.all.values()].sort((a, b) => order(a.path, b.path) ||
+    const list = (signOffs) => [...signOffs.values()].sort((a, b) => order(a.path, b.path) ||
         Count(a.firstLine) - Count(b.firstLine) || order(a.hash, b.hash) || a.number - b.number ||
-        CopiesOf(a) - CopiesOf(b));
+        CopiesOf(a) - CopiesOf(b)).map((one) => JSON.stringify(one)).join(",\n");
     const head = JSON.stringify({format: kSignOffFormat, formatVersion: kSignOffVersion});
-    const lines = all.map((signOff) => JSON.stringify(signOff));
-    return `${head.slice(0, -1)},"signOffs":[\n${lines.join(",\n")}\n]}\n`;
+    const removed = g_signOffs.removed.size
+        ? `,"removed":[\n${list(g_signOffs.removed)}\n]` : "";
+    return `${head.slice(0, -1)},"signOffs":[\n${list(g_signOffs.all)}\n]${removed}}\n`;
 }
 
 function SaveSignOffs() {
@@ -1121,12 +1133,77 @@ function SaveSignOffs() {
     ShowSignOffCount();
 }
 
+// What the program takes, and no more: it ends a run rather than lose anything of such a file.
+const kMostSignOffBytes = 67108864;
+const kMostTextBytes = 1048576;
+const kMostPathBytes = 262144;
+const kHalfCharacter = /\p{Surrogate}/u;  // that has lost its other half, so is no text
+
+function WellFormed(text) {
+    return text.replace(new RegExp(kHalfCharacter, "gu"), "\ufffd");
+}
+
+function IsText(value, mostBytes) {
+    return typeof value === "string" && value.length <= mostBytes && !kHalfCharacter.test(value) &&
+        new TextEncoder().encode(value).length <= mostBytes;
+}
+
+function IsWithin(value, least) {
+    return Number.isSafeInteger(value) && value >= least;
+}
+
+function IsPath(value) {
+    return IsText(value, kMostPathBytes) &&
+        !value.split("/").some((part) => ["", ".", ".."].includes(part));
+}
+
+// The bytes of an exact name, a character each.
+function BytesOfRaw(raw) {
+    return raw.replace(/%(..)/g, (code, digits) => String.fromCharCode(parseInt(digits, 16)));
+}
+
+function IsRawPath(value) {
+    const isEncoded = typeof value === "string" && value.length <= 3 * kMostPathBytes &&
+        /^(?:[A-Za-z0-9._~/-]|%[0-9A-F]{2})*$/.test(value);
+    if (!isEncoded) return false;
+    const bytes = BytesOfRaw(value);
+    // Whether it is too long is asked of the bytes, each of which IsPath would take for two.
+    return bytes.length <= kMostPathBytes && IsPath(bytes.replace(/[^/.]/g, "x"));
+}
+
+// Which command a sign-off is about.
+function IsPlace(value) {
+    return typeof value === "object" && value !== null && IsPath(value.path) &&
+        (value.rawPath === undefined || IsRawPath(value.rawPath)) &&
+        /^[0-9a-f]{16}$/.test(value.hash) && IsWithin(value.number, 1) &&
+        (value.copies === undefined || IsWithin(value.copies, value.number));
+}
+
 function IsSignOff(value) {
-    const has = (name, type) => value[name] === undefined || typeof value[name] === type;
-    return typeof value === "object" && value !== null && typeof value.path === "string" &&
-        has("rawPath", "string") && has("remark", "string") && has("firstLine", "number") &&
-        /^[0-9a-f]{16}$/.test(value.hash) && Number.isSafeInteger(value.number) &&
-        value.number > 0 && kSignOffStates.has(value.state);
+    return IsPlace(value) && kSignOffStates.has(value.state) &&
+        (value.remark === undefined || IsText(value.remark, kMostTextBytes)) &&
+        (value.firstLine === undefined || IsWithin(value.firstLine, 0));
+}
+
+// Reports write an exact name in one way, and only where the path is not enough.
+function WithOwnPath(place) {
+    if (place.rawPath === undefined) return place;
+    const rawPath = BytesOfRaw(place.rawPath).replace(/[^A-Za-z0-9._~/-]/g, (byte) =>
+        "%" + byte.charCodeAt(0).toString(16).toUpperCase().padStart(2, "0"));
+    try {
+        return {...place, path: decodeURIComponent(rawPath), rawPath: undefined};
+    } catch {
+        return {...place, rawPath};
+    }
+}
+
+function KeyOfPlace(place) {
+    return SignOffKey(KeyOf(place), place.hash, place);
+}
+
+// By their keys; fewer than there are in the list when two are about the same command.
+function ByKeys(list) {
+    return new Map(list.map(WithOwnPath).map((place) => [KeyOfPlace(place), place]));
 }
 
 // What is wrong with a file that was to be added; empty when nothing is.
@@ -1137,7 +1214,12 @@ function ProblemOfSignOffs(file) {
     if (file.formatVersion !== kSignOffVersion) return "a later version has written it";
     if (!Array.isArray(file.signOffs)) return "it holds no list of sign-offs";
     const wrong = file.signOffs.findIndex((signOff) => !IsSignOff(signOff));
-    return wrong < 0 ? "" : `signOffs[${wrong}] is damaged`;
+    if (wrong >= 0) return `signOffs[${wrong}] is damaged`;
+    if (ByKeys(file.signOffs).size < file.signOffs.length) {
+        return "two of its sign-offs are about the same command";
+    }
+    const isRemovedGood = Array.isArray(file.removed ?? []) && (file.removed ?? []).every(IsPlace);
+    return isRemovedGood ? "" : "its list of those that were taken back is damaged";
 }
 
 function ParseSignOffs(text) {
@@ -1148,28 +1230,71 @@ function ParseSignOffs(text) {
     }
 }
 
-// What the file says counts for more than what the page knew, but nothing that the page knew goes.
+// They say the same of one command. Either may be missing.
+function SayTheSame(one, other) {
+    return Boolean(one) === Boolean(other) &&
+        (!one || (one.state === other.state && (one.remark || "") === (other.remark || "")));
+}
+
+// What a file says counts for more than what the report knew, but for less than what was done on this
+// page, as does what another file has changed since the report. Tells how many it has that differ
+// from what was done here.
+function TakeSignOffs(signOffs, removed) {
+    let differing = 0;
+    for (const [key, signOff] of signOffs) {
+        if (SayTheSame(signOff, g_signOffs.known.get(key))) continue;
+        if (!g_signOffs.changed.has(key)) AddSignOff(KeyOf(signOff), signOff);
+        else differing += Number(!SayTheSame(signOff, g_signOffs.all.get(key)));
+    }
+    for (const [key, place] of removed) {
+        if (!g_signOffs.changed.has(key)) RemoveSignOff(KeyOf(place), place);
+        else differing += Number(g_signOffs.all.has(key));
+    }
+    return differing;
+}
+
+// Would somebody who has the file lose anything with this page?
+function HoldsMoreThan(signOffs, removed) {
+    return g_signOffs.all.size !== signOffs.size ||
+        [...g_signOffs.all].some(([key, one]) => !SayTheSame(one, signOffs.get(key))) ||
+        [...g_signOffs.removed.keys()].some((key) => !removed.has(key));
+}
+
+function TellOfAdding(text) {
+    Find("signed-problem").hidden = !text;
+    Find("signed-problem").textContent = text;
+}
+
 async function AddSignOffsOf(input) {
     const [chosen] = input.files;
     if (!chosen) return;
-    const file = ParseSignOffs(await chosen.text());
+    const isTooLong = chosen.size > kMostSignOffBytes;
+    const file = isTooLong ? null : ParseSignOffs(await chosen.text());
     input.value = "";
-    const problem = ProblemOfSignOffs(file);
-    Find("signed-problem").hidden = !problem;
-    Find("signed-problem").textContent = problem
-        ? `${Visible(chosen.name)} was not added: ${problem}.` : "";
-    if (problem) return;
-    for (const signOff of file.signOffs) AddSignOff(KeyOf(signOff), signOff);
-    g_signOffs.unsaved = g_signOffs.all.size > file.signOffs.length;
+    const problem = isTooLong ? `it is longer than ${FormatNumber(kMostSignOffBytes)} bytes`
+                              : ProblemOfSignOffs(file);
+    if (problem) {
+        TellOfAdding(`${Visible(chosen.name)} was not added: ${problem}.`);
+        return;
+    }
+    const signOffs = ByKeys(file.signOffs);
+    const removed = ByKeys(file.removed ?? []);
+    const differing = TakeSignOffs(signOffs, removed);
+    g_signOffs.unsaved = HoldsMoreThan(signOffs, removed);
+    TellOfAdding(differing === 0 ? ""
+        : `${Visible(chosen.name)} says something else of ` +
+          `${Plural(differing, "command", "commands")} than was said on this page, which stays.`);
     ShowSignOffCount();
-    if (g_open.file) ListAgain();
+    ShowSignOffsAgain();
 }
 
-// Draws what is open anew.
-function ListAgain() {
-    ListFindings();
-    FillCommandFilter();
-    ListCommands();
+// Shows what is known now in what is drawn already; nothing is opened, closed or moved.
+function ShowSignOffsAgain() {
+    for (const entry of g_open.signable.values()) {
+        ShowBadge(entry);
+        if (entry.show) entry.show();
+    }
+    if (g_open.file) FillCommandFilter(Find("command-filter").value);
 }
 
 function OnLeave(event) {
@@ -1614,7 +1739,10 @@ function ShowFile(file) {
     ShowFileFacts(file);
     FillFindingFilter();
     ListFindings();
-    FillCommandFilter();
+    // What was searched for in all files is what is wanted of this one.
+    const isFound = g_search.text !== "" && g_open.commands.some((command) =>
+        CommandHolds(command, g_search.text));
+    FillCommandFilter(isFound ? "search" : "");
     ShowNeighbors();
     ListCommands();
     Find("file").scrollIntoView();
@@ -1807,17 +1935,18 @@ function WarningsOf(command) {
     return command.warnings || [];
 }
 
-function FillCommandFilter() {
+// `chosen` is what stays chosen, even if it lets nothing through any more.
+function FillCommandFilter(chosen = "") {
     const select = Find("command-filter");
     select.replaceChildren();
     for (const filter of kCommandFilters) {
         const count = g_open.commands.filter(filter.holds).length;
-        if (filter.value && !count) continue;
-        if (filter.value === "unsigned" && count === g_open.commands.length) continue;
+        const isIdle = !count ||
+            (filter.value === "unsigned" && count === g_open.commands.length);
+        if (filter.value && isIdle && filter.value !== chosen) continue;
         AddOption(select, filter.value, `${filter.label} (${FormatNumber(count)})`);
-        // What was searched for in all files is what is wanted of this one.
-        if (filter.value === "search") select.value = filter.value;
     }
+    select.value = chosen;
 }
 
 function WhyNoCommands(file) {
