@@ -7,8 +7,8 @@ const readable = (names) => Object.fromEntries(names.map((name) => [name, "reado
 
 const browser = readable([
     "Blob", "HTMLElement", "TextEncoder", "URL", "URLSearchParams", "addEventListener", "clearTimeout", "document",
-    "getComputedStyle", "innerHeight", "location", "matchMedia", "performance",
-    "requestAnimationFrame", "setTimeout", "window",
+    "getComputedStyle", "history", "innerHeight", "location", "matchMedia", "performance",
+    "requestAnimationFrame", "scrollY", "setTimeout", "window",
 ]);
 const node = readable(["Buffer", "__dirname", "console", "module", "process", "require"]);
 

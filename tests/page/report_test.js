@@ -957,6 +957,40 @@ async function TestEqualFailures() {
     await Close(none, "no equal failures");
 }
 
+const ScrollPlace = (page) => page.evaluate(() => Math.round(scrollY));
+
+// Lists that start short grow by steps, however long they are.
+async function TestLongLists() {
+    const count = 225;
+    const numbers = [...Array(count).keys()];
+    const report = MakeReport([MakeFile("a.syn", [FailedCommand(3, 1, () => 0),
+        FailedCommand(9, 1, () => 0)], {part: 0})], {
+        otherSignOffs: numbers.map((number) => ({
+            path: `${number}.syn`, hash: TextHash("gone"), number: 1, copies: 1, state: "checked",
+            remark: "", firstLine: 1,
+        })),
+        parts: numbers.map((number) => ({name: `${number}.html`, folder: `${number}`})),
+    });
+    const groups = numbers.map(() => ({error: "tables-syntax", places: [[0, 0], [0, 1]]}));
+    const file = path.join(g_folder, "long.html");
+    fs.writeFileSync(file, MakePage(report, groups));
+    const page = await Open(file);
+    for (const [table, button, first] of [["groups", "more-groups", 10],
+        ["part-list", "more-parts", 20], ["signed-others", "more-signed", 10]]) {
+        const rows = () => page.locator(`#${table} tbody tr`).count();
+        const shown = [];
+        while (await page.locator(`#${button}`).isVisible()) {
+            shown.push(await rows(), await Text(page, `#${button}`));
+            await page.locator(`#${button}`).click();
+        }
+        const left = count - first;
+        CheckEqual(`${table} grows by steps`, [...shown, await rows()], [
+            first, `Show 100 more of ${left}`, first + 100, `Show 100 more of ${left - 100}`,
+            first + 200, `Show ${left - 200} more`, count]);
+    }
+    await Close(page, "long lists");
+}
+
 async function TestWork() {
     const failed = (line) => ({...FailedCommand(line, line, () => 0), error: "strange"});
     const report = MakeReport([
@@ -1002,9 +1036,21 @@ async function TestWork() {
         "Macro body 2 10 usual: 45 20 min");
     Check("without their boxes", await macro.isHidden());
     await page.emulateMedia({media: "screen"});
+    await page.setViewportSize({width: 1400, height: 300});
     await page.locator("#usual-minutes").click();
+    const places = [await ScrollPlace(page)];
     CheckEqual("the usual ones come back", [await macro.inputValue(),
         page.url().includes("minutes")], ["45", false]);
+    await macro.fill("46");
+    await macro.press("Enter");
+    places.push(await ScrollPlace(page));
+    await macro.fill("45");
+    await macro.press("Enter");
+    places.push(await ScrollPlace(page));
+    CheckEqual("and leave nothing in the address", page.url().includes("#"), false);
+    Check("changing minutes scrolls nowhere",
+        places[0] > 0 && places.every((place) => place === places[0]), places);
+    await page.setViewportSize({width: 1400, height: 900});
     await macro.fill("-1");
     CheckEqual("what is no number of minutes counts as usual", (await rows("minutes"))[1],
         "Macro body 2 1 h 30 min");
@@ -1096,6 +1142,27 @@ async function TestParts() {
     const wide = await page.evaluate(() => document.documentElement.scrollWidth);
     Check("a narrow window needs no scrolling sideways for a part", wide <= 400, wide);
     await Close(page, "parts");
+
+    // Part 2 has no failure, and so no kind of work at all.
+    const hash = "#minutes=failure.table-too-large.7";
+    const worker = await Open(file);
+    const minutes = worker.getByLabel("Minutes for TABLES command not understood");
+    await minutes.fill("20");
+    await minutes.press("Enter");
+    await worker.locator("#part-list a", {hasText: "the files in no folder"}).click();
+    await worker.waitForURL(/2\.html#minutes=failure\.tables-syntax\.20$/);
+    await worker.locator("#notices a").click();
+    await worker.waitForURL(/%20of%20%231\.html#minutes=failure\.tables-syntax\.20$/);
+    CheckEqual("minutes go along through the parts", await minutes.inputValue(), "20");
+    await worker.locator("#usual-minutes").click();
+    CheckEqual("and no longer when they are the usual ones",
+        (await worker.locator("#part-list a").first().getAttribute("href")).includes("#"), false);
+    await worker.goto(pathToFileURL(file).href + hash);
+    await worker.reload();
+    CheckEqual("minutes of a kind that does not occur are kept for where it does",
+        await worker.locator("#part-list a").first().getAttribute("href"), `${encodeURIComponent(
+            "50% of #1 0.html")}${hash}`);
+    await Close(worker, "minutes and parts");
 
     const direct = await Open(file, {hash: HashOf(report.files[0], 1)});
     await direct.waitForURL(/%200\.html#file=a%2Fone\.syn&command=2$/);
@@ -1873,7 +1940,7 @@ async function TestSamples(all) {
         ["search in texts", TestSearchInTexts], ["links", TestLinks],
         ["paths", () => TestPaths(file)], ["hostile", () => TestHostile(file, report)],
         ["findings", () => TestFindings(file, report)],
-        ["equal failures", TestEqualFailures], ["work", TestWork],
+        ["equal failures", TestEqualFailures], ["work", TestWork], ["long lists", TestLongLists],
         ["parts", TestParts], ["since the last run", TestSinceLastRun], ["sign-offs", TestSignOffs],
         ["broken sign-offs", TestBrokenSignOffs], ["adding sign-offs", TestAddingSignOffs],
         ["adding while reading", TestAddingWhileReading],

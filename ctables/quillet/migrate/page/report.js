@@ -17,6 +17,7 @@ const kRowHeight = 36;         // pixels; --row in the styles
 const kSpareRows = 8;          // rows drawn above and below those in sight
 const kPrintedRows = 1000;     // a printed list that is longer than this serves nobody
 const kFindingsAtOnce = 100;
+const kRowsAtOnce = 100;       // that a short table grows by
 const kCommandsPerPage = 100;  // keeps the page small however many commands a file has
 const kNameEnd = 10;           // characters of a file's name that are never cut off
 const kLinesAtOnce = 1000;     // of one command's text
@@ -412,7 +413,7 @@ function ShowCharts(outcomes, codes, reasons) {
 
 // ---- Equal failures ----
 
-const kGroupsAtOnce = 10;
+const kFirstGroups = 10;
 const g_groups = {
     all: [],            // those with most commands first
     ofCommand: new Map(),  // "file/command", both from 0: {group, place}
@@ -448,14 +449,20 @@ function ShowGroups() {
     ShowMoreGroups();
 }
 
-function ShowMoreGroups() {
-    const body = Find("groups").tBodies[0];
+// Adds rows for the next of `all` to a table, `first` of them to an empty one. The button shows more.
+function AddRows(table, button, all, first, makeRow) {
+    const body = table.tBodies[0];
     const shown = body.childElementCount;
-    const end = shown ? g_groups.all.length : kGroupsAtOnce;
-    body.append(...g_groups.all.slice(shown, end).map(GroupRow));
-    const left = g_groups.all.length - body.childElementCount;
-    Find("more-groups").hidden = left <= 0;
-    Find("more-groups").textContent = `Show ${FormatNumber(left)} more`;
+    body.append(...all.slice(shown, shown + (shown ? kRowsAtOnce : first)).map(makeRow));
+    const left = all.length - body.childElementCount;
+    const next = Math.min(left, kRowsAtOnce);
+    button.hidden = left <= 0;
+    button.textContent = `Show ${FormatNumber(next)} more` +
+        (left > next ? ` of ${FormatNumber(left)}` : "");
+}
+
+function ShowMoreGroups() {
+    AddRows(Find("groups"), Find("more-groups"), g_groups.all, kFirstGroups, GroupRow);
 }
 
 function GroupRow(group) {
@@ -493,7 +500,7 @@ function EqualNote(index) {
 
 // ---- An index and its parts ----
 
-const kPartsAtOnce = 20;
+const kFirstParts = 20;
 
 function IsIndex() {
     return Array.isArray(g_report.parts);
@@ -507,10 +514,22 @@ function FolderText(folder) {
     return folder ? Visible(String(folder)) : "the files in no folder";
 }
 
-function MakeLink(address, text) {
+// The index and its parts are about the same work, so the minutes go along.
+function AddressOfPage(name) {
+    return encodeURIComponent(name) + (g_work.changed.size ? `#${WithMinutes("")}` : "");
+}
+
+function MakePageLink(name, text) {
     const link = Make("a", "", text);
-    link.href = address;
+    link.dataset.page = name;
+    link.href = AddressOfPage(name);
     return link;
+}
+
+function UpdatePageLinks() {
+    for (const link of document.querySelectorAll("[data-page]")) {
+        link.href = AddressOfPage(link.dataset.page);
+    }
 }
 
 // What is found out in one part is not known to the others before the next run.
@@ -518,7 +537,7 @@ function ShowPart() {
     if (!g_report.index) return;
     const notice = Make("p", "notice", [
         `This is the part of a report that is about ${FolderText(g_report.folder)}. `,
-        MakeLink(encodeURIComponent(g_report.index), "All files"), ". Whoever signs off commands " +
+        MakePageLink(String(g_report.index), "All files"), ". Whoever signs off commands " +
         "in several parts saves them in one, and adds the saved file in the next."]);
     Find("notices").append(notice);
 }
@@ -542,19 +561,13 @@ function ShowParts() {
 }
 
 function ShowMoreParts() {
-    const body = Find("part-list").tBodies[0];
-    const shown = body.childElementCount;
-    const end = shown ? g_report.parts.length : kPartsAtOnce;
-    body.append(...g_report.parts.slice(shown, end).map((part) => {
+    AddRows(Find("part-list"), Find("more-parts"), g_report.parts, kFirstParts, (part) => {
         const name = Make("th", "",
-            MakeLink(encodeURIComponent(part.name), FolderText(part.folder)));
+            MakePageLink(String(part.name), FolderText(part.folder)));
         name.scope = "row";
         return Make("tr", "", [name, ...[part.files, part.found, part.left].map((count) =>
             Make("td", "", FormatNumber(count)))]);
-    }));
-    const left = g_report.parts.length - body.childElementCount;
-    Find("more-parts").hidden = left <= 0;
-    Find("more-parts").textContent = `Show ${FormatNumber(left)} more`;
+    });
 }
 
 // ---- Since the last run ----
@@ -748,6 +761,7 @@ function ShowWork() {
         time.textContent = FormatMinutes(count * MinutesOf(key));
     }
     Find("usual-minutes").disabled = g_work.changed.size === 0;
+    UpdatePageLinks();
     const sum = g_report.files.reduce((minutes, file) => minutes + MinutesOfFile(file), 0);
     Find("work-sum").textContent = `By the minutes below, what is left takes a person about ` +
         `${FormatMinutes(sum)}.`;
@@ -759,20 +773,29 @@ function MinutesText() {
     return [...g_work.changed].map(([key, minutes]) => `${key}.${minutes}`).join("*");
 }
 
-function KeepMinutes() {
-    const address = new URLSearchParams(location.hash.slice(1));
+// The part of an address after its "#", with the minutes that are so now.
+function WithMinutes(hash) {
+    const address = new URLSearchParams(hash);
     if (g_work.changed.size) address.set("minutes", MinutesText());
     else address.delete("minutes");
-    location.replace(`#${address}`);
+    return address.toString();
 }
 
-// An address that says nothing about minutes leaves them as they are.
+// Nothing was opened or closed. An address that ended in "#" alone would lead to the top of the page.
+function KeepMinutes() {
+    const hash = WithMinutes(location.hash.slice(1));
+    const page = location.href.split("#", 1)[0];
+    history.replaceState(null, "", hash ? `${page}#${hash}` : page);
+}
+
+// An address that says nothing about minutes leaves them as they are. Those of kinds that do not occur
+// here are kept: in another part they may.
 function ReadMinutes(text) {
     if (text === null || text === MinutesText()) return;
     g_work.changed.clear();
-    const known = new Set(g_work.kinds.map(({key}) => key));
     for (const [, key, value] of text.matchAll(/([^*]+?)\.(\d+(?:\.\d+)?)(?:\*|$)/g)) {
-        if (known.has(key) && IsMinutes(Number(value))) g_work.changed.set(key, Number(value));
+        const isKind = UsualMinutes(key) !== undefined;
+        if (isKind && IsMinutes(Number(value))) g_work.changed.set(key, Number(value));
     }
     ShowMinutes();
     ShowWork();
@@ -874,7 +897,7 @@ const kSignOffStates = new Map([
     ["mended", {label: "Mended by hand", tone: "copied"}],
 ]);
 const kMostRemark = 10000;  // characters
-const kOthersAtOnce = 10;
+const kFirstOthers = 10;
 const g_signOffs = {
     all: new Map(),     // by their keys
     files: new Map(),   // by a file's key: how many it has
@@ -1092,20 +1115,15 @@ function ShowOtherSignOffs() {
 }
 
 function ShowMoreOthers() {
-    const body = Find("signed-others").tBodies[0];
-    const shown = body.childElementCount;
-    const end = shown ? g_signOffs.others.length : kOthersAtOnce;
-    body.append(...g_signOffs.others.slice(shown, end).map((signOff) => {
+    const {others} = g_signOffs;
+    AddRows(Find("signed-others"), Find("more-signed"), others, kFirstOthers, (signOff) => {
         const name = Make("th", "", Visible(String(signOff.path)));
         name.scope = "row";
         const state = kSignOffStates.get(signOff.state) || {label: ""};
         const line = Count(signOff.firstLine);
         return Make("tr", "", [name, Make("td", "", line ? FormatNumber(line) : ""),
             Make("td", "", state.label), Make("td", "", Visible(String(signOff.remark || "")))]);
-    }));
-    const left = g_signOffs.others.length - body.childElementCount;
-    Find("more-signed").hidden = left <= 0;
-    Find("more-signed").textContent = `Show ${FormatNumber(left)} more`;
+    });
 }
 
 // One on each line, in an order that lets two files be compared.
