@@ -885,7 +885,7 @@ class TestReport(MigrateCase):
   "bytes": sum(path.stat().st_size for path in self.source.iterdir()),
   "commands": 9, "commandsCopied": 5, "commandsFound": 4, "commandsConverted": 2,
   "commandsFailed": 1, "commandsUnreadable": 0, "commandsOverlooked": 1, "commandsChecked": 0,
-  "commandsMended": 0, "warnings": 0, "findingsChanged": 0, "findingsTold": 0}
+  "commandsMendedByHand": 0, "warnings": 0, "findingsChanged": 0, "findingsTold": 0}
         first, second, third = report["files"]
         assert (first["outcome"], first["encoding"], first["lines"]) == (
             ("partly", "windows-1252", 4))
@@ -1070,7 +1070,7 @@ class TestSignOff(MigrateCase):
                                            (4 + shift, 1, "checked", ""),
                                            (5 + shift, 2, "mended", "<b>ö")]
             totals = self.report()["totals"]
-            assert (totals["commandsChecked"], totals["commandsMended"]) == (2, 1)
+            assert (totals["commandsChecked"], totals["commandsMendedByHand"]) == (2, 1)
             assert self.report()["otherSignOffs"] == []
         self.migrate("--dry-run", status=1)
         assert self.facts("a/b.syn")["signOffs"] == signs

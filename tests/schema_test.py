@@ -177,7 +177,7 @@ def test_what_is_signed_off(archive):
     report = archive.migrate()
     assert [len(file["signOffs"]) for file in report["files"]] == [1, 1]
     assert [other.get("rawPath") for other in report["otherSignOffs"]] == [None, "b%FF"]
-    assert report["totals"]["commandsMended"] == 2
+    assert report["totals"]["commandsMendedByHand"] == 2
 
 
 def test_slices_and_what_is_merged(archive):

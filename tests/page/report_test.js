@@ -900,6 +900,9 @@ async function TestFindings(file, report) {
         await page.locator("#file-facts div", {hasText: "Blank lines"}).innerText(),
     ].map((text) => text.replace(/\s+/g, " ")),
     ["Layout batch (in which it reads well)", "Blank lines mean nothing"]);
+    const facts = await page.locator("#file-facts dt").allInnerTexts();
+    Check("the time of a file is no outcome",
+        facts.includes("Last change") && !facts.includes("Changed"), facts);
     await CheckAxe(page, "findings");
     await page.setViewportSize({width: 400, height: 800});
     const wide = await page.evaluate(() => document.documentElement.scrollWidth);

@@ -141,7 +141,7 @@ TEST_F(SignOffTest, EachGoesWhereItBelongs) {
     EXPECT_EQ(report.otherSignOffs[1].path, "b");
     const Totals totals = TotalsOf(report.files);
     EXPECT_EQ(totals.commandsChecked, 1);
-    EXPECT_EQ(totals.commandsMended, 1);
+    EXPECT_EQ(totals.commandsMendedByHand, 1);
 }
 
 // Of three copies one was mended in the source, or a fourth was added: nobody knows which was

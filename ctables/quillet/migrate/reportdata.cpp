@@ -182,7 +182,7 @@ Totals TotalsOf(const std::vector<FileEntry>& files) {
         AddFile(file.facts, totals);
         for (const SignOff& signOff : file.signOffs) {
             ++(signOff.state == SignOffState::kChecked ? totals.commandsChecked
-                                                       : totals.commandsMended);
+                                                       : totals.commandsMendedByHand);
         }
     }
     return totals;

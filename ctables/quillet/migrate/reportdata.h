@@ -311,8 +311,8 @@ struct Totals {
     std::int64_t commandsFailed = 0;
     std::int64_t commandsUnreadable = 0;
     std::int64_t commandsOverlooked = 0;
-    std::int64_t commandsChecked = 0;  ///< By someone who said so.
-    std::int64_t commandsMended = 0;   ///< The same, by hand.
+    std::int64_t commandsChecked = 0;       ///< By someone who said so.
+    std::int64_t commandsMendedByHand = 0;  ///< As someone said, too.
     std::int64_t warnings = 0;
     std::int64_t findingsChanged = 0;
     std::int64_t findingsTold = 0;
@@ -351,7 +351,7 @@ inline constexpr std::array<TotalNumber, 29> kTotalNumbers = {{
     {"commandsUnreadable", &Totals::commandsUnreadable},
     {"commandsOverlooked", &Totals::commandsOverlooked},
     {"commandsChecked", &Totals::commandsChecked},
-    {"commandsMended", &Totals::commandsMended},
+    {"commandsMendedByHand", &Totals::commandsMendedByHand},
     {"warnings", &Totals::warnings},
     {"findingsChanged", &Totals::findingsChanged},
     {"findingsTold", &Totals::findingsTold},

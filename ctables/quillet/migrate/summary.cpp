@@ -49,9 +49,9 @@ std::string ChangesLine(const std::optional<ChangeSums>& sums) {
 // What people have said about commands; nothing when they have not.
 std::string SignOffLine(const Report& report, const Totals& totals) {
     const auto others = static_cast<std::int64_t>(report.otherSignOffs.size());
-    if (totals.commandsChecked + totals.commandsMended + others == 0) return {};
+    if (totals.commandsChecked + totals.commandsMendedByHand + others == 0) return {};
     std::string text = "Signed off: " + CountOne(totals.commandsChecked, "command") + " checked" +
-                       Also(totals.commandsMended, "mended by hand");
+                       Also(totals.commandsMendedByHand, "mended by hand");
     if (others > 0) {
         text += "; " + CountOne(others, "sign-off") +
                 " about commands that are not there any more, or were not looked at";

@@ -1815,7 +1815,7 @@ function ShowFileFacts(file) {
         ? `${Plural(gone.length, "command", "commands")} not converted then, from ` +
           `${gone.length === 1 ? "line" : "lines"} ${gone.join(", ")}` : "");
     AddFact(facts, "Reasons for failure", NamesIn(file.errors).map(LabelOfReason).join("; "));
-    if (file.modified) AddFact(facts, "Changed", FormatTime(new Date(file.modified * 1000)));
+    if (file.modified) AddFact(facts, "Last change", FormatTime(new Date(file.modified * 1000)));
     const message = Find("file-message");
     message.hidden = !file.message;
     message.textContent = Visible(file.message || "");
