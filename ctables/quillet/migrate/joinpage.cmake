@@ -1,10 +1,11 @@
 # Makes one page of its parts: the style and the script take the places of the comments that name
 # them, for a page that fetches nothing has to bring along everything. Into the script go the names of
 # the reasons why commands fail, with the headings that people see, from the list of messages, and the
-# advice on each, from the list of hints.
+# advice on each, from the list of hints. What the script has of its own about findings and reasons, the
+# minutes that they usually take, is held against the list of findings and that of messages.
 #
 # usage: cmake -D PARTS=page -D MESSAGES=quillet-messages.def -D HINTS=quillet-hints.def
-#     -D PAGE=report.html -P joinpage.cmake
+#     -D FINDINGS=quillet-findings.def -D PAGE=report.html -P joinpage.cmake
 
 # Puts `text`, which must not be empty, in place of the line `mark` of the page.
 function(put_in_place mark text)
@@ -58,5 +59,26 @@ foreach(row IN LISTS rows)
 endforeach()
 string(REPLACE "@semicolon@" ";" advice "${advice}")
 put_in_place("    /* advice */\n" "${advice}")
+
+# Every finding has its minutes, and minutes are of nothing else than findings and reasons.
+file(READ "${FINDINGS}" findings)
+string(REGEX MATCHALL "QUILLET_FINDING\\(k[A-Za-z]+, \"[a-z-]+\"" wanted "${findings}")
+list(TRANSFORM wanted REPLACE ".*\"([a-z-]+)\"" "\\1")
+string(REGEX MATCHALL "\"finding\\.[a-z-]+\":" given "${page}")
+list(TRANSFORM given REPLACE "\"finding\\.([a-z-]+)\":" "\\1")
+list(SORT wanted)
+list(SORT given)
+if(NOT given STREQUAL wanted OR wanted STREQUAL "")
+    message(FATAL_ERROR
+        "kUsualMinutes has other findings than ${FINDINGS}:\n${given}\nwanted are:\n${wanted}")
+endif()
+string(REGEX MATCHALL "\"failure\\.[a-z-]+\":" given "${page}")
+foreach(failure IN LISTS given)
+    string(REGEX REPLACE "\"failure\\.([a-z-]+)\":" "[\"\\1\"," row "${failure}")
+    string(FIND "${reasons}" "${row}" place)
+    if(place EQUAL -1)
+        message(FATAL_ERROR "kUsualMinutes has ${failure} which ${MESSAGES} does not have")
+    endif()
+endforeach()
 
 file(WRITE "${PAGE}" "${page}")

@@ -632,6 +632,7 @@ function ChangeBadge(one) {
 // changed stands in the address, so that a bookmark or a link keeps it, and in the table, which is
 // printed with it.
 
+// Each finding has a row; the page is not made otherwise.
 const kUsualMinutes = new Map(Object.entries({
     "finding.after-stop": 5, "finding.data-lines": 5, "finding.macro-body": 45,
     "finding.layout": 2, "finding.open-comment": 3, "finding.comment-behind": 3,
