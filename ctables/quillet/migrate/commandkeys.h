@@ -22,7 +22,7 @@ namespace quillet::migrate {
 /// A command of a report with its key.
 struct KeyedCommand {
     CommandKey key;
-    std::string type;  ///< "TABLES", "IGRAPH" or, for any other that was unreadable, "command".
+    std::string type;  ///< `kOtherType` for any other that was unreadable.
     bool isConverted = false;
     std::int64_t firstLine = 0;
 };

@@ -36,16 +36,16 @@ bool IsUtf8(std::string_view bytes) {
 std::string_view TypeName(CommandType type) {
     switch (type) {
         case CommandType::kTables:
-            return "TABLES";
+            return kTablesType;
         case CommandType::kIgraph:
-            return "IGRAPH";
+            return kIgraphType;
         case CommandType::kOrdinary:
         case CommandType::kComment:
         case CommandType::kDocument:
         case CommandType::kInlineData:
             break;
     }
-    return "command";
+    return kOtherType;
 }
 
 OrderedJson TotalsJson(const Totals& totals) {

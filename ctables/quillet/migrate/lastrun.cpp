@@ -7,7 +7,6 @@
 #include "migrate/lastrun.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <limits>
 #include <memory>
@@ -26,11 +25,6 @@ namespace quillet::migrate {
 namespace {
 
 constexpr std::size_t kNoPlace = std::numeric_limits<std::size_t>::max();
-constexpr std::array<std::string_view, 2> kLegacyTypes = {"TABLES", "IGRAPH"};
-
-bool IsLegacy(const KeyedCommand& command) {
-    return std::find(kLegacyTypes.begin(), kLegacyTypes.end(), command.type) != kLegacyTypes.end();
-}
 
 // The places of the longest part of `numbers` that ascends, `kNoPlace` passed over.
 std::vector<std::size_t> LongestAscent(const std::vector<std::size_t>& numbers) {
@@ -64,10 +58,10 @@ public:
                       FileChanges& changes, ChangeSums& sums)
         : m_changes(changes), m_sums(sums) {
         for (const KeyedCommand& command : before) {
-            if (IsLegacy(command)) m_before.push_back(&command);
+            if (IsLegacyType(command.type)) m_before.push_back(&command);
         }
         for (const KeyedCommand& command : now) {
-            if (IsLegacy(command)) m_now.push_back(&command);
+            if (IsLegacyType(command.type)) m_now.push_back(&command);
         }
     }
 

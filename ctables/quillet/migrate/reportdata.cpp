@@ -176,6 +176,10 @@ void MarkAsFailed(FileFacts& facts, std::string_view what, const std::error_code
     if (error) facts.message += ": " + DescribeError(error);
 }
 
+bool IsLegacyType(std::string_view type) {
+    return std::find(kLegacyTypes.begin(), kLegacyTypes.end(), type) != kLegacyTypes.end();
+}
+
 Totals TotalsOf(const std::vector<FileEntry>& files) {
     Totals totals;
     for (const FileEntry& file : files) {

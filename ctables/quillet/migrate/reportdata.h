@@ -256,6 +256,16 @@ struct OtherSignOff {
     SignOff signOff;
 };
 
+/// How reports name the commands that have to be converted, the legacy commands.
+inline constexpr std::array<std::string_view, 2> kLegacyTypes = {"TABLES", "IGRAPH"};
+inline constexpr std::string_view kTablesType = kLegacyTypes[0];
+inline constexpr std::string_view kIgraphType = kLegacyTypes[1];
+/// And any other that stands in one.
+inline constexpr std::string_view kOtherType = "command";
+
+/// True for the types that legacy commands have.
+[[nodiscard]] bool IsLegacyType(std::string_view type);
+
 /// One command that was not just copied. Texts are UTF-8.
 struct CommandFacts {
     std::string type;

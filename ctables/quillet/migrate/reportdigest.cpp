@@ -74,8 +74,7 @@ public:
     }
 
     void Take(const CommandFacts& command, std::size_t group) {
-        const bool isLegacy = command.type == kTables || command.type == kIgraph;
-        if (!isLegacy || m_linesInMacros.contains(command.firstLine)) return;
+        if (!IsLegacyType(command.type) || m_linesInMacros.contains(command.firstLine)) return;
         TakeOverlookedBefore(command.firstLine);
         ListedCommand legacy;
         legacy.type = command.type;
@@ -98,9 +97,6 @@ public:
     }
 
 private:
-    static constexpr std::string_view kTables = "TABLES";
-    static constexpr std::string_view kIgraph = "IGRAPH";
-
     void TakeOverlookedBefore(std::int64_t line) {
         for (; m_next < m_overlooked.size() && m_overlooked[m_next].firstLine < line; ++m_next) {
             m_take(m_facts, m_overlooked[m_next]);

@@ -42,7 +42,7 @@ struct ReportDigest {
 
 /// A legacy command, wherever it stands. Texts are UTF-8.
 struct ListedCommand {
-    std::string type;     ///< "TABLES" or "IGRAPH".
+    std::string type;     ///< One of `kLegacyTypes`.
     std::string outcome;  ///< "converted", "failed", "unreadable" or "overlooked".
     std::int64_t firstLine = 0;
     std::int64_t lastLine = 0;
