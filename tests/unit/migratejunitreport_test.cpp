@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -8,6 +9,8 @@
 
 namespace quillet::migrate {
 namespace {
+
+using testing::HasSubstr;
 
 TEST(MigrateJunitReportTest, EscapesWhatXmlDoesNotTake) {
     EXPECT_EQ(EscapeXml("a & <b> \"c\" 'd'"), "a &amp; &lt;b&gt; &quot;c&quot; 'd'");
@@ -156,6 +159,33 @@ TEST(MigrateJunitReportTest, OverlookedCommandsAreFailures) {
         "</testcase>\n"
         "  </testsuite>\n"
         "</testsuites>\n");
+}
+
+TEST(MigrateJunitReportTest, ACommandMayBeginWhereAnotherWasOverlooked) {
+    CommandReport failed;
+    failed.type = CommandType::kTables;
+    failed.outcome = CommandOutcome::kFailed;
+    failed.firstLine = failed.lastLine = 20;
+    failed.errorKind = ErrorKind::kTablesSyntax;
+    failed.message = "Invalid";
+    Finding sameLine = OverlookedFinding();
+    sameLine.code = FindingCode::kSameLine;
+    const TemporaryFolder folder;
+    const std::unique_ptr<StoredFile> commands =
+        folder.Store("commands", "[" + CommandJson(failed, TextEncoding::kUtf8) + "]");
+    const std::unique_ptr<StoredFile> findings =
+        folder.Store("findings", "[" + FindingJson(sameLine, TextEncoding::kUtf8) + "]");
+    Report report;
+    FileFacts facts = FactsOf("a", FileOutcome::kOverlooked);
+    facts.found = 2;
+    facts.failed = facts.overlooked = facts.listed = 1;
+    report.files.push_back(
+        {facts, {commands.get(), 0, commands->Size()}, {findings.get(), 0, findings->Size()}});
+    TextCollector output;
+    ASSERT_TRUE(WriteJunitReport(report, output));
+    EXPECT_THAT(output.text, HasSubstr("tests=\"2\" failures=\"2\""));
+    EXPECT_THAT(output.text, HasSubstr("<failure type=\"same-line\""));
+    EXPECT_THAT(output.text, HasSubstr("<failure type=\"tables-syntax\" message=\"Invalid\">"));
 }
 
 TEST(MigrateJunitReportTest, FailuresAreNoticed) {

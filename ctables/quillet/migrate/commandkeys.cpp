@@ -5,10 +5,10 @@
 
 #include <algorithm>
 #include <iterator>
-#include <set>
 #include <unordered_map>
 #include <utility>
 
+#include "migrate/macrocommands.h"
 #include "migrate/reportreader.h"
 #include "quillet.h"
 
@@ -64,17 +64,15 @@ bool IsTextHash(std::string_view text) {
 bool ReadKeyedCommands(const FileEntry& file, std::vector<KeyedCommand>& commands) {
     commands.clear();
     std::vector<KeyedCommand> overlooked;
-    std::set<std::int64_t> linesInMacros;
+    MacroCommands inMacros;
     const bool areFindingsRead = ForEachFinding(file.findings, [&](const FindingFacts& finding) {
-        if (finding.kind != NameOf(FindingKind::kOverlooked)) return;
-        if (finding.code == NameOf(FindingCode::kMacroBody)) {
-            linesInMacros.insert(finding.firstLine);
-        }
+        inMacros.Take(finding);
+        if (!IsOverlooked(finding)) return;
         overlooked.push_back(WithKey(finding.text, finding.command, false, finding.firstLine));
     });
     const bool areRead =
         areFindingsRead && ForEachCommand(file.commands, [&](const CommandFacts& command) {
-            if (linesInMacros.contains(command.firstLine)) return;
+            if (inMacros.Hold(command)) return;
             const bool isConverted = command.outcome == NameOf(CommandOutcome::kConverted);
             commands.push_back(
                 WithKey(command.source, command.type, isConverted, command.firstLine));

@@ -1,7 +1,6 @@
 #include "migrate/junitreport.h"
 
-#include <set>
-
+#include "migrate/macrocommands.h"
 #include "migrate/reportreader.h"
 #include "platform/numbertext.h"
 
@@ -118,13 +117,9 @@ public:
     }
 
 private:
-    static bool IsOverlooked(const FindingFacts& finding) {
-        return finding.kind == NameOf(FindingKind::kOverlooked);
-    }
     void Take(const FindingFacts& finding) {
-        if (!IsOverlooked(finding)) return;
-        m_overlookedLines.insert(finding.firstLine);
-        Write(TestCase(m_path, finding));
+        m_inMacros.Take(finding);
+        if (IsOverlooked(finding)) Write(TestCase(m_path, finding));
     }
     // What is no test.
     [[nodiscard]] bool WriteOthers() {
@@ -136,16 +131,15 @@ private:
         Write("</system-out>\n");
         return areRead;
     }
-    // In a macro, a command may have been converted and be overlooked all the same.
     void Take(const CommandFacts& command) {
-        if (!m_overlookedLines.contains(command.firstLine)) Write(TestCase(m_path, command));
+        if (!m_inMacros.Hold(command)) Write(TestCase(m_path, command));
     }
     void Write(const std::string& text) { m_isWritten = m_isWritten && m_output.Write(text); }
 
     const FileEntry& m_file;
     TextOutput& m_output;
     std::string m_path;
-    std::set<std::int64_t> m_overlookedLines;
+    MacroCommands m_inMacros;
     bool m_isWritten = true;
 };
 

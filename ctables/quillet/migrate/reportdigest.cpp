@@ -1,12 +1,12 @@
 #include "migrate/reportdigest.h"
 
 #include <algorithm>
-#include <set>
 #include <string_view>
 #include <utility>
 
 #include "migrate/commandskeleton.h"
 #include "migrate/contenthash.h"
+#include "migrate/macrocommands.h"
 #include "migrate/reportreader.h"
 
 namespace quillet::migrate {
@@ -50,11 +50,8 @@ public:
 
     void Take(const FindingFacts& finding) {
         ++m_digest.codes[finding.code];
-        if (finding.kind != NameOf(FindingKind::kOverlooked)) return;
-        // A command of a macro may have been converted, and is overlooked all the same.
-        if (finding.code == NameOf(FindingCode::kMacroBody)) {
-            m_linesInMacros.insert(finding.firstLine);
-        }
+        m_inMacros.Take(finding);
+        if (!IsOverlooked(finding)) return;
         ListedCommand legacy;
         legacy.type = finding.command;
         legacy.outcome = finding.kind;
@@ -74,7 +71,7 @@ public:
     }
 
     void Take(const CommandFacts& command, std::size_t group) {
-        if (!IsLegacyType(command.type) || m_linesInMacros.contains(command.firstLine)) return;
+        if (!IsLegacyType(command.type) || m_inMacros.Hold(command)) return;
         TakeOverlookedBefore(command.firstLine);
         ListedCommand legacy;
         legacy.type = command.type;
@@ -108,7 +105,7 @@ private:
     const TakeListedCommand& m_take;
     std::vector<ListedCommand> m_overlooked;
     std::size_t m_next = 0;  // of those, the first that has not been handed on
-    std::set<std::int64_t> m_linesInMacros;
+    MacroCommands m_inMacros;
 };
 
 }  // namespace
