@@ -107,6 +107,27 @@ TEST(MigrateCsvReportTest, EveryLegacyCommandHasARow) {
     EXPECT_EQ(digest.groups[0].places[1].command, 3U);
 }
 
+TEST(MigrateCsvReportTest, AFailureInAMacroCountsAsOverlookedAlone) {
+    const TemporaryFolder folder;
+    const std::unique_ptr<StoredFile> commands =
+        folder.Store("commands", ArrayOf({MakeCommand(7, CommandOutcome::kFailed),
+                                          MakeCommand(10, CommandOutcome::kFailed)}));
+    const std::unique_ptr<StoredFile> findings =
+        folder.Store("findings", "[" + FindingText("macro-body", "overlooked", 7) + "]");
+    Report report;
+    report.files.push_back(
+        {{}, {commands.get(), 0, commands->Size()}, {findings.get(), 0, findings->Size()}});
+    TextCollector output;
+    ReportDigest digest;
+    ASSERT_TRUE(WriteCsvReport(report, output, digest));
+    EXPECT_EQ(digest.files[0].reasons, (NameCounts{{"tables-syntax", 1}}));
+    EXPECT_EQ(digest.files[0].codes, (NameCounts{{"macro-body", 1}}));
+    ASSERT_EQ(digest.groups.size(), 1U);
+    ASSERT_EQ(digest.groups[0].places.size(), 1U);
+    // It keeps its number among those that the report lists.
+    EXPECT_EQ(digest.groups[0].places[0].command, 1U);
+}
+
 TEST(MigrateCsvReportTest, FailuresAreNoticed) {
     ReportDigest digest;
     TextCollector narrow(10);

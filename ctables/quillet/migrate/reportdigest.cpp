@@ -70,8 +70,13 @@ public:
                          });
     }
 
+    // True for one that a finding tells of, so that it is none of the failures.
+    [[nodiscard]] bool IsToldOf(const CommandFacts& command) const {
+        return m_inMacros.Hold(command);
+    }
+
     void Take(const CommandFacts& command, std::size_t group) {
-        if (!IsLegacyType(command.type) || m_inMacros.Hold(command)) return;
+        if (!IsLegacyType(command.type)) return;
         TakeOverlookedBefore(command.firstLine);
         ListedCommand legacy;
         legacy.type = command.type;
@@ -126,6 +131,7 @@ bool ReadDigest(const Report& report, ReportDigest& digest, const TakeListedComm
         std::size_t number = 0;
         const bool areRead = ForEachCommand(file.commands, [&](const CommandFacts& command) {
             const CommandPlace place = {index, number++};
+            if (reading.IsToldOf(command)) return;
             std::size_t group = 0;
             if (!command.error.empty()) {
                 ++ofFile.reasons[command.error];

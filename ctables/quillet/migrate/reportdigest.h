@@ -18,8 +18,9 @@ using NameCounts = std::map<std::string, std::int64_t>;
 
 /// Of one file.
 struct FileDigest {
-    NameCounts reasons;  ///< Of the commands that were not converted.
-    NameCounts codes;    ///< Of the findings.
+    /// Of the commands that were not converted, but for those in macros, which count as overlooked.
+    NameCounts reasons;
+    NameCounts codes;  ///< Of the findings.
 };
 
 /// A command of a report.
