@@ -32,6 +32,8 @@ INSTANTIATE_TEST_SUITE_P(
         SkeletonCase{"Numbers", "TABLES /X=1.5.", "TABLES /X=20.", true},
         SkeletonCase{"Blanks", "TABLES /TABLE=a BY b.", "tables\n  /table = a\tby b .", true},
         SkeletonCase{"Comments", "TABLES /TABLE=a /* no */ BY b.", "TABLES /TABLE=a BY b.", true},
+        SkeletonCase{"ManyComments", "TABLES /**//***//* */ /X/**/.", "TABLES /X.", true},
+        SkeletonCase{"HalfComments", "TABLES /*/ x\n/X.", "TABLES /X.", true},
         SkeletonCase{"OpenComments", "TABLES /* no\n/TABLE=a.", "TABLES /TABLE=a.", true},
         SkeletonCase{"OpenLiterals", "TABLES 'a\n/TABLE=a.", "TABLES 'b c\n/TABLE=a.", true},
         SkeletonCase{"Subcommands", "TABLES /TABLE=a.", "TABLES /TITLE=a.", false},

@@ -96,11 +96,15 @@ private:
         }
     }
 
-    // A comment without an end is one up to the end of its line.
+    // A comment without an end is one up to the end of its line. Nothing is looked for beyond the
+    // end of this one: a line may hold very many.
     void SkipComment() {
-        const std::size_t lineEnd = std::min(m_text.find('\n', m_position), m_text.size());
-        const std::size_t end = m_text.substr(0, lineEnd).find("*/", m_position + 2);
-        m_position = end == std::string_view::npos ? lineEnd : end + 2;
+        constexpr std::string_view kEnd = "*/";
+        m_position += kEnd.size();
+        while (m_position < m_text.size() && m_text[m_position] != '\n' && !IsAt(kEnd)) {
+            ++m_position;
+        }
+        if (IsAt(kEnd)) m_position += kEnd.size();
     }
     // Doubled quotation marks end one literal and begin another one, which comes to the same where
     // all of them are one. So does a literal that is never closed and ends with its line.
