@@ -128,6 +128,51 @@ TEST(MigrateCsvReportTest, AFailureInAMacroCountsAsOverlookedAlone) {
     EXPECT_EQ(digest.groups[0].places[0].command, 1U);
 }
 
+struct PlacedFailure {
+    const char* pSource;
+    ErrorKind kind;
+    std::int64_t line;  // from 1
+    int column;
+};
+
+// The number of groups that failures make up.
+std::size_t GroupCountOf(const std::vector<PlacedFailure>& failures) {
+    std::vector<CommandReport> commands;
+    for (const PlacedFailure& failure : failures) {
+        CommandReport command = MakeCommand(10, CommandOutcome::kFailed);
+        command.source = failure.pSource;
+        command.errorKind = failure.kind;
+        command.errorLine = command.firstLine + failure.line - 1;
+        command.errorColumn = failure.column;
+        commands.push_back(command);
+    }
+    const TemporaryFolder folder;
+    const std::unique_ptr<StoredFile> stored = folder.Store("commands", ArrayOf(commands));
+    Report report;
+    report.files.push_back({{}, {stored.get(), 0, stored->Size()}, {}});
+    ReportDigest digest;
+    EXPECT_TRUE(ReadDigest(report, digest, [](const FileFacts&, const ListedCommand&) {}));
+    return digest.groups.size();
+}
+
+// The columns are those that conversions tell for these texts.
+TEST(MigrateCsvReportTest, EqualFailuresMayBreakTheirLinesElsewhere) {
+    constexpr ErrorKind kSyntax = ErrorKind::kTablesSyntax;
+    EXPECT_EQ(GroupCountOf({{"TABLES /TABLE=a b.", kSyntax, 1, 18},
+                            {"TABLES\n /TABLE=a b.", kSyntax, 2, 11},
+                            {"  TABLES\t/TABLE=\xC3\xA4x bcd.", kSyntax, 1, 23},
+                            {"TABLES /TABLE=a\n b.", kSyntax, 2, 2}}),
+              1U);
+    EXPECT_EQ(GroupCountOf({{"TABLES /TABLE=a b.", kSyntax, 1, 18},
+                            {"TABLES /TABLE=a b.", kSyntax, 1, 16},
+                            {"TABLES\n /TABLE=a b.", kSyntax, 2, 12}}),
+              3U);
+    constexpr ErrorKind kLiteral = ErrorKind::kUnclosedLiteral;
+    EXPECT_EQ(GroupCountOf({{"TABLES /TITLE=\"abc\n.", kLiteral, 1, 15},
+                            {"TABLES\n /TITLE=\"abc\n.", kLiteral, 2, 9}}),
+              1U);
+}
+
 TEST(MigrateCsvReportTest, FailuresAreNoticed) {
     ReportDigest digest;
     TextCollector narrow(10);

@@ -8,10 +8,20 @@
 #include "migrate/contenthash.h"
 #include "migrate/macrocommands.h"
 #include "migrate/reportreader.h"
+#include "quillet.h"
 
 namespace quillet::migrate {
 
 namespace {
+
+// On the first line of a command columns count from 2, elsewhere from 1, but for a literal that is
+// never closed from 1 on all: equal failures have equal places only when that is evened out.
+PlaceInCommand PlaceOfFailure(const CommandFacts& command) {
+    if (command.errorLine <= 0) return {};
+    const bool isFromTwo = command.errorLine == command.firstLine &&
+                           command.error != quillet::NameOf(ErrorKind::kUnclosedLiteral);
+    return {command.errorLine - command.firstLine + 1, command.errorColumn - (isFromTwo ? 1 : 0)};
+}
 
 // Finds the group of each failure.
 class GroupFinder {
@@ -20,13 +30,10 @@ public:
 
     // The number of the group, from 1.
     std::size_t Add(const CommandFacts& command, CommandPlace place) {
-        const PlaceInCommand error = {
-            command.errorLine > 0 ? command.errorLine - command.firstLine + 1 : 0,
-            command.errorColumn};
         m_hasher.Clear();
         m_hasher.Add(command.error);
         m_hasher.Add("\n");
-        m_hasher.Add(SkeletonOf(command.source, error));
+        m_hasher.Add(SkeletonOf(command.source, PlaceOfFailure(command)));
         const ContentHash hash = m_hasher.Value();
         const auto [found, isNew] =
             m_numbers.try_emplace({hash.high, hash.low}, m_groups.size() + 1);
