@@ -1347,6 +1347,21 @@ class TestSinceLastRun(MigrateCase):
         assert self.changes() == ({"mended": 0, "new": 0, "stillFailing": 0, "gone": 1},
                                   {"a.syn": {"gone": [1]}})
 
+    def test_what_could_not_be_read_is_not_compared(self):
+        unreadable = b"\xFF\xFE\0\0T\0\0\0"
+        self.create("a.syn", unreadable)
+        self.create("b.syn", FAILING)
+        os.symlink("/dev/null", self.source / "c.syn")
+        self.migrate(status=2)
+        self.change("a.syn", FAILING)
+        (self.source / "c.syn").unlink()
+        self.create("c.syn", FAILING)
+        self.migrate(status=1)
+        assert self.changes() == ({"mended": 0, "new": 0, "stillFailing": 1, "gone": 0}, {})
+        self.change("a.syn", unreadable)
+        self.migrate(status=2)
+        assert self.changes() == ({"mended": 0, "new": 0, "stillFailing": 2, "gone": 0}, {})
+
     def test_slices_compare_with_themselves(self):
         for number in range(8):
             self.create(f"{number}.syn", FAILING)

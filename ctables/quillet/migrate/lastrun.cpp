@@ -211,7 +211,8 @@ public:
             }
             const bool isFound =
                 before != m_before.files.end() && before->facts.path == file.facts.path;
-            if (IsKnown(file.facts) && !Compare(isFound ? *before : none, file)) return false;
+            const bool isComparable = IsKnown(file.facts) && (!isFound || IsKnown(before->facts));
+            if (isComparable && !Compare(isFound ? *before : none, file)) return false;
             if (isFound) ++before;
         }
         for (; before != m_before.files.end(); ++before) TellGone(*before);
