@@ -285,6 +285,18 @@ class TestEncoding(MigrateCase):
         assert [self.facts(name)["encodingReason"] for name in "abc"] == [
             "first-line", "option", "valid-utf-8"]
 
+    def test_the_name_may_be_spelled_variously(self):
+        spellings = ("CP1250", "cp1250", "Cp1250")
+        for number, spelling in enumerate(spellings):
+            self.create(str(number), f"* Encoding: {spelling}.\n{POLISH}".encode("cp1250"))
+        self.create("x", POLISH.encode("iso-8859-2"))
+        self.migrate("--encoding-include", "x=ISO-8859-2")
+        assert [self.facts(str(number))["encoding"] for number in range(3)] == list(spellings)
+        options = [self.records()[name][-1]["options"] for name in "012x"]
+        assert options == 3 * ["layout=auto;encoding=cp1250"] + ["layout=auto;encoding=iso-8859-2"]
+        self.migrate("--encoding-include", "x=iso-8859-2")
+        assert [self.facts(name)["result"] for name in "012x"] == 4 * ["kept"]
+
     @pytest.mark.parametrize("order", ("utf-16le", "utf-16be"))
     def test_utf16(self, order):
         text = KOREAN.replace("\n", "\r\n")

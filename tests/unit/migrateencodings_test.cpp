@@ -19,6 +19,12 @@ TEST(MigrateEncodingsTest, FindsEachOnce) {
     EXPECT_NE(encodings.Find("windows-1251"), pFirst);
 }
 
+TEST(MigrateEncodingsTest, SpellingsHaveOneKey) {
+    EXPECT_EQ(EncodingKeyOf("CP1250"), "cp1250");
+    EXPECT_EQ(EncodingKeyOf("cp1250"), "cp1250");
+    EXPECT_EQ(EncodingKeyOf(""), "");
+}
+
 TEST(MigrateEncodingsTest, KnowsUnicode) {
     Encodings encodings;
     for (const char* name : {"UTF-8", "utf8"}) {

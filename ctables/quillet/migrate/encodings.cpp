@@ -36,8 +36,10 @@ std::optional<ByteOrder> ByteOrderOf(std::string_view name) {
 
 }  // namespace
 
+std::string EncodingKeyOf(std::string_view name) { return InLowerCase(name); }
+
 const Encoding* Encodings::Find(std::string_view name) {
-    std::string key = InLowerCase(name);
+    std::string key = EncodingKeyOf(name);
     const std::lock_guard lock(m_mutex);
     const auto found = m_found.find(key);
     if (found != m_found.end()) return found->second.get();

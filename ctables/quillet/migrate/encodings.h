@@ -19,10 +19,13 @@ namespace quillet::migrate {
 
 /// An encoding that somebody has named.
 struct Encoding {
-    std::string name;                          ///< As it was written first.
+    std::string name;                          ///< As it was written first, by whomever.
     std::shared_ptr<const CodePage> codePage;  ///< Null for UTF-16,
     std::optional<ByteOrder> byteOrder = {};   ///< of which this is known then.
 };
+
+/// What all spellings of a name have in common: the name in lower case.
+[[nodiscard]] std::string EncodingKeyOf(std::string_view name);
 
 /// Finds encodings by name. Safe for threads; what it gives lives as long as it does.
 class Encodings {

@@ -304,7 +304,8 @@ void FileMigration::MigrateOpened(const FileTask& task, SourceFile& source) {
     m_identity.version = QUILLET_VERSION;
     ResultOptions options = m_context.options;
     options.layout = m_context.layoutRules.ForPath(m_facts.path);
-    if (!m_encodingName.empty()) options.legacyEncoding = m_encodingName;
+    // However the name is spelled, the result is the same.
+    if (!m_encodingName.empty()) options.legacyEncoding = EncodingKeyOf(m_encodingName);
     m_identity.options = m_action == Action::kConvert ? TextOf(options) : kCopyOptionsText;
     const Standing standing = m_context.replacesAll ? Standing::kNothing : HashStandingResult();
     if (standing == Standing::kNothing) Make(source);
@@ -318,7 +319,8 @@ bool FileMigration::ChooseEncoding(SourceFile& source, Content content) {
     if (content == Content::kUtf16LittleEndian) m_byteOrder = ByteOrder::kLittleEndian;
     if (content == Content::kUtf16BigEndian) m_byteOrder = ByteOrder::kBigEndian;
     if (m_byteOrder) m_encodingReason = "byte-order-mark";
-    const Encoding* pNamed = m_byteOrder ? nullptr : NamedEncoding(source);
+    std::string name;
+    const Encoding* pNamed = m_byteOrder ? nullptr : NamedEncoding(source, name);
     // What holds no NUL is no syntax in UTF-16.
     if (pNamed != nullptr && content == Content::kOther) m_byteOrder = pNamed->byteOrder;
     if (m_byteOrder) {
@@ -326,21 +328,25 @@ bool FileMigration::ChooseEncoding(SourceFile& source, Content content) {
             m_byteOrder == ByteOrder::kLittleEndian ? kLittleEndianName : kBigEndianName;
     } else if (pNamed != nullptr && pNamed->codePage != nullptr) {
         m_namedCodePage = pNamed->codePage;
-        m_encodingName = pNamed->name;
+        m_encodingName = std::move(name);
     }
     return m_byteOrder || content == Content::kText;
 }
 
-// What the user says of a file counts more than what it says of itself.
-const Encoding* FileMigration::NamedEncoding(SourceFile& source) {
+// What the user says of a file counts more than what it says of itself. `name` becomes the name as
+// it is written there: which file has spelled it first depends on how fast others are converted.
+const Encoding* FileMigration::NamedEncoding(SourceFile& source, std::string& name) {
     constexpr std::size_t kFirstLine = 200;
     const Encoding* pRuled = m_context.encodingRules.ForPath(m_facts.path);
     m_encodingReason = pRuled != nullptr ? "option" : "first-line";
-    if (pRuled != nullptr) return pRuled;
+    if (pRuled != nullptr) {
+        name = pRuled->name;
+        return pRuled;
+    }
     std::array<char, kFirstLine> buffer{};
     const std::size_t count = source.Read(buffer.data(), buffer.size());
     if (!source.Rewind()) return nullptr;
-    const std::string_view name = EncodingNamedIn({buffer.data(), count});
+    name = EncodingNamedIn({buffer.data(), count});
     return name.empty() ? nullptr : m_context.encodings.Find(name);
 }
 

@@ -68,7 +68,7 @@ private:
     void Migrate(const FileTask& task);
     void MigrateOpened(const FileTask& task, SourceFile& source);
     [[nodiscard]] bool ChooseEncoding(SourceFile& source, Content content);
-    [[nodiscard]] const Encoding* NamedEncoding(SourceFile& source);
+    [[nodiscard]] const Encoding* NamedEncoding(SourceFile& source, std::string& name);
     [[nodiscard]] bool FindResultFolder();
     [[nodiscard]] Standing HashStandingResult();
     void Judge(SourceFile& source);
