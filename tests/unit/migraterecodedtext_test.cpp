@@ -114,11 +114,12 @@ TEST(MigrateRecodedTextTest, WritesUtf16) {
     EXPECT_EQ(written, kUtf16);
 }
 
-std::string InUtf8(std::string_view text, std::size_t step) {
+std::string InUtf8(std::string_view text, std::size_t step,
+                   TextEncoding encoding = TextEncoding::kWindows1252) {
     std::string written;
     StringOutput target(written);
     Utf8Output output(target, nullptr);
-    output.ReadAs(TextEncoding::kWindows1252);
+    output.ReadAs(encoding);
     for (; !text.empty(); text.remove_prefix(std::min(step, text.size()))) {
         EXPECT_TRUE(output.Write(text.substr(0, step)));
     }
@@ -135,8 +136,39 @@ TEST(MigrateRecodedTextTest, WritesUtf8) {
                   "* Encoding: UTF-8.\n* é.\n");
         EXPECT_EQ(InUtf8("LIST.\n* Encoding: windows-1252.\n", step),
                   "LIST.\n* Encoding: windows-1252.\n");
+        EXPECT_EQ(InUtf8("* Encoding: utf8.\n", step), "* Encoding: utf8.\n");
     }
 }
+
+struct Utf8Case {
+    std::string_view name;
+    std::string_view text;
+    std::string_view written;
+};
+
+constexpr Utf8Case kUtf8Texts[] = {
+    {"another name", "* Encoding: windows-1250.\nLIST é.\n", "* Encoding: UTF-8.\nLIST é.\n"},
+    {"after a byte-order mark", "\xEF\xBB\xBF* Encoding: UTF-16.\r\nLIST.",
+     "\xEF\xBB\xBF* Encoding: UTF-8.\r\nLIST."},
+    {"the only line", "* Encoding: UTF-16.", "* Encoding: UTF-8."},
+    {"its own name", "* Encoding: utf-8.\nLIST.\n", "* Encoding: utf-8.\nLIST.\n"},
+    {"its own name, short", "* Encoding: UTF8.\nLIST.\n", "* Encoding: UTF8.\nLIST.\n"},
+    {"the second line", "LIST.\n* Encoding: UTF-16.\n", "LIST.\n* Encoding: UTF-16.\n"},
+    {"no name", "LIST.\n\nno end", "LIST.\n\nno end"},
+    {"what is no UTF-8", "LIST.\n\xFF\n", "LIST.\n\xFF\n"},
+    {"nothing", "", ""},
+};
+
+class Utf8OutputTest : public testing::TestWithParam<Utf8Case> {};
+
+TEST_P(Utf8OutputTest, NamesUtf8InUtf8) {
+    for (std::size_t step = 1; step < 40; ++step) {
+        SCOPED_TRACE(step);
+        EXPECT_EQ(InUtf8(GetParam().text, step, TextEncoding::kUtf8), GetParam().written);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, Utf8OutputTest, testing::ValuesIn(kUtf8Texts), NameOfRow<Utf8Case>);
 
 }  // namespace
 }  // namespace quillet::migrate

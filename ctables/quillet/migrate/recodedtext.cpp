@@ -1,6 +1,7 @@
 #include "migrate/recodedtext.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "migrate/encodings.h"
@@ -78,28 +79,40 @@ bool Utf16Output::Write(std::string_view bytes) {
     return m_output.Write(m_bytes);
 }
 
+namespace {
+
+// Of a text that was UTF-8, or UTF-16, its first line may still say something else.
+void NameUtf8In(std::string& text) {
+    const std::string_view named = EncodingNamedIn(text);
+    const std::string key = EncodingKeyOf(named);
+    if (named.empty() || key == "utf-8" || key == "utf8") return;
+    text.replace(static_cast<std::size_t>(named.data() - text.data()), named.size(), "UTF-8");
+}
+
+}  // namespace
+
 bool Utf8Output::Write(std::string_view bytes) {
-    if (m_encoding == TextEncoding::kUtf8) return m_output.Write(bytes);
+    const bool isUtf8 = m_encoding == TextEncoding::kUtf8;
+    if (isUtf8 && m_isAfterFirstLine) return m_output.Write(bytes);
     const std::size_t end = bytes.rfind('\n');
     if (end == std::string_view::npos) {
         m_pending.append(bytes);
         return true;
     }
-    m_pending.append(bytes.substr(0, end + 1));
+    // A character of another encoding may be cut in two, but never by a line end.
+    const std::size_t size = isUtf8 ? bytes.size() : end + 1;
+    m_pending.append(bytes.substr(0, size));
     const bool isWritten = Finish();
-    m_pending = bytes.substr(end + 1);
+    m_pending = bytes.substr(size);
     return isWritten;
 }
 
 bool Utf8Output::Finish() {
-    std::string text = ToUtf8(m_pending, m_encoding, m_pNamed);
+    std::string text = std::move(m_pending);
     m_pending.clear();
+    if (m_encoding != TextEncoding::kUtf8) text = ToUtf8(text, m_encoding, m_pNamed);
     if (!m_isAfterFirstLine) {
-        const std::string_view named = EncodingNamedIn(text);
-        if (!named.empty()) {
-            text.replace(static_cast<std::size_t>(named.data() - text.data()), named.size(),
-                         "UTF-8");
-        }
+        NameUtf8In(text);
         m_isAfterFirstLine = !text.empty();
     }
     return text.empty() || m_output.Write(text);

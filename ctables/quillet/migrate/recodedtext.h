@@ -91,18 +91,19 @@ private:
     std::string m_bytes;
 };
 
-/// Writes a text in UTF-8 that comes in another encoding. A first line that names its encoding
-/// names UTF-8 then.
+/// Writes a text in UTF-8 that comes in another encoding, or in UTF-8 from a file in another one.
+/// A first line that names another encoding than UTF-8 names UTF-8 then.
 class Utf8Output final : public TextOutput {
 public:
     /// `output` and `pNamed`, which is what `TextEncoding::kNamed` means, are borrowed.
     Utf8Output(TextOutput& output, const CodePage* pNamed) : m_output(output), m_pNamed(pNamed) {}
 
-    /// Says what the text comes in; before the first write. Without that it is UTF-8, which is left
-    /// as it is.
+    /// Says what the text comes in; before the first write. Without that it is UTF-8, of which all
+    /// but the first line is left as it is.
     void ReadAs(TextEncoding encoding) { m_encoding = encoding; }
 
-    /// Takes whole lines, of which it keeps the first few until it knows the first one.
+    /// Takes pieces of any size, and keeps what no line end follows yet: of UTF-8 only as long as
+    /// the first line is not whole.
     bool Write(std::string_view bytes) override;
     /// Writes what is left. To be called at the end, unless a write has failed.
     [[nodiscard]] bool Finish();
@@ -111,7 +112,7 @@ private:
     TextOutput& m_output;
     const CodePage* m_pNamed;
     TextEncoding m_encoding = TextEncoding::kUtf8;
-    std::string m_pending;  // what does not end in a line end yet
+    std::string m_pending;
     bool m_isAfterFirstLine = false;
 };
 
