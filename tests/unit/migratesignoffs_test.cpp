@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -177,6 +178,11 @@ TEST_F(SignOffTest, DamageIsNamed) {
     };
     const std::string good =
         R"({"path":"a","hash":"85944171f73967e8","number":1,"state":"checked")";
+    const auto changed = [&](const char* pName, const nlohmann::json& value) {
+        nlohmann::json signOff = nlohmann::json::parse(good + "}");
+        signOff[pName] = value;
+        return with(signOff.dump());
+    };
     const std::pair<std::string, const char*> cases[] = {
         {"", "it is no JSON object, or it is damaged"},
         {with(good + "}").substr(0, 60), "it is no JSON object, or it is damaged"},
@@ -191,13 +197,19 @@ TEST_F(SignOffTest, DamageIsNamed) {
         {with(good + "}," + good + "}"), "signOffs[1] is about the same command as one before it"},
         {with(good + R"(,"remark":7})"), "signOffs[0].remark is not a text"},
         {with(good + R"(,"rawPath":"%e9"})"), "signOffs[0].rawPath is not what it should be"},
-        {with(good + R"(,"state":"done"})"), "signOffs[0].state is no state of a sign-off"},
-        {with(good + R"(,"hash":"x"})"), "signOffs[0].hash is no hash of a text"},
-        {with(good + R"(,"number":0})"), "signOffs[0].number is not a number from 1"},
+        {changed("state", "done"), "signOffs[0].state is no state of a sign-off"},
+        {with(good + "},1," + good + R"(,"remark":"a","remark":"b"})"),
+         "signOffs[2].remark stands there twice"},
+        {with(good + "}").substr(0, with(good + "}").size() - 1) + R"(,"signOffs":[]})",
+         "its signOffs stands there twice"},
+        {R"({"format":"quillet-signoff","format":"quillet-signoff","formatVersion":1,"signOffs":[]})",
+         "its format stands there twice"},
+        {changed("hash", "x"), "signOffs[0].hash is no hash of a text"},
+        {changed("number", 0), "signOffs[0].number is not a number from 1"},
         {with(good + R"(,"copies":0})"), "signOffs[0].copies is less than its number"},
         {with(good + R"(,"copies":"x"})"),
          "signOffs[0].copies is not a whole number from 0 to 9007199254740991"},
-        {with(good + R"(,"number":1.5})"),
+        {changed("number", 1.5),
          "signOffs[0].number is not a whole number from 0 to 9007199254740991"},
     };
     for (const auto& [text, expected] : cases) {
@@ -207,6 +219,19 @@ TEST_F(SignOffTest, DamageIsNamed) {
         EXPECT_FALSE(ParseSignOffs(text, signOffs, problem));
         EXPECT_EQ(problem, expected);
     }
+}
+
+TEST_F(SignOffTest, WhatIsNotKnownMayStandThereTwice) {
+    SignOffs signOffs;
+    std::string problem;
+    EXPECT_TRUE(ParseSignOffs(
+        R"({"later":[{"path":1,"path":2}],"later":{},"format":"quillet-signoff","formatVersion":1,)"
+        R"("signOffs":[{"path":"a","hash":"85944171f73967e8","number":1,"state":"checked","x":1,)"
+        R"("x":{"path":1,"path":2}},)"
+        R"({"path":"b","hash":"85944171f73967e8","number":1,"state":"checked"}]})",
+        signOffs, problem))
+        << problem;
+    EXPECT_EQ(signOffs.size(), 2U);
 }
 
 TEST_F(SignOffTest, AFileNeedNotBeThere) {

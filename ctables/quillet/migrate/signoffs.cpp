@@ -1,11 +1,13 @@
-// A sign-off is work that somebody has done, so none is ever dropped: a file that is not understood
-// to its last member is refused, and what is about a command that is no more goes along in the
-// report.
+// A sign-off is work that somebody has done, so none is ever dropped: a file with a member that is
+// known and damaged, or stands there twice, is refused, and what is about a command that is no more
+// goes along in the report. What a later version may have added is passed over.
 #include "migrate/signoffs.h"
 
+#include <cstddef>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <set>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -70,10 +72,57 @@ SignOff SignOffOf(const json& element) {
     return signOff;
 }
 
+// Finds members that stand twice in an object, of which the parser would keep the last.
+class DuplicateFinder {
+public:
+    // Takes the parser's events.
+    void Take(int depth, json::parse_event_t event, const json& value) {
+        constexpr int kInFile = 1;
+        constexpr int kInList = 2;
+        constexpr int kInSignOff = 3;
+        const bool isKey = event == json::parse_event_t::key;
+        if (isKey && depth == kInFile) {
+            m_isInList = value == kList;
+            const bool isKnown = value == "format" || value == "formatVersion" || m_isInList;
+            if (isKnown) AddName(m_ofFile, "its ", value.get_ref<const std::string&>());
+        } else if (m_isInList && depth == kInList && IsBeginning(event)) {
+            ++m_count;
+            m_ofSignOff.clear();
+        } else if (m_isInList && isKey && depth == kInSignOff) {
+            const auto& name = value.get_ref<const std::string&>();
+            if (FindMember(ReportPart::kSignOff, name) != nullptr) {
+                AddName(m_ofSignOff, "signOffs[" + std::to_string(m_count - 1) + "].", name);
+            }
+        }
+    }
+
+    // What is wrong; empty when nothing is.
+    [[nodiscard]] const std::string& Problem() const { return m_problem; }
+
+private:
+    static constexpr std::string_view kList = "signOffs";
+
+    static bool IsBeginning(json::parse_event_t event) {
+        return event == json::parse_event_t::object_start ||
+               event == json::parse_event_t::array_start || event == json::parse_event_t::value;
+    }
+    void AddName(std::set<std::string>& names, std::string_view before, const std::string& name) {
+        if (names.insert(name).second || !m_problem.empty()) return;
+        m_problem = std::string(before).append(name).append(" stands there twice");
+    }
+
+    bool m_isInList = false;
+    std::size_t m_count = 0;  // of the elements so far
+    std::set<std::string> m_ofFile;
+    std::set<std::string> m_ofSignOff;
+    std::string m_problem;
+};
+
 // The parts of a file that is none, however deep, are not kept.
-json ParseFlat(std::string_view text) {
+json ParseFlat(std::string_view text, DuplicateFinder& duplicates) {
     constexpr int kDeepestPart = 4;
-    const auto isKept = [](int depth, json::parse_event_t /*event*/, json& /*value*/) {
+    const auto isKept = [&duplicates](int depth, json::parse_event_t event, const json& value) {
+        duplicates.Take(depth, event, value);
         return depth <= kDeepestPart;
     };
     return json::parse(text, isKept, /*allow_exceptions=*/false);
@@ -113,8 +162,10 @@ bool TakeFrom(std::map<CommandKey, SignOff>& wanted, FileEntry& file) {
 }  // namespace
 
 bool ParseSignOffs(std::string_view text, SignOffs& signOffs, std::string& problem) {
-    const json file = ParseFlat(text);
+    DuplicateFinder duplicates;
+    const json file = ParseFlat(text, duplicates);
     problem = ProblemOfFile(file);
+    if (problem.empty()) problem = duplicates.Problem();
     if (!problem.empty()) return false;
     std::size_t index = 0;
     for (const json& element : file["signOffs"]) {

@@ -24,7 +24,8 @@ inline constexpr std::uint64_t kMostSignOffBytes = 64UL * 1024 * 1024;
 using SignOffs = std::map<std::string, std::map<CommandKey, SignOff>>;
 
 /// Reads the text of such a file. False with `problem` set, the rest of a sentence about the file,
-/// when it is none or any sign-off in it is damaged: whoever went on without would lose it.
+/// when it is none or any sign-off in it is damaged: whoever went on without would lose it. So
+/// would who took the last of two members of one name.
 [[nodiscard]] bool ParseSignOffs(std::string_view text, SignOffs& signOffs, std::string& problem);
 
 /// Reads the file in `folder`, which is called `folderPath`; there need not be one. False with
