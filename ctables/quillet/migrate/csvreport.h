@@ -12,7 +12,8 @@
 namespace quillet::migrate {
 
 /// `text`, UTF-8, as a quoted cell. One that a spreadsheet would take for a formula, and so might
-/// run, gets an apostrophe before it; a NUL, at which some stop to read, becomes U+FFFD.
+/// run, gets an apostrophe before it; a NUL, at which some stop to read, becomes U+FFFD. Whoever
+/// takes other signs than commas for the ends of cells may find formulas all the same.
 [[nodiscard]] std::string CsvText(std::string_view text);
 
 /// Writes the names of the columns and a row for each legacy command that was found, lines ending
