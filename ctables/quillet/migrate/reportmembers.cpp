@@ -221,16 +221,32 @@ std::string TooLong(std::size_t most) {
     return "is longer than " + std::to_string(most) + " bytes";
 }
 
+// A path that leads out of the folder it is in would lead whoever opens the page anywhere.
+bool IsPathBelow(std::string_view path) {
+    for (std::size_t begin = 0;;) {
+        const std::size_t end = std::min(path.find('/', begin), path.size());
+        const std::string_view part = path.substr(begin, end - begin);
+        if (part.empty() || part == "." || part == "..") return false;
+        if (end == path.size()) return true;
+        begin = end + 1;
+    }
+}
+
+std::string ProblemOfPath(const std::string& path) {
+    if (path.size() > kMostPathBytes) return TooLong(kMostPathBytes);
+    return IsPathBelow(path) ? "" : "is no path of a file below a folder";
+}
+
 std::string ProblemOfText(MemberKind kind, const std::string& text) {
     if (text.size() > kMostNameBytes) return TooLong(kMostNameBytes);
     switch (kind) {
         case MemberKind::kFormatName:
             return text == kFormat ? "" : "is not that of a report";
         case MemberKind::kPath:
-            return text.size() <= kMostPathBytes ? "" : TooLong(kMostPathBytes);
+            return ProblemOfPath(text);
         case MemberKind::kRawPath: {
             const std::optional<std::string> path = PercentDecode(text);
-            return path ? ProblemOfText(MemberKind::kPath, *path) : "is not what it should be";
+            return path ? ProblemOfPath(*path) : "is not what it should be";
         }
         case MemberKind::kFileOutcome:
             return FileOutcomeOf(text) ? "" : "is no outcome of a file";

@@ -46,8 +46,8 @@ enum class MemberKind {
     kTextOrNull,
     kName,  ///< A text that is kept in memory. The next ones are such texts, too:
     kFormatName,
-    kPath,
-    kRawPath,  ///< Of the form that `PercentEncode` makes.
+    kPath,     ///< Of a file below a folder: no part of it is empty, "." or "..".
+    kRawPath,  ///< The same, of the form that `PercentEncode` makes.
     kFileOutcome,
     kResultState,
     kCommandOutcome,
