@@ -1231,6 +1231,26 @@ class TestParts(MigrateCase):
         shown = re.sub("[^A-Za-z0-9]", "-", folder) + "-" * bool(folder)
         return f"{start}-part-{shown}{text_hash(folder)}.html"
 
+    def test_small_folders_share_parts(self):
+        # One letter of the text becomes six on the page, so that it is twice as large there.
+        large = self.LARGE.replace(b"literal", b"<<<<<< literal")
+        many = 500_000 // len(large)
+        for number in range(30):
+            self.create(f"s/{number:02}/x.syn", large * many)
+        self.create("top.syn", TABLES)
+        self.migrate(status=1)
+        pages = self.pages()
+        index = pages.pop("quillet-report.html")["report"]
+        assert len(pages) == len(index["parts"]) == 3
+        assert [part["name"] for part in index["parts"]][2] == self.part("")
+        folders = [part["folder"] for part in index["parts"]]
+        first, second = (re.fullmatch(r"s/(\d\d) to s/(\d\d)", folder) for folder in folders[:2])
+        assert (first[1], int(first[2]) + 1, second[2]) == ("00", int(second[1]), "29")
+        for name, page in pages.items():
+            assert (self.target / name).stat().st_size < 20_000_000
+            assert page["report"]["folder"] in folders
+        assert (self.target / index["parts"][0]["name"]).stat().st_size > 18_000_000
+
     def test_a_large_page_has_parts(self):
         many = 20_000_000 // len(self.LARGE) * 3 // 5
         self.create("a/x.syn", self.LARGE * many)

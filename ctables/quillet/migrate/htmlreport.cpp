@@ -46,15 +46,17 @@ struct PageContent {
     std::string members = {};           // more of the report, each with a comma before it
 };
 
+std::string CountsOf(const FileDigest& ofFile) {
+    return ",\"errors\":" + CountsJson(ofFile.reasons) + ",\"codes\":" + CountsJson(ofFile.codes);
+}
+
 bool WriteFiles(const PageContent& content, TextOutput& output) {
     std::size_t chunk = 0;
     for (std::size_t index = 0; index < content.report.files.size(); ++index) {
         const FileEntry& file = content.report.files[index];
-        const FileDigest& ofFile = content.digest.files[index];
         std::string text = index == 0 ? "" : ",\n";
         text += content.pParts != nullptr ? OpenShortFileJson(file) : OpenFileJson(file);
-        text += ",\"errors\":" + CountsJson(ofFile.reasons);
-        text += ",\"codes\":" + CountsJson(ofFile.codes);
+        text += CountsOf(content.digest.files[index]);
         if (content.pParts != nullptr) {
             text += ",\"part\":" + std::to_string(content.pParts->partOfFile[index]);
         } else if (HasDetails(file)) {
@@ -93,20 +95,34 @@ bool WriteSummaryElement(const PageContent& content, TextOutput& output) {
            output.Write(kElementEnd);
 }
 
+bool WriteChunkElement(const FileEntry& file, std::size_t chunk, TextOutput& output) {
+    ScriptEscaper escaper(output);
+    return output.Write(ElementStart("chunk-" + std::to_string(chunk))) &&
+           escaper.Write("{\"findings\":") && CopyArray(file.findings, escaper) &&
+           escaper.Write(kCommandsMember) && CopyArray(file.commands, escaper) &&
+           escaper.Write("}") && escaper.Finish() && output.Write(kElementEnd);
+}
+
 bool WriteChunkElements(const Report& report, TextOutput& output) {
     std::size_t chunk = 0;
     for (const FileEntry& file : report.files) {
-        if (!HasDetails(file)) continue;
-        ScriptEscaper escaper(output);
-        if (!output.Write(ElementStart("chunk-" + std::to_string(chunk++))) ||
-            !escaper.Write("{\"findings\":") || !CopyArray(file.findings, escaper) ||
-            !escaper.Write(kCommandsMember) || !CopyArray(file.commands, escaper) ||
-            !escaper.Write("}") || !escaper.Finish() || !output.Write(kElementEnd)) {
-            return false;
-        }
+        if (HasDetails(file) && !WriteChunkElement(file, chunk++, output)) return false;
     }
     return true;
 }
+
+// Counts what is written, and keeps none of it.
+class SizeOutput final : public TextOutput {
+public:
+    bool Write(std::string_view bytes) override {
+        m_size += bytes.size();
+        return true;
+    }
+    [[nodiscard]] std::uint64_t Size() const { return m_size; }
+
+private:
+    std::uint64_t m_size = 0;
+};
 
 bool WritePage(const PageContent& content, std::string_view page, TextOutput& output) {
     const std::size_t mark = page.find(kDataMark);
@@ -184,6 +200,30 @@ void ScriptEscaper::TakeSpecial(char byte, std::string& escaped) {
 
 bool ScriptEscaper::Finish() { return m_output.Write(std::exchange(m_pending, {})); }
 
+bool MeasureFiles(const Report& report, const ReportDigest& digest,
+                  std::vector<std::uint64_t>& bytes) {
+    // Two numbers, of a file and of a command in it, and the signs around them.
+    constexpr std::uint64_t kMostBytesOfPlace = 24;
+    // The number of a chunk, twice, and what keeps files apart.
+    constexpr std::uint64_t kMostBytesBetween = 60;
+    bytes.clear();
+    for (std::size_t index = 0; index < report.files.size(); ++index) {
+        const FileEntry& file = report.files[index];
+        SizeOutput size;
+        ScriptEscaper escaper(size);
+        if (!escaper.Write(OpenFileJson(file) + CountsOf(digest.files[index])) ||
+            !escaper.Finish() || (HasDetails(file) && !WriteChunkElement(file, 0, size))) {
+            return false;
+        }
+        std::uint64_t failed = 0;
+        for (const auto& [name, count] : digest.files[index].reasons) {
+            failed += static_cast<std::uint64_t>(count);
+        }
+        bytes.push_back(size.Size() + failed * kMostBytesOfPlace + kMostBytesBetween);
+    }
+    return true;
+}
+
 bool WriteHtmlReport(const Report& report, const ReportDigest& digest, std::string_view page,
                      TextOutput& output) {
     return WritePage({report, digest}, page, output);
@@ -207,7 +247,7 @@ std::string SplitReport::NameOfPart(std::size_t part) const {
 bool SplitReport::WriteIndex(std::string_view page, TextOutput& output) const {
     nlohmann::json parts = nlohmann::json::array();
     for (std::size_t part = 0; part < m_parts.parts.size(); ++part) {
-        const std::string folder = ToUtf8(m_parts.parts[part].folder, TextEncoding::kUtf8);
+        const std::string folder = ToUtf8(FolderTextOf(m_parts.parts[part]), TextEncoding::kUtf8);
         parts.push_back({{"name", NameOfPart(part)}, {"folder", folder}});
     }
     return WritePage({m_report, m_digest, &m_parts,
@@ -226,7 +266,7 @@ bool SplitReport::WritePart(std::size_t part, std::string_view page, TextOutput&
         digest.files.push_back(m_digest.files[file]);
     }
     const nlohmann::json index = m_pageName;
-    const nlohmann::json folder = ToUtf8(ofPart.folder, TextEncoding::kUtf8);
+    const nlohmann::json folder = ToUtf8(FolderTextOf(ofPart), TextEncoding::kUtf8);
     return WritePage({report, digest, nullptr,
                       ",\n\"allSignOffs\":" + m_signOffs + ",\n\"index\":" + index.dump() +
                           ",\"folder\":" + folder.dump()},

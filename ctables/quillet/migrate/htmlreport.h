@@ -3,6 +3,7 @@
 #define QUILLET_MIGRATE_HTMLREPORT_H
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,6 +50,11 @@ private:
 /// `output` fails, commands cannot be read or the page has no mark.
 [[nodiscard]] bool WriteHtmlReport(const Report& report, const ReportDigest& digest,
                                    std::string_view page, TextOutput& output);
+
+/// Fills `bytes` with how many each file of the report takes on a page that shows its commands, at
+/// the most and within a few. False when commands cannot be read. Cost: that of writing the page.
+[[nodiscard]] bool MeasureFiles(const Report& report, const ReportDigest& digest,
+                                std::vector<std::uint64_t>& bytes);
 
 /// The pages of a report that is too large for one: an index of all files without the texts of
 /// their commands and findings, and the parts, which are pages such as `WriteHtmlReport` makes, of

@@ -1,9 +1,11 @@
 #include "migrate/reportfiles.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <future>
 #include <memory>
+#include <numeric>
 #include <set>
 #include <string_view>
 #include <system_error>
@@ -75,30 +77,44 @@ ReportFile FileOfTarget(const TargetFolder& target, const std::string& suffix,
             target.TemporaryName(extension)};
 }
 
-// Counts what is written, and keeps none of it.
-class SizeOutput final : public TextOutput {
-public:
-    bool Write(std::string_view bytes) override {
-        m_size += bytes.size();
-        return true;
-    }
-    [[nodiscard]] std::uint64_t Size() const { return m_size; }
-
-private:
-    std::uint64_t m_size = 0;
-};
-
-// False, too, when its texts cannot be read, which whoever writes it will find.
-bool IsTooLargeForOnePage(const Report& report, const ReportDigest& digest) {
-    const std::uint64_t texts = TextBytesOf(report);
-    if (texts > kMostPageBytes) return true;
-    // Most are so small that no bytes need to be counted: one of a text becomes up to six.
+// What the files of a page may take. The page itself is on every part and, as whoever saves
+// sign-offs saves all of them, so are these: to spread a report makes no page smaller by them.
+std::uint64_t RoomForFiles(const Report& report) {
+    constexpr std::uint64_t kBytesOfRun = 100'000;
     constexpr std::uint64_t kMostEscaped = 6;
-    constexpr std::uint64_t kBytesOfFile = 4000;
-    const std::uint64_t most = texts * kMostEscaped + report.files.size() * kBytesOfFile;
-    if (most < kMostPageBytes / 2) return false;
-    SizeOutput output;
-    return WriteHtmlReport(report, digest, ReportPage(), output) && output.Size() > kMostPageBytes;
+    const std::uint64_t others =
+        ReportPage().size() + AllSignOffsJson(report).size() + kBytesOfRun +
+        (report.run.source.size() + report.run.target.size()) * kMostEscaped;
+    return kMostPageBytes - std::min(others, kMostPageBytes / 2);
+}
+
+// More bytes than the file takes on a page.
+std::uint64_t MostBytesOf(const FileEntry& file) {
+    // One of a text becomes up to six.
+    constexpr std::uint64_t kMostEscaped = 6;
+    constexpr std::uint64_t kBytesOfNumbers = 4000;
+    constexpr std::uint64_t kBytesOfLine = 20;
+    std::uint64_t texts = file.commands.length + file.findings.length + file.facts.path.size() * 4 +
+                          file.facts.message.size();
+    for (const FileText& text : kReadingTexts) texts += (file.facts.*text.pMember).size();
+    for (const SignOff& signOff : file.signOffs) texts += signOff.remark.size() + kBytesOfNumbers;
+    const std::uint64_t lines =
+        file.changes.mended.size() + file.changes.failing.size() + file.changes.gone.size();
+    return texts * kMostEscaped + lines * kBytesOfLine + kBytesOfNumbers;
+}
+
+// Sets `parts` where the files take too much for one page. False, too, when their texts cannot be
+// read, which whoever writes them will find.
+bool IsTooLargeForOnePage(const Report& report, const ReportDigest& digest, PageParts& parts) {
+    const std::uint64_t room = RoomForFiles(report);
+    // Most reports are so small that no bytes need to be counted.
+    std::uint64_t most = 0;
+    for (const FileEntry& file : report.files) most += MostBytesOf(file);
+    std::vector<std::uint64_t> bytes;
+    if (most <= room || !MeasureFiles(report, digest, bytes)) return false;
+    if (std::accumulate(bytes.begin(), bytes.end(), std::uint64_t{0}) <= room) return false;
+    parts = PartsOf(report, bytes, room);
+    return true;
 }
 
 // A part of an earlier report, but not a file that somebody else has given such a name.
@@ -136,7 +152,10 @@ public:
           m_page(FileOfTarget(target, m_suffix, "html")) {}
 
     [[nodiscard]] bool Write(const Report& report, const ReportDigest& digest, std::string& error) {
-        if (IsTooLargeForOnePage(report, digest)) return WriteSplit(report, digest, error);
+        PageParts parts;
+        if (IsTooLargeForOnePage(report, digest, parts)) {
+            return WriteSplit(report, digest, parts, error);
+        }
         return m_page.Write(
             [&](TextOutput& output) {
                 return WriteHtmlReport(report, digest, ReportPage(), output);
@@ -157,8 +176,7 @@ public:
 
 private:
     [[nodiscard]] bool WriteSplit(const Report& report, const ReportDigest& digest,
-                                  std::string& error) {
-        const PageParts parts = PartsOf(report);
+                                  const PageParts& parts, std::string& error) {
         const std::string pageName = m_target.ReportName(m_suffix + ".html");
         const SplitReport split(report, digest, parts, pageName);
         for (std::size_t part = 0; part < parts.parts.size(); ++part) {
