@@ -1133,8 +1133,8 @@ class TestSignOff(MigrateCase):
         (self.target / self.FILE).write_text(text)
         self.create("a.syn", FAILING.replace(b"NONSENSE", b"OTHER"))
         run = self.migrate(status=1)
-        assert (b"\nSigned off: 1 command checked; 2 sign-offs about commands that are not there any "
-                b"more, or were not looked at\n") in run.stderr
+        assert (b"\nSigned off: 1 command checked; 2 sign-offs about commands that are not there "
+                b"any more, or were not looked at\n") in run.stderr
         others = self.report()["otherSignOffs"]
         assert [(other["path"], other["number"], other["state"], other["remark"])
                 for other in others] == [("a.syn", 1, "mended", "r"), ("a.syn", 2, "checked", "")]
@@ -1210,7 +1210,8 @@ class TestSignOff(MigrateCase):
 class TestParts(MigrateCase):
     # A command of a few KB that fails.
     LARGE = b"IGRAPH /NONSENSE\n" + b"".join(
-        b"  word%d 'a literal of some length' 12 13 14\n" % number for number in range(80)) + b" .\n"
+        b"  word%d 'a literal of some length' 12 13 14\n" % number
+        for number in range(80)) + b" .\n"
 
     def pages(self, start="quillet-report"):
         """The data of the page of this name and of its parts, by their names."""
