@@ -734,7 +734,7 @@ function MinutesRow(kind) {
     kind.input.addEventListener("change", () => { ShowMinutes(); KeepMinutes(); });
     kind.printed = Make("span", "printed");
     kind.usual = Make("span", "usual");
-    kind.time = Make("td");
+    kind.time = Make("td", "time");
     return Make("tr", "", [name, Make("td", "", FormatNumber(kind.count)),
         Make("td", "", [kind.input, kind.printed, kind.usual]), kind.time]);
 }
@@ -837,7 +837,7 @@ function FolderRow(sum, label) {
     const name = Make("th", "", label);
     name.scope = "row";
     return Make("tr", "", [name, ...[sum.files, sum.found, sum.left].map((count) =>
-        Make("td", "", FormatNumber(count))), Make("td", "", FormatMinutes(sum.minutes))]);
+        Make("td", "", FormatNumber(count))), Make("td", "time", FormatMinutes(sum.minutes))]);
 }
 
 function FolderLabel({name}) {
