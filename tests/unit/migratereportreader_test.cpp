@@ -86,6 +86,49 @@ TEST_F(MigrateReportReaderTest, TheLayoutDoesNotMatter) {
     EXPECT_EQ(std::count(again.text.begin(), again.text.end(), '\n'), 5);
 }
 
+TEST_F(MigrateReportReaderTest, FilesAreReadWithoutTheirCommands) {
+    json changed = json::parse(TextOfFiles({"a", "b"}));
+    changed["files"][0]["commands"][0]["source"] = "]}\\\"]}\\";
+    changed["files"][0]["findings"] = json::array({{{"text", "[{\""}, {"new", {1, {{"x", 2}}}}}});
+    for (const int indent : {-1, 1000}) {
+        const std::unique_ptr<StoredFile> file = m_folder.Store("report", changed.dump(indent));
+        Report whole;
+        std::string error;
+        ASSERT_TRUE(ReadJsonReport(*file, whole, error)) << error;
+        Report read;
+        ASSERT_TRUE(ReadFilesOfReport(*file, read));
+        ASSERT_EQ(read.files.size(), 2U);
+        for (std::size_t index = 0; index < 2; ++index) {
+            const FileEntry& one = read.files[index];
+            const FileEntry& other = whole.files[index];
+            EXPECT_EQ(one.facts.path, other.facts.path);
+            EXPECT_EQ(one.facts.failed, other.facts.failed);
+            EXPECT_EQ(one.commands.offset, other.commands.offset);
+            EXPECT_EQ(one.commands.length, other.commands.length);
+            EXPECT_EQ(one.findings.offset, other.findings.offset);
+            EXPECT_EQ(one.findings.length, other.findings.length);
+            EXPECT_TRUE(one.facts.errors.empty());
+        }
+        EXPECT_FALSE(whole.files[0].facts.errors.empty());
+    }
+}
+
+TEST_F(MigrateReportReaderTest, NoFilesAreReadFromWhatIsCutOff) {
+    const std::string written = TextOfFiles({"a"});
+    for (std::size_t size = 0; size < written.size() - 2; ++size) {
+        const std::unique_ptr<StoredFile> file = m_folder.Store("report", written.substr(0, size));
+        Report read;
+        EXPECT_FALSE(ReadFilesOfReport(*file, read)) << size;
+    }
+    for (const char* pWrong : {R"("commands":[})", R"("commands":[]])", R"("commands":["x)"}) {
+        std::string text = written;
+        text.replace(text.find(R"("commands":[)"), 12, pWrong);
+        const std::unique_ptr<StoredFile> file = m_folder.Store("report", text);
+        Report read;
+        EXPECT_FALSE(ReadFilesOfReport(*file, read)) << pWrong;
+    }
+}
+
 TEST_F(MigrateReportReaderTest, RefusesWhatIsNoReport) {
     const std::string written = TextOfFiles({"a"});
     const std::string known = "\"formatVersion\":2";

@@ -261,8 +261,8 @@ bool CompareWithLastRun(const TargetFolder& target, Report& report) {
     const std::unique_ptr<StoredFile> file =
         StoredFile::Open(*target.RootFolder(), target.ReportName(".json"), ignored);
     Report before;
-    std::string problem;
-    if (file == nullptr || !ReadJsonReport(*file, before, problem)) return true;
+    // Of most files nothing has changed, so their commands are compared as they stand there.
+    if (file == nullptr || !ReadFilesOfReport(*file, before)) return true;
     ReportComparison comparison(before, report);
     if (!comparison.Run()) return false;
     if (comparison.IsReadable()) {

@@ -74,7 +74,9 @@ FileFacts FileFactsOf(const json& file) {
 // `Problem` set.
 class ReportReader final : public nlohmann::json_sax<json> {
 public:
-    ReportReader(StoredText& text, Report& report) : m_text(text), m_report(report) {}
+    // With `skipsTexts` nothing inside of commands and findings is looked at.
+    ReportReader(StoredText& text, Report& report, bool skipsTexts)
+        : m_text(text), m_report(report), m_skipsTexts(skipsTexts) {}
 
     bool null() override { return TakeValue(nullptr); }
     bool boolean(bool value) override { return TakeValue(value); }
@@ -197,6 +199,10 @@ private:
             m_entry.findings = {&m_text.File(), m_text.Position() - 1, 0};
         }
         m_levels.push_back({member.inner, empty.is_array()});
+        // The parser has read the bracket, and nothing after it.
+        const bool isOfTexts =
+            member.inner == ReportPart::kCommands || member.inner == ReportPart::kFindings;
+        if (m_skipsTexts && isOfTexts) m_text.SkipToEndOfPart();
         return true;
     }
 
@@ -261,6 +267,7 @@ private:
 
     StoredText& m_text;
     Report& m_report;
+    bool m_skipsTexts;
     std::string m_problem;
     std::vector<Level> m_levels;
     FileEntry m_entry;  // of the file that is being read: its errors and its commands
@@ -314,7 +321,7 @@ CommandFacts CommandFactsOf(const json& command) {
 bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error,
                     std::uint64_t longestText) {
     StoredText text(file, 0, file.Size(), longestText);
-    ReportReader reader(text, report);
+    ReportReader reader(text, report, /*skipsTexts=*/false);
     if (json::sax_parse(StoredTextIterator(&text), StoredTextIterator(), &reader) &&
         !text.Failed()) {
         return true;
@@ -328,6 +335,13 @@ bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error,
     const std::string place = reader.Place();
     if (!place.empty()) error.append(" (").append(place).append(")");
     return false;
+}
+
+bool ReadFilesOfReport(const StoredFile& file, Report& report) {
+    StoredText text(file, 0, file.Size(), kLongestText);
+    ReportReader reader(text, report, /*skipsTexts=*/true);
+    return json::sax_parse(StoredTextIterator(&text), StoredTextIterator(), &reader) &&
+           !text.Failed();
 }
 
 namespace {

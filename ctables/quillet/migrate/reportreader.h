@@ -21,6 +21,10 @@ inline constexpr std::uint64_t kLongestText = 256UL * 1024 * 1024;
 [[nodiscard]] bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error,
                                   std::uint64_t longestText = kLongestText);
 
+/// The same without a look at commands and findings, most of the text: neither are they looked
+/// at, nor do the files' entries tell which errors and codes they have.
+[[nodiscard]] bool ReadFilesOfReport(const StoredFile& file, Report& report);
+
 /// Calls `take` for each of a file's commands, in order; one at a time is kept. False when they
 /// cannot be read, or hold what they cannot have held when the report was read.
 [[nodiscard]] bool ForEachCommand(const ArrayPlace& place,

@@ -33,6 +33,19 @@ public:
         if (++m_index == m_block.size()) Fill();
     }
 
+    /// Goes on to the bracket that ends the array or object in whose beginning the current
+    /// character stands, or to the end of the text. Far faster than a parser, since of all that
+    /// stands between, it looks for quotation marks and brackets alone.
+    void SkipToEndOfPart() {
+        BracketFinder finder;
+        while (!m_block.empty()) {
+            m_index = finder.FindEnd(m_block, m_index);
+            if (m_index < m_block.size()) return;
+            m_mark = m_next;
+            Fill();
+        }
+    }
+
     [[nodiscard]] const StoredFile& File() const { return m_file; }
     /// Where in the file the current character stands.
     [[nodiscard]] std::uint64_t Position() const { return m_next - (m_block.size() - m_index); }
@@ -44,6 +57,33 @@ public:
     [[nodiscard]] std::uint64_t LongestStep() const { return m_longestStep; }
 
 private:
+    // Looks for the end of a part, block after block.
+    class BracketFinder {
+    public:
+        // The index of its bracket; the size of `block` when it is not there.
+        std::size_t FindEnd(const std::string& block, std::size_t index) {
+            for (; index < block.size(); ++index) {
+                const char c = block[index];
+                if (m_isInString) {
+                    m_isInString = m_isEscaped || c != '"';
+                    m_isEscaped = !m_isEscaped && c == '\\';
+                } else if (c == '"') {
+                    m_isInString = true;
+                } else if (c == '[' || c == '{') {
+                    ++m_depth;
+                } else if ((c == ']' || c == '}') && m_depth-- == 0) {
+                    return index;
+                }
+            }
+            return index;
+        }
+
+    private:
+        std::uint64_t m_depth = 0;
+        bool m_isInString = false;
+        bool m_isEscaped = false;
+    };
+
     void Fill() {
         m_index = 0;
         if (m_next < m_end && m_next - m_mark > m_longestStep) {
