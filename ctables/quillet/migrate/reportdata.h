@@ -3,12 +3,12 @@
 #define QUILLET_MIGRATE_REPORTDATA_H
 
 #include <array>
-#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <tuple>
 #include <variant>
 #include <vector>
 
@@ -188,7 +188,11 @@ struct CommandKey {
     /// which.
     std::int64_t copies = 1;
 
-    friend auto operator<=>(const CommandKey&, const CommandKey&) = default;
+    friend bool operator==(const CommandKey&, const CommandKey&) = default;
+    friend bool operator<(const CommandKey& left, const CommandKey& right) {
+        return std::tie(left.hash, left.number, left.copies) <
+               std::tie(right.hash, right.number, right.copies);
+    }
 };
 
 /// What somebody has found out about a command.
