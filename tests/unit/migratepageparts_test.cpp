@@ -267,7 +267,7 @@ TEST(MigratePagePartsTest, FilesAreMeasuredAsTheyAreWritten) {
     EXPECT_GE(measured, written);
     EXPECT_LT(measured, written + written / 10);
     // Every "<" takes six bytes.
-    EXPECT_GT(measured, 3 * (commands->Size() + 5 * 500));
+    EXPECT_GT(measured, 3 * (commands->Size() + std::uint64_t{5} * 500));
 
     const std::unique_ptr<StoredFile> damaged = folder.Store("damaged", "[");
     report.files[1].commands.pFile = damaged.get();
