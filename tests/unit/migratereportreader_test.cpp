@@ -12,6 +12,7 @@
 
 #include "migrate/jsonreport.h"
 #include "migrate/reportreader.h"
+#include "migrate/storedfacts.h"
 #include "migrate/timetext.h"
 #include "migratereports.h"
 
@@ -502,55 +503,12 @@ TEST_F(MigrateReportReaderTest, AFileHasOnlySoManyCodes) {
     }
 }
 
-TEST_F(MigrateReportReaderTest, GoesThroughFindings) {
-    std::vector<std::string> told;
-    const ArrayPlace place = {m_findings.get(), 0, m_findings->Size()};
-    ASSERT_TRUE(ForEachFinding(place, [&](const FindingFacts& finding) {
-        told.push_back(finding.code + "|" + finding.kind + "|" + finding.command + "|" +
-                       std::to_string(finding.firstLine) + "|" + std::to_string(finding.lastLine) +
-                       "|" + std::to_string(finding.causeLine) + "|" + finding.sentence + "|" +
-                       finding.text);
-    }));
-    EXPECT_THAT(told, ElementsAre("encoding-doubtful|changed||1|1|1|Looks like \xC3\xA9|",
-                                  "macro-body|overlooked|TABLES|20|22|18|In a macro|TABLES\n /x\n"
-                                  "</script>."));
-    const std::unique_ptr<StoredFile> changed = m_folder.Store("changed", R"([{"kind":"eaten"}])");
-    EXPECT_FALSE(ForEachFinding({changed.get(), 0, changed->Size()}, [](const FindingFacts&) {
-        ADD_FAILURE() << "should not have been handed over";
-    }));
-}
-
-// A report may change after it was read.
-TEST_F(MigrateReportReaderTest, CommandsThatHaveChangedAreRefused) {
-    for (const char* number : {"-1", "1e300", "0.5", "2147483648", "18446744073709551615",
-                               "99999999999999999999999", "1e999", "\"1\"", "null", "[]", "true"}) {
-        const std::unique_ptr<StoredFile> file =
-            m_folder.Store("commands", R"([{"errorColumn":)" + std::string(number) + "}]");
-        EXPECT_FALSE(ForEachCommand({file.get(), 0, file->Size()}, [](const CommandFacts&) {
-            ADD_FAILURE() << "should not have been handed over";
-        })) << number;
-    }
-}
-
 TEST_F(MigrateReportReaderTest, DeepNestingIsNoDanger) {
     const std::string deep = "{\"x\":" + std::string(1000000, '[');
     const std::unique_ptr<StoredFile> file = m_folder.Store("report", deep);
     Report read;
     std::string error;
     EXPECT_FALSE(ReadJsonReport(*file, read, error));
-}
-
-TEST_F(MigrateReportReaderTest, GoesThroughCommands) {
-    const std::unique_ptr<StoredFile> file =
-        m_folder.Store("commands", "xx" + CommandsText() + "yy");
-    std::vector<std::string> sources;
-    const ArrayPlace place = {file.get(), 2, file->Size() - 4};
-    EXPECT_TRUE(ForEachCommand(
-        place, [&](const CommandFacts& command) { sources.push_back(command.source); }));
-    EXPECT_THAT(sources, ElementsAre("IGRAPH \xC3\xA9.", "TABLES \"x\"\n /y\t</script>."));
-    EXPECT_FALSE(ForEachCommand({file.get(), 0, 20}, [](const CommandFacts&) {}));
-    EXPECT_FALSE(ForEachCommand({file.get(), 2, file->Size() + 5}, [](const CommandFacts&) {}));
-    EXPECT_TRUE(ForEachCommand({}, [](const CommandFacts&) { ADD_FAILURE(); }));
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "migrate/macrocommands.h"
-#include "migrate/reportreader.h"
+#include "migrate/storedfacts.h"
 #include "quillet.h"
 
 namespace quillet::migrate {

@@ -229,8 +229,11 @@ std::string OpenReportJson(const Report& report) {
 bool CopyArray(const ArrayPlace& place, TextOutput& output) {
     if (place.pFile == nullptr) return output.Write("[]");
     return CopyStoredText(*place.pFile, place.offset, place.length, [&output](std::string& block) {
-        // Outside of strings, where alone they can stand, line ends mean nothing.
-        std::erase_if(block, [](char byte) { return byte == '\n' || byte == '\r'; });
+        // Outside of strings, where alone they can stand, line ends mean nothing. What this program
+        // has written holds none, which is found out faster than each byte is copied.
+        for (const char lineEnd : {'\n', '\r'}) {
+            if (block.find(lineEnd) != std::string::npos) std::erase(block, lineEnd);
+        }
         return output.Write(block);
     });
 }

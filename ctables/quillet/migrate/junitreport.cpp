@@ -1,7 +1,7 @@
 #include "migrate/junitreport.h"
 
 #include "migrate/macrocommands.h"
-#include "migrate/reportreader.h"
+#include "migrate/storedfacts.h"
 #include "platform/numbertext.h"
 
 namespace quillet::migrate {

@@ -7,7 +7,7 @@
 #include "migrate/commandskeleton.h"
 #include "migrate/contenthash.h"
 #include "migrate/macrocommands.h"
-#include "migrate/reportreader.h"
+#include "migrate/storedfacts.h"
 #include "quillet.h"
 
 namespace quillet::migrate {

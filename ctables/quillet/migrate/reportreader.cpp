@@ -4,10 +4,8 @@
 // takes no more memory than its files' entries and its longest text.
 #include "migrate/reportreader.h"
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -275,47 +273,6 @@ private:
     std::optional<Shard> m_shard;
 };
 
-// True where no member holds what it cannot hold.
-bool IsGood(ReportPart part, const json& object) {
-    const std::span<const Member> members = MembersOf(part);
-    return std::all_of(members.begin(), members.end(), [&object](const Member& member) {
-        const auto found = object.find(member.name);
-        return found == object.end() || ProblemOf(member.kind, *found).empty();
-    });
-}
-
-FindingFacts FindingFactsOf(const json& finding) {
-    FindingFacts facts;
-    facts.code = TextOf(finding, "code");
-    facts.kind = TextOf(finding, "kind");
-    const auto command = finding.find("command");
-    if (command != finding.end() && command->is_string()) facts.command = *command;
-    facts.firstLine = finding.value("firstLine", std::int64_t{0});
-    facts.lastLine = finding.value("lastLine", std::int64_t{0});
-    facts.causeLine = finding.value("causeLine", std::int64_t{0});
-    facts.sentence = TextOf(finding, "sentence");
-    facts.text = TextOf(finding, "text");
-    return facts;
-}
-
-CommandFacts CommandFactsOf(const json& command) {
-    CommandFacts facts;
-    facts.type = TextOf(command, "type");
-    facts.outcome = TextOf(command, "outcome");
-    facts.firstLine = command.value("firstLine", std::int64_t{0});
-    facts.lastLine = command.value("lastLine", std::int64_t{0});
-    facts.source = TextOf(command, "source");
-    facts.generated = TextOf(command, "generated");
-    facts.generatedLine = command.value("generatedLine", std::int64_t{0});
-    facts.error = TextOf(command, "error");
-    facts.errorLine = command.value("errorLine", std::int64_t{0});
-    facts.errorColumn = command.value("errorColumn", std::int64_t{0});
-    facts.message = TextOf(command, "message");
-    facts.hint = TextOf(command, "hint");
-    facts.warnings = command.value("warnings", std::vector<std::string>{});
-    return facts;
-}
-
 }  // namespace
 
 bool ReadJsonReport(const StoredFile& file, Report& report, std::string& error,
@@ -342,41 +299,6 @@ bool ReadFilesOfReport(const StoredFile& file, Report& report) {
     ReportReader reader(text, report, /*skipsTexts=*/true);
     return json::sax_parse(StoredTextIterator(&text), StoredTextIterator(), &reader) &&
            !text.Failed();
-}
-
-namespace {
-
-// Calls `take` for each element of an array, objects that are `part`.
-bool ForEachObject(const ArrayPlace& place, ReportPart part,
-                   const std::function<void(const json&)>& take) {
-    if (place.pFile == nullptr) return true;
-    StoredText text(*place.pFile, place.offset, place.offset + place.length);
-    bool isValid = true;
-    try {
-        // The file may have been written to since it was first read, so all is looked at again.
-        const auto takeAndDrop = [&](int depth, json::parse_event_t event, json& value) {
-            if (depth != 1 || event != json::parse_event_t::object_end) return true;
-            isValid = isValid && IsGood(part, value);
-            if (isValid) take(value);
-            return false;
-        };
-        const json rest = json::parse(StoredTextIterator(&text), StoredTextIterator(), takeAndDrop);
-        return isValid && rest.is_array() && !text.Failed();
-    } catch (const json::exception&) {
-        return false;
-    }
-}
-
-}  // namespace
-
-bool ForEachCommand(const ArrayPlace& place, const std::function<void(const CommandFacts&)>& take) {
-    return ForEachObject(place, ReportPart::kCommand,
-                         [&take](const json& command) { take(CommandFactsOf(command)); });
-}
-
-bool ForEachFinding(const ArrayPlace& place, const std::function<void(const FindingFacts&)>& take) {
-    return ForEachObject(place, ReportPart::kFinding,
-                         [&take](const json& finding) { take(FindingFactsOf(finding)); });
 }
 
 }  // namespace quillet::migrate

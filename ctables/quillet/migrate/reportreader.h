@@ -3,7 +3,6 @@
 #define QUILLET_MIGRATE_REPORTREADER_H
 
 #include <cstdint>
-#include <functional>
 #include <string>
 
 #include "migrate/reportdata.h"
@@ -24,15 +23,6 @@ inline constexpr std::uint64_t kLongestText = 256UL * 1024 * 1024;
 /// The same without a look at commands and findings, most of the text: neither are they looked
 /// at, nor do the files' entries tell which errors and codes they have.
 [[nodiscard]] bool ReadFilesOfReport(const StoredFile& file, Report& report);
-
-/// Calls `take` for each of a file's commands, in order; one at a time is kept. False when they
-/// cannot be read, or hold what they cannot have held when the report was read.
-[[nodiscard]] bool ForEachCommand(const ArrayPlace& place,
-                                  const std::function<void(const CommandFacts&)>& take);
-
-/// The same for its findings.
-[[nodiscard]] bool ForEachFinding(const ArrayPlace& place,
-                                  const std::function<void(const FindingFacts&)>& take);
 
 }  // namespace quillet::migrate
 
