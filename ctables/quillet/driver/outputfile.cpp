@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/blocksize.h"
+#include "platform/byteblock.h"
 
 namespace quillet {
 

@@ -4,9 +4,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "platform/blocksize.h"
+#include "platform/byteblock.h"
 #include "platform/codepage.h"
 #include "platform/multibyte.h"
 #include "platform/namedcodepage.h"
@@ -49,7 +48,7 @@ const CodePage& CodePageFor(TextEncoding encoding, const CodePage* pNamed) {
 
 const CodePage* ChooseCodePage(TextInput& input, const Options& options) {
     constexpr std::size_t kMarkSize = 2;
-    std::vector<char> block(kBlockSize);
+    ByteBlock block;
     std::string beginning;
     Utf8Validator validator;
     while (const std::size_t count = input.Read(block.data(), block.size())) {

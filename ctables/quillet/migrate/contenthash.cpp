@@ -5,9 +5,8 @@
 #include <xxhash.h>
 
 #include <charconv>
-#include <vector>
 
-#include "platform/blocksize.h"
+#include "platform/byteblock.h"
 
 namespace quillet::migrate {
 
@@ -68,7 +67,7 @@ std::optional<ContentHash> ContentHashOf(std::string_view text) {
 
 ContentHash HashRest(TextInput& input) {
     ContentHasher hasher;
-    std::vector<char> block(kBlockSize);
+    ByteBlock block;
     while (const std::size_t count = input.Read(block.data(), block.size())) {
         hasher.Add({block.data(), count});
     }

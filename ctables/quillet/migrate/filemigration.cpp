@@ -11,7 +11,7 @@
 #include "migrate/jsonreport.h"
 #include "migrate/legacysearch.h"
 #include "migrate/recodedtext.h"
-#include "platform/blocksize.h"
+#include "platform/byteblock.h"
 #include "quillet.h"
 
 namespace quillet::migrate {
@@ -20,7 +20,7 @@ namespace {
 
 // A conversion that stopped leaves what is counted all the same.
 void ReadRest(TextInput& input) {
-    std::vector<char> block(kBlockSize);
+    ByteBlock block;
     while (input.Read(block.data(), block.size()) > 0) continue;
 }
 
@@ -231,7 +231,7 @@ private:
 };
 
 Outcome CopyText(TextInput& input, TextOutput& output) {
-    std::vector<char> block(kBlockSize);
+    ByteBlock block;
     if (!input.Rewind()) return Outcome::kReadError;
     while (const std::size_t count = input.Read(block.data(), block.size())) {
         if (!output.Write({block.data(), count})) return Outcome::kWriteError;
@@ -559,7 +559,7 @@ Outcome FileMigration::Convert(TextInput& input, TextOutput& output) {
     LineEndInput lineEnds(decoded ? static_cast<TextInput&>(*decoded) : input);
     LineCountingInput lines(lineEnds);
     WordSearch words;
-    std::vector<char> block(kBlockSize);
+    ByteBlock block;
     while (const std::size_t count = lines.Read(block.data(), block.size())) {
         words.Add({block.data(), count});
     }

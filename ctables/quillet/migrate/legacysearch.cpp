@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <vector>
 
 #include "migrate/jsonreport.h"
-#include "platform/blocksize.h"
+#include "platform/byteblock.h"
 #include "platform/multibyte.h"
 
 namespace quillet::migrate {
@@ -52,7 +51,7 @@ bool TextView::Rewind() {
 }
 
 void ReadText(TextInput& input, std::string& text) {
-    std::vector<char> block(kBlockSize);
+    ByteBlock block;
     while (const std::size_t count = input.Read(block.data(), block.size())) {
         text.append(block.data(), count);
     }

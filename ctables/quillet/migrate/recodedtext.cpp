@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 #include "migrate/encodings.h"
-#include "platform/blocksize.h"
+#include "platform/byteblock.h"
 
 namespace quillet::migrate {
 
@@ -27,7 +26,7 @@ bool Utf16Input::Rewind() {
 
 // A block may be half a character, which gives no text yet.
 void Utf16Input::Fill() {
-    std::vector<char> block(kBlockSize);
+    ByteBlock block;
     m_decoded.clear();
     m_position = 0;
     while (m_decoded.empty()) {
@@ -50,7 +49,7 @@ std::size_t LineEndInput::Read(char* buffer, std::size_t size) {
 
 // The first reading may have stopped before it met a line end.
 bool LineEndInput::Rewind() {
-    std::vector<char> block(kBlockSize);
+    ByteBlock block;
     while (!m_hasLf) {
         const std::size_t count = m_input.Read(block.data(), block.size());
         if (count == 0) break;

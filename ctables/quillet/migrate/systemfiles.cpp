@@ -5,7 +5,7 @@
 #include <tuple>
 #include <utility>
 
-#include "platform/blocksize.h"
+#include "platform/byteblock.h"
 #include "platform/descriptor.h"
 #include "platform/openfile.h"
 

@@ -2,21 +2,18 @@
 
 #include <algorithm>
 
-#include "platform/blocksize.h"
-
 namespace quillet {
 
-LineReader::LineReader(TextInput& input) : m_input(input), m_buffer(kBlockSize) {}
+LineReader::LineReader(TextInput& input) : m_input(input) {}
 
 // Reads more after the unread bytes, which move to the front. False when there is no more.
 bool LineReader::FillBuffer() {
     if (m_begin > 0) {
-        std::copy(m_buffer.begin() + static_cast<std::ptrdiff_t>(m_begin),
-                  m_buffer.begin() + static_cast<std::ptrdiff_t>(m_end), m_buffer.begin());
         m_end -= m_begin;
+        std::copy_n(m_buffer.data() + m_begin, m_end, m_buffer.data());
         m_begin = 0;
     }
-    if (m_end == m_buffer.size()) m_buffer.resize(m_buffer.size() * 2);
+    if (m_end == m_buffer.size()) m_buffer.Double(m_end);
     const std::size_t count = m_input.Read(m_buffer.data() + m_end, m_buffer.size() - m_end);
     m_end += count;
     return count > 0;

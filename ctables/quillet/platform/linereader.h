@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <optional>
 #include <string_view>
-#include <vector>
 
+#include "platform/byteblock.h"
 #include "quillet.h"
 
 namespace quillet {
@@ -48,7 +48,7 @@ private:
     bool FillBuffer();
 
     TextInput& m_input;
-    std::vector<char> m_buffer;
+    ByteBlock m_buffer;
     std::size_t m_begin = 0;  // the unread bytes are [m_begin, m_end) of the buffer
     std::size_t m_end = 0;
     std::optional<bool> m_firstLineEndsInCrLf;
