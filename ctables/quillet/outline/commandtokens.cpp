@@ -1,0 +1,256 @@
+// A conversion keeps tokens that know neither where they stand in the text nor what stands between
+// them. Whoever tells people what they asked for needs both.
+#include "outline/commandtokens.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/commandbudget.h"
+#include "platform/multibyte.h"
+#include "tokenizer/parseerror.h"
+#include "tokenizer/tokenscanner.h"
+#include "tokenizer/variablenames.h"
+#include "tokenizer/words.h"
+
+namespace quillet::outline {
+
+namespace {
+
+constexpr std::size_t kMostRemarkBytes = 200;
+constexpr std::string_view kWhiteSpace = " \t\r\n";
+
+const char* EndOf(std::string_view text) { return text.data() + text.size(); }
+
+std::string_view Between(const char* pBegin, const char* pEnd) {
+    return {pBegin, static_cast<std::size_t>(pEnd - pBegin)};
+}
+
+// CR LF and LF CR are one line break each.
+long LineBreaksIn(std::string_view text) {
+    long count = 0;
+    std::size_t at = text.find_first_of("\r\n");
+    while (at != std::string_view::npos) {
+        ++count;
+        const bool isPair = at + 1 < text.size() && text[at] != text[at + 1] &&
+                            (text[at + 1] == '\r' || text[at + 1] == '\n');
+        at = text.find_first_of("\r\n", at + (isPair ? 2 : 1));
+    }
+    return count;
+}
+
+// A sink that keeps the tokens and where they stand.
+class TokenKeeper {
+public:
+    TokenKeeper(const CodePage& codePage, const std::string& text,
+                std::vector<CommandToken>& tokens)
+        : m_codePage(codePage), m_tokens(tokens), m_pLineEnd(text.data()) {}
+
+    [[nodiscard]] int Count() const { return m_count; }
+    [[nodiscard]] std::string_view LastValue() const {
+        return m_tokens.empty() ? std::string_view() : m_tokens.back().value;
+    }
+    [[nodiscard]] char LastFirstByte() const {
+        return m_tokens.empty() ? '\0' : m_tokens.back().source.front();
+    }
+
+    void AddWord(const SourceRange& source) {
+        Add(TokenCodes::kString, source, TAVQMBstrupr_A(m_codePage, source.Text()));
+        m_tokens.back().operatorCode = ReservedWordOperator(m_tokens.back().value);
+    }
+    void AddMacroWord(const SourceRange& source) {
+        Add(TokenCodes::kString, source, TAVQMBstrupr_A(m_codePage, source.Text()));
+    }
+    void AddNumber(const SourceRange& source, double /*value*/) {
+        if (!m_tokens.empty() && IsSign(m_tokens.back())) {
+            CommandToken& token = m_tokens.back();
+            token.type = TokenCodes::kNumber;
+            token.operatorCode = TokenCodes::kNotOperator;
+            token.value.append(source.Text());
+            token.source = Between(token.source.data(), source.pEnd);
+            ++m_count;
+            return;
+        }
+        Add(TokenCodes::kNumber, source, std::string(source.Text()));
+    }
+    void AddOperator(const SourceRange& source, int code) {
+        if (code == TokenCodes::kSlash && ClosesComment(source.pBegin)) {
+            ++m_count;
+            return;
+        }
+        Add(TokenCodes::kOperator, source, std::string(source.Text()));
+        m_tokens.back().operatorCode = code;
+    }
+
+    void BeginLiteral() { m_literal.clear(); }
+    void AppendToLiteral(std::string_view part, std::size_t repeated) {
+        m_budget.ChargeText(repeated);
+        m_literal.append(part);
+    }
+    // What follows the last quote is white space, or a "+" without effect.
+    void EndLiteral(const SourceRange& source) {
+        Add(TokenCodes::kLiteral, source, m_literal);
+        std::string_view& kept = m_tokens.back().source;
+        kept = kept.substr(0, kept.find_last_of("'\"") + 1);
+    }
+
+    [[nodiscard]] static bool MayLeaveUnconverted(std::string_view /*number*/) { return false; }
+
+    // The line of a place after all that were asked for before.
+    [[nodiscard]] long LineAt(const char* pPlace) {
+        m_line += LineBreaksIn(Between(m_pLineEnd, pPlace));
+        m_pLineEnd = pPlace;
+        return m_line;
+    }
+
+private:
+    [[nodiscard]] static bool IsSign(const CommandToken& token) {
+        return token.type == TokenCodes::kOperator &&
+               (token.Is(TokenCodes::kPlus) || token.Is(TokenCodes::kMinus));
+    }
+
+    // The "*" of a comment's end belongs to no token.
+    [[nodiscard]] bool ClosesComment(const char* pSlash) const {
+        if (m_tokens.empty()) return false;
+        const char* pLastEnd = EndOf(m_tokens.back().source);
+        return pSlash != pLastEnd && pSlash[-1] == '*';
+    }
+
+    void Add(int type, const SourceRange& source, std::string value) {
+        ++m_count;
+        CommandToken& token = m_tokens.emplace_back();
+        token.type = type;
+        token.source = source.Text();
+        token.value = std::move(value);
+        token.line = LineAt(source.pBegin);
+    }
+
+    const CodePage& m_codePage;
+    std::vector<CommandToken>& m_tokens;
+    CommandBudget m_budget;
+    std::string m_literal;
+    int m_count = 0;
+    const char* m_pLineEnd;  // up to where lines were counted
+    long m_line = 1;
+};
+
+// True when whoever reads the text takes the period before it for the end of the command.
+bool IsEndForReaders(std::string_view after) {
+    const std::size_t next = after.find_first_not_of(" \t");
+    if (next == std::string_view::npos) return false;
+    return after[next] == '\r' || after[next] == '\n' || after.substr(next).starts_with("/*");
+}
+
+// Takes away what stands after the period.
+void EndAtPeriod(std::string_view text, CommandTokens& command) {
+    std::vector<CommandToken>& tokens = command.tokens;
+    for (std::size_t index = 0; index + 1 < tokens.size(); ++index) {
+        CommandToken& token = tokens[index];
+        const char* pEnd = EndOf(token.source);
+        if (token.IsLiteral() || !token.source.ends_with('.')) continue;
+        if (!IsEndForReaders(Between(pEnd, EndOf(text)))) continue;
+        command.rest = Between(tokens[index + 1].source.data(), EndOf(text));
+        command.restLine = tokens[index + 1].line;
+        token.source.remove_suffix(1);
+        token.value.pop_back();
+        tokens.resize(index + (token.source.empty() ? 0 : 1));
+        return;
+    }
+}
+
+// Puts text together, one blank for any white space, up to the bytes that a remark may have.
+class RemarkText {
+public:
+    [[nodiscard]] bool IsFull() const { return m_text.size() > kMostRemarkBytes; }
+
+    void Append(std::string_view text) {
+        for (const char character : text) {
+            if (IsFull()) return;
+            if (kWhiteSpace.find(character) != std::string_view::npos) {
+                AppendBlank();
+            } else {
+                m_text += character;
+            }
+        }
+    }
+
+    void AppendBlank() {
+        if (!m_text.empty() && !m_text.ends_with(' ')) m_text += ' ';
+    }
+
+    [[nodiscard]] std::string Finish(const CodePage& codePage) {
+        m_text.resize(TAVQMBStringTruncate_A(codePage, m_text, kMostRemarkBytes).size());
+        while (m_text.ends_with(' ')) m_text.pop_back();
+        return std::move(m_text);
+    }
+
+private:
+    std::string m_text;
+};
+
+// What a remark shows between two tokens: commas, which are none, and blanks.
+std::string_view GapBetween(const char* pEnd, const char* pBegin) {
+    if (pEnd == nullptr || pEnd > pBegin) return " ";
+    const std::string_view gap = Between(pEnd, pBegin).substr(0, kMostRemarkBytes);
+    return gap.find_first_not_of(", \t\r\n") == std::string_view::npos ? gap : " ";
+}
+
+}  // namespace
+
+bool CommandToken::Means(std::string_view keyword) const {
+    return IsWord() && MeansKeyword(value, keyword);
+}
+
+CommandTokens ReadCommandTokens(const CodePage& codePage, const std::string& text,
+                                bool skipLeadingSign) {
+    CommandTokens command;
+    TokenKeeper keeper(codePage, text, command.tokens);
+    TokenScanner<TokenKeeper> scanner(codePage, text, keeper);
+    const auto stop = [&] {
+        const char* pBegin =
+            command.tokens.empty() ? text.data() : EndOf(command.tokens.back().source);
+        command.rest = Between(pBegin, EndOf(text));
+        command.rest.remove_prefix(
+            std::min(command.rest.find_first_not_of(" \t\r\n"), command.rest.size()));
+        command.restLine = keeper.LineAt(command.rest.data());
+    };
+    try {
+        static_cast<void>(scanner.Run(skipLeadingSign, 0));
+    } catch (const ParseError&) {
+        stop();
+    } catch (const CommandTooLarge&) {
+        stop();
+    }
+    EndAtPeriod(text, command);
+    return command;
+}
+
+std::string TextOf(const CodePage& codePage, TokenPointers tokens) {
+    RemarkText text;
+    const char* pEnd = nullptr;
+    for (const CommandToken* pToken : tokens) {
+        if (text.IsFull()) break;
+        text.Append(GapBetween(pEnd, pToken->source.data()));
+        text.Append(pToken->source);
+        pEnd = EndOf(pToken->source);
+    }
+    return text.Finish(codePage);
+}
+
+std::string TextOf(const CodePage& codePage, std::string_view text) {
+    RemarkText result;
+    result.Append(text);
+    return result.Finish(codePage);
+}
+
+Name NameOf(const CommandToken& word) { return {std::string(word.source), word.value}; }
+
+Name KeywordName(const CodePage& codePage, const CommandToken& word, std::string_view whole) {
+    return {std::string(TAVQMBStringTruncate_A(codePage, word.source, kMaxNameLength)),
+            std::string(whole)};
+}
+
+Literal LiteralOf(const CommandToken& token) {
+    return {token.value, token.IsNumber() ? token.value : std::string(token.source)};
+}
+
+}  // namespace quillet::outline
