@@ -247,7 +247,8 @@ private:
         table.line = subcommand.pHead->line;
         if (arguments.empty()) Pass(Remark::Kind::kUnreadable, subcommand);
         if (added.empty()) return ReadExpression(m_reading, arguments, table);
-        Charge(added);
+        // The first time is what the command says itself.
+        if (std::exchange(m_pLastBreak, added.data()) == added.data()) Charge(added);
         Arguments together(arguments.begin(), arguments.end());
         together.insert(together.end(), added.begin(), added.end());
         ReadExpression(m_reading, together, table);
@@ -255,7 +256,8 @@ private:
 
     void Charge(TokenPointers added) {
         for (const CommandToken* pToken : added) {
-            m_reading.Budget().ChargeCopies(CommandBudget::kTokenCopy + 2 * pToken->value.size());
+            m_reading.Budget().ChargeCopies(CommandBudget::kTokenCopy + pToken->source.size() +
+                                            pToken->value.size());
         }
     }
 
@@ -348,8 +350,9 @@ private:
     Arguments m_arguments;
     std::vector<Subcommand> m_subcommands;
     AskedNames m_names;
-    std::size_t m_sorts = 0;  // of the last table
-    long m_line = 1;          // of what is being read
+    const CommandToken* const* m_pLastBreak = nullptr;  // what BREAK last added
+    std::size_t m_sorts = 0;                            // of the last table
+    long m_line = 1;                                    // of what is being read
 };
 
 }  // namespace

@@ -129,8 +129,9 @@ void ReadSet(AskedReading& reading, TokenPointers tokens, bool countsOneValue, l
 }
 
 void ReadAutoLabel(AskedReading& reading, TokenPointers tokens, long line) {
-    static constexpr std::string_view kWords[] = {"ON", "OFF"};
-    static constexpr AutoLabel kValues[] = {AutoLabel::kOn, AutoLabel::kOff, AutoLabel::kDefault};
+    static constexpr std::string_view kWords[] = {"ON", "OFF", "DEFAULT"};
+    static constexpr AutoLabel kValues[] = {AutoLabel::kOn, AutoLabel::kOff, AutoLabel::kDefault,
+                                            AutoLabel::kDefault};
     Settings& settings = reading.Outline().settings;
     settings.autoLabel = kValues[TakeSetting(reading, tokens, kWords)];
     settings.autoLabelLine = line;

@@ -93,7 +93,8 @@ public:
         kept = kept.substr(0, kept.find_last_of("'\"") + 1);
     }
 
-    [[nodiscard]] static bool MayLeaveUnconverted(std::string_view /*number*/) { return false; }
+    // The value is not asked for; that it is out of range has been told by whoever converted it.
+    [[nodiscard]] static bool MayLeaveUnconverted(std::string_view /*number*/) { return true; }
 
     // The line of a place after all that were asked for before.
     [[nodiscard]] long LineAt(const char* pPlace) {
@@ -203,12 +204,14 @@ bool CommandToken::Means(std::string_view keyword) const {
 CommandTokens ReadCommandTokens(const CodePage& codePage, const std::string& text,
                                 bool skipLeadingSign) {
     CommandTokens command;
+    // The tokenizer stops there.
+    const std::string_view visible = std::string_view(text).substr(0, text.find('\0'));
     TokenKeeper keeper(codePage, text, command.tokens);
     TokenScanner<TokenKeeper> scanner(codePage, text, keeper);
     const auto stop = [&] {
         const char* pBegin =
             command.tokens.empty() ? text.data() : EndOf(command.tokens.back().source);
-        command.rest = Between(pBegin, EndOf(text));
+        command.rest = Between(pBegin, EndOf(visible));
         command.rest.remove_prefix(
             std::min(command.rest.find_first_not_of(" \t\r\n"), command.rest.size()));
         command.restLine = keeper.LineAt(command.rest.data());
@@ -220,7 +223,7 @@ CommandTokens ReadCommandTokens(const CodePage& codePage, const std::string& tex
     } catch (const CommandTooLarge&) {
         stop();
     }
-    EndAtPeriod(text, command);
+    EndAtPeriod(visible, command);
     return command;
 }
 
