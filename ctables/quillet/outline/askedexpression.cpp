@@ -138,7 +138,7 @@ private:
         }
     }
 
-    [[nodiscard]] Node NodeOf(const Tree& tree) const {
+    [[nodiscard]] static Node NodeOf(const Tree& tree) {
         Node node;
         node.role = tree.role;
         node.line = tree.pToken->line;

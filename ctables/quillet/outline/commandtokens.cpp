@@ -189,9 +189,9 @@ private:
 };
 
 // What a remark shows between two tokens: commas, which are none, and blanks.
-std::string_view GapBetween(const char* pEnd, const char* pBegin) {
-    if (pEnd == nullptr || pEnd > pBegin) return " ";
-    const std::string_view gap = Between(pEnd, pBegin).substr(0, kMostRemarkBytes);
+std::string_view GapAfter(const char* pLastEnd, const char* pNext) {
+    if (pLastEnd == nullptr || pLastEnd > pNext) return " ";
+    const std::string_view gap = Between(pLastEnd, pNext).substr(0, kMostRemarkBytes);
     return gap.find_first_not_of(", \t\r\n") == std::string_view::npos ? gap : " ";
 }
 
@@ -205,7 +205,8 @@ CommandTokens ReadCommandTokens(const CodePage& codePage, const std::string& tex
                                 bool skipLeadingSign) {
     CommandTokens command;
     // The tokenizer stops there.
-    const std::string_view visible = std::string_view(text).substr(0, text.find('\0'));
+    const std::string_view whole = text;
+    const std::string_view visible = whole.substr(0, whole.find('\0'));
     TokenKeeper keeper(codePage, text, command.tokens);
     TokenScanner<TokenKeeper> scanner(codePage, text, keeper);
     const auto stop = [&] {
@@ -232,7 +233,7 @@ std::string TextOf(const CodePage& codePage, TokenPointers tokens) {
     const char* pEnd = nullptr;
     for (const CommandToken* pToken : tokens) {
         if (text.IsFull()) break;
-        text.Append(GapBetween(pEnd, pToken->source.data()));
+        text.Append(GapAfter(pEnd, pToken->source.data()));
         text.Append(pToken->source);
         pEnd = EndOf(pToken->source);
     }

@@ -268,18 +268,20 @@ enum class AutoLabel : unsigned char { kDefault, kOn, kOff };
 /// What holds for all tables of a command. The lines are those of the subcommand that counts.
 struct Settings {
     EmptyCells emptyCells = EmptyCells::kBlank;
-    long emptyCellsLine = 0;
-    Literal missingText;  ///< What stands in cells without a value.
-    long missingTextLine = 0;
     bool countsDuplicates = true;  ///< Written: what MRSETS says. Asked: always.
     // Asked only.
     Missing missing = Missing::kExclude;  ///< Each table has it as well.
-    long missingLine = 0;
     CaseBase base = CaseBase::kAnswering;
-    long baseLine = 0;
     GroupBase groupBase = GroupBase::kCases;
-    long groupBaseLine = 0;
     AutoLabel autoLabel = AutoLabel::kDefault;
+    // Both again.
+    Literal missingText;  ///< What stands in cells without a value.
+    long emptyCellsLine = 0;
+    long missingTextLine = 0;
+    // Asked only.
+    long missingLine = 0;
+    long baseLine = 0;
+    long groupBaseLine = 0;
     long autoLabelLine = 0;
 };
 
