@@ -73,12 +73,17 @@ constexpr FunctionWord kFunctions[] = {
     {"APTILE"},
 };
 
+// The same as `Means`, for lists of words most of which begin with another letter.
+bool MeansWord(const CommandToken& token, std::string_view word) {
+    return !token.value.empty() && token.value.front() == word.front() && token.Means(word);
+}
+
 // The entry of a list whose word a token means; null for none.
 template <typename List>
 auto FindWord(const List& list, const CommandToken& token) -> decltype(std::begin(list)) {
     const auto* pFound =
         std::find_if(std::begin(list), std::end(list),
-                     [&token](const auto& entry) { return token.Means(entry.word); });
+                     [&token](const auto& entry) { return MeansWord(token, entry.word); });
     return pFound == std::end(list) ? nullptr : pFound;
 }
 
@@ -90,7 +95,7 @@ const SubcommandWord* FindSubcommand(const CommandToken& word) {
 
 bool IsSetting(const CommandToken& word) {
     return std::any_of(std::begin(kSettings), std::end(kSettings),
-                       [&word](std::string_view setting) { return word.Means(setting); });
+                       [&word](std::string_view setting) { return MeansWord(word, setting); });
 }
 
 const FunctionWord* FindFunction(const CommandToken& word) { return FindWord(kFunctions, word); }

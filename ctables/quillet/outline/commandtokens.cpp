@@ -25,15 +25,17 @@ std::string_view Between(const char* pBegin, const char* pEnd) {
     return {pBegin, static_cast<std::size_t>(pEnd - pBegin)};
 }
 
+bool IsLineBreak(char character) { return character == '\n' || character == '\r'; }
+
 // CR LF and LF CR are one line break each.
 long LineBreaksIn(std::string_view text) {
     long count = 0;
-    std::size_t at = text.find_first_of("\r\n");
-    while (at != std::string_view::npos) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (!IsLineBreak(text[at])) continue;
         ++count;
-        const bool isPair = at + 1 < text.size() && text[at] != text[at + 1] &&
-                            (text[at + 1] == '\r' || text[at + 1] == '\n');
-        at = text.find_first_of("\r\n", at + (isPair ? 2 : 1));
+        const bool isPair =
+            at + 1 < text.size() && IsLineBreak(text[at + 1]) && text[at] != text[at + 1];
+        if (isPair) ++at;
     }
     return count;
 }
@@ -138,7 +140,7 @@ private:
 bool IsEndForReaders(std::string_view after) {
     const std::size_t next = after.find_first_not_of(" \t");
     if (next == std::string_view::npos) return false;
-    return after[next] == '\r' || after[next] == '\n' || after.substr(next).starts_with("/*");
+    return IsLineBreak(after[next]) || after.substr(next).starts_with("/*");
 }
 
 // Takes away what stands after the period.
