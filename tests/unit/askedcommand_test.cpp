@@ -37,7 +37,7 @@ TEST_P(AskedCommandTest, SaysWhatIsAsked) {
 }
 
 // The examples of the guide that are converted, by what it says of each.
-const AskedCase kExamples[] = {
+const AskedCase kAskedExamples[] = {
     {"the frame", "TABLES /TABLE=region BY sex", "table region BY sex"},
     {"an expression", "TABLES /OBSERVATION=income /TABLE=region + (sex > agegroup) BY income",
      "scale income | table region+(sex>agegroup) BY income:scale"},
@@ -123,11 +123,11 @@ const AskedCase kExamples[] = {
      "table sex BY region | table agegroup BY region | table year BY region | unreadable FORMAT "
      "{MISSING}"},
 };
-INSTANTIATE_TEST_SUITE_P(Examples, AskedCommandTest, testing::ValuesIn(kExamples),
+INSTANTIATE_TEST_SUITE_P(Examples, AskedCommandTest, testing::ValuesIn(kAskedExamples),
                          NameOfRow<AskedCase>);
 
 // What notes are about: commands whose new tables are not what these ask for.
-const AskedCase kKnownDifferences[] = {
+const AskedCase kAskedKnownDifferences[] = {
     {"two totals around a variable",
      "TABLES /PTOTAL=n 'Base' /FTOTAL=t 'All' /TABLE=region BY n + q1 + t /STATISTICS=COUNT(n "
      "'Cases') CPCT(q1 '%':region)",
@@ -174,10 +174,10 @@ const AskedCase kKnownDifferences[] = {
     {"settings of FORMAT before one that counts", "TABLES /FORMAT=CWIDTH(10,8) ZERO /TABLE=a",
      "empty zero | table a | setting FORMAT {CWIDTH(10,8)}"},
 };
-INSTANTIATE_TEST_SUITE_P(KnownDifferences, AskedCommandTest, testing::ValuesIn(kKnownDifferences),
-                         NameOfRow<AskedCase>);
+INSTANTIATE_TEST_SUITE_P(KnownDifferences, AskedCommandTest,
+                         testing::ValuesIn(kAskedKnownDifferences), NameOfRow<AskedCase>);
 
-const AskedCase kCommands[] = {
+const AskedCase kAskedCommands[] = {
     {"nothing", "", ""},
     {"the word alone", "TABLES", ""},
     {"no first slash", "TABLES TABLE a", "table a"},
@@ -252,10 +252,10 @@ const AskedCase kCommands[] = {
     {"white space in a remark", "TABLES /LAYOUT  x\n\ty , z  /* c */ w /TABLE=a",
      "table a@2 | unknown LAYOUT {x y , z w}"},
 };
-INSTANTIATE_TEST_SUITE_P(Commands, AskedCommandTest, testing::ValuesIn(kCommands),
+INSTANTIATE_TEST_SUITE_P(Commands, AskedCommandTest, testing::ValuesIn(kAskedCommands),
                          NameOfRow<AskedCase>);
 
-const AskedCase kExpressions[] = {
+const AskedCase kAskedExpressions[] = {
     {"one variable", "TABLES /TABLE=a", "table a"},
     {"three dimensions", "TABLES /TABLE=a BY b BY c", "table a BY b BY c"},
     {"four dimensions", "TABLES /TABLE=a BY b BY c BY d",
@@ -324,10 +324,10 @@ const AskedCase kExpressions[] = {
     {"names in other letters", "TABLES /OBSERVATION=Income /TABLE=INCOME BY income",
      "scale Income | table INCOME:scale BY income:scale"},
 };
-INSTANTIATE_TEST_SUITE_P(Expressions, AskedCommandTest, testing::ValuesIn(kExpressions),
+INSTANTIATE_TEST_SUITE_P(Expressions, AskedCommandTest, testing::ValuesIn(kAskedExpressions),
                          NameOfRow<AskedCase>);
 
-const AskedCase kStatistics[] = {
+const AskedCase kAskedStatistics[] = {
     {"one function", "TABLES /TABLE=a /STATISTICS=COUNT", "table a | COUNT()"},
     {"nothing", "TABLES /TABLE=a /STATISTICS", "table a | statistics"},
     {"empty parentheses", "TABLES /TABLE=a /STATISTICS=COUNT()", "table a | COUNT()"},
@@ -420,10 +420,10 @@ const AskedCase kStatistics[] = {
     {"a total of its own", "TABLES /FTOTAL=t /TABLE=a+t /STATISTICS=COUNT(t 'n' (F4.0))",
      "ftotal t | table a+t:total | COUNT(t 'n' F4.0=F 4 0) | total t after a"},
 };
-INSTANTIATE_TEST_SUITE_P(Statistics, AskedCommandTest, testing::ValuesIn(kStatistics),
+INSTANTIATE_TEST_SUITE_P(Statistics, AskedCommandTest, testing::ValuesIn(kAskedStatistics),
                          NameOfRow<AskedCase>);
 
-const AskedCase kTotals[] = {
+const AskedCase kAskedTotals[] = {
     {"declarations", "TABLES /FTOTAL=a 'A' b c \"C\" /PTOTAL=d /TABLE=x",
      "ftotal a 'A' | ftotal b | ftotal c 'C' | ptotal d | table x"},
     {"a declaration that is not used", "TABLES /FTOTAL=t /TABLE=a", "ftotal t | table a"},
@@ -494,10 +494,10 @@ const AskedCase kTotals[] = {
     {"totals in several tables", "TABLES /FTOTAL=t /TABLE=a+t\n/TABLE=b+t",
      "ftotal t | table a+t:total | total t after a | table b+t:total@2 | total t after b@2"},
 };
-INSTANTIATE_TEST_SUITE_P(Totals, AskedCommandTest, testing::ValuesIn(kTotals),
+INSTANTIATE_TEST_SUITE_P(Totals, AskedCommandTest, testing::ValuesIn(kAskedTotals),
                          NameOfRow<AskedCase>);
 
-const AskedCase kDeclarations[] = {
+const AskedCase kAskedDeclarations[] = {
     {"scale variables", "TABLES /OBSERVATION=x, y z /TABLE=x",
      "scale x | scale y | scale z | table "
      "x:scale"},
@@ -544,10 +544,10 @@ const AskedCase kDeclarations[] = {
     {"a set with its dollar", "TABLES /MRGROUP=$g a b /TABLE=$g BY g",
      "mcset $g = a b | table $g:set BY g"},
 };
-INSTANTIATE_TEST_SUITE_P(Declarations, AskedCommandTest, testing::ValuesIn(kDeclarations),
+INSTANTIATE_TEST_SUITE_P(Declarations, AskedCommandTest, testing::ValuesIn(kAskedDeclarations),
                          NameOfRow<AskedCase>);
 
-const AskedCase kSettings[] = {
+const AskedCase kAskedSettings[] = {
     {"AUTOLABEL", "TABLES /AUTOLABEL /TABLE=a", "autolabel default | table a"},
     {"AUTOLABEL ON", "TABLES /AUTOLABEL=ON /TABLE=a", "autolabel on | table a | automatic title"},
     {"AUTOLABEL OFF", "TABLES /AUTOLABEL=OFF /TABLE=a", "autolabel off | table a"},
@@ -613,10 +613,10 @@ const AskedCase kSettings[] = {
     {"FORMAT with what is no setting", "TABLES /FORMAT='x' 1 ZERO /TABLE=a",
      "empty zero | table a | unreadable FORMAT {'x' 1}"},
 };
-INSTANTIATE_TEST_SUITE_P(Settings, AskedCommandTest, testing::ValuesIn(kSettings),
+INSTANTIATE_TEST_SUITE_P(Settings, AskedCommandTest, testing::ValuesIn(kAskedSettings),
                          NameOfRow<AskedCase>);
 
-const AskedCase kSorts[] = {
+const AskedCase kAskedSorts[] = {
     {"a variable", "TABLES /TABLE=a /SORT=a", "table a | sort a down"},
     {"ascending", "TABLES /TABLE=a /SORT=ASCENDING a b", "table a | sort a up | sort b up"},
     {"descending", "TABLES /TABLE=a /SORT=DES a", "table a | sort a down"},
@@ -641,9 +641,10 @@ const AskedCase kSorts[] = {
      "table a | sort a down | unreadable #0 SORT {(SUM(x)}"},
     {"texts", "TABLES /TABLE=a /SORT='a' b", "table a | sort b down | unreadable #0 SORT {'a'}"},
 };
-INSTANTIATE_TEST_SUITE_P(Sorts, AskedCommandTest, testing::ValuesIn(kSorts), NameOfRow<AskedCase>);
+INSTANTIATE_TEST_SUITE_P(Sorts, AskedCommandTest, testing::ValuesIn(kAskedSorts),
+                         NameOfRow<AskedCase>);
 
-const AskedCase kHeadings[] = {
+const AskedCase kAskedHeadings[] = {
     {"a title", "TABLES /TABLE=a /TITLE='x'", "table a | title 'x'"},
     {"lines of a title", "TABLES /TABLE=a /TITLE='x' 'y', \"z\"", "table a | title 'x' 'y' 'z'"},
     {"no text", "TABLES /TABLE=a /TITLE", "table a | title"},
@@ -661,10 +662,10 @@ const AskedCase kHeadings[] = {
     {"numbers", "TABLES /TABLE=a /CAPTION=1998",
      "table a | caption | unreadable #0 CAPTION {1998}"},
 };
-INSTANTIATE_TEST_SUITE_P(Headings, AskedCommandTest, testing::ValuesIn(kHeadings),
+INSTANTIATE_TEST_SUITE_P(Headings, AskedCommandTest, testing::ValuesIn(kAskedHeadings),
                          NameOfRow<AskedCase>);
 
-const AskedCase kBreaks[] = {
+const AskedCase kAskedBreaks[] = {
     {"more of the rows", "TABLES /BREAK=> r /TABLE=a", "table a>r"},
     {"a dimension", "TABLES /BREAK BY r /TABLE=a", "table a BY r"},
     {"right after the table", "TABLES /TABLE=a /BREAK=BY r /STATISTICS=COUNT /TABLE=b",
@@ -682,7 +683,7 @@ const AskedCase kBreaks[] = {
     {"a total on BREAK", "TABLES /FTOTAL=t /BREAK=+ t /TABLE=a\n/TABLE=b",
      "ftotal t | table a+t:total | total t after a | table b+t:total@2 | total t after b"},
 };
-INSTANTIATE_TEST_SUITE_P(Breaks, AskedCommandTest, testing::ValuesIn(kBreaks),
+INSTANTIATE_TEST_SUITE_P(Breaks, AskedCommandTest, testing::ValuesIn(kAskedBreaks),
                          NameOfRow<AskedCase>);
 
 TEST(AskedCommandPageTest, ReadsCharactersOfItsPage) {

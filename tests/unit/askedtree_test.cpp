@@ -380,9 +380,9 @@ private:
 };
 
 TEST(AskedTreeTest, SaysWhatTheTreeSays) {
-    constexpr unsigned kCommands = 3000;
+    constexpr unsigned kCount = 3000;
     unsigned parsedCount = 0;
-    for (unsigned seed = 0; seed < kCommands; ++seed) {
+    for (unsigned seed = 0; seed < kCount; ++seed) {
         const std::string text = CommandWriter(seed).Write();
         SCOPED_TRACE(text);
         tablesparsing::Command parsed(text);
@@ -391,7 +391,7 @@ TEST(AskedTreeTest, SaysWhatTheTreeSays) {
         ASSERT_EQ(Comparable(ReadAskedCommand(CodePage::Utf8(), text, false)),
                   Comparable(TreeOutline().Read(*parsed.command.ParseResult())));
     }
-    EXPECT_GT(parsedCount, kCommands / 3);
+    EXPECT_GT(parsedCount, kCount / 3);
     RecordProperty("parsed", static_cast<int>(parsedCount));
 }
 

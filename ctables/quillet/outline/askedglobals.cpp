@@ -9,8 +9,6 @@ namespace quillet::outline {
 
 namespace {
 
-bool IsWord(const CommandToken& token) { return token.IsWord(); }
-
 // A name, or one and the last of those up to which it reaches.
 VariableRange TakeVariables(TokenCursor& cursor) {
     VariableRange variables;

@@ -13,6 +13,9 @@
 
 namespace quillet::outline {
 
+/// True for a word; for those who look for one.
+[[nodiscard]] inline bool IsWord(const CommandToken& token) { return token.IsWord(); }
+
 /// Walks over the arguments of one subcommand, from first to last.
 class TokenCursor {
 public:

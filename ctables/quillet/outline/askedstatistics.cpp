@@ -16,8 +16,6 @@ namespace quillet::outline {
 
 namespace {
 
-bool IsWord(const CommandToken& token) { return token.IsWord(); }
-
 bool IsWordOrRightParen(const CommandToken& token) {
     return token.IsWord() || token.Is(TokenCodes::kRightParen);
 }
