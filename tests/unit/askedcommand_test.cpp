@@ -209,11 +209,16 @@ const AskedCase kAskedCommands[] = {
      "table a | COUNT() | unreadable #0 TABLE {*}"},
     {"a period before a comment", "TABLES /TABLE=a. /* b\n /STATISTICS=COUNT",
      "table a | unreadable #0 {/STATISTICS=COUNT}@2"},
-    {"a period by itself before a comment", "TABLES /TABLE=(a) . /* b */ /SORT a",
-     "table a | unreadable #0 {/SORT a}"},
+    {"a period before a comment that is all", "TABLES /TABLE=a. /* b */ ", "table a"},
+    {"a period before comments", "TABLES /TABLE=a. /* b */ /* c */ \n\n/SORT a",
+     "table a | unreadable #0 {/SORT a}@3"},
+    {"a period before a comment and more", "TABLES /TABLE=a. /* b */ /SORT a",
+     "table a. | sort a down"},
+    {"a period by itself before a comment", "TABLES /TABLE=(a) . /* b */\n/SORT a",
+     "table a | unreadable #0 {/SORT a}@2"},
     {"a period after a number before a comment",
-     "TABLES /TABLE=a /STATISTICS=PTILE 5. /* b */ EXECUTE",
-     "table a | PTILE 5() | unreadable #0 {EXECUTE}"},
+     "TABLES /TABLE=a /STATISTICS=PTILE 5. /* b */\nEXECUTE",
+     "table a | PTILE 5() | unreadable #0 {EXECUTE}@2"},
     {"a period within a line", "TABLES /TABLE=a. BY b.c", "table a. BY b.c"},
     {"a period in a text", "TABLES /TABLE=a /TITLE='a.' /* b */ 'c'", "table a | title 'a.' 'c'"},
     {"what no token can be made of", "TABLES /TABLE=a /STATISTICS=COUNT\n \x01 CPCT",
@@ -701,10 +706,17 @@ TEST(AskedCommandPageTest, CutsRemarksBetweenCharacters) {
               "unknown LAYOUT {x" + Repeat("\xC3\xA4", 99) + "}");
 }
 
-TEST(AskedCommandSignTest, SkipsASignOfTheLayout) {
+TEST(AskedCommandLayoutTest, SkipsASignOfTheLayout) {
     const std::string command = "+TABLES /TABLE=a";
     EXPECT_EQ(TextOfOutline(ReadAskedCommand(CodePage::Utf8(), command, true)), "table a");
     EXPECT_EQ(Asked("TABLES /TABLE=a"), "table a");
+}
+
+TEST(AskedCommandLayoutTest, ReadsPastAPeriodInBatchLayout) {
+    const std::string command = "TABLES /TABLE=a. /* b */\n /STATISTICS=COUNT";
+    EXPECT_EQ(TextOfOutline(ReadAskedCommand(CodePage::Utf8(), command, true)),
+              "table a. | COUNT()@2");
+    EXPECT_EQ(Asked(command), "table a | unreadable #0 {/STATISTICS=COUNT}@2");
 }
 
 TEST(AskedCommandSourceTest, KeepsTheSpellingOfTexts) {

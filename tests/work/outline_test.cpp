@@ -63,6 +63,8 @@ const GrowthCase kGrowths[] = {
     {"slashes and signs", "TABLES ", "/ = , ", "/TABLE=a", " / ", ""},
     {"comments", "TABLES /TABLE=a ", "/* b */ ", "", "/* c\n", ""},
     {"periods", "TABLES /TABLE=a ", "b. ", "", "1. \n", ""},
+    {"periods before comments", "TABLES /TABLE=a ", "b. /* c */ ", "", "/* . */ ", ""},
+    {"a period before comments", "TABLES /TABLE=a. ", "/* c */ ", "b", "", ""},
     {"a text without an end", "TABLES /TABLE=a /TITLE='", "x", "", "\n", ""},
     {"subcommands that are not known", "TABLES /TABLE=a ", "/layout x ", "", "", ""},
     {"BREAK", "TABLES /BREAK=BY b ", "/TABLE=a ", "", "/BREAK=BY c ", ""},

@@ -357,9 +357,8 @@ private:
 
 }  // namespace
 
-CommandOutline ReadAskedCommand(const CodePage& codePage, const std::string& text,
-                                bool skipLeadingSign) {
-    const CommandTokens command = ReadCommandTokens(codePage, text, skipLeadingSign);
+CommandOutline ReadAskedCommand(const CodePage& codePage, const std::string& text, bool isBatch) {
+    const CommandTokens command = ReadCommandTokens(codePage, text, isBatch);
     return AskedReader(codePage, command).Read();
 }
 

@@ -12,9 +12,10 @@ namespace quillet::outline {
 /// Reads a TABLES command as whoever wrote it meant it: every subcommand, also those that a
 /// conversion drops, and those that a FORMAT which broke off takes along with it.
 ///
-/// `text` is the command as it was converted, without the period that ends it; a period in front
-/// of a comment ends it here too, and what stands after that is one remark. With `skipLeadingSign`
-/// a "+" or "-" that is its first character is stepped over. Lines count from 1 within `text`.
+/// `text` is the command as it was converted, without the period that ends it. In interactive
+/// layout a period before nothing but a comment on its line ends it here too, and what stands after
+/// that is one remark. In batch layout (`isBatch`) a "+" or "-" that is its first character is
+/// stepped over. Lines count from 1 within `text`.
 ///
 /// - Global subcommands hold for all tables of the command, wherever they stand. Of a setting that
 ///   is given several times the last counts; of several declarations of one name, the first.
@@ -26,7 +27,7 @@ namespace quillet::outline {
 /// far more than it has bytes is read in part, with a remark. Linear, apart from what BREAK
 /// repeats, which has a limit.
 [[nodiscard]] CommandOutline ReadAskedCommand(const CodePage& codePage, const std::string& text,
-                                              bool skipLeadingSign);
+                                              bool isBatch);
 
 }  // namespace quillet::outline
 

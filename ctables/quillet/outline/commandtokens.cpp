@@ -136,23 +136,41 @@ private:
     long m_line = 1;
 };
 
-// True when whoever reads the text takes the period before it for the end of the command.
-bool IsEndForReaders(std::string_view after) {
-    const std::size_t next = after.find_first_not_of(" \t");
-    if (next == std::string_view::npos) return false;
-    return IsLineBreak(after[next]) || after.substr(next).starts_with("/*");
+// The length of the comment with which a text begins: it ends where it is closed, or with the line.
+std::size_t LengthOfComment(std::string_view text) {
+    constexpr std::size_t kMark = 2;  // the length of what opens one, and of what closes it
+    std::size_t at = kMark;
+    while (at < text.size() && !IsLineBreak(text[at])) {
+        if (text.substr(at, kMark) == "*/") return at + kMark;
+        ++at;
+    }
+    return at;
 }
 
-// Takes away what stands after the period.
+// True when a comment and the end of the line come next: whoever reads the text takes a period
+// before them for the end of the command.
+bool HasOnlyComments(std::string_view after) {
+    bool hasComment = false;
+    while (true) {
+        after.remove_prefix(std::min(after.find_first_not_of(" \t"), after.size()));
+        if (after.empty() || IsLineBreak(after.front())) return hasComment;
+        if (!after.starts_with("/*")) return false;
+        hasComment = true;
+        after.remove_prefix(LengthOfComment(after));
+    }
+}
+
+// Takes away the period that ends the command for people, and what stands after it.
 void EndAtPeriod(std::string_view text, CommandTokens& command) {
     std::vector<CommandToken>& tokens = command.tokens;
-    for (std::size_t index = 0; index + 1 < tokens.size(); ++index) {
+    for (std::size_t index = 0; index < tokens.size(); ++index) {
         CommandToken& token = tokens[index];
-        const char* pEnd = EndOf(token.source);
         if (token.IsLiteral() || !token.source.ends_with('.')) continue;
-        if (!IsEndForReaders(Between(pEnd, EndOf(text)))) continue;
-        command.rest = Between(tokens[index + 1].source.data(), EndOf(text));
-        command.restLine = tokens[index + 1].line;
+        if (!HasOnlyComments(Between(EndOf(token.source), EndOf(text)))) continue;
+        if (index + 1 < tokens.size()) {
+            command.rest = Between(tokens[index + 1].source.data(), EndOf(text));
+            command.restLine = tokens[index + 1].line;
+        }
         token.source.remove_suffix(1);
         token.value.pop_back();
         tokens.resize(index + (token.source.empty() ? 0 : 1));
@@ -203,8 +221,7 @@ bool CommandToken::Means(std::string_view keyword) const {
     return IsWord() && MeansKeyword(value, keyword);
 }
 
-CommandTokens ReadCommandTokens(const CodePage& codePage, const std::string& text,
-                                bool skipLeadingSign) {
+CommandTokens ReadCommandTokens(const CodePage& codePage, const std::string& text, bool isBatch) {
     CommandTokens command;
     // The tokenizer stops there.
     const std::string_view whole = text;
@@ -220,13 +237,14 @@ CommandTokens ReadCommandTokens(const CodePage& codePage, const std::string& tex
         command.restLine = keeper.LineAt(command.rest.data());
     };
     try {
-        static_cast<void>(scanner.Run(skipLeadingSign, 0));
+        static_cast<void>(scanner.Run(isBatch, 0));
     } catch (const ParseError&) {
         stop();
     } catch (const CommandTooLarge&) {
         stop();
     }
-    EndAtPeriod(visible, command);
+    // In batch layout no period is needed, and the next command tells where this one ends.
+    if (!isBatch) EndAtPeriod(visible, command);
     return command;
 }
 

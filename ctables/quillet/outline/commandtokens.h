@@ -47,9 +47,11 @@ struct CommandTokens {
 /// Reads a command without its closing period, with three differences to how a conversion sees it:
 /// comments are comments, where the "/" at the end of one begins a subcommand there; lines are
 /// those of the text, where line breaks after a literal are not counted there; a sign and the
-/// number after it are one token. `text` is borrowed. Linear; never throws for what stands there.
+/// number after it are one token. In batch layout (`isBatch`) a "+" or "-" that is the first
+/// character is stepped over, and no period inside ends the command. `text` is borrowed. Linear;
+/// never throws for what stands there.
 [[nodiscard]] CommandTokens ReadCommandTokens(const CodePage& codePage, const std::string& text,
-                                              bool skipLeadingSign);
+                                              bool isBatch);
 
 /// Some tokens of one command, in an order of their own.
 using TokenPointers = std::span<const CommandToken* const>;
