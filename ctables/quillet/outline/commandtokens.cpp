@@ -17,7 +17,7 @@ namespace quillet::outline {
 namespace {
 
 constexpr std::size_t kMostRemarkBytes = 200;
-constexpr std::string_view kWhiteSpace = " \t\r\n";
+constexpr std::string_view kUnseen(" \t\r\n\0", 5);
 
 const char* EndOf(std::string_view text) { return text.data() + text.size(); }
 
@@ -186,7 +186,7 @@ public:
     void Append(std::string_view text) {
         for (const char character : text) {
             if (IsFull()) return;
-            if (kWhiteSpace.find(character) != std::string_view::npos) {
+            if (kUnseen.find(character) != std::string_view::npos) {
                 AppendBlank();
             } else {
                 m_text += character;
@@ -223,28 +223,27 @@ bool CommandToken::Means(std::string_view keyword) const {
 
 CommandTokens ReadCommandTokens(const CodePage& codePage, const std::string& text, bool isBatch) {
     CommandTokens command;
-    // The tokenizer stops there.
-    const std::string_view whole = text;
-    const std::string_view visible = whole.substr(0, whole.find('\0'));
     TokenKeeper keeper(codePage, text, command.tokens);
     TokenScanner<TokenKeeper> scanner(codePage, text, keeper);
-    const auto stop = [&] {
-        const char* pBegin =
-            command.tokens.empty() ? text.data() : EndOf(command.tokens.back().source);
-        command.rest = Between(pBegin, EndOf(visible));
-        command.rest.remove_prefix(
-            std::min(command.rest.find_first_not_of(" \t\r\n"), command.rest.size()));
-        command.restLine = keeper.LineAt(command.rest.data());
-    };
+    bool hasStopped = false;
     try {
         static_cast<void>(scanner.Run(isBatch, 0));
     } catch (const ParseError&) {
-        stop();
+        hasStopped = true;
     } catch (const CommandTooLarge&) {
-        stop();
+        hasStopped = true;
     }
+    // It ends as well, without a word, before NUL and before bytes that are no character.
+    const char* pRest = scanner.Cursor().Position();
+    if (hasStopped) {
+        pRest = command.tokens.empty() ? text.data() : EndOf(command.tokens.back().source);
+    }
+    command.rest = Between(pRest, text.data() + text.size());
+    command.rest.remove_prefix(
+        std::min(command.rest.find_first_not_of(kUnseen), command.rest.size()));
+    command.restLine = keeper.LineAt(command.rest.data());
     // In batch layout no period is needed, and the next command tells where this one ends.
-    if (!isBatch) EndAtPeriod(visible, command);
+    if (!isBatch) EndAtPeriod(text, command);
     return command;
 }
 
