@@ -120,8 +120,8 @@ const AskedCase kAskedExamples[] = {
      "BOXCHARS {'-|'} | unknown LAYOUT {wide}"},
     {"a BREAK beside a FORMAT that breaks off",
      "TABLES /FORMAT=MISSING /BREAK=BY region /TABLE=sex /TABLE=agegroup /TABLE=year",
-     "table sex BY region | table agegroup BY region | table year BY region | unreadable FORMAT "
-     "{MISSING}"},
+     "table sex BY region | table agegroup BY region | table year BY region | taken TABLE #0 | "
+     "unreadable FORMAT {MISSING}"},
 };
 INSTANTIATE_TEST_SUITE_P(Examples, AskedCommandTest, testing::ValuesIn(kAskedExamples),
                          NameOfRow<AskedCase>);
@@ -158,9 +158,9 @@ const AskedCase kAskedKnownDifferences[] = {
     {"a set of one", "TABLES /MRGROUP=m 'x' q1 /TABLE=m", "mcset m 'x' = q1 | table m:set"},
     {"an OBSERVATION that is swallowed",
      "TABLES /FORMAT MISSING /OBSERVATION x /TABLE x /STATISTICS MEAN(x)",
-     "scale x | table x:scale | MEAN(x) | unreadable FORMAT {MISSING}"},
+     "scale x | table x:scale | MEAN(x) | taken OBSERVATION | unreadable FORMAT {MISSING}"},
     {"a TABLE that is swallowed", "TABLES /FORMAT MISSING /TABLE a /TABLE b",
-     "table a | table b | unreadable FORMAT {MISSING}"},
+     "table a | table b | taken TABLE #0 | unreadable FORMAT {MISSING}"},
     {"a macro's name", "TABLES /TABLE=@col BY !x", "table @col BY !x"},
     {"a sort by percentages", "TABLES /TABLE q1 BY sex /SORT q1 (CPCT)",
      "table q1 BY sex | sort q1 down CPCT"},
@@ -352,7 +352,7 @@ const AskedCase kAskedStatistics[] = {
      "TABLES /TABLE=a /STATISTICS=COUNT /TABLE=b /TABLE=c /STATISTICS=SUM",
      "table a | COUNT() | table b | table c | SUM()"},
     {"before the first table", "TABLES /FORMAT=MISSING /STATISTICS=COUNT /TABLE=a /TABLE=b",
-     "table a | COUNT() | table b | unreadable FORMAT {MISSING}"},
+     "table a | COUNT() | table b | taken STATISTICS | unreadable FORMAT {MISSING}"},
     {"without a table", "TABLES /STATISTICS=COUNT", "unreadable STATISTICS {COUNT}"},
     {"a label for all", "TABLES /TABLE=a /STATISTICS=COUNT('n')", "table a | COUNT( 'n')"},
     {"a format for all", "TABLES /TABLE=a /STATISTICS=COUNT((F5.0))",
@@ -626,6 +626,37 @@ const AskedCase kAskedSettings[] = {
 INSTANTIATE_TEST_SUITE_P(Settings, AskedCommandTest, testing::ValuesIn(kAskedSettings),
                          NameOfRow<AskedCase>);
 
+// What a FORMAT takes along in a conversion is asked for all the same, and told.
+const AskedCase kAskedTaken[] = {
+    {"a table", "TABLES /FORMAT=MISSING /TABLE=a + b\n/TABLE=c",
+     "table a+b | table c@2 | taken TABLE #0 | unreadable FORMAT {MISSING}"},
+    {"a declaration", "TABLES /FORMAT=ZERO MISSING('x'\n/FTOTAL=t /TABLE=a+t",
+     "empty zero | ftotal t@2 | table a+t:total@2 | total t after a@2 | taken FTOTAL@2 | "
+     "unreadable FORMAT {MISSING('x'}"},
+    {"a setting", "TABLES /FORMAT=MISSING( /BASE=ALL /TABLE=a",
+     "base all | table a | taken BASE | unreadable FORMAT {MISSING(}"},
+    {"another FORMAT", "TABLES /FORMAT=MISSING /FORMAT=ZERO MISSING /TABLE=a",
+     "empty zero | table a | taken FORMAT | unreadable FORMAT {MISSING} | unreadable FORMAT "
+     "{MISSING}"},
+    {"a subcommand that is not known", "TABLES /FORMAT=MISSING /BREAK=BY r /LAYOUT x /TABLE=a",
+     "table a BY r | taken LAYOUT | unreadable FORMAT {MISSING} | unknown LAYOUT {x}"},
+    {"a subcommand after a comment", "TABLES /FORMAT=MISSING /* c */ /TABLE=a /TABLE=b",
+     "table a | table b | taken TABLE #0 | unreadable FORMAT {MISSING}"},
+    {"a title after an empty FORMAT", "TABLES /FORMAT /TITLE='x' /TABLE=a",
+     "title 'x' | table a | taken TITLE"},
+    {"statistics after an empty FORMAT", "TABLES /FORMAT /STATISTICS=COUNT /TABLE=a",
+     "table a | COUNT() | taken STATISTICS"},
+    {"no table after an empty FORMAT", "TABLES /FORMAT /TABLE=a", "table a"},
+    {"nothing after a setting that is not known", "TABLES /FORMAT=CWIDTH(1) MISSING /TABLE=a",
+     "table a | setting FORMAT {CWIDTH(1)} | unreadable FORMAT {MISSING}"},
+    {"nothing after a mistake within", "TABLES /FORMAT=MISSING 5 /TABLE=a",
+     "table a | unreadable FORMAT {MISSING} | unreadable FORMAT {5}"},
+    {"nothing after a whole one", "TABLES /FORMAT=MISSING('-') /TABLE=a",
+     "missing text '-' | table a"},
+};
+INSTANTIATE_TEST_SUITE_P(Taken, AskedCommandTest, testing::ValuesIn(kAskedTaken),
+                         NameOfRow<AskedCase>);
+
 const AskedCase kAskedSorts[] = {
     {"a variable", "TABLES /TABLE=a /SORT=a", "table a | sort a down"},
     {"ascending", "TABLES /TABLE=a /SORT=ASCENDING a b", "table a | sort a up | sort b up"},
@@ -640,7 +671,7 @@ const AskedCase kAskedSorts[] = {
     {"several SORTs", "TABLES /TABLE=a /SORT=a\n/SORT=ASC b /TABLE=c\n/SORT=c",
      "table a | sort a down | sort #1 b up@2 | table c@2 | sort c down@3"},
     {"before the first table", "TABLES /FORMAT=MISSING /SORT=a /TABLE=a",
-     "table a | sort a down | unreadable FORMAT {MISSING}"},
+     "table a | sort a down | taken SORT | unreadable FORMAT {MISSING}"},
     {"without a table", "TABLES /SORT=a", "unreadable SORT {a}"},
     {"nothing", "TABLES /TABLE=a /SORT", "table a"},
     {"a number in parentheses", "TABLES /TABLE=a /SORT=a (1) b",
@@ -683,7 +714,7 @@ const AskedCase kAskedBreaks[] = {
     {"later than right after the table", "TABLES /TABLE=a /STATISTICS=COUNT /BREAK=BY r /TABLE=b",
      "table a | COUNT() | table b BY r"},
     {"later than all tables", "TABLES /TABLE=a /STATISTICS=COUNT /BREAK=BY r",
-     "table a | COUNT() | unreadable BREAK {BY r}"},
+     "table a | COUNT() | unreadable #0 BREAK {BY r}"},
     {"a later BREAK", "TABLES /BREAK=BY r /TABLE=a /STATISTICS=COUNT /BREAK=BY s /TABLE=b",
      "table a BY r | COUNT() | table b BY s"},
     {"two BREAKs", "TABLES /BREAK=BY r /BREAK=BY s /TABLE=a", "table a BY s"},

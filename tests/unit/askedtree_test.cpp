@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <map>
 #include <random>
 #include <string>
@@ -393,6 +394,93 @@ TEST(AskedTreeTest, SaysWhatTheTreeSays) {
     }
     EXPECT_GT(parsedCount, kCount / 3);
     RecordProperty("parsed", static_cast<int>(parsedCount));
+}
+
+// The tables of an outline that a conversion sees, without what other subcommands say of them.
+std::vector<std::string> TablesSeen(CommandOutline outline) {
+    for (const TakenByFormat& taken : outline.takenByFormat) {
+        if (taken.table != kNowhere) outline.tables[taken.table].dimensions[0].clear();
+    }
+    std::vector<std::string> tables;
+    for (TableOutline& table : outline.tables) {
+        if (table.dimensions[0].empty()) continue;
+        std::string& text = tables.emplace_back();
+        for (Dimension& dimension : table.dimensions) {
+            for (Node& node : dimension) {
+                if (!IsOperator(node.role) && !node.name.IsEmpty()) node.role = Role::kCategory;
+            }
+            text += TextOfDimension(dimension) + " ";
+        }
+    }
+    return tables;
+}
+
+// How many of its subcommands say something of a kind, of those that a conversion sees.
+std::map<std::string, std::ptrdiff_t> CountsSeen(const CommandOutline& outline) {
+    std::map<std::string, std::ptrdiff_t> counts;
+    counts["OBSERVATION"] = std::ssize(outline.scaleVariables);
+    counts["FTOTAL"] = std::ssize(outline.declaredTotals);
+    const auto addHeadings = [&counts](const std::vector<Heading>& headings) {
+        for (const Heading& heading : headings) {
+            if (heading.subcommand.key == "TTITLE") continue;
+            ++counts[heading.kind == HeadingKind::kTitle ? "TITLE" : "CORNER"];
+        }
+    };
+    addHeadings(outline.headings);
+    for (const TableOutline& table : outline.tables) {
+        counts["STATISTICS"] += std::ssize(table.assignments);
+        counts["SORT"] += std::ssize(table.sorts);
+        addHeadings(table.headings);
+    }
+    for (const TakenByFormat& taken : outline.takenByFormat) --counts[taken.subcommand.key];
+    for (const char* pOther : {"AUTOLABEL", "FORMAT", "LAYOUT", "MISSING", "TABLE", "TTITLE"}) {
+        counts.erase(pOther);
+    }
+    std::erase_if(counts, [](const auto& count) { return count.second == 0; });
+    return counts;
+}
+
+TEST(AskedTreeTest, KnowsWhatFormatTakesAlong) {
+    constexpr std::string_view kFormats[] = {"/FORMAT",
+                                             "/FORMAT=MISSING",
+                                             "/FORMAT=ZERO MISSING",
+                                             "/FORMAT MISSING(",
+                                             "/FORMAT BLANK MISSING('x'",
+                                             "/FORMAT=CWIDTH(1) MISSING",
+                                             "/FORMAT=MISSING 5",
+                                             "/FORMAT=ZERO",
+                                             "/FORMAT=MISSING('x')",
+                                             "/FORMAT=MISSING /BREAK=BY r ",
+                                             "/FORMAT=NBOX(",
+                                             "/FORMAT=MISSING(x"};
+    constexpr std::string_view kOthers[] = {
+        "/TABLE=a",         "/TABLE=b BY c",     "/TABLE=d + e", "/OBSERVATION=x", "/FTOTAL=t 'x'",
+        "/TITLE='x'",       "/STATISTICS=COUNT", "/LAYOUT x",    "/TTITLE='x'",    "/BREAK=BY s",
+        "/MISSING=INCLUDE", "/* c */",           "/SORT=a",      "/CORNER",        "/AUTOLABEL=ON"};
+    unsigned parsedCount = 0;
+    unsigned takenCount = 0;
+    std::mt19937 random(1);
+    const auto oneOf = [&random](const auto& pieces) {
+        return " " + std::string(pieces[random() % std::size(pieces)]);
+    };
+    for (int number = 0; number < 5000; ++number) {
+        std::string text = "TABLES";
+        while (random() % 3 > 0) text += oneOf(kOthers);
+        text += oneOf(kFormats);
+        while (random() % 4 > 0) text += random() % 5 == 0 ? oneOf(kFormats) : oneOf(kOthers);
+        text += " /TABLE=z";
+        SCOPED_TRACE(text);
+        tablesparsing::Command parsed(text);
+        if (ParseTables(parsed.command) != ParseStatus::kSuccess) continue;
+        ++parsedCount;
+        const CommandOutline outline = ReadAskedCommand(CodePage::Utf8(), text, false);
+        if (!outline.takenByFormat.empty()) ++takenCount;
+        const CommandOutline tree = TreeOutline().Read(*parsed.command.ParseResult());
+        ASSERT_EQ(TablesSeen(outline), TablesSeen(tree));
+        ASSERT_EQ(CountsSeen(outline), CountsSeen(tree));
+    }
+    EXPECT_GT(parsedCount, 500U);
+    EXPECT_GT(takenCount, 200U);
 }
 
 }  // namespace

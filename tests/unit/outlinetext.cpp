@@ -72,6 +72,12 @@ public:
         for (const ResponseSet& set : outline.sets) WriteSet(set);
         for (const Heading& heading : outline.headings) WriteHeading(heading);
         for (const TableOutline& table : outline.tables) WriteTable(table);
+        for (const TakenByFormat& taken : outline.takenByFormat) {
+            const bool isTable = taken.table != kNowhere;
+            Add("taken " + taken.subcommand.key +
+                    (isTable ? " #" + std::to_string(taken.table) : ""),
+                taken.line);
+        }
         for (const Remark& remark : outline.remarks) WriteRemark(remark);
         return m_text;
     }

@@ -25,6 +25,7 @@ struct Subcommand {
     const SubcommandWord* pWord = nullptr;  // null: it is unknown
     Range arguments;                        // in AskedReader::m_arguments
     Range breakArguments;                   // of a TABLE: what BREAK adds
+    bool isTakenByFormat = false;
 
     [[nodiscard]] AskedSubcommand What() const {
         return pWord == nullptr ? AskedSubcommand::kUnknown : pWord->subcommand;
@@ -42,6 +43,7 @@ public:
     CommandOutline Read() {
         CutSubcommands();
         AddBreaks();
+        FindTakenByFormat();
         Attempt(&AskedReader::ReadSubcommands);
         Attempt(&AskedReader::Complete);
         m_reading.Begin({});
@@ -101,23 +103,40 @@ private:
     void AddBreaks() {
         Range current;
         Subcommand* pTable = nullptr;  // right before
-        const Subcommand* pUnused = nullptr;
         for (Subcommand& subcommand : m_subcommands) {
             if (subcommand.What() == AskedSubcommand::kTable) {
                 subcommand.breakArguments = current;
                 pTable = &subcommand;
-                pUnused = nullptr;
+                m_pUnusedBreak = nullptr;
             } else if (subcommand.What() != AskedSubcommand::kBreak) {
                 pTable = nullptr;
             } else if (subcommand.arguments.count > 0) {
                 current = subcommand.arguments;
-                pUnused = pTable == nullptr ? &subcommand : nullptr;
+                m_pUnusedBreak = pTable == nullptr ? &subcommand : nullptr;
                 if (pTable != nullptr) pTable->breakArguments = current;
             }
         }
-        if (pUnused == nullptr) return;
-        m_reading.Begin(NameOfHead(*pUnused));
-        m_reading.Unreadable(ArgumentsIn(pUnused->arguments));
+    }
+
+    // A FORMAT that breaks off takes along what follows; it looks past BREAK.
+    void FindTakenByFormat() {
+        FormatEnd end = FormatEnd::kWhole;
+        for (Subcommand& subcommand : m_subcommands) {
+            const AskedSubcommand what = subcommand.What();
+            if (what == AskedSubcommand::kBreak) continue;
+            subcommand.isTakenByFormat = end == FormatEnd::kBrokenOff ||
+                                         (end == FormatEnd::kEmpty && IsOfATable(subcommand));
+            const bool isRead = what == AskedSubcommand::kFormat && !subcommand.isTakenByFormat;
+            end = isRead ? EndOfFormat(ArgumentsIn(subcommand.arguments)) : FormatEnd::kWhole;
+        }
+    }
+
+    // True for what may only stand after a TABLE.
+    [[nodiscard]] static bool IsOfATable(const Subcommand& subcommand) {
+        const AskedSubcommand what = subcommand.What();
+        if (what == AskedSubcommand::kStatistics || what == AskedSubcommand::kSort) return true;
+        const std::string_view word = subcommand.pWord == nullptr ? "" : subcommand.pWord->word;
+        return word == "TITLE" || word == "CAPTION" || word == "CORNER";
     }
 
     void ReadSubcommands() {
@@ -127,6 +146,7 @@ private:
             const bool isLocal =
                 what == AskedSubcommand::kStatistics || what == AskedSubcommand::kSort;
             m_line = subcommand.pHead->line;
+            if (subcommand.isTakenByFormat) NoteTaken(subcommand);
             if (isLocal && m_outline.tables.empty()) {
                 early.push_back(&subcommand);
                 continue;
@@ -142,6 +162,13 @@ private:
                            TextOf(m_reading.Page(), ArgumentsIn(pEarly->arguments)),
                            pEarly->pHead->line);
         }
+    }
+
+    void NoteTaken(const Subcommand& subcommand) {
+        const bool isTable = subcommand.What() == AskedSubcommand::kTable;
+        m_outline.takenByFormat.push_back({NameOfHead(subcommand),
+                                           isTable ? m_outline.tables.size() : kNowhere,
+                                           subcommand.pHead->line});
     }
 
     [[nodiscard]] Name NameOfHead(const Subcommand& subcommand) const {
@@ -184,6 +211,7 @@ private:
             case AskedSubcommand::kDichotomySet:
                 return ReadDeclarations(subcommand);
             case AskedSubcommand::kBreak:
+                if (&subcommand == m_pUnusedBreak) m_reading.Unreadable(arguments);
                 return;
         }
     }
@@ -349,6 +377,7 @@ private:
     AskedReading m_reading;
     Arguments m_arguments;
     std::vector<Subcommand> m_subcommands;
+    const Subcommand* m_pUnusedBreak = nullptr;  // no table has it
     AskedNames m_names;
     const CommandToken* const* m_pLastBreak = nullptr;  // what BREAK last added
     std::size_t m_sorts = 0;                            // of the last table

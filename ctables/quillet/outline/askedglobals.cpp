@@ -172,4 +172,22 @@ void ReadFormat(AskedReading& reading, TokenPointers tokens) {
     }
 }
 
+// A setting that the conversion does not know, or that is not as it should be, is where it stops to
+// read the FORMAT, so that nothing else is lost.
+FormatEnd EndOfFormat(TokenPointers tokens) {
+    TokenCursor cursor(tokens);
+    while (!cursor.AtEnd()) {
+        const CommandToken& setting = cursor.Take();
+        if (setting.Means("BLANK") || setting.Means("ZERO")) continue;
+        if (!setting.Means("MISSING")) return FormatEnd::kWhole;
+        if (cursor.AtEnd()) return FormatEnd::kBrokenOff;
+        if (!cursor.TakeOperator(TokenCodes::kLeftParen)) return FormatEnd::kWhole;
+        if (cursor.AtEnd()) return FormatEnd::kBrokenOff;
+        if (!cursor.Take().IsLiteral()) return FormatEnd::kWhole;
+        if (cursor.AtEnd()) return FormatEnd::kBrokenOff;
+        if (!cursor.TakeOperator(TokenCodes::kRightParen)) return FormatEnd::kWhole;
+    }
+    return tokens.empty() ? FormatEnd::kEmpty : FormatEnd::kWhole;
+}
+
 }  // namespace quillet::outline

@@ -116,6 +116,14 @@ void ReadGroupBase(AskedReading& reading, TokenPointers tokens, long line);
 void ReadMissing(AskedReading& reading, TokenPointers tokens, long line);
 void ReadFormat(AskedReading& reading, TokenPointers tokens);
 
+/// How a conversion comes to the end of a FORMAT.
+enum class FormatEnd : unsigned char {
+    kWhole,      ///< What follows is read, or the FORMAT itself is not.
+    kEmpty,      ///< Without a setting: a subcommand that belongs to a table is lost after it.
+    kBrokenOff,  ///< In the midst of a setting: whatever follows is lost.
+};
+[[nodiscard]] FormatEnd EndOfFormat(TokenPointers tokens);
+
 }  // namespace quillet::outline
 
 #endif  // QUILLET_OUTLINE_ASKEDREADING_H

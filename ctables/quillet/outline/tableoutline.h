@@ -214,6 +214,14 @@ struct Remark {
     long line = 0;
 };
 
+/// A subcommand that a conversion does not see: a FORMAT before it breaks off, as MISSING without
+/// its text, and takes it along. What it asks for is in the outline all the same.
+struct TakenByFormat {
+    Name subcommand;               ///< The key is the whole name if it is a known one.
+    std::size_t table = kNowhere;  ///< Of a TABLE: its table, from 0.
+    long line = 0;
+};
+
 /// One table.
 struct TableOutline {
     Dimension dimensions[kAxes];  ///< By `Axis`.
@@ -295,6 +303,7 @@ struct CommandOutline {
     /// Headings before the first table.
     std::vector<Heading> headings;
     std::vector<Remark> remarks;
+    std::vector<TakenByFormat> takenByFormat;  ///< Asked only.
 };
 
 }  // namespace quillet::outline
