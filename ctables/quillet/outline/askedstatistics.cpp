@@ -189,22 +189,21 @@ private:
     TableOutline& m_table;
 };
 
-// (MEAN) or (MEAN(income)) after a variable. False, and nothing is taken, when neither is there.
-bool TakeSortFunction(const CodePage& codePage, TokenCursor& cursor, Sort& sort) {
-    if (!cursor.Peek().Is(TokenCodes::kLeftParen) || !cursor.PeekAt(1).IsWord()) return false;
+// Takes (MEAN) or (MEAN(income)) after a variable, where it is there.
+void TakeSortFunction(const CodePage& codePage, TokenCursor& cursor, Sort& sort) {
+    if (!cursor.Peek().Is(TokenCodes::kLeftParen) || !cursor.PeekAt(1).IsWord()) return;
     const CommandToken& function = cursor.PeekAt(1);
     const bool isPlain = cursor.PeekAt(2).Is(TokenCodes::kRightParen);
     const bool hasVariable = cursor.PeekAt(2).Is(TokenCodes::kLeftParen) &&
                              cursor.PeekAt(3).IsWord() &&
                              cursor.PeekAt(4).Is(TokenCodes::kRightParen) &&
                              cursor.PeekAt(5).Is(TokenCodes::kRightParen);
-    if (!isPlain && !hasVariable) return false;
+    if (!isPlain && !hasVariable) return;
     sort.key = FunctionName(codePage, function);
     sort.isKnown = FindFunction(function) != nullptr;
     if (hasVariable) sort.of = NameOf(cursor.PeekAt(3));
     const std::size_t count = isPlain ? 3 : 6;
     for (std::size_t taken = 0; taken < count; ++taken) cursor.Take();
-    return true;
 }
 
 }  // namespace
@@ -232,10 +231,9 @@ void ReadSort(AskedReading& reading, TokenPointers tokens, std::size_t number,
         sort.direction = direction;
         sort.subcommand = number;
         sort.line = variable.line;
-        if (cursor.Peek().Is(TokenCodes::kLeftParen) &&
-            !TakeSortFunction(reading.Page(), cursor, sort)) {
-            reading.SkipParenthesized(cursor);
-        }
+        TakeSortFunction(reading.Page(), cursor, sort);
+        // No word in other parentheses is a variable.
+        while (cursor.Peek().Is(TokenCodes::kLeftParen)) reading.SkipParenthesized(cursor);
         table.sorts.push_back(std::move(sort));
     }
 }
