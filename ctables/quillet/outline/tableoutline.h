@@ -66,6 +66,7 @@ struct Node {
     Role role = Role::kCategory;
     Name name;            ///< Of variables, sets and totals; of a marker as it is spelled.
     std::size_t end = 0;  ///< The index after the last node of the subtree that begins here.
+    bool isInParentheses = false;  ///< Written only: it stands in parentheses, which mean nothing.
     long line = 0;
 };
 
