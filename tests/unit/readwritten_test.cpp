@@ -440,6 +440,7 @@ constexpr const char* kNoValue = "the setting has no such value";
 constexpr const char* kSettingExpected = "a setting is expected";
 constexpr const char* kLiteralExpected = "a quoted text is expected";
 constexpr const char* kEnd = "a subcommand or the end is expected";
+constexpr const char* kSettingTwice = "the setting stands here twice";
 constexpr const char* kTwice = "the subcommand stands here twice";
 
 INSTANTIATE_TEST_SUITE_P(
@@ -488,6 +489,14 @@ INSTANTIATE_TEST_SUITE_P(
                   "BLANK or ZERO is expected"},
         WrongCase{"missing cells without a text",
                   "CTABLES /FORMAT EMPTY=ZERO MISSING=¤x /TABLE a[C]", kLiteralExpected},
+        WrongCase{"duplicates twice",
+                  "CTABLES /MRSETS COUNTDUPLICATES=NO /¤MRSETS COUNTDUPLICATES=NO /TABLE a[C]",
+                  kTwice},
+        WrongCase{"FORMAT twice", "CTABLES /FORMAT EMPTY=ZERO /¤FORMAT EMPTY=ZERO /TABLE a[C]",
+                  kTwice},
+        WrongCase{"a set with two labels",
+                  "MRSETS /MCGROUP NAME=$m LABEL='x' ¤LABEL='y' VARIABLES=a.\nCTABLES /TABLE $m",
+                  kSettingTwice},
         WrongCase{"FORMAT with another setting", "CTABLES /FORMAT EMPTY=ZERO ¤WIDTH=3 /TABLE a[C]",
                   kNoSetting}),
     NameOfRow<WrongCase>);
@@ -573,6 +582,9 @@ INSTANTIATE_TEST_SUITE_P(
                   "a closing parenthesis is missing"},
         WrongCase{"another setting of an order", "a[C] /CATEGORIES VAR=a ORDER=A EMPTY=¤EXCLUDE",
                   kNoSetting},
+        WrongCase{"two orders", "a[C] /CATEGORIES VAR=a ORDER=A ¤ORDER=D", kSettingTwice},
+        WrongCase{"two positions", "a[C] /SLABELS POSITION=ROW ¤POSITION=ROW", kSettingTwice},
+        WrongCase{"two titles", "a[C] /TITLES TITLE='x' ¤TITLE='y'", kSettingTwice},
         WrongCase{"an order without settings", "a[C] /CATEGORIES VAR=a ¤/SLABELS VISIBLE=NO",
                   kSettingExpected},
         WrongCase{"labels without a setting", "a[C] /CLABELS ¤AUTO", kSettingExpected},

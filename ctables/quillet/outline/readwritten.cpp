@@ -13,6 +13,8 @@ namespace quillet::outline {
 
 namespace {
 
+constexpr std::string_view kSubcommandTwice = "the subcommand stands here twice";
+
 class CommandReader {
 public:
     CommandReader(WrittenCursor& cursor, CommandOutline& outline)
@@ -95,10 +97,13 @@ private:
             return ReadTableSubcommand(m_cursor, m_outline.tables.back());
         }
         if (m_cursor.Current().IsWord("FORMAT")) return ReadFormat();
-        return m_cursor.Expect("MRSETS", "there is no such subcommand here") && ReadDuplicates();
+        if (m_cursor.Current().IsWord("MRSETS")) return ReadDuplicates();
+        return m_cursor.Fail("there is no such subcommand here");
     }
 
     [[nodiscard]] bool ReadDuplicates() {
+        if (std::exchange(m_saysDuplicates, true)) return m_cursor.Fail(kSubcommandTwice);
+        m_cursor.Advance();
         if (!m_cursor.ExpectSetting("COUNTDUPLICATES", "COUNTDUPLICATES= is expected")) {
             return false;
         }
@@ -109,6 +114,7 @@ private:
 
     [[nodiscard]] bool ReadFormat() {
         Settings& settings = m_outline.settings;
+        if (settings.emptyCellsLine != 0) return m_cursor.Fail(kSubcommandTwice);
         settings.emptyCellsLine = m_cursor.Current().line;
         m_cursor.Advance();
         if (!m_cursor.ExpectSetting("EMPTY", "EMPTY= is expected")) return false;
@@ -125,6 +131,7 @@ private:
 
     WrittenCursor& m_cursor;
     CommandOutline& m_outline;
+    bool m_saysDuplicates = false;
 };
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "outline/writtencursor.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -28,6 +29,7 @@ void WrittenCursor::Read(Place& place) {
 }
 
 void WrittenCursor::Advance() {
+    if (Current().IsSign('/')) m_settings.clear();
     std::swap(m_current, m_following);
     // What follows a literal without an end is not known.
     if (m_current.token.Is(WrittenTokenKind::kUnclosed) ||
@@ -71,6 +73,10 @@ bool WrittenCursor::Expect(std::string_view word, std::string_view message) {
 bool WrittenCursor::ReadSetting(std::string_view& word) {
     if (!IsAtSetting()) return Fail("a setting is expected");
     word = Current().text;
+    if (std::find(m_settings.begin(), m_settings.end(), word) != m_settings.end()) {
+        return Fail("the setting stands here twice");
+    }
+    m_settings.push_back(word);
     Advance();
     Advance();
     return true;

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "outline/readwritten.h"
 #include "outline/tableoutline.h"
@@ -41,7 +42,8 @@ public:
         return Current().Is(WrittenTokenKind::kWord) && Following().IsSign('=');
     }
 
-    /// A step over the word and the sign of a setting. `word` is the word.
+    /// A step over the word and the sign of a setting. `word` is the word. That it stands twice in
+    /// a subcommand is an error.
     [[nodiscard]] bool ReadSetting(std::string_view& word);
 
     /// A step over `word` and an equals sign.
@@ -71,6 +73,7 @@ private:
     ReadingError& m_error;
     Place m_current;
     Place m_following;
+    std::vector<std::string_view> m_settings;  // those of the subcommand that have been read
 };
 
 }  // namespace quillet::outline

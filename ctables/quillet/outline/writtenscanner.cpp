@@ -51,9 +51,12 @@ WrittenToken WrittenScanner::Next() {
     WrittenToken token{WrittenTokenKind::kEnd, {}, m_place, m_line};
     if (m_place == m_text.size()) return token;
     token.kind = ReadToken();
-    token.text = WithoutBlanksAtEnd(m_text.substr(token.offset, m_place - token.offset));
-    // Blanks after a literal are skipped like all others.
-    m_place = token.offset + token.text.size();
+    token.text = m_text.substr(token.offset, m_place - token.offset);
+    if (token.Is(WrittenTokenKind::kLiteral)) {
+        // Blanks after a literal are skipped like all others.
+        token.text = WithoutBlanksAtEnd(token.text);
+        m_place = token.offset + token.text.size();
+    }
     m_line += static_cast<long>(std::count(token.text.begin(), token.text.end(), '\n'));
     return token;
 }
