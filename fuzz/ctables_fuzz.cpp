@@ -1,13 +1,19 @@
 // Bytes choose among the constructs of the language; the TABLES command that comes out is
-// converted from end to end. Most of them parse, so it is the translator that is tried here.
+// converted from end to end. Most of them parse, so it is the translator that is tried here, and
+// the reader of what it writes.
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <string>
 #include <string_view>
 
+#include "outline/printwritten.h"
+#include "outline/readwritten.h"
+#include "platform/codepage.h"
 #include "quillet.h"
 #include "reachableassertions.h"
 
@@ -256,6 +262,33 @@ void CheckDiagnostics(const quillet::Conversion& conversion, const std::string& 
     }
 }
 
+std::string WithoutWhiteSpace(std::string_view text) {
+    std::string result;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(result),
+                 [](char c) { return c != ' ' && c != '\n'; });
+    return result;
+}
+
+// What is written can be read, and is the same when it is printed.
+void CheckWritten(const quillet::Conversion& conversion, const std::string& command) {
+    constexpr std::string_view kBegin = "COMMENT -- Begin CTABLES command.\n";
+    std::string_view written = conversion.output;
+    written.remove_prefix(std::min(written.size(), written.find(kBegin)));
+    if (written.empty()) return;
+    written.remove_prefix(kBegin.size());
+    written = written.substr(0, written.find("COMMENT -- End CTABLES command."));
+    while (written.starts_with("*****")) written.remove_prefix(written.find('\n') + 1);
+    if (written.empty()) return;
+    quillet::outline::CommandOutline outline;
+    quillet::outline::ReadingError error;
+    if (!ReadWritten(quillet::CodePage::Utf8(), written, outline, error)) {
+        Fail(error.message, command, conversion.output);
+    }
+    if (WithoutWhiteSpace(PrintWritten(outline)) != WithoutWhiteSpace(written)) {
+        Fail("not printed alike", command, conversion.output);
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -263,6 +296,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const quillet::Conversion conversion = quillet::ConvertText(command, quillet::Options{});
     CheckDiagnostics(conversion, command);
     if (conversion.outcome != quillet::Outcome::kDone) Fail("stopped", command, conversion.output);
+    CheckWritten(conversion, command);
     // What comes out holds no legacy command any more.
     const quillet::Conversion again = quillet::ConvertText(conversion.output, quillet::Options{});
     if (again.output != conversion.output) Fail("not repeatable", command, conversion.output);
