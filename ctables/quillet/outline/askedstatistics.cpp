@@ -1,7 +1,5 @@
 // STATISTICS and SORT, the two subcommands that name functions.
-#include <algorithm>
 #include <cstddef>
-#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -9,6 +7,7 @@
 
 #include "outline/askedreading.h"
 #include "outline/askedwords.h"
+#include "outline/numberformat.h"
 #include "platform/multibyte.h"
 #include "tokenizer/variablenames.h"
 
@@ -18,30 +17,6 @@ namespace {
 
 bool IsWordOrRightParen(const CommandToken& token) {
     return token.IsWord() || token.Is(TokenCodes::kRightParen);
-}
-
-// A number of columns or digits; -1 where none stands. Takes the digits away.
-int TakeDigits(std::string_view& text) {
-    constexpr int kMost = std::numeric_limits<int>::max() / 10 - 1;
-    int number = -1;
-    while (!text.empty() && '0' <= text.front() && text.front() <= '9') {
-        number = std::min(std::max(number, 0) * 10 + (text.front() - '0'), kMost);
-        text.remove_prefix(1);
-    }
-    return number;
-}
-
-Format FormatOf(const CommandToken& word) {
-    Format format;
-    format.text = word.source;
-    std::string_view text = word.value;
-    const std::size_t letters = std::min(text.find_first_of("0123456789."), text.size());
-    format.letters = text.substr(0, letters);
-    text.remove_prefix(letters);
-    format.width = TakeDigits(text);
-    if (text.starts_with('.')) text.remove_prefix(1);
-    format.decimals = TakeDigits(text);
-    return format;
 }
 
 // The name stands in each assignment of the function, so it is no longer than a name may be.
@@ -148,7 +123,7 @@ private:
                     m_cursor.PeekAt(1).IsWord() && m_cursor.PeekAt(2).Is(TokenCodes::kRightParen);
                 if (!isFormat || !assignment.format.text.empty()) return;
                 m_cursor.Take();
-                assignment.format = FormatOf(m_cursor.Take());
+                assignment.format = MakeFormat(m_reading.Page(), m_cursor.Take().source);
                 m_cursor.Take();
             }
         }
