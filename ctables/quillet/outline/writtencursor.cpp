@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <utility>
 
 #include "outline/numberformat.h"
 #include "platform/multibyte.h"
@@ -30,7 +29,8 @@ void WrittenCursor::Read(Place& place) {
 
 void WrittenCursor::Advance() {
     if (Current().IsSign('/')) m_settings.clear();
-    std::swap(m_current, m_following);
+    m_current.token = m_following.token;
+    if (m_current.token.Is(WrittenTokenKind::kLiteral)) m_current.value.swap(m_following.value);
     // What follows a literal without an end is not known.
     if (m_current.token.Is(WrittenTokenKind::kUnclosed) ||
         m_current.token.Is(WrittenTokenKind::kTooLong)) {
@@ -99,7 +99,7 @@ bool WrittenCursor::ReadName(Name& name) {
 bool WrittenCursor::ReadLiteral(Literal& literal) {
     if (!Current().Is(WrittenTokenKind::kLiteral)) return Fail("a quoted text is expected");
     literal.source = Current().text;
-    literal.value = std::move(m_current.value);
+    literal.value.swap(m_current.value);
     Advance();
     return true;
 }

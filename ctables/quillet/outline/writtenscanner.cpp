@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/multibyte.h"
-
 namespace quillet::outline {
 
 // Texts go from the old command into the new one as they are spelled there, so this scanner has to
@@ -97,8 +95,9 @@ bool WrittenScanner::EndsCommand(std::size_t period) const {
 }
 
 std::size_t WrittenScanner::AfterCharacter(std::size_t place) const {
+    if (!IsNonAscii(m_text[place])) return place + 1;
     const std::string_view rest = m_text.substr(place);
-    return place + std::max<std::size_t>(TAVQMBmblen_A(m_codePage, rest.data(), rest.size()), 1);
+    return place + std::max<std::size_t>(m_codePage.NonAsciiLength(rest.data(), rest.size()), 1);
 }
 
 std::size_t WrittenScanner::AfterName(std::size_t place) const {
