@@ -6,6 +6,7 @@
 #include <set>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "outline/accountbuilder.h"
 #include "outline/accountsettings.h"
@@ -56,7 +57,6 @@ private:
         AccountForCommand(m_asked, m_written, context, m_builder);
         AccountForDroppedHeadings(m_asked.headings, m_builder);
         PairTables();
-        m_formatBrokeOff = HasBrokenFormat(m_asked);
         std::size_t next = 0;  // of the written ones
         for (std::size_t asked = 0; asked < m_writtenOf.size(); ++asked) {
             const std::size_t written = m_writtenOf[asked];
@@ -73,19 +73,27 @@ private:
         for (; next < m_written.tables.size(); ++next) AddExtra(next);
     }
 
-    // Subcommands are passed over before the first table, so that the last ones belong together.
-    // Elsewhere a table is missing only where another one follows that has no other variables.
+    // Tables that a FORMAT takes along are not written. Should there still be more of the one than
+    // of the other, those are left over that have other variables than the rest.
     void PairTables() {
         m_writtenOf.assign(m_asked.tables.size(), kNowhere);
-        std::size_t asked = m_asked.tables.size();
+        std::vector<bool> isTaken(m_asked.tables.size());
+        for (const TakenByFormat& taken : m_asked.takenByFormat) {
+            if (taken.table < isTaken.size()) isTaken[taken.table] = true;
+        }
+        std::vector<std::size_t> asked;
+        for (std::size_t table = 0; table < isTaken.size(); ++table) {
+            if (!isTaken[table]) asked.push_back(table);
+        }
         std::size_t written = m_written.tables.size();
-        while (asked > 0 && written > 0) {
-            const bool isPair = asked == written || VariablesOf(m_asked.tables[asked - 1]) ==
-                                                        VariablesOf(m_written.tables[written - 1]);
-            if (isPair) {
-                m_writtenOf[--asked] = --written;
-            } else if (asked > written) {
-                --asked;
+        while (!asked.empty() && written > 0) {
+            const TableOutline& last = m_asked.tables[asked.back()];
+            if (asked.size() == written ||
+                VariablesOf(last) == VariablesOf(m_written.tables[written - 1])) {
+                m_writtenOf[asked.back()] = --written;
+                asked.pop_back();
+            } else if (asked.size() > written) {
+                asked.pop_back();
             } else {
                 --written;
             }
@@ -124,7 +132,7 @@ private:
 
     void CompareTables(const TableOutline& asked, const TableOutline& written) {
         const TablePair tables(m_asked, asked, written, m_builder);
-        AccountForTable(tables, m_formatBrokeOff, m_builder);
+        AccountForTable(tables, m_asked, m_builder);
         const std::vector<TotaledVariable> totaled = AccountForTotals(tables, m_builder);
         AccountForStatistics(tables, totaled, m_builder, m_account.statistics);
         AccountForSorts(tables, m_builder);
@@ -135,7 +143,6 @@ private:
     Account m_account;
     AccountBuilder m_builder;
     std::vector<std::size_t> m_writtenOf;  // by table that was asked for
-    bool m_formatBrokeOff = false;
 };
 
 }  // namespace

@@ -1,10 +1,12 @@
 // What holds for a whole command.
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "outline/accountsettings.h"
@@ -27,6 +29,7 @@ public:
             Differs("The counting of repeated responses", "on", "off", 0);
         }
         for (std::size_t index = 0; index < m_asked.remarks.size(); ++index) AddRemark(index);
+        NoteTaken();
         AccountForSets();
         NoteSetsOfOne();
     }
@@ -117,48 +120,77 @@ private:
         for (std::size_t index = m_written.sets.size(); index-- > 0;) {
             places[m_written.sets[index].name.key].push_back(index);
         }
+        // Those that are the same go first, so that one that is missing is not taken for the next.
+        std::vector<std::size_t> writtenOf(m_asked.sets.size(), kNowhere);
+        for (const bool isExact : {true, false}) {
+            for (std::size_t index = 0; index < m_asked.sets.size(); ++index) {
+                if (writtenOf[index] == kNowhere) {
+                    writtenOf[index] = Take(m_asked.sets[index], isExact, places);
+                }
+            }
+        }
         std::unordered_map<std::string, std::size_t> first;  // asked, by written name
         for (std::size_t index = 0; index < m_asked.sets.size(); ++index) {
             const ResponseSet& set = m_asked.sets[index];
-            const std::string key = WrittenSetName(m_builder.Page(), set.name.key);
-            std::vector<std::size_t>& found = places[key];
-            if (found.empty()) {
+            const std::size_t written = writtenOf[index];
+            if (written == kNowhere) {
                 NoteLostSet(index);
                 continue;
             }
-            const std::size_t written = Take(set, found);
             m_builder.Enter(Subject::kSet, Fate::kKept, index, {written}).line = set.line;
             if (!AreSame(set, m_written.sets[written])) {
                 Differs("The set " + set.name.text, "another one",
                         m_written.sets[written].name.text, set.line);
             }
-            const auto [clash, isNew] = first.try_emplace(key, index);
+            const auto [clash, isNew] = first.try_emplace(m_written.sets[written].name.key, index);
             if (!isNew) NoteClash(m_asked.sets[clash->second], set);
         }
-        for (const ResponseSet& set : m_written.sets) {
-            if (places[set.name.key].empty()) continue;
-            places[set.name.key].clear();
-            Differs("The set " + set.name.text, "not declared", "declared", 0);
+        for (const auto& [key, left] : places) {
+            for (const std::size_t written : left) {
+                Differs("The set " + m_written.sets[written].name.text, "not declared", "declared",
+                        0);
+            }
         }
     }
 
-    // One that is the same, rather than the first one.
-    [[nodiscard]] std::size_t Take(const ResponseSet& set, std::vector<std::size_t>& found) {
-        m_builder.Charge(found.size());
-        auto place = std::find_if(found.rbegin(), found.rend(), [&](std::size_t index) {
-            return AreSame(set, m_written.sets[index]);
+    // Takes one of the written sets with the name of a set: one that is the same, or any.
+    [[nodiscard]] std::size_t Take(
+        const ResponseSet& set, bool isExact,
+        std::unordered_map<std::string, std::vector<std::size_t>>& places) {
+        const auto found = places.find(WrittenSetName(m_builder.Page(), set.name.key));
+        if (found == places.end()) return kNowhere;
+        std::vector<std::size_t>& left = found->second;
+        m_builder.Charge(left.size());
+        const auto place = std::find_if(left.rbegin(), left.rend(), [&](std::size_t index) {
+            return !isExact || AreSame(set, m_written.sets[index]);
         });
-        if (place == found.rend()) place = found.rbegin();
+        if (place == left.rend()) return kNowhere;
         const std::size_t written = *place;
-        found.erase(std::next(place).base());
+        left.erase(std::next(place).base());
         return written;
     }
 
     void NoteLostSet(std::size_t index) {
         const ResponseSet& set = m_asked.sets[index];
         m_builder.Enter(Subject::kSet, Fate::kDropped, index).line = set.line;
-        const std::string name = std::string(set.countsOneValue ? "MDGROUP " : "MRGROUP ");
-        m_builder.Note(NoteWording::kDroppedAfterFormat, {.name = name + set.name.text}, set.line);
+        if (IsTakenByFormat(m_asked, set.countsOneValue ? "MDGROUP" : "MRGROUP")) return;
+        Differs("The set " + set.name.text, "declared", "not declared", set.line);
+    }
+
+    // Tables have notes of their own, and so has what is passed over anyway.
+    void NoteTaken() {
+        std::set<std::pair<long, std::string_view>> noted;
+        for (const Remark& remark : m_asked.remarks) {
+            const bool isWhole =
+                remark.kind == Remark::Kind::kPassedOver || remark.kind == Remark::Kind::kUnknown;
+            if (isWhole) noted.insert({remark.line, remark.subcommand.key});
+        }
+        for (const TakenByFormat& taken : m_asked.takenByFormat) {
+            if (taken.table != kNowhere) continue;
+            if (noted.contains({taken.line, taken.subcommand.key})) continue;
+            m_builder.Note(NoteWording::kDroppedAfterFormat, {.name = taken.subcommand.key},
+                           taken.line);
+        }
     }
 
     void NoteClash(const ResponseSet& first, const ResponseSet& set) {
@@ -239,10 +271,10 @@ private:
 
 }  // namespace
 
-bool HasBrokenFormat(const CommandOutline& asked) {
-    return std::any_of(asked.remarks.begin(), asked.remarks.end(), [](const Remark& remark) {
-        return remark.kind == Remark::Kind::kUnreadable && remark.subcommand.key == "FORMAT";
-    });
+bool IsTakenByFormat(const CommandOutline& asked, std::string_view subcommand) {
+    return std::any_of(
+        asked.takenByFormat.begin(), asked.takenByFormat.end(),
+        [subcommand](const TakenByFormat& taken) { return taken.subcommand.key == subcommand; });
 }
 
 void AccountForCommand(const CommandOutline& asked, const CommandOutline& written,

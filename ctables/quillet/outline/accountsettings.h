@@ -2,6 +2,7 @@
 #ifndef QUILLET_OUTLINE_ACCOUNTSETTINGS_H
 #define QUILLET_OUTLINE_ACCOUNTSETTINGS_H
 
+#include <string_view>
 #include <vector>
 
 #include "outline/account.h"
@@ -15,9 +16,8 @@ namespace quillet::outline {
 void AccountForCommand(const CommandOutline& asked, const CommandOutline& written,
                        const AccountContext& context, AccountBuilder& builder);
 
-/// Enters the dimensions, labels, texts and settings of a pair of tables. `formatBrokeOff` as
-/// `HasBrokenFormat` says.
-void AccountForTable(const TablePair& tables, bool formatBrokeOff, AccountBuilder& builder);
+/// Enters the dimensions, labels, texts and settings of a pair of tables of these commands.
+void AccountForTable(const TablePair& tables, const CommandOutline& asked, AccountBuilder& builder);
 
 /// Enters the orders of categories of a pair of tables.
 void AccountForSorts(const TablePair& tables, AccountBuilder& builder);
@@ -25,8 +25,8 @@ void AccountForSorts(const TablePair& tables, AccountBuilder& builder);
 /// Enters texts for which there is no table in the new command.
 void AccountForDroppedHeadings(const std::vector<Heading>& headings, AccountBuilder& builder);
 
-/// True when a FORMAT breaks off, so that the conversion passes over the subcommand after it.
-[[nodiscard]] bool HasBrokenFormat(const CommandOutline& asked);
+/// True when a FORMAT that breaks off takes along a subcommand of this name. There is a note on it.
+[[nodiscard]] bool IsTakenByFormat(const CommandOutline& asked, std::string_view subcommand);
 
 }  // namespace quillet::outline
 

@@ -56,11 +56,11 @@ void NoteDropped(const Heading& heading, AccountBuilder& builder) {
 
 class TableAccount {
 public:
-    TableAccount(const TablePair& tables, bool formatBrokeOff, AccountBuilder& builder)
+    TableAccount(const TablePair& tables, const CommandOutline& asked, AccountBuilder& builder)
         : m_tables(tables),
           m_asked(tables.Asked()),
           m_written(tables.Written()),
-          m_formatBrokeOff(formatBrokeOff),
+          m_command(asked),
           m_builder(builder) {}
 
     void Run() {
@@ -124,10 +124,7 @@ private:
         EnterSetting(AccountedSetting::kMissing, isSame, settings.missingLine);
         if (!isSame) {
             const bool isIncluded = m_asked.missing == Missing::kInclude;
-            if (isIncluded && m_formatBrokeOff) {
-                m_builder.Note(NoteWording::kDroppedAfterFormat, {.name = "MISSING"},
-                               settings.missingLine);
-            } else {
+            if (!IsTakenByFormat(m_command, "MISSING")) {
                 m_builder.Note(NoteWording::kSettingDiffers,
                                {.name = "The setting for missing values",
                                 .asked = isIncluded ? "INCLUDE" : "EXCLUDE",
@@ -195,21 +192,25 @@ private:
                          settings.autoLabelLine);
         }
         if (!m_asked.hasAutomaticTitle || m_written.hasAutomaticTitle) return;
-        m_builder.Note(NoteWording::kDroppedAfterFormat, {.name = "AUTOLABEL"},
-                       settings.autoLabelLine);
+        if (IsTakenByFormat(m_command, "AUTOLABEL")) return;
+        m_builder.Note(
+            NoteWording::kSettingDiffers,
+            {.name = "The title of the table", .asked = "automatic", .written = "left out"},
+            settings.autoLabelLine);
     }
 
     const TablePair& m_tables;
     const TableOutline& m_asked;
     const TableOutline& m_written;
-    bool m_formatBrokeOff;
+    const CommandOutline& m_command;  // that was asked for
     AccountBuilder& m_builder;
 };
 
 }  // namespace
 
-void AccountForTable(const TablePair& tables, bool formatBrokeOff, AccountBuilder& builder) {
-    TableAccount(tables, formatBrokeOff, builder).Run();
+void AccountForTable(const TablePair& tables, const CommandOutline& asked,
+                     AccountBuilder& builder) {
+    TableAccount(tables, asked, builder).Run();
 }
 
 void AccountForDroppedHeadings(const std::vector<Heading>& headings, AccountBuilder& builder) {
