@@ -351,6 +351,8 @@ const ChangeCase kAccountChanges[] = {
     {"another function", kPlain, "[MEAN", "[MEDIAN", "less | statistic-extra, statistic-lost"},
     {"a function less", kPlain, "[MEAN,", "[", "less | statistic-lost"},
     {"a function more", kPlain, "[MEAN,", "[MODE,MEAN,", "more | statistic-extra"},
+    {"functions exchanged", kPlain, "[MEAN,PTILE 25]", "[PTILE 25,MEAN]",
+     "differs | table-differs"},
     {"another percentile", kPlain, "PTILE 25", "PTILE 75",
      "less | statistic-extra, statistic-lost"},
     {"unweighted", kPlain, "COUNT,'n'", "UCOUNT,'n'", "less | statistic-extra, statistic-lost"},

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <map>
 #include <span>
 #include <string>
@@ -50,6 +51,7 @@ struct TermList {
     Indexes totaled;                // numbers of variables
     Indexes asked;
     Indexes written;
+    Indexes borrowed;  // of `asked`: functions of the variable, which nothing asked its total for
 };
 
 class StatisticsAccount {
@@ -78,7 +80,7 @@ public:
         for (std::size_t term = 0; term < pair.asked.Count(); ++term) AccountForTerm(term);
         for (std::size_t index = 0; index < m_asked.size(); ++index) Conclude(index);
         for (std::size_t index = 0; index < m_written.size(); ++index) {
-            if (!m_isUsed[index]) EnterExtra(index, m_written[index].place.node);
+            if (!m_isUsed[index]) EnterExtra(index);
         }
         NoteExtra();
     }
@@ -191,9 +193,25 @@ private:
         SortOut(totals.asked);
         SortOut(totals.totaled);
         totals.hasSet = list.hasSet;
+        Borrow(list, totals);
         if (list.writtenTerm != kNowhere) TakeWritten(list, totals);
         Match(list);
         Match(totals);
+    }
+
+    // In the list of a total the functions of its variable stand as well. They are looked for
+    // there, so that those of the total are not mistaken for them.
+    void Borrow(const TermList& list, TermList& totals) {
+        if (totals.asked.empty()) return;
+        m_builder.Charge(list.asked.size() + totals.asked.size());
+        std::set_difference(list.asked.begin(), list.asked.end(), totals.asked.begin(),
+                            totals.asked.end(), std::back_inserter(totals.borrowed));
+        totals.asked.insert(totals.asked.end(), totals.borrowed.begin(), totals.borrowed.end());
+        SortOut(totals.asked);
+    }
+
+    [[nodiscard]] static bool IsBorrowed(const TermList& list, std::size_t function) {
+        return std::binary_search(list.borrowed.begin(), list.borrowed.end(), function);
     }
 
     void AddFunctions(std::string_view key, TermList& list) {
@@ -274,6 +292,19 @@ private:
             all.written.insert(all.written.end(), left.written.begin(), left.written.end());
         }
         for (auto& [looks, group] : rest) MatchOtherwise(list, group);
+        CompareOrder(list);
+    }
+
+    // Once for each table.
+    void CompareOrder(const TermList& list) {
+        std::sort(m_matched.begin(), m_matched.end());
+        const bool isSame = std::is_sorted(
+            m_matched.begin(), m_matched.end(),
+            [](const auto& one, const auto& other) { return one.second < other.second; });
+        m_matched.clear();
+        if (isSame || std::exchange(m_isOrderTold, true)) return;
+        m_builder.Note(NoteWording::kOrderDiffers, {.other = NameAt(list.magnet)},
+                       m_tables.Asked().line);
     }
 
     [[nodiscard]] Alike MatchFunctions(const TermList& list, Alike& group) {
@@ -288,8 +319,8 @@ private:
         return std::move(group);
     }
 
-    // A percentage has its bases in their order, so that the next one begins at the latest where
-    // that order does not go on.
+    // A percentage has its bases side by side and in their order, so that the next one begins at
+    // the latest where these do not go on.
     [[nodiscard]] Alike MatchPercentages(const TermList& list, const Alike& group) {
         std::size_t runs = group.written.empty() ? 0 : 1;
         for (std::size_t at = 1; at < group.written.size(); ++at) {
@@ -320,7 +351,8 @@ private:
     }
 
     [[nodiscard]] bool GoesOn(const Indexes& written, std::size_t at) const {
-        return m_written[written[at]].percentOf > m_written[written[at - 1]].percentOf;
+        return written[at] == written[at - 1] + 1 &&
+               m_written[written[at]].percentOf > m_written[written[at - 1]].percentOf;
     }
 
     void MatchOtherwise(const TermList& list, const Alike& group) {
@@ -329,7 +361,7 @@ private:
             if (IsPercentage(m_asked[function])) {
                 percentages.asked.push_back(function);
             } else {
-                EnterLost(function, list.term, list.isOfTotal);
+                EnterMissing(list, function);
             }
         }
         for (const std::size_t index : group.written) {
@@ -343,7 +375,7 @@ private:
         if (areOther) NoteCountingOtherwise(list, percentages);
         const Alike left = areOther ? MatchPercentages(list, percentages) : percentages;
         for (const std::size_t function : left.asked) {
-            EnterLost(function, list.term, list.isOfTotal);
+            EnterMissing(list, function);
         }
         for (const std::size_t index : left.written) EnterUnasked(list, index);
     }
@@ -352,6 +384,7 @@ private:
         const std::size_t count = std::min(group.asked.size(), group.written.size());
         for (std::size_t at = 0; at < count; ++at) {
             const std::size_t function = group.asked[at];
+            if (IsBorrowed(list, function)) continue;
             if (std::exchange(m_told[function].isBaseDifferent, true)) continue;
             m_builder.Note(NoteWording::kCountedDiffers,
                            {.function = TextOfFunction(m_asked[function]),
@@ -384,6 +417,11 @@ private:
     }
 
     void EnterKept(const TermList& list, std::size_t function, const Indexes& written) {
+        m_matched.emplace_back(function, written.front());
+        if (IsBorrowed(list, function)) {
+            for (const std::size_t index : written) EnterExtra(index);
+            return;
+        }
         const Assignment& asked = m_asked[function];
         const bool isMoved = IsMoved(list, function, written.front());
         Fate fate = Fate::kKept;
@@ -502,6 +540,10 @@ private:
         }
     }
 
+    void EnterMissing(const TermList& list, std::size_t function) {
+        if (!IsBorrowed(list, function)) EnterLost(function, list.term, list.isOfTotal);
+    }
+
     void EnterLost(std::size_t function, std::size_t term, bool isOfTotal) {
         Told& told = m_told[function];
         ++m_tally.asked;
@@ -560,10 +602,10 @@ private:
                      {written}, list);
             return;
         }
-        EnterExtra(written, one.place.node);
+        EnterExtra(written);
     }
 
-    void EnterExtra(std::size_t written, std::size_t node) {
+    void EnterExtra(std::size_t written) {
         const Assignment& one = m_written[written];
         ++m_tally.extra;
         AccountEntry& entry =
@@ -571,7 +613,7 @@ private:
         entry.isOfTotal = one.isOfTotal;
         entry.place = one.place;
         entry.writtenLine = one.line;
-        const std::size_t variable = m_tables.At(one.place.axis).writtenVariables[node];
+        const std::size_t variable = m_tables.At(one.place.axis).writtenVariables[one.place.node];
         std::vector<std::size_t>& extra = m_extra[{variable, one.isOfTotal}];
         extra.push_back(written);
     }
@@ -620,7 +662,9 @@ private:
     std::unordered_map<std::size_t, long> m_totalLines;                        // by variable
     std::unordered_map<std::string_view, unsigned> m_axesOf;                   // sets of bits
     std::unordered_map<std::string_view, unsigned> m_axesOfTotal;
-    std::unordered_map<std::size_t, Indexes> m_listAt;  // by written node
+    std::unordered_map<std::size_t, Indexes> m_listAt;           // by written node
+    std::vector<std::pair<std::size_t, std::size_t>> m_matched;  // in one list
+    bool m_isOrderTold = false;
     std::map<std::pair<std::size_t, bool>, Indexes>
         m_extra;  // by variable, and whether of its total
 };
