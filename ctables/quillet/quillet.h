@@ -309,6 +309,91 @@ struct HintOptions {
 [[nodiscard]] QUILLET_EXPORT std::set<std::string> FindMacroNames(std::string_view text,
                                                                   const Options& options);
 
+/// A file that a text includes by INCLUDE or INSERT.
+struct MacroInclude {
+    std::string name;  ///< The same for the same file, however its path is written.
+    std::string text;  ///< In the encoding of the text that includes it.
+    bool batchMode = false;
+    bool endAtBlankLines = false;
+};
+
+/// How a text with macros is to be read.
+struct MacroOptions {
+    Options conversion;  ///< With which the text is converted.
+    /// A blank line ends a command, see `EndAtBlankLines`. Means nothing in batch layout.
+    bool endAtBlankLines = false;
+    std::string fileName;  ///< The text's own, as `findInclude` would give it.
+    /// Finds the file that `includingFile` includes by `path`, as that is written there; false when
+    /// there is none. Empty where nobody can.
+    std::function<bool(std::string_view path, const std::string& includingFile, MacroInclude& file)>
+        findInclude;
+};
+
+/// A command outside of a text that calls macros of it.
+struct OutsideCall {
+    std::string command;  ///< The whole command, in the encoding of the text.
+    std::string file;     ///< Where it stands, for who reads the verdict.
+    long line = 0;
+};
+
+/// Commands outside of a text for which the same definitions are in force: those of `before`, then
+/// the text's, then those of `after`. A later one replaces an earlier one of its name.
+struct OutsideCalls {
+    std::string before;  ///< Definitions, in the encoding of the text; may be empty, as `after`.
+    std::string after;
+    bool batchMode = false;  ///< How the commands are laid out.
+    std::vector<OutsideCall> calls;
+};
+
+/// What became of the body of a macro.
+enum class MacroBodyOutcome {
+    kConverted,       ///< Its legacy commands are replaced, which is proven for every call.
+    kNoCall,          ///< No call that is known comes to a legacy command of it.
+    kDisproved,       ///< For one of its calls, the new body would give something else.
+    kNotConvertible,  ///< There is no new body.
+};
+
+/// A macro whose body holds legacy commands, and what became of them. All texts are in the encoding
+/// of the text.
+struct MacroBody {
+    std::string name;  ///< As it is written.
+    long firstLine = 0;
+    long lastLine = 0;
+    long legacyCommands = 0;
+    /// Those among them that no call comes to: they stay as they are in any case.
+    long unusedCommands = 0;
+    MacroBodyOutcome outcome = MacroBodyOutcome::kNoCall;
+    long calls = 0;  ///< How many calls are known; when it is converted, proven for all of them.
+    std::string reason;  ///< Why it is not converted, in words; else empty.
+    /// Of a body that is disproved: the call that does it. `callFile` is empty for the text itself.
+    std::string callFile;
+    long callLine = 0;
+    /// Where the two first part: the conversion of the expanded call, and the expansion of the new
+    /// body. Both are empty where the call cannot be expanded or converted at all.
+    std::string expected;
+    std::string found;
+};
+
+/// A text with the bodies of its macros converted, and all those that hold legacy commands.
+struct MacroBodies {
+    std::string text;
+    std::vector<MacroBody> bodies;  ///< In the order of the text.
+};
+
+/// Converts legacy commands in the bodies of macros, in place: each is written as a comment and
+/// followed by its replacement with the arguments of the macro in it.
+///
+/// Only a body is changed for which it is proven that every call, in the text and among
+/// `outsideCalls`, gives the same in either order: expanded first and converted then, or expanded
+/// with the new body. The same are two results but for blanks, line ends, comments, the letter case
+/// of names, and the order of CATEGORIES subcommands of different variables. Nothing else in the
+/// text changes. Layout and blank lines are those that the text already has. Every text is taken;
+/// throws `std::bad_alloc` alone. Linear in the text and in the expansions of all calls; for each
+/// of `outsideCalls` the definitions of the text are read once more.
+[[nodiscard]] QUILLET_EXPORT MacroBodies
+ConvertMacroBodies(std::string_view text, const MacroOptions& options,
+                   const std::vector<OutsideCalls>& outsideCalls);
+
 /// How a text reads in a layout. Counted are commands but for comments, DOCUMENT, inline data and
 /// the bodies of macros.
 struct LayoutReading {
