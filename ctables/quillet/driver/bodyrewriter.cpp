@@ -41,6 +41,11 @@ void ReplaceAll(std::string& text, std::string_view from, std::string_view to) {
     }
 }
 
+std::string_view WithoutOuterSpace(std::string_view text) {
+    const std::size_t begin = std::min(text.find_first_not_of(" \t\n"), text.size());
+    return text.substr(begin, text.find_last_not_of(" \t\n") + 1 - begin);
+}
+
 bool IsNameByte(char byte) {
     return static_cast<unsigned char>(byte) >= 0x80 || macro::IsDigit(byte) ||
            ('a' <= LowerAscii(byte) && LowerAscii(byte) <= 'z') || byte == '_' || byte == '.' ||
@@ -72,10 +77,12 @@ struct Site {
     bool isMacroName = false;
     ValueKind kind = ValueKind::kName;
     bool canBeEmpty = false;
-    bool canBeGiven = false;
     char quote = '\'';
     std::set<std::string> joints;  // in capitals
     bool changesInLoop = false;
+    bool isLong = false;  // some values do not fit into the name of a set
+    // The variable of a loop over a list that stands in the command itself: the site of the list.
+    std::size_t elementOf = macro::kNowhere;
     std::size_t number = 0;  // of its stand-ins
 
     // As an operand of a function or a condition.
@@ -92,6 +99,10 @@ struct Piece {
     std::string text;  // of a loop: its header and what it sets
     std::size_t site = 0;
     std::size_t place = 0;  // of a site, in the body
+    // Of a loop: the list that it is over, and its variable, both in capitals; empty for a count.
+    std::string list{};
+    std::string variable{};
+    std::size_t linkedSite = macro::kNowhere;  // the same list as a site
     std::vector<Piece> inner{};
 };
 
@@ -280,7 +291,9 @@ private:
         Piece loop;
         loop.kind = Piece::Kind::kLoop;
         loop.text = Source(node.begin, node.headerEnd);
-        std::string variables = InCapitals(VariableOf(node));
+        loop.variable = InCapitals(VariableOf(node));
+        loop.list = InCapitals(ListOf(node));
+        std::string variables = loop.variable;
         for (const BodyElement& element : m_owner.m_cutter.Cut(node.children)) {
             const std::string source = Source(element.begin, element.end);
             switch (element.pNode->kind) {
@@ -305,6 +318,16 @@ private:
         }
         line.push_back(std::move(loop));
         return true;
+    }
+
+    // What stands between the parentheses of a loop over a list.
+    [[nodiscard]] std::string ListOf(const BodyNode& loop) const {
+        const std::string header = Source(loop.begin, loop.headerEnd);
+        const std::size_t begin = header.find('(');
+        const std::size_t end = header.rfind(')');
+        if (begin == std::string::npos || end + 1 != header.size()) return {};
+        return std::string(
+            WithoutOuterSpace(std::string_view(header).substr(begin + 1, end - begin - 1)));
     }
 
     // "!name" of a loop or of what is set.
@@ -342,7 +365,8 @@ private:
                 if (value.find_first_not_of(" \t\n") == std::string::npos) {
                     site.canBeEmpty = true;
                 } else {
-                    site.canBeGiven = true;
+                    constexpr std::size_t kLongest = 7;  // after the dollar sign
+                    if (value.size() > kLongest) site.isLong = true;
                     kinds.insert(KindOf(value, site));
                 }
             }
@@ -415,7 +439,7 @@ private:
 
     // Tries one way of filling in after the other, and takes that of the attempt, or the last one
     // there is.
-    bool WriteConverted(const std::vector<Piece>& line, std::string& out) {
+    bool WriteConverted(std::vector<Piece> line, std::string& out) {
         std::set<std::size_t> sites;
         CollectSites(line, sites);
         std::set<std::size_t> others;
@@ -432,6 +456,7 @@ private:
         }
         if (sites.size() > others.size() + 1) ways.push_back(sites);
         std::vector<std::string> results;
+        LinkLoops(line);
         for (const std::set<std::size_t>& valued : ways) {
             std::string text;
             if (!ConvertLine(line, valued, text)) continue;
@@ -444,6 +469,26 @@ private:
         if (results.size() > static_cast<std::size_t>(m_attempt)) m_hasMore = true;
         out += results.back();
         return true;
+    }
+
+    // A loop over a list that the command also has as a whole goes along with it.
+    void LinkLoops(std::vector<Piece>& line) {
+        for (Piece& loop : line) {
+            if (loop.kind != Piece::Kind::kLoop || loop.list.empty()) continue;
+            const auto known = m_sitesBySource.find(loop.list);
+            if (known == m_sitesBySource.end()) continue;
+            const std::size_t number = known->second;
+            Site& site = m_sites[number];
+            const bool isThere = std::any_of(line.begin(), line.end(), [&](const Piece& piece) {
+                return piece.kind == Piece::Kind::kSite && piece.site == number;
+            });
+            const bool isList = site.kind == ValueKind::kList && site.joints.empty();
+            if (!isThere || (!isList && site.kind != ValueKind::kName)) continue;
+            site.kind = ValueKind::kList;
+            loop.linkedSite = number;
+            const auto variable = m_sitesBySource.find(loop.variable);
+            if (variable != m_sitesBySource.end()) m_sites[variable->second].elementOf = number;
+        }
     }
 
     static void CollectSites(const std::vector<Piece>& line, std::set<std::size_t>& sites) {
@@ -528,7 +573,10 @@ private:
                 if (!Fill(piece, filling, 0, source)) return false;
                 continue;
             }
-            const int passes = filling.doubledLoop == loops++ ? 2 : 1;
+            const bool isLinked = piece.linkedSite != macro::kNowhere;
+            const bool isDoubled = filling.doubledLoop == loops++ ||
+                                   (isLinked && filling.doubledList == piece.linkedSite);
+            const int passes = isDoubled ? 2 : 1;
             for (int pass = 0; pass < passes; ++pass) {
                 for (const Piece& inner : piece.inner) {
                     if (!Fill(inner, filling, pass, source)) return false;
@@ -592,6 +640,7 @@ private:
     }
 
     [[nodiscard]] std::string NameOf(const Site& site, int pass) const {
+        if (site.elementOf != macro::kNowhere) return NameOf(m_sites[site.elementOf], pass);
         const std::size_t second = pass > 0 && (site.changesInLoop || IsList(site)) ? 1 : 0;
         const std::size_t number = 2 * site.number + second;
         constexpr std::size_t kLetters = 26;
@@ -621,9 +670,14 @@ private:
             if (!IsList(site) || filling.valued.contains(number)) continue;
             Filling doubled = filling;
             doubled.doubledList = number;
-            const PassNames names = {{NameOf(site, 0), NameOf(site, 1)}};
+            PassNames names = {{NameOf(site, 0), NameOf(site, 1)}};
             Repetition repetition;
             repetition.list = number;
+            for (const Piece& piece : line) {
+                if (piece.linkedSite != number) continue;
+                AddPassNames(piece, names);
+                repetition.pLoop = &piece;
+            }
             if (!Repeat(line, doubled, names, tokens, repetition, repetitions)) return false;
         }
         std::size_t loops = 0;
@@ -631,12 +685,9 @@ private:
             if (piece.kind != Piece::Kind::kLoop) continue;
             Filling doubled = filling;
             doubled.doubledLoop = loops++;
+            if (piece.linkedSite != macro::kNowhere) continue;
             PassNames names;
-            for (const Piece& inner : piece.inner) {
-                if (inner.kind != Piece::Kind::kSite) continue;
-                const Site& site = m_sites[inner.site];
-                if (site.changesInLoop) names.emplace_back(NameOf(site, 0), NameOf(site, 1));
-            }
+            AddPassNames(piece, names);
             if (names.empty()) return Fail("it holds a loop that repeats the same");
             Repetition repetition;
             repetition.pLoop = &piece;
@@ -650,6 +701,15 @@ private:
             }
         }
         return true;
+    }
+
+    void AddPassNames(const Piece& loop, PassNames& names) const {
+        for (const Piece& inner : loop.inner) {
+            if (inner.kind != Piece::Kind::kSite) continue;
+            const Site& site = m_sites[inner.site];
+            const bool isNew = site.changesInLoop && site.elementOf == macro::kNowhere;
+            if (isNew) names.emplace_back(NameOf(site, 0), NameOf(site, 1));
+        }
     }
 
     bool Repeat(const std::vector<Piece>& line, const Filling& doubled, const PassNames& names,
@@ -730,9 +790,27 @@ private:
         return true;
     }
 
+    // Whether the list comes out as it is.
+    bool WriteWholeList(const std::vector<TemplateToken>& tokens, const Repetition& repetition,
+                        std::string& text) const {
+        if (repetition.list == macro::kNowhere) return false;
+        const RepeatedPart& part = repetition.part;
+        const Site& site = m_sites[repetition.list];
+        const bool isWhole = part.end == part.begin + 1 && KeepsJoints(site, part) &&
+                             InSmallLetters(tokens[part.begin].text) == NameOf(site, 0);
+        if (isWhole) text.append(tokens[part.begin].space).append(site.source);
+        return isWhole;
+    }
+
+    static bool KeepsJoints(const Site& site, const RepeatedPart& part) {
+        if (site.joints.empty()) return part.separator.empty();
+        return site.joints.contains(InCapitals(part.separator));
+    }
+
     bool WriteRepetition(const std::vector<TemplateToken>& tokens, const Repetition& repetition,
                          std::string& text) {
         const RepeatedPart& part = repetition.part;
+        if (WriteWholeList(tokens, repetition, text)) return true;
         if (repetition.pLoop != nullptr) {
             if (!part.separator.empty()) return Fail("its loop leaves out what stands between");
             text.append(tokens[part.begin].space.empty() ? "" : "\n");
@@ -742,15 +820,6 @@ private:
             return true;
         }
         const Site& site = m_sites[repetition.list];
-        const bool isSame = part.end == part.begin + 1 &&
-                            InSmallLetters(tokens[part.begin].text) == NameOf(site, 0);
-        const bool keepsJoints = site.joints.empty()
-                                     ? part.separator.empty()
-                                     : site.joints.contains(InCapitals(part.separator));
-        if (isSame && keepsJoints) {
-            text.append(tokens[part.begin].space).append(site.source);
-            return true;
-        }
         text.append(tokens[part.begin].space).append("!DO !").append(m_variable).append(" !IN (");
         text.append(site.source).append(") ");
         if (site.joints.empty()) {
@@ -758,7 +827,8 @@ private:
         } else {
             WriteJointCondition(site, text);
             if (!part.separator.empty()) {
-                if (!keepsJoints) return Fail("its list has something else between its elements");
+                if (!KeepsJoints(site, part))
+                    return Fail("its list has something else between its elements");
                 text.append("!").append(m_variable).append(" ");
             }
             text += "!ELSE ";
@@ -792,6 +862,7 @@ private:
             position + m_prefix.size() + 2 <= lower.size()) {
             for (std::size_t i = 0; i < m_sites.size(); ++i) {
                 const Site& site = m_sites[i];
+                if (site.elementOf != macro::kNowhere) continue;
                 const std::string name = NameOf(site, 0);
                 if (lower.compare(position, name.size(), name) != 0) continue;
                 length = name.size();
@@ -799,7 +870,8 @@ private:
                 if (IsList(site)) {
                     // Outside of what is repeated nobody knows which element is meant.
                     if (pIn == nullptr || pIn->list != i) return Fail("it needs one of a list");
-                    back.source = "!" + m_variable;
+                    const bool isLoop = pIn->pLoop != nullptr;
+                    back.source = isLoop ? pIn->pLoop->variable : "!" + m_variable;
                 } else if (site.changesInLoop && (pIn == nullptr || pIn->pLoop == nullptr)) {
                     return Fail("it needs a variable outside of its loop");
                 }
@@ -885,6 +957,11 @@ private:
         const bool isJoined = std::any_of(texts.begin() + 1, texts.end(), [](const auto& part) {
             return !part.empty() && IsNameByte(part.front());
         });
+        const bool isSet = texts.front() == "$" && texts.size() == 2 && texts.back().empty();
+        if (isSet && backs.front().pSite->isLong) {
+            text.append("!SUBSTR(!CONCAT('$', ").append(backs.front().source).append("), 1, 8)");
+            return;
+        }
         if (isJoined || backs.size() > 1) {
             text += "!CONCAT(";
             for (std::size_t i = 0; i < texts.size(); ++i) {

@@ -2,6 +2,7 @@
 // counts is the text of each command that is left.
 #include "driver/convertedcommands.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "driver/driver.h"
@@ -56,6 +57,29 @@ private:
     ConvertedCommands& m_commands;
 };
 
+// `text` without the comments that lines begin with, and without lines of nothing else.
+std::string WithoutFirstComments(const std::string& text) {
+    std::string result;
+    std::size_t begin = 0;
+    while (begin < text.size()) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size() - 1) + 1;
+        const std::string_view line = std::string_view(text).substr(begin, end - begin);
+        begin = end;
+        std::size_t first = std::min(line.find_first_not_of(" \t"), line.size());
+        const std::string_view indentation = line.substr(0, first);
+        bool hasComment = false;
+        while (line.substr(first).starts_with("/*")) {
+            hasComment = true;
+            const std::size_t close = line.find("*/", first + 2);
+            first = close == std::string_view::npos ? line.size() : close + 2;
+            first = std::min(line.find_first_not_of(" \t\n", first), line.size());
+        }
+        if (hasComment && first == line.size()) continue;
+        result.append(indentation).append(line.substr(first));
+    }
+    return result;
+}
+
 }  // namespace
 
 std::string WithLineFeeds(std::string_view text) {
@@ -72,7 +96,7 @@ std::string WithLineFeeds(std::string_view text) {
 }
 
 ConvertedCommands ConvertCommands(std::string_view text, const CodePage& codePage, bool batchMode) {
-    const std::string source = WithLineFeeds(text);
+    const std::string source = WithoutFirstComments(WithLineFeeds(text));
     const SourceLines lines(source);
     ConvertedCommands commands;
     StringInput input(source);

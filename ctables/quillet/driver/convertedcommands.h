@@ -26,8 +26,9 @@ struct ConvertedCommands {
     std::string failure;      ///< The first reason, in words; else empty.
 };
 
-/// Converts `text`, which may have any line ends. Its assertions go to the innermost handler.
-/// Linear in the text and in what it becomes.
+/// Converts `text`, which may have any line ends. Comments of the form that ends with its line are
+/// taken out where a line begins with them: before a command, they would keep it from being
+/// recognized. Assertions go to the innermost handler. Linear in the text and in what it becomes.
 [[nodiscard]] ConvertedCommands ConvertCommands(std::string_view text, const CodePage& codePage,
                                                 bool batchMode);
 
