@@ -5,9 +5,11 @@
 
 #include <algorithm>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "macro/lexer.h"
+#include "platform/multibyte.h"
 #include "tokenizer/words.h"
 
 namespace quillet {
@@ -74,7 +76,8 @@ void BodyCutter::CutText(const BodyNode& node, bool isBeforeStatement,
             position = m_lexer.LiteralEnd(position);
         } else if (m_lexer.IsAtComment(position)) {
             position = m_lexer.CommentEnd(position);
-        } else if (byte == '.' && IsLast(position + 1, node.end, isBeforeStatement)) {
+        } else if (byte == '.' &&
+                   (position == m_firstText || IsLast(position + 1, node.end, isBeforeStatement))) {
             cut(++position, true);
         } else if (m_batchMode && byte == '\n' && position + 1 < node.end &&
                    !macro::IsSpace(m_lexer.At(position + 1))) {
@@ -182,7 +185,7 @@ std::optional<bool> BodyCutter::IsLegacyAt(const BodyElement& element) {
     if (node.kind != BodyNode::Kind::kText) return false;
     const macro::Token token = m_lexer.NextToken(element.begin);
     if (token.kind != macro::TokenKind::kIdentifier || token.end > element.end) return false;
-    const std::string_view word = m_lexer.TextOf(token);
+    const std::string word = InUpperAscii(m_lexer.TextOf(token));
     return MeansKeyword(word, "TABLES") || MeansKeyword(word, "IGRAPH");
 }
 

@@ -35,7 +35,7 @@ class BodyCutter {
 public:
     /// Borrows the body and the code page. The nodes that are handed in outlive this.
     BodyCutter(std::string_view body, const CodePage& codePage, bool batchMode)
-        : m_lexer(codePage, body), m_batchMode(batchMode) {}
+        : m_lexer(codePage, body), m_batchMode(batchMode), m_firstText(m_lexer.SkipSpace(0)) {}
 
     /// The elements of a part of the tree, such as a branch of a condition, cut where commands end.
     [[nodiscard]] std::vector<BodyElement> Cut(const std::vector<BodyNode>& nodes);
@@ -61,6 +61,7 @@ private:
 
     macro::Lexer m_lexer;
     bool m_batchMode;
+    std::size_t m_firstText;  // a period there is no part of a command
     std::unordered_map<const BodyNode*, bool> m_isWhole;
 };
 

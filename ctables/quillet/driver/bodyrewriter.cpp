@@ -99,7 +99,7 @@ struct Piece {
     std::string text;  // of a loop: its header and what it sets
     std::size_t site = 0;
     std::size_t place = 0;  // of a site, in the body
-    // Of a loop: the list that it is over, and its variable, both in capitals; empty for a count.
+    // Of a loop: the list that it is over, in capitals, and its variable; empty for a count.
     std::string list{};
     std::string variable{};
     std::size_t linkedSite = macro::kNowhere;  // the same list as a site
@@ -196,6 +196,7 @@ private:
     void WriteSource(std::string& out) const {
         const std::string_view source(
             std::string_view(m_body).substr(m_region.begin, m_region.end - m_region.begin));
+        while (!out.empty() && macro::IsBlank(out.back())) out.pop_back();
         if (!out.empty() && out.back() != '\n') out += '\n';
         std::size_t begin = 0;
         while (begin < source.size()) {
@@ -291,9 +292,9 @@ private:
         Piece loop;
         loop.kind = Piece::Kind::kLoop;
         loop.text = Source(node.begin, node.headerEnd);
-        loop.variable = InCapitals(VariableOf(node));
+        loop.variable = VariableOf(node);
         loop.list = InCapitals(ListOf(node));
-        std::string variables = loop.variable;
+        std::string variables = InCapitals(loop.variable);
         for (const BodyElement& element : m_owner.m_cutter.Cut(node.children)) {
             const std::string source = Source(element.begin, element.end);
             switch (element.pNode->kind) {
@@ -486,7 +487,7 @@ private:
             if (!isThere || (!isList && site.kind != ValueKind::kName)) continue;
             site.kind = ValueKind::kList;
             loop.linkedSite = number;
-            const auto variable = m_sitesBySource.find(loop.variable);
+            const auto variable = m_sitesBySource.find(InCapitals(loop.variable));
             if (variable != m_sitesBySource.end()) m_sites[variable->second].elementOf = number;
         }
     }
@@ -586,7 +587,7 @@ private:
         const ConvertedCommands result =
             ConvertCommands(source, m_owner.m_codePage, m_owner.m_batchMode);
         if (result.hasFailed) {
-            return Fail(result.failure.empty() ? "it is no syntax" : result.failure);
+            return Fail(result.failure.empty() ? "it is no syntax" : InSource(result.failure));
         }
         if (result.legacyCommands == 0) return Fail("it is no legacy command by itself");
         std::string text;
@@ -595,6 +596,14 @@ private:
         }
         tokens = TokensOfTemplate(text, m_owner.m_codePage);
         return true;
+    }
+
+    // A message with the sources of sites in place of what stands for them.
+    [[nodiscard]] std::string InSource(std::string message) const {
+        for (const Site& site : m_sites) {
+            for (const int pass : {0, 1}) ReplaceAll(message, NameOf(site, pass), site.source);
+        }
+        return message;
     }
 
     // Adds a text or what stands for a site.
@@ -1058,6 +1067,7 @@ std::optional<std::string> BodyRewriter::Rewrite(int attempt, std::string& reaso
     std::string text;
     std::size_t written = 0;
     bool hasMore = attempt == 0;
+    const Lexer lexer(m_codePage, m_macro.body);
     for (std::size_t i = 0; i < m_regions.size(); ++i) {
         const BodyRegion& region = m_regions[i];
         if (m_traces[i].runs == 0) continue;
@@ -1069,7 +1079,8 @@ std::optional<std::string> BodyRewriter::Rewrite(int attempt, std::string& reaso
         }
         hasMore = hasMore || !writer.IsLastAttempt();
         written = region.end;
-        text += '\n';
+        while (macro::IsSpace(text.back())) text.pop_back();
+        if (!macro::IsLineBreak(lexer.At(written))) text += '\n';
     }
     if (!hasMore || written == 0) return std::nullopt;
     return text.append(m_macro.body, written);

@@ -8,6 +8,7 @@
 #include "driver/driver.h"
 #include "driver/sourcelines.h"
 #include "driver/stringstreams.h"
+#include "platform/multibyte.h"
 
 namespace quillet {
 
@@ -30,7 +31,7 @@ public:
     void OnCommand(const CommandReport& report) override {
         switch (report.outcome) {
             case CommandOutcome::kCopied:
-                if (report.type != CommandType::kComment) Copy(report);
+                Copy(report);
                 return;
             case CommandOutcome::kConverted:
                 ++m_commands.legacyCommands;
@@ -47,10 +48,16 @@ public:
 private:
     void Copy(const CommandReport& report) {
         const std::size_t begin = m_lines.BeginOf(report.firstLine);
-        const std::string_view last = m_lines.Line(report.lastLine);
-        const std::size_t end = m_lines.BeginOf(report.lastLine) + last.size();
-        m_commands.pieces.push_back(
-            {report.type, false, std::string(m_lines.Text().substr(begin, end - begin))});
+        const std::string_view text =
+            m_lines.Text().substr(begin, m_lines.EndOf(report.lastLine) - begin);
+        CommandType type = report.type;
+        if (type == CommandType::kComment) {
+            // Three letters of a word count for the converter, but COMPUTE says something.
+            const std::size_t word = std::min(text.find_first_not_of(" \t+-"), text.size());
+            if (InUpperAscii(text.substr(word, 4)) != "COMP") return;
+            type = CommandType::kOrdinary;
+        }
+        m_commands.pieces.push_back({type, false, std::string(text)});
     }
 
     const SourceLines& m_lines;

@@ -1,5 +1,7 @@
 // New bodies are proposed by rules of thumb and proven by running them: every call is expanded with
 // the old and with the new body, and both results are compared as the converter leaves them.
+#include "driver/macrobodies.h"
+
 #include <algorithm>
 #include <map>
 #include <memory>
@@ -20,7 +22,6 @@
 #include "macro/lexer.h"
 #include "platform/assertion.h"
 #include "platform/multibyte.h"
-#include "quillet.h"
 
 namespace quillet {
 
@@ -76,11 +77,13 @@ void ForEachName(const CodePage& codePage, std::string_view text, const Take& ta
 class BodyConverter {
 public:
     BodyConverter(std::string_view text, const MacroOptions& options,
-                  const std::vector<OutsideCalls>& outsideCalls, const CodePage& codePage)
+                  const std::vector<OutsideCalls>& outsideCalls, const ChangeBody& changeBody,
+                  const CodePage& codePage)
         : m_text(text),
           m_lineBreak(LineBreakOf(text)),
           m_options(options),
           m_outsideCalls(outsideCalls),
+          m_changeBody(changeBody),
           m_codePage(codePage),
           m_includes(options),
           m_findUse([this](std::string_view word) { return UseOf(word); }) {}
@@ -508,9 +511,17 @@ private:
                                       ? "no call of it is known"
                                       : "no call comes to one of its legacy commands";
         }
-        // A call that cannot be expanded says more.
+        // A call that cannot be expanded or converted says more.
         for (Scene& scene : m_scenes) {
-            for (std::size_t i = 0; i < scene.places.size(); ++i) TellOfFaults(scene, i);
+            for (std::size_t i = 0; i < scene.places.size(); ++i) {
+                if (scene.places[i].bodies.empty()) continue;
+                TellOfFaults(scene, i);
+                ReadExpected(scene, i);
+                const ConvertedCommands& expected = scene.places[i].expected;
+                if (expected.hasFailed) {
+                    RejectAll(scene, i, "is not converted: " + expected.failure);
+                }
+            }
         }
     }
 
@@ -519,13 +530,25 @@ private:
         for (std::size_t k = command.firstCall; k < command.lastCall; ++k) {
             const macro::Call& call = scene.old.expansion.calls[k];
             if (!call.fault) continue;
-            for (const std::size_t number : scene.places[index].bodies) {
-                if (m_bodies[number].verdict.outcome == MacroBodyOutcome::kDisproved) continue;
-                m_bodies[number].state = State::kRejected;
-                Disprove(m_bodies[number], scene, index,
-                         "cannot be expanded: " + ReasonText(*call.fault), {});
-            }
+            RejectAll(scene, index, "cannot be expanded: " + ReasonText(*call.fault));
         }
+    }
+
+    // For what is wrong with a call as it is. The first call counts.
+    void RejectAll(const Scene& scene, std::size_t index, const std::string& reason) {
+        for (const std::size_t number : scene.places[index].bodies) {
+            if (m_bodies[number].verdict.outcome == MacroBodyOutcome::kDisproved) continue;
+            m_bodies[number].state = State::kRejected;
+            Disprove(m_bodies[number], scene, index, reason, {});
+        }
+    }
+
+    void ReadExpected(Scene& scene, std::size_t index) {
+        Place& place = scene.places[index];
+        if (place.isRead) return;
+        const std::string text = scene.old.Expanded(scene.old.commands[index]);
+        place.expected = ConvertCommands(text, m_codePage, scene.batchMode);
+        place.isRead = true;
     }
 
     void ProveLevelByLevel() {
@@ -553,6 +576,7 @@ private:
         std::string reason;
         std::optional<std::string> text = body.rewriter->Rewrite(attempt, reason);
         if (text) {
+            if (m_changeBody) m_changeBody(*text);
             body.newBody = InFile(*text);
             return true;
         }
@@ -643,17 +667,7 @@ private:
 
     bool IsSame(Scene& scene, std::size_t index, const ExpandedScene& changed, bool isWhole,
                 std::string& reason, std::optional<TextDifference>& difference) {
-        Place& place = scene.places[index];
-        const CallingCommand& command = scene.old.commands[index];
-        if (!place.isRead) {
-            place.expected =
-                ConvertCommands(scene.old.Expanded(command), m_codePage, scene.batchMode);
-            place.isRead = true;
-        }
-        if (place.expected.hasFailed) {
-            reason = "is not converted: " + place.expected.failure;
-            return false;
-        }
+        ReadExpected(scene, index);
         if (changed.commands.size() != scene.places.size()) {
             reason = "is no command of its own any more";
             return false;
@@ -671,7 +685,7 @@ private:
             reason = "would still hold a legacy command or could not be read any more";
             return false;
         }
-        difference = FindDifference(place.expected, found, m_codePage);
+        difference = FindDifference(scene.places[index].expected, found, m_codePage);
         if (difference) reason = "would give something else";
         return !difference;
     }
@@ -709,6 +723,7 @@ private:
     std::string_view m_lineBreak;
     const MacroOptions& m_options;
     const std::vector<OutsideCalls>& m_outsideCalls;
+    const ChangeBody& m_changeBody;
     const CodePage& m_codePage;
     IncludeAnswers m_includes;
     FindMacroNameUse m_findUse;
@@ -726,12 +741,18 @@ private:
 }  // namespace
 
 MacroBodies ConvertMacroBodies(std::string_view text, const MacroOptions& options,
-                               const std::vector<OutsideCalls>& outsideCalls) {
+                               const std::vector<OutsideCalls>& outsideCalls,
+                               const ChangeBody& changeBody) {
     const ScopedAssertionHandler handler(TellNobody);
     StringInput input(text);
     const CodePage* pCodePage = ChooseCodePage(input, options.conversion);
     if (pCodePage == nullptr) return {std::string(text), {}};
-    return BodyConverter(text, options, outsideCalls, *pCodePage).Run();
+    return BodyConverter(text, options, outsideCalls, changeBody, *pCodePage).Run();
+}
+
+MacroBodies ConvertMacroBodies(std::string_view text, const MacroOptions& options,
+                               const std::vector<OutsideCalls>& outsideCalls) {
+    return ConvertMacroBodies(text, options, outsideCalls, /*changeBody=*/{});
 }
 
 }  // namespace quillet
