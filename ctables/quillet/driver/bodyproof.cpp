@@ -30,15 +30,15 @@ struct ProofToken {
 
 using ProofTokens = std::vector<ProofToken>;
 
-bool IsWord(TokenKind kind) { return kind != TokenKind::kOther && kind != TokenKind::kEnd; }
+bool IsWordToken(TokenKind kind) { return kind != TokenKind::kOther && kind != TokenKind::kEnd; }
 
-bool IsSign(const ProofToken& token) {
+bool IsSignToken(const ProofToken& token) {
     constexpr std::string_view kSigns = "<>=~*&|^+-";
     return token.kind == TokenKind::kOther && token.text.size() == 1 &&
            kSigns.find(token.text.front()) != std::string_view::npos;
 }
 
-bool IsPeriod(const ProofToken& token) {
+bool IsPeriodToken(const ProofToken& token) {
     return token.kind == TokenKind::kOther && token.text == ".";
 }
 
@@ -57,14 +57,14 @@ void AddTokens(std::string_view text, const CodePage& codePage, ProofTokens& tok
         next.text = isName ? macro::Capitals(codePage, bytes) : std::string(bytes);
         if (tokens.size() > first && token.begin == end) {
             const ProofToken& last = tokens.back();
-            next.isGlued =
-                (IsWord(last.kind) && IsWord(next.kind)) || (IsSign(last) && IsSign(next));
+            next.isGlued = (IsWordToken(last.kind) && IsWordToken(next.kind)) ||
+                           (IsSignToken(last) && IsSignToken(next));
         }
         tokens.push_back(std::move(next));
         end = token.end;
     }
     // A command is over where its piece is.
-    if (tokens.size() > first && !IsPeriod(tokens.back())) tokens.push_back({".", false});
+    if (tokens.size() > first && !IsPeriodToken(tokens.back())) tokens.push_back({".", false});
 }
 
 // A CATEGORIES subcommand, the tokens [begin, end).
@@ -118,7 +118,7 @@ private:
             categories.variables.push_back(name);
         }
         while (position < m_tokens.size() && !IsText(position, "/") &&
-               !IsPeriod(m_tokens[position])) {
+               !IsPeriodToken(m_tokens[position])) {
             ++position;
         }
         categories.end = position;
@@ -189,10 +189,10 @@ ProofTokens TokensOf(const ConvertedCommands& commands, const CodePage& codePage
 
 // A few tokens, enough to find the place.
 std::string Excerpt(const ProofTokens& tokens, std::size_t position) {
-    constexpr std::size_t kMostTokens = 8;
+    constexpr std::size_t kMostShown = 8;
     constexpr std::size_t kMostBytes = 120;
     std::string text;
-    const std::size_t end = std::min(tokens.size(), position + kMostTokens);
+    const std::size_t end = std::min(tokens.size(), position + kMostShown);
     for (std::size_t i = position; i < end && text.size() < kMostBytes; ++i) {
         if (i != position && !tokens[i].isGlued) text += ' ';
         text += tokens[i].text;

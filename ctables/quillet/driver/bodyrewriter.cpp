@@ -46,7 +46,7 @@ std::string_view WithoutOuterSpace(std::string_view text) {
     return text.substr(begin, text.find_last_not_of(" \t\n") + 1 - begin);
 }
 
-bool IsNameByte(char byte) {
+bool GoesOnAName(char byte) {
     return static_cast<unsigned char>(byte) >= 0x80 || macro::IsDigit(byte) ||
            ('a' <= LowerAscii(byte) && LowerAscii(byte) <= 'z') || byte == '_' || byte == '.' ||
            byte == '$' || byte == '#' || byte == '@';
@@ -155,7 +155,7 @@ private:
     }
     void FindSources(const BodyNode& node) {
         if (node.kind == BodyNode::Kind::kSite || node.kind == BodyNode::Kind::kName) {
-            m_sources[node.begin] = InCapitals(Source(node.begin, node.end));
+            m_placesOf[InCapitals(Source(node.begin, node.end))].push_back(node.begin);
         }
         for (const BodyNode& child : node.children) FindSources(child);
         for (const BodyNode& child : node.otherwise) FindSources(child);
@@ -164,7 +164,9 @@ private:
     // A name that nothing in the body or in the calls contains.
     void ChooseNames() {
         std::string text = InSmallLetters(m_body);
+        constexpr std::size_t kEnough = std::size_t{1024} * 1024;
         for (const auto& [place, values] : m_trace.siteValues) {
+            if (text.size() > m_body.size() + kEnough) break;
             for (const std::string& value : values) text.append(" ").append(InSmallLetters(value));
         }
         for (const auto& [keyword, index] : m_owner.m_macro.list.keywords) {
@@ -359,10 +361,10 @@ private:
     void FindKind(Site& site) const {
         std::set<ValueKind> kinds;
         const std::string source = InCapitals(site.source);
-        for (const auto& [place, values] : m_trace.siteValues) {
-            const auto known = m_sources.find(place);
-            if (known == m_sources.end() || known->second != source) continue;
-            for (const std::string& value : values) {
+        for (const std::size_t place : m_placesOf.at(source)) {
+            const auto known = m_trace.siteValues.find(place);
+            if (known == m_trace.siteValues.end()) continue;
+            for (const std::string& value : known->second) {
                 if (value.find_first_not_of(" \t\n") == std::string::npos) {
                     site.canBeEmpty = true;
                 } else {
@@ -584,6 +586,12 @@ private:
                 }
             }
         }
+        constexpr std::size_t kLeastWork = std::size_t{512} * 1024;
+        constexpr std::size_t kWorkPerByte = 64;
+        constexpr std::size_t kWorkOfCommand = 256;
+        if (m_owner.m_work > kLeastWork + kWorkPerByte * m_body.size()) {
+            return Fail("it takes too much work");
+        }
         const ConvertedCommands result =
             ConvertCommands(source, m_owner.m_codePage, m_owner.m_batchMode);
         if (result.hasFailed) {
@@ -594,6 +602,7 @@ private:
         for (const ConvertedPiece& piece : result.pieces) {
             text.append(piece.text).append(piece.text.ends_with('\n') ? "" : "\n");
         }
+        m_owner.m_work += source.size() + text.size() + kWorkOfCommand;
         tokens = TokensOfTemplate(text, m_owner.m_codePage);
         return true;
     }
@@ -645,7 +654,7 @@ private:
 
     // What comes next in `source` goes on with a name.
     static bool IsInName(const std::string& source) {
-        return !source.empty() && IsNameByte(source.back()) && source.back() != '.';
+        return !source.empty() && GoesOnAName(source.back()) && source.back() != '.';
     }
 
     [[nodiscard]] std::string NameOf(const Site& site, int pass) const {
@@ -964,7 +973,7 @@ private:
     static void WriteJoined(const std::vector<std::string>& texts, const std::vector<Back>& backs,
                             std::string& text) {
         const bool isJoined = std::any_of(texts.begin() + 1, texts.end(), [](const auto& part) {
-            return !part.empty() && IsNameByte(part.front());
+            return !part.empty() && GoesOnAName(part.front());
         });
         const bool isSet = texts.front() == "$" && texts.size() == 2 && texts.back().empty();
         if (isSet && backs.front().pSite->isLong) {
@@ -1001,7 +1010,7 @@ private:
     std::vector<std::string> m_numbers;  // that stand for numbers
     std::vector<Site> m_sites;
     std::map<std::string, std::size_t> m_sitesBySource;
-    std::map<std::size_t, std::string> m_sources;  // of the sites, in capitals
+    std::map<std::string, std::vector<std::size_t>> m_placesOf;  // sites by sources in capitals
     std::string m_reason;
     int m_leaves = 0;
     bool m_hasMore = false;

@@ -75,6 +75,7 @@ private:
     const macro::Macro& m_macro;
     const CodePage& m_codePage;
     bool m_batchMode;
+    std::size_t m_work = 0;  // bytes that were converted
     const FindMacroNameUse& m_findUse;
     std::vector<BodyNode> m_nodes;
     BodyCutter m_cutter;

@@ -10,7 +10,7 @@ namespace quillet {
 
 namespace {
 
-constexpr std::size_t kMostTokens = 3000;
+constexpr std::size_t kMostTemplateTokens = 3000;
 constexpr std::size_t kMostRepeatedTokens = 300;
 
 std::string Lower(std::string_view text) {
@@ -140,7 +140,7 @@ std::vector<TemplateToken> TokensOfTemplate(std::string_view text, const CodePag
 std::optional<std::vector<RepeatedPart>> FindRepeatedParts(const std::vector<TemplateToken>& once,
                                                            const std::vector<TemplateToken>& twice,
                                                            const PassNames& names) {
-    if (twice.size() > kMostTokens) return std::nullopt;
+    if (twice.size() > kMostTemplateTokens) return std::nullopt;
     return RepeatedPartFinder(once, twice, names).Run();
 }
 

@@ -89,7 +89,7 @@ std::string WithoutFirstComments(const std::string& text) {
 
 }  // namespace
 
-std::string WithLineFeeds(std::string_view text) {
+std::string WithLfAlone(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -103,7 +103,7 @@ std::string WithLineFeeds(std::string_view text) {
 }
 
 ConvertedCommands ConvertCommands(std::string_view text, const CodePage& codePage, bool batchMode) {
-    const std::string source = WithoutFirstComments(WithLineFeeds(text));
+    const std::string source = WithoutFirstComments(WithLfAlone(text));
     const SourceLines lines(source);
     ConvertedCommands commands;
     StringInput input(source);

@@ -33,7 +33,7 @@ struct ConvertedCommands {
                                                 bool batchMode);
 
 /// `text` with LF for each of its line ends: LF, CR LF and CR.
-[[nodiscard]] std::string WithLineFeeds(std::string_view text);
+[[nodiscard]] std::string WithLfAlone(std::string_view text);
 
 }  // namespace quillet
 

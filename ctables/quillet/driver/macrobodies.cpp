@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -34,7 +35,7 @@ using macro::TokenKind;
 constexpr int kMostAttempts = 6;
 constexpr std::size_t kMostLevels = 4;
 
-std::string_view LineBreakOf(std::string_view text) {
+std::string_view LineBreakIn(std::string_view text) {
     const std::size_t lineFeed = text.find('\n');
     if (lineFeed == std::string_view::npos) {
         return text.find('\r') == std::string_view::npos ? "\n" : "\r";
@@ -78,12 +79,13 @@ class BodyConverter {
 public:
     BodyConverter(std::string_view text, const MacroOptions& options,
                   const std::vector<OutsideCalls>& outsideCalls, const ChangeBody& changeBody,
-                  const CodePage& codePage)
+                  const macro::Limits& limits, const CodePage& codePage)
         : m_text(text),
-          m_lineBreak(LineBreakOf(text)),
+          m_lineBreak(LineBreakIn(text)),
           m_options(options),
           m_outsideCalls(outsideCalls),
           m_changeBody(changeBody),
+          m_limits(limits),
           m_codePage(codePage),
           m_includes(options),
           m_findUse([this](std::string_view word) { return UseOf(word); }) {}
@@ -144,6 +146,7 @@ private:
         options.pCodePage = &m_codePage;
         options.layout.batchMode = batchMode;
         options.layout.endAtBlankLines = m_options.endAtBlankLines;
+        options.limits = m_limits;
         options.fileName = m_options.fileName;
         return options;
     }
@@ -153,19 +156,17 @@ private:
         m_definitions =
             macro::ExpandFile(m_text, ExpansionOptionsFor(batchMode), &m_includes).definitions;
         for (std::size_t i = 0; i < m_definitions.size(); ++i) {
-            m_byName[macro::Capitals(m_codePage, m_definitions[i].name)].push_back(i);
+            const macro::Definition& definition = m_definitions[i];
+            const std::string name = macro::Capitals(m_codePage, definition.name);
+            m_byName[name].push_back(i);
+            if (!definition.macro->list.arguments.empty()) m_withArguments.insert(name);
         }
     }
 
     [[nodiscard]] MacroNameUse UseOf(std::string_view word) const {
-        const auto known = m_byName.find(macro::Capitals(m_codePage, word));
-        if (known == m_byName.end()) return MacroNameUse::kNone;
-        for (const std::size_t definition : known->second) {
-            if (!m_definitions[definition].macro->list.arguments.empty()) {
-                return MacroNameUse::kWithArguments;
-            }
-        }
-        return MacroNameUse::kPlain;
+        const std::string name = macro::Capitals(m_codePage, word);
+        if (!m_byName.contains(name)) return MacroNameUse::kNone;
+        return m_withArguments.contains(name) ? MacroNameUse::kWithArguments : MacroNameUse::kPlain;
     }
 
     void FindBodies() {
@@ -408,7 +409,6 @@ private:
 
     void ReadTrace(std::string_view text, std::vector<std::size_t>& bodies) {
         std::vector<OpenSite> open;
-        std::map<std::pair<std::size_t, std::size_t>, SiteValues> unused;
         std::optional<std::pair<std::size_t, std::size_t>> region;
         SiteValues values;
         std::vector<std::size_t> called;
@@ -420,14 +420,15 @@ private:
         while (position < text.size()) {
             const std::size_t mark =
                 std::min(text.find_first_of(kTraceBytes, position), text.size());
-            if (!open.empty()) open.back().value.append(text.substr(position, mark - position));
+            if (!open.empty())
+                AddToValue(open.back().value, text.substr(position, mark - position));
             if (mark == text.size()) break;
             position = mark + 1;
             if (text[mark] == '\x03') {
                 if (open.empty()) continue;
                 OpenSite site = std::move(open.back());
                 open.pop_back();
-                if (!open.empty()) open.back().value += site.value;
+                if (!open.empty()) AddToValue(open.back().value, site.value);
                 if (site.place == macro::kNowhere || !region) continue;
                 KeepValue(*region, site);
                 values[site.place] = std::move(site.value);
@@ -446,6 +447,12 @@ private:
         }
         finish();
         CountCall(called, bodies);
+    }
+
+    // A long value tells as much by its beginning.
+    static void AddToValue(std::string& value, std::string_view text) {
+        constexpr std::size_t kLongestValue = 1024;
+        if (value.size() < kLongestValue) value += text.substr(0, kLongestValue - value.size());
     }
 
     static std::size_t NumberAt(std::string_view text, std::size_t position) {
@@ -472,7 +479,7 @@ private:
     }
 
     void KeepValue(const std::pair<std::size_t, std::size_t>& region, const OpenSite& site) {
-        constexpr std::size_t kMostValues = 256;
+        constexpr std::size_t kMostValues = 64;
         RegionTrace* pTrace = TraceOf(region.first, region.second);
         if (pTrace == nullptr) return;
         std::set<std::string>& values = pTrace->siteValues[site.place];
@@ -553,7 +560,7 @@ private:
 
     void ProveLevelByLevel() {
         for (std::size_t level = 0; level < kMostLevels; ++level) {
-            for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+            for (int attempt = 0; attempt < kMostAttempts && m_work < kMostWork; ++attempt) {
                 bool isAny = false;
                 for (Body& body : m_bodies) {
                     body.isInWork =
@@ -564,9 +571,11 @@ private:
                 Prove();
             }
             for (Body& body : m_bodies) {
-                if (body.level == level && body.state == State::kOpen) {
-                    body.state = State::kRejected;
-                }
+                if (body.level != level || body.state != State::kOpen) continue;
+                body.state = State::kRejected;
+                if (body.verdict.outcome == MacroBodyOutcome::kDisproved) continue;
+                body.verdict.outcome = MacroBodyOutcome::kNotConvertible;
+                body.verdict.reason = "its proof takes too much work";
             }
         }
     }
@@ -638,6 +647,8 @@ private:
         const BodyReplacements bodies = Accepted();
         for (Scene& scene : m_scenes) {
             const ExpandedScene changed = scene.scene.ExpandWith(bodies);
+            m_work += changed.text.size();
+            for (const macro::Call& call : changed.expansion.calls) m_work += call.text.size();
             for (std::size_t i = 0; i < scene.places.size(); ++i) {
                 Check(scene, i, changed, onlyInWork, isWrong);
             }
@@ -718,36 +729,40 @@ private:
     static constexpr std::size_t kMostUses = 64;  // of one name, by several definitions
     static constexpr std::size_t kMostSteps = 4'000'000;
     static constexpr int kMostRounds = 4;
+    static constexpr std::size_t kMostWork = std::size_t{512} * 1024 * 1024;
 
     std::string_view m_text;
     std::string_view m_lineBreak;
     const MacroOptions& m_options;
     const std::vector<OutsideCalls>& m_outsideCalls;
     const ChangeBody& m_changeBody;
+    const macro::Limits& m_limits;
     const CodePage& m_codePage;
     IncludeAnswers m_includes;
     FindMacroNameUse m_findUse;
 
     std::vector<macro::Definition> m_definitions;
     std::unordered_map<std::string, std::vector<std::size_t>> m_byName;
+    std::unordered_set<std::string> m_withArguments;  // names of macros
     std::vector<Body> m_bodies;
     std::vector<std::size_t> m_bodyOf;                // of a definition; `kNowhere`: none
     std::vector<std::vector<std::size_t>> m_reached;  // the bodies that a definition comes to
     std::vector<Scene> m_scenes;                      // the text's own is the first
     mutable std::unordered_map<const Scene*, std::size_t> m_ownBegins;
     int m_rounds = 0;
+    std::size_t m_work = 0;  // bytes that were looked at
 };
 
 }  // namespace
 
 MacroBodies ConvertMacroBodies(std::string_view text, const MacroOptions& options,
                                const std::vector<OutsideCalls>& outsideCalls,
-                               const ChangeBody& changeBody) {
+                               const ChangeBody& changeBody, const macro::Limits& limits) {
     const ScopedAssertionHandler handler(TellNobody);
     StringInput input(text);
     const CodePage* pCodePage = ChooseCodePage(input, options.conversion);
     if (pCodePage == nullptr) return {std::string(text), {}};
-    return BodyConverter(text, options, outsideCalls, changeBody, *pCodePage).Run();
+    return BodyConverter(text, options, outsideCalls, changeBody, limits, *pCodePage).Run();
 }
 
 MacroBodies ConvertMacroBodies(std::string_view text, const MacroOptions& options,

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "macro/limits.h"
 #include "quillet.h"
 
 namespace quillet {
@@ -14,10 +15,12 @@ namespace quillet {
 /// Changes a new body before it is proven. So it can be tried what the proof notices.
 using ChangeBody = std::function<void(std::string& body)>;
 
-/// As the public function of this name. `changeBody` may be empty.
+/// As the public function of this name. `changeBody` may be empty. What the expansions may ask for
+/// is limited; all of them are made a few times.
 [[nodiscard]] MacroBodies ConvertMacroBodies(std::string_view text, const MacroOptions& options,
                                              const std::vector<OutsideCalls>& outsideCalls,
-                                             const ChangeBody& changeBody);
+                                             const ChangeBody& changeBody,
+                                             const macro::Limits& limits = {});
 
 }  // namespace quillet
 
