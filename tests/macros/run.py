@@ -337,6 +337,7 @@ class Generator:
         body = make_body([argument.word for argument in arguments])
         if rng.random() < 0.2:
             body = rng.choice(["TEMPORARY.\n", "* The table.\n", "/* The table. */\n",
+                               "EXECUTE. /* The table. */\n",
                                "SELECT IF (wave = 1).\n", "TITLE 'Part' .\n"]) + body
         if rng.random() < 0.15:
             body += "\n" + rng.choice(["WEIGHT OFF.", "EXECUTE.", "* Done.", "SORT CASES BY id."])
@@ -437,6 +438,7 @@ class Checker:
         """What the program makes of each text; None where a conversion failed."""
         # A command after a comment in its line or before it is not recognized.
         texts = [re.sub(r"(?m)^[ \t]*/\*.*?(?:\*/|$)\s*", "", text) for text in texts]
+        texts = [re.sub(r"(?m)(\.)[ \t]*/\*.*?(?:\*/|$)[ \t]*$", r"\1", text) for text in texts]
         source = "".join(f"{text}\nECHO 'piece {number}'.\n" for number, text in enumerate(texts))
         before, after = self.folder / "before.sps", self.folder / "after.sps"
         before.write_text(source, encoding="utf-8")

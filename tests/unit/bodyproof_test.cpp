@@ -42,6 +42,9 @@ const SameCase kSame[] = {
      "CTABLES /MRSETS COUNTDUPLICATES=YES /FORMAT EMPTY=BLANK /TABLE a[C] BY b[C] /CATEGORIES "
      "VAR=ALL EMPTY=EXCLUDE MISSING=EXCLUDE /SLABELS VISIBLE=NO."},
     {"a legacy command after a comment", "/* x */ TABLES /TABLE=a.", "TABLES /TABLE=a."},
+    {"a legacy command after one with a comment", "EXECUTE. /* x. */ /* y\nTABLES /TABLE=a.",
+     "EXECUTE.\nTABLES /TABLE=a."},
+    {"what looks like a comment after a period", "TITLE 'a. /* b'.", "TITLE 'a. /* b' ."},
     {"the order of different variables",
      "CTABLES /CATEGORIES VAR=a TOTAL=YES /CATEGORIES VAR=b c TOTAL=NO.",
      "CTABLES /CATEGORIES VAR=B C TOTAL=NO /CATEGORIES VAR=a TOTAL=YES."},

@@ -183,6 +183,8 @@ const SurveyCase kSurvey[] = {
      "/* TABLES /* the table * / /TABLE=!x */"},
     {"a comment before the command", "x=!TOKENS(1)", "/* The !x table. */\nTABLES /TABLE=!x.",
      "!m x=q1.", "/* The !x table. */\n/* TABLES /TABLE=!x. */"},
+    {"a comment after the command before", "x=!TOKENS(1)",
+     "EXECUTE. /* The !x table. */\nTABLES /TABLE=!x.", "!m x=q1.", "EXECUTE. /* The !x table. */"},
     {"a comment command", "x=!TOKENS(1)", "* The !x table.\nTABLES /TABLE=!x.", "!m x=q1.",
      "* The !x table."},
     {"quotes in a literal", "x=!TOKENS(1)", "TABLES /TABLE=!x /TITLE='It''s !x' /CORNER=\"a 'b'\".",

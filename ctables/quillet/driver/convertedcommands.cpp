@@ -8,6 +8,7 @@
 #include "driver/driver.h"
 #include "driver/sourcelines.h"
 #include "driver/stringstreams.h"
+#include "macro/lexer.h"
 #include "platform/multibyte.h"
 
 namespace quillet {
@@ -64,25 +65,45 @@ private:
     ConvertedCommands& m_commands;
 };
 
-// `text` without the comments that lines begin with, and without lines of nothing else.
-std::string WithoutFirstComments(const std::string& text) {
+// Where the comments begin that stand after the period of a command, up to the end of its line; the
+// end of the line when there are none.
+std::size_t FindLastComments(const macro::Lexer& lexer, std::size_t position, std::size_t end) {
+    bool isAfterPeriod = false;
+    while (position < end) {
+        const char byte = lexer.At(position);
+        if (macro::IsQuote(byte)) {
+            position = lexer.LiteralEnd(position);
+            isAfterPeriod = false;
+        } else if (lexer.IsAtComment(position)) {
+            if (isAfterPeriod && lexer.IsRestOfLineEmpty(position)) return position;
+            position = lexer.CommentEnd(position);
+        } else {
+            if (!macro::IsBlank(byte)) isAfterPeriod = byte == '.';
+            position = lexer.CharacterEnd(position);
+        }
+    }
+    return end;
+}
+
+// `text`, with LF at line ends, without the comments that a line begins with and those after the
+// period of a command; and without lines of nothing else.
+std::string WithoutOuterComments(const std::string& text, const CodePage& codePage) {
+    const macro::Lexer lexer(codePage, text);
     std::string result;
     std::size_t begin = 0;
     while (begin < text.size()) {
-        const std::size_t end = std::min(text.find('\n', begin), text.size() - 1) + 1;
-        const std::string_view line = std::string_view(text).substr(begin, end - begin);
-        begin = end;
-        std::size_t first = std::min(line.find_first_not_of(" \t"), line.size());
-        const std::string_view indentation = line.substr(0, first);
-        bool hasComment = false;
-        while (line.substr(first).starts_with("/*")) {
-            hasComment = true;
-            const std::size_t close = line.find("*/", first + 2);
-            first = close == std::string_view::npos ? line.size() : close + 2;
-            first = std::min(line.find_first_not_of(" \t\n", first), line.size());
+        const std::size_t end = lexer.LineEnd(begin);
+        std::size_t first = lexer.SkipBlanks(begin);
+        result.append(text, begin, first - begin);
+        const bool hasComment = lexer.IsAtComment(first);
+        while (lexer.IsAtComment(first)) first = lexer.SkipBlanks(lexer.CommentEnd(first));
+        const bool isLeftOut = hasComment && first == end;
+        if (isLeftOut) {
+            result.resize(result.find_last_of('\n') + 1);
+        } else {
+            result.append(text, first, FindLastComments(lexer, first, end) - first).append("\n");
         }
-        if (hasComment && first == line.size()) continue;
-        result.append(indentation).append(line.substr(first));
+        begin = end + 1;
     }
     return result;
 }
@@ -103,7 +124,7 @@ std::string WithLfAlone(std::string_view text) {
 }
 
 ConvertedCommands ConvertCommands(std::string_view text, const CodePage& codePage, bool batchMode) {
-    const std::string source = WithoutFirstComments(WithLfAlone(text));
+    const std::string source = WithoutOuterComments(WithLfAlone(text), codePage);
     const SourceLines lines(source);
     ConvertedCommands commands;
     StringInput input(source);

@@ -27,8 +27,9 @@ struct ConvertedCommands {
 };
 
 /// Converts `text`, which may have any line ends. Comments of the form that ends with its line are
-/// taken out where a line begins with them: before a command, they would keep it from being
-/// recognized. Assertions go to the innermost handler. Linear in the text and in what it becomes.
+/// taken out where a line begins with them, and after the period of a command: there, they would
+/// keep the next command from being recognized. Assertions go to the innermost handler. Linear in
+/// the text and in what it becomes.
 [[nodiscard]] ConvertedCommands ConvertCommands(std::string_view text, const CodePage& codePage,
                                                 bool batchMode);
 
