@@ -227,6 +227,10 @@ TEST_P(SurveyMacroTest, IsConverted) {
     }
     // Nor is there a legacy command left, and a second time nothing happens.
     EXPECT_TRUE(FindLegacyCommands(result.text, FindOptions()).commands.empty()) << result.text;
+    const Conversion conversion = ConvertText(result.text, Options());
+    EXPECT_EQ(conversion.outcome, Outcome::kDone);
+    EXPECT_EQ(conversion.resultLines, "");
+    EXPECT_EQ(Expansions(conversion.output), Expansions(result.text));
     const MacroBodies again = Convert(result.text);
     EXPECT_TRUE(again.bodies.empty());
     EXPECT_EQ(again.text, result.text);
