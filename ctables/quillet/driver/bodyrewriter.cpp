@@ -181,6 +181,12 @@ private:
                 break;
             }
         }
+        m_firstPrefix = "a0zq";
+        for (const std::string_view prefix : {"a0", "aa0", "a00"}) {
+            if (text.find(prefix) != std::string::npos) continue;
+            m_firstPrefix = prefix;
+            break;
+        }
         m_variable = m_prefix;
         for (const std::string_view word : {"item", "element", "each"}) {
             if (text.find(word) != std::string::npos) continue;
@@ -460,12 +466,16 @@ private:
         if (sites.size() > others.size() + 1) ways.push_back(sites);
         std::vector<std::string> results;
         LinkLoops(line);
+        const auto isEnough = [&] { return results.size() > static_cast<std::size_t>(m_attempt); };
         for (const std::set<std::size_t>& valued : ways) {
             std::string text;
-            if (!ConvertLine(line, valued, text)) continue;
-            if (std::find(results.begin(), results.end(), text) != results.end()) continue;
-            results.push_back(std::move(text));
-            if (results.size() > static_cast<std::size_t>(m_attempt)) break;
+            if (ConvertLine(line, valued, text) &&
+                std::find(results.begin(), results.end(), text) == results.end()) {
+                results.push_back(text);
+                const bool isFirst = results.size() == 1 && !isEnough();
+                if (isFirst && ConvertInOrder(line, valued, text)) results.push_back(text);
+            }
+            if (isEnough()) break;
         }
         if (results.empty()) return false;
         m_reason.clear();
@@ -492,6 +502,89 @@ private:
             const auto variable = m_sitesBySource.find(InCapitals(loop.variable));
             if (variable != m_sitesBySource.end()) m_sites[variable->second].elementOf = number;
         }
+    }
+
+    // Names come out in their alphabetical order in some places. So the macro has to compare them:
+    // the first two, or the first and a name in the command, for which the order changes something.
+    bool ConvertInOrder(const std::vector<Piece>& line, const std::set<std::size_t>& valued,
+                        std::string& text) {
+        const std::string before = text;
+        std::vector<std::size_t> names;
+        for (const Piece& piece : line) {
+            const bool isName = piece.kind == Piece::Kind::kSite && !valued.contains(piece.site) &&
+                                m_sites[piece.site].kind == ValueKind::kName;
+            if (isName && std::find(names.begin(), names.end(), piece.site) == names.end()) {
+                names.push_back(piece.site);
+            }
+        }
+        constexpr std::size_t kMostNames = 6;
+        names.resize(std::min(names.size(), kMostNames));
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            for (std::size_t k = 0; k < i; ++k) {
+                if (ConvertExchanged(line, valued, names[k], names[i], before, text)) return true;
+            }
+        }
+        return std::any_of(names.begin(), names.end(), [&](std::size_t name) {
+            return ConvertAsFirst(line, valued, name, before, text);
+        });
+    }
+
+    // Two names: `before` is for those that are in the order of their stand-ins.
+    bool ConvertExchanged(const std::vector<Piece>& line, const std::set<std::size_t>& valued,
+                          std::size_t first, std::size_t second, const std::string& before,
+                          std::string& text) {
+        if (m_sites[first].number > m_sites[second].number) std::swap(first, second);
+        std::string after;
+        std::swap(m_sites[first].number, m_sites[second].number);
+        const bool isConverted = ConvertLine(line, valued, after);
+        std::swap(m_sites[first].number, m_sites[second].number);
+        if (!isConverted || after == before) return false;
+        WriteInOrder(m_sites[first], "!UPCASE(" + m_sites[second].Operand() + ")", before, after,
+                     text);
+        return true;
+    }
+
+    // A name that comes before all those that stand in the command; `before` is for one that comes
+    // after them.
+    bool ConvertAsFirst(const std::vector<Piece>& line, const std::set<std::size_t>& valued,
+                        std::size_t name, const std::string& before, std::string& text) {
+        std::string first;
+        m_firstSite = name;
+        const bool isConverted = ConvertLine(line, valued, first);
+        m_firstSite = macro::kNowhere;
+        if (!isConverted || first == before) return false;
+        const std::optional<std::string> other = NameBeside(m_sites[name].source, before);
+        if (!other) return false;
+        WriteInOrder(m_sites[name], "'" + *other + "'", first, before, text);
+        return true;
+    }
+
+    static void WriteInOrder(const Site& site, const std::string& other, const std::string& before,
+                             const std::string& after, std::string& text) {
+        text = "!IF (!UPCASE(" + site.Operand() + ") < " + other + ") !THEN\n";
+        text.append(before).append("\n!ELSE\n").append(after).append("\n!IFEND\n");
+    }
+
+    // The one name, in capitals, that stands in a list of variables together with `source`.
+    [[nodiscard]] std::optional<std::string> NameBeside(const std::string& source,
+                                                        const std::string& text) const {
+        std::set<std::string> found;
+        const std::vector<TemplateToken> tokens = TokensOfTemplate(text, m_owner.m_codePage);
+        for (std::size_t i = 2; i < tokens.size(); ++i) {
+            if (tokens[i - 2].text != "VAR" || tokens[i - 1].text != "=") continue;
+            std::set<std::string> names;
+            bool hasSource = false;
+            for (; i + 1 < tokens.size() && tokens[i + 1].text != "="; ++i) {
+                const bool isSource = InCapitals(tokens[i].text) == InCapitals(source);
+                hasSource = hasSource || isSource;
+                if (!isSource && tokens[i].kind == TokenKind::kIdentifier) {
+                    names.insert(InCapitals(tokens[i].text));
+                }
+            }
+            if (hasSource) found.insert(names.begin(), names.end());
+        }
+        if (found.size() != 1) return std::nullopt;
+        return *found.begin();
     }
 
     static void CollectSites(const std::vector<Piece>& line, std::set<std::size_t>& sites) {
@@ -662,7 +755,8 @@ private:
         const std::size_t second = pass > 0 && (site.changesInLoop || IsList(site)) ? 1 : 0;
         const std::size_t number = 2 * site.number + second;
         constexpr std::size_t kLetters = 26;
-        std::string name = m_prefix;
+        const bool isFirst = m_firstSite < m_sites.size() && &m_sites[m_firstSite] == &site;
+        std::string name = isFirst ? m_firstPrefix : m_prefix;
         name += static_cast<char>('a' + number / kLetters);
         name += static_cast<char>('a' + number % kLetters);
         return name;
@@ -876,8 +970,8 @@ private:
     // The site whose stand-in begins at `position` of `lower`, and its length there.
     bool FindStandIn(const std::string& lower, std::size_t position, const Repetition* pIn,
                      Back& back, std::size_t& length) {
-        if (lower.compare(position, m_prefix.size(), m_prefix) == 0 &&
-            position + m_prefix.size() + 2 <= lower.size()) {
+        if (lower.compare(position, m_prefix.size(), m_prefix) == 0 ||
+            lower.compare(position, m_firstPrefix.size(), m_firstPrefix) == 0) {
             for (std::size_t i = 0; i < m_sites.size(); ++i) {
                 const Site& site = m_sites[i];
                 if (site.elementOf != macro::kNowhere) continue;
@@ -1005,7 +1099,9 @@ private:
     const RegionTrace& m_trace;
     int m_attempt;
 
-    std::string m_prefix;                // of all stand-ins
+    std::string m_prefix;       // of all stand-ins but one that comes before all other names
+    std::string m_firstPrefix;  // of that one
+    std::size_t m_firstSite = macro::kNowhere;
     std::string m_variable;              // of our own loops, without "!"
     std::vector<std::string> m_numbers;  // that stand for numbers
     std::vector<Site> m_sites;
