@@ -41,7 +41,7 @@ void ReplaceAll(std::string& text, std::string_view from, std::string_view to) {
     }
 }
 
-std::string_view WithoutOuterSpace(std::string_view text) {
+std::string WithoutOuterSpace(const std::string& text) {
     const std::size_t begin = std::min(text.find_first_not_of(" \t\n"), text.size());
     return text.substr(begin, text.find_last_not_of(" \t\n") + 1 - begin);
 }
@@ -202,8 +202,7 @@ private:
     // The old command stays as a comment. In a comment of this form nothing is replaced, and it
     // ends with its line.
     void WriteSource(std::string& out) const {
-        const std::string_view source(
-            std::string_view(m_body).substr(m_region.begin, m_region.end - m_region.begin));
+        const std::string source = Source(m_region.begin, m_region.end);
         while (!out.empty() && macro::IsBlank(out.back())) out.pop_back();
         if (!out.empty() && out.back() != '\n') out += '\n';
         std::size_t begin = 0;
@@ -335,8 +334,7 @@ private:
         const std::size_t begin = header.find('(');
         const std::size_t end = header.rfind(')');
         if (begin == std::string::npos || end + 1 != header.size()) return {};
-        return std::string(
-            WithoutOuterSpace(std::string_view(header).substr(begin + 1, end - begin - 1)));
+        return WithoutOuterSpace(header.substr(begin + 1, end - begin - 1));
     }
 
     // "!name" of a loop or of what is set.
@@ -553,9 +551,10 @@ private:
         const bool isConverted = ConvertLine(line, valued, first);
         m_firstSite = macro::kNowhere;
         if (!isConverted || first == before) return false;
-        const std::optional<std::string> other = NameBeside(m_sites[name].source, before);
+        const std::string& after = before;
+        const std::optional<std::string> other = NameBeside(m_sites[name].source, after);
         if (!other) return false;
-        WriteInOrder(m_sites[name], "'" + *other + "'", first, before, text);
+        WriteInOrder(m_sites[name], "'" + *other + "'", first, after, text);
         return true;
     }
 
@@ -665,19 +664,10 @@ private:
         std::string source;
         std::size_t loops = 0;
         for (const Piece& piece : line) {
-            if (piece.kind != Piece::Kind::kLoop) {
-                if (!Fill(piece, filling, 0, source)) return false;
-                continue;
-            }
-            const bool isLinked = piece.linkedSite != macro::kNowhere;
-            const bool isDoubled = filling.doubledLoop == loops++ ||
-                                   (isLinked && filling.doubledList == piece.linkedSite);
-            const int passes = isDoubled ? 2 : 1;
-            for (int pass = 0; pass < passes; ++pass) {
-                for (const Piece& inner : piece.inner) {
-                    if (!Fill(inner, filling, pass, source)) return false;
-                }
-            }
+            const bool isFilled = piece.kind == Piece::Kind::kLoop
+                                      ? FillLoop(piece, filling, loops++, source)
+                                      : Fill(piece, filling, 0, source);
+            if (!isFilled) return false;
         }
         constexpr std::size_t kLeastWork = std::size_t{512} * 1024;
         constexpr std::size_t kWorkPerByte = 64;
@@ -685,6 +675,7 @@ private:
         if (m_owner.m_work > kLeastWork + kWorkPerByte * m_body.size()) {
             return Fail("it takes too much work");
         }
+        m_owner.m_work += source.size() + kWorkOfCommand;
         const ConvertedCommands result =
             ConvertCommands(source, m_owner.m_codePage, m_owner.m_batchMode);
         if (result.hasFailed) {
@@ -695,8 +686,21 @@ private:
         for (const ConvertedPiece& piece : result.pieces) {
             text.append(piece.text).append(piece.text.ends_with('\n') ? "" : "\n");
         }
-        m_owner.m_work += source.size() + text.size() + kWorkOfCommand;
+        m_owner.m_work += text.size();
         tokens = TokensOfTemplate(text, m_owner.m_codePage);
+        return true;
+    }
+
+    bool FillLoop(const Piece& loop, const Filling& filling, std::size_t number,
+                  std::string& source) {
+        const bool isLinked = loop.linkedSite != macro::kNowhere;
+        const bool isDoubled =
+            filling.doubledLoop == number || (isLinked && filling.doubledList == loop.linkedSite);
+        for (int pass = 0; pass < (isDoubled ? 2 : 1); ++pass) {
+            for (const Piece& inner : loop.inner) {
+                if (!Fill(inner, filling, pass, source)) return false;
+            }
+        }
         return true;
     }
 
@@ -967,30 +971,40 @@ private:
         const Site* pSite = nullptr;
     };
 
-    // The site whose stand-in begins at `position` of `lower`, and its length there.
+    // The site whose stand-in begins at `position` of `lower`, and its length there, which is 0
+    // when there is none. False when the source must not stand there.
     bool FindStandIn(const std::string& lower, std::size_t position, const Repetition* pIn,
                      Back& back, std::size_t& length) {
-        if (lower.compare(position, m_prefix.size(), m_prefix) == 0 ||
-            lower.compare(position, m_firstPrefix.size(), m_firstPrefix) == 0) {
-            for (std::size_t i = 0; i < m_sites.size(); ++i) {
-                const Site& site = m_sites[i];
-                if (site.elementOf != macro::kNowhere) continue;
-                const std::string name = NameOf(site, 0);
-                if (lower.compare(position, name.size(), name) != 0) continue;
-                length = name.size();
-                back = {site.source, &site};
-                if (IsList(site)) {
-                    // Outside of what is repeated nobody knows which element is meant.
-                    if (pIn == nullptr || pIn->list != i) return Fail("it needs one of a list");
-                    const bool isLoop = pIn->pLoop != nullptr;
-                    back.source = isLoop ? pIn->pLoop->variable : "!" + m_variable;
-                } else if (site.changesInLoop && (pIn == nullptr || pIn->pLoop == nullptr)) {
-                    return Fail("it needs a variable outside of its loop");
-                }
-                return true;
-            }
+        if (FindNumber(lower, position, back, length)) return true;
+        const bool canBeName = lower.compare(position, m_prefix.size(), m_prefix) == 0 ||
+                               lower.compare(position, m_firstPrefix.size(), m_firstPrefix) == 0;
+        for (std::size_t i = 0; canBeName && i < m_sites.size(); ++i) {
+            const Site& site = m_sites[i];
+            if (site.elementOf != macro::kNowhere) continue;
+            const std::string name = NameOf(site, 0);
+            if (lower.compare(position, name.size(), name) != 0) continue;
+            length = name.size();
+            back = {site.source, &site};
+            return !IsList(site) ? IsInItsLoop(site, pIn) : FindElement(i, pIn, back);
         }
-        if (position > 0 && macro::IsDigit(lower[position - 1])) return true;
+        return true;
+    }
+
+    bool IsInItsLoop(const Site& site, const Repetition* pIn) {
+        if (!site.changesInLoop || (pIn != nullptr && pIn->pLoop != nullptr)) return true;
+        return Fail("it needs a variable outside of its loop");
+    }
+
+    // Outside of what is repeated nobody knows which element is meant.
+    bool FindElement(std::size_t list, const Repetition* pIn, Back& back) {
+        if (pIn == nullptr || pIn->list != list) return Fail("it needs one of a list");
+        back.source = pIn->pLoop != nullptr ? pIn->pLoop->variable : "!" + m_variable;
+        return true;
+    }
+
+    bool FindNumber(const std::string& lower, std::size_t position, Back& back,
+                    std::size_t& length) const {
+        if (position > 0 && macro::IsDigit(lower[position - 1])) return false;
         for (const Site& site : m_sites) {
             if (site.kind != ValueKind::kNumber) continue;
             const std::string& number = m_numbers[site.number];
@@ -1001,7 +1015,7 @@ private:
             back = {site.source, &site};
             return true;
         }
-        return true;
+        return false;
     }
 
     bool WriteToken(const TemplateToken& token, const Repetition* pIn, std::string& text) {
@@ -1041,55 +1055,50 @@ private:
             text += backs.front().source;
             return;
         }
-        text += "!CONCAT(";
-        for (std::size_t i = 0; i < texts.size(); ++i) {
-            if (i > 0) {
-                const Back& back = backs[i - 1];
-                const std::string operand =
-                    back.pSite->isMacroName ? back.pSite->Operand() : back.source;
-                const bool isLiteral = back.pSite->kind == ValueKind::kLiteral;
-                if (i > 1 || !texts[0].empty()) text += ", ";
-                text += isLiteral ? "!UNQUOTE(" + operand + ")" : operand;
-            }
-            if (texts[i].empty()) continue;
-            if (i > 0) text += ", ";
-            WriteOperand(texts[i], text);
-        }
-        text += ")";
-    }
-
-    static void WriteOperand(std::string contents, std::string& text) {
-        ReplaceAll(contents, "'", "''");
-        text.append("'").append(contents).append("'");
+        WriteConcat(texts, backs, /*inLiteral=*/true, text);
     }
 
     // A name that goes on after the stand-in would be taken for a longer one.
     static void WriteJoined(const std::vector<std::string>& texts, const std::vector<Back>& backs,
                             std::string& text) {
+        const Site& first = *backs.front().pSite;
+        const bool isAlone = backs.size() == 1 && texts.back().empty();
+        if (isAlone && texts.front() == "$" && first.isLong) {
+            text.append("!SUBSTR(!CONCAT('$', ").append(first.source).append("), 1, 8)");
+            return;
+        }
         const bool isJoined = std::any_of(texts.begin() + 1, texts.end(), [](const auto& part) {
             return !part.empty() && GoesOnAName(part.front());
         });
-        const bool isSet = texts.front() == "$" && texts.size() == 2 && texts.back().empty();
-        if (isSet && backs.front().pSite->isLong) {
-            text.append("!SUBSTR(!CONCAT('$', ").append(backs.front().source).append("), 1, 8)");
-            return;
-        }
         if (isJoined || backs.size() > 1) {
-            text += "!CONCAT(";
-            for (std::size_t i = 0; i < texts.size(); ++i) {
-                if (i > 0) {
-                    if (i > 1 || !texts[0].empty()) text += ", ";
-                    text += backs[i - 1].pSite->isMacroName ? backs[i - 1].pSite->Operand()
-                                                            : backs[i - 1].source;
-                }
-                if (texts[i].empty()) continue;
-                if (i > 0) text += ", ";
-                WriteOperand(texts[i], text);
-            }
-            text += ")";
-            return;
+            WriteConcat(texts, backs, /*inLiteral=*/false, text);
+        } else {
+            text.append(texts.front()).append(backs.front().source).append(texts.back());
         }
-        text.append(texts.front()).append(backs.front().source).append(texts.back());
+    }
+
+    // Texts and sources by turns, run together.
+    static void WriteConcat(const std::vector<std::string>& texts, const std::vector<Back>& backs,
+                            bool inLiteral, std::string& text) {
+        std::vector<std::string> operands;
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            if (i > 0) {
+                const Back& back = backs[i - 1];
+                const std::string operand =
+                    back.pSite->isMacroName ? back.pSite->Operand() : back.source;
+                const bool isQuoted = inLiteral && back.pSite->kind == ValueKind::kLiteral;
+                operands.push_back(isQuoted ? "!UNQUOTE(" + operand + ")" : operand);
+            }
+            if (texts[i].empty()) continue;
+            std::string contents = texts[i];
+            ReplaceAll(contents, "'", "''");
+            operands.push_back("'" + contents + "'");
+        }
+        text += "!CONCAT(";
+        for (std::size_t i = 0; i < operands.size(); ++i) {
+            text.append(i > 0 ? ", " : "").append(operands[i]);
+        }
+        text += ")";
     }
 
     BodyRewriter& m_owner;

@@ -171,7 +171,6 @@ private:
 
     void FindBodies() {
         const bool batchMode = m_options.conversion.batchMode;
-        m_bodyOf.resize(m_definitions.size(), macro::kNowhere);
         for (std::size_t i = 0; i < m_definitions.size(); ++i) {
             const macro::Definition& definition = m_definitions[i];
             auto rewriter =
@@ -184,7 +183,6 @@ private:
             body.verdict.firstLine = definition.firstLine;
             body.verdict.lastLine = definition.lastLine;
             body.verdict.legacyCommands = static_cast<long>(body.rewriter->RegionCount());
-            m_bodyOf[i] = m_bodies.size();
             m_bodies.push_back(std::move(body));
         }
     }
@@ -364,15 +362,18 @@ private:
     // A call may stand in an argument of another one.
     void AddNamedInArguments(const Scene& scene, const CallingCommand& command,
                              std::vector<std::size_t>& bodies) const {
-        const std::string_view source =
-            std::string_view(scene.old.text).substr(command.begin, command.end - command.begin);
-        std::size_t count = 0;
-        ForEachName(m_codePage, source, [&](const std::string& name) {
-            const auto known = m_byName.find(name);
-            if (known == m_byName.end() || ++count <= command.lastCall - command.firstCall) return;
-            const std::size_t most = std::min(known->second.size(), kMostUses);
-            for (std::size_t i = 0; i < most; ++i) AddReached(known->second[i], bodies);
-        });
+        for (std::size_t k = command.firstCall; k < command.lastCall; ++k) {
+            const macro::Call& call = scene.old.expansion.calls[k];
+            const std::size_t begin = std::min(call.begin + call.name.size(), call.end);
+            const std::string_view arguments =
+                std::string_view(scene.old.text).substr(begin, call.end - begin);
+            ForEachName(m_codePage, arguments, [&](const std::string& name) {
+                const auto known = m_byName.find(name);
+                if (known == m_byName.end()) return;
+                const std::size_t most = std::min(known->second.size(), kMostUses);
+                for (std::size_t i = 0; i < most; ++i) AddReached(known->second[i], bodies);
+            });
+        }
     }
 
     static void MakeUnique(std::vector<std::size_t>& numbers) {
@@ -401,52 +402,65 @@ private:
         }
     }
 
-    // What is being read of a trace: a site and its value so far.
+    // A legacy command: the body and the number of the command in it.
+    using RegionPlace = std::pair<std::size_t, std::size_t>;
+
+    // What is being read of the trace of one call.
     struct OpenSite {
-        std::size_t place = macro::kNowhere;
+        std::size_t place = macro::kNowhere;  // none: a mark without a value
         std::string value;
+    };
+    struct CallTrace {
+        std::vector<OpenSite> open;
+        std::optional<RegionPlace> region;
+        SiteValues values;                // of the region
+        std::vector<std::size_t> called;  // bodies
     };
 
     void ReadTrace(std::string_view text, std::vector<std::size_t>& bodies) {
-        std::vector<OpenSite> open;
-        std::optional<std::pair<std::size_t, std::size_t>> region;
-        SiteValues values;
-        std::vector<std::size_t> called;
-        const auto finish = [&] {
-            if (region) KeepInstance(region->first, region->second, values);
-            values.clear();
-        };
+        CallTrace trace;
         std::size_t position = 0;
         while (position < text.size()) {
             const std::size_t mark =
                 std::min(text.find_first_of(kTraceBytes, position), text.size());
-            if (!open.empty())
-                AddToValue(open.back().value, text.substr(position, mark - position));
-            if (mark == text.size()) break;
+            if (!trace.open.empty()) {
+                AddToValue(trace.open.back().value, text.substr(position, mark - position));
+            }
             position = mark + 1;
-            if (text[mark] == '\x03') {
-                if (open.empty()) continue;
-                OpenSite site = std::move(open.back());
-                open.pop_back();
-                if (!open.empty()) AddToValue(open.back().value, site.value);
-                if (site.place == macro::kNowhere || !region) continue;
-                KeepValue(*region, site);
-                values[site.place] = std::move(site.value);
-            } else if (text[mark] == '\x01') {
+            if (text.substr(mark).starts_with('\x03')) {
+                CloseMark(trace);
+            } else if (text.substr(mark).starts_with('\x01')) {
                 const std::size_t end = std::min(text.find('\x02', position), text.size());
-                const std::string_view name = text.substr(position, end - position);
-                position = std::min(end + 1, text.size());
-                open.emplace_back();
-                if (name.starts_with('S')) open.back().place = NumberAt(name, 1);
-                if (name.starts_with('B')) called.push_back(NumberAt(name, 1));
-                if (name.starts_with('R')) {
-                    finish();
-                    region = {NumberAt(name, 1), NumberAt(name, name.find('.') + 1)};
-                }
+                OpenMark(text.substr(position, end - position), trace);
+                position = end + 1;
             }
         }
-        finish();
-        CountCall(called, bodies);
+        FinishRegion(trace);
+        CountCall(trace.called, bodies);
+    }
+
+    void OpenMark(std::string_view name, CallTrace& trace) {
+        trace.open.emplace_back();
+        if (name.starts_with('S')) trace.open.back().place = NumberAt(name, 1);
+        if (name.starts_with('B')) trace.called.push_back(NumberAt(name, 1));
+        if (!name.starts_with('R')) return;
+        FinishRegion(trace);
+        trace.region = {NumberAt(name, 1), NumberAt(name, name.find('.') + 1)};
+    }
+
+    void CloseMark(CallTrace& trace) {
+        if (trace.open.empty()) return;
+        OpenSite site = std::move(trace.open.back());
+        trace.open.pop_back();
+        if (!trace.open.empty()) AddToValue(trace.open.back().value, site.value);
+        if (site.place == macro::kNowhere || !trace.region) return;
+        KeepValue(*trace.region, site);
+        trace.values[site.place] = std::move(site.value);
+    }
+
+    void FinishRegion(CallTrace& trace) {
+        if (trace.region) KeepInstance(*trace.region, trace.values);
+        trace.values.clear();
     }
 
     // A long value tells as much by its beginning.
@@ -478,7 +492,7 @@ private:
         return region < rewriter.RegionCount() ? &rewriter.TraceOf(region) : nullptr;
     }
 
-    void KeepValue(const std::pair<std::size_t, std::size_t>& region, const OpenSite& site) {
+    void KeepValue(const RegionPlace& region, const OpenSite& site) {
         constexpr std::size_t kMostValues = 64;
         RegionTrace* pTrace = TraceOf(region.first, region.second);
         if (pTrace == nullptr) return;
@@ -486,9 +500,9 @@ private:
         if (values.size() < kMostValues) values.insert(site.value);
     }
 
-    void KeepInstance(std::size_t body, std::size_t region, const SiteValues& values) {
+    void KeepInstance(const RegionPlace& region, const SiteValues& values) {
         constexpr std::size_t kMostInstances = 64;
-        RegionTrace* pTrace = TraceOf(body, region);
+        RegionTrace* pTrace = TraceOf(region.first, region.second);
         if (pTrace == nullptr) return;
         ++pTrace->runs;
         if (pTrace->instances.size() < kMostInstances) pTrace->instances.insert(values);
@@ -701,8 +715,9 @@ private:
         return !difference;
     }
 
-    void Disprove(Body& body, const Scene& scene, std::size_t index, const std::string& reason,
-                  const std::optional<TextDifference>& difference) {
+    static void Disprove(Body& body, const Scene& scene, std::size_t index,
+                         const std::string& reason,
+                         const std::optional<TextDifference>& difference) {
         const Place& place = scene.places[index];
         const CallingCommand& command = scene.old.commands[index];
         MacroBody& verdict = body.verdict;
@@ -745,7 +760,6 @@ private:
     std::unordered_map<std::string, std::vector<std::size_t>> m_byName;
     std::unordered_set<std::string> m_withArguments;  // names of macros
     std::vector<Body> m_bodies;
-    std::vector<std::size_t> m_bodyOf;                // of a definition; `kNowhere`: none
     std::vector<std::vector<std::size_t>> m_reached;  // the bodies that a definition comes to
     std::vector<Scene> m_scenes;                      // the text's own is the first
     mutable std::unordered_map<const Scene*, std::size_t> m_ownBegins;
