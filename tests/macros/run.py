@@ -325,8 +325,26 @@ class Generator:
                                 f"/TITLE=!QUOTE(!CONCAT('Of ', {words[0]}))"]) + "."
         return kinds, body
 
+    def nested(self, name):
+        """A macro that calls another one, which has the legacy command."""
+        rng = self.rng
+        inner = name + "i"
+        kinds, make_body = rng.choice([self.plain, self.means, self.labels, self.conditional])()
+        arguments = self.arguments(kinds)
+        body = make_body([argument.word for argument in arguments])
+        text = self.head(inner, arguments) + body + "\n!ENDDEFINE.\n"
+        outer = self.arguments(kinds)
+        values = [f"{argument.name}={source.word}" if argument.name else source.word
+                  for argument, source in zip(arguments, outer)]
+        before = rng.choice(["", "WEIGHT BY wt.\n"])
+        text += self.head(name, outer) + f"{before}{inner} {' '.join(values)}.\n!ENDDEFINE.\n"
+        calls = [self.call(name, outer) for _ in range(rng.randint(1, 4))]
+        return Macro(inner, text, calls, set(kinds) <= {"name", "scale", "switch"})
+
     def macro(self, name):
         rng = self.rng
+        if rng.random() < 0.05:
+            return self.nested(name)
         make = rng.choices([self.plain, self.total, self.means, self.conditional, self.loop,
                             self.count, self.inner_loop, self.plus_lists, self.observed_list,
                             self.expressions, self.labels, self.functions, self.groups,
@@ -455,8 +473,14 @@ class Checker:
     def check(self, macros):
         source = "".join(macro.text + "".join(call + "\n" for call in macro.calls)
                          for macro in macros)
-        verdicts = json.loads(run(self.arguments.convertbodies, "--json", source=source.encode()))
-        new_source = run(self.arguments.convertbodies, source=source.encode()).decode()
+        line_end = "\r\n" if self.counts["files"] % 2 else "\n"
+        self.counts["files"] += 1
+        data = source.replace("\n", line_end).encode()
+        verdicts = json.loads(run(self.arguments.convertbodies, "--json", source=data))
+        new_source = run(self.arguments.convertbodies, source=data).decode()
+        if new_source.count("\n") != new_source.count(line_end) or "\r\r" in new_source:
+            self.problems.append(f"a line end is another one\n{new_source}")
+        new_source = new_source.replace("\r\n", "\n")
         old, new = self.expansions(source), self.expansions(new_source)
         if len(old) != len(new) or len(old) != sum(len(macro.calls) for macro in macros):
             self.problems.append(f"{len(old)} and {len(new)} calls\n{source}")
@@ -520,7 +544,7 @@ def main():
 
     def count(kind, outcomes=None):
         return sum(number for key, number in checker.counts.items()
-                   if key != "calls" and key[0] == kind and key[1] and
+                   if isinstance(key, tuple) and key[0] == kind and key[1] and
                    (outcomes is None or key[2] in outcomes))
     for problem in checker.problems[:MOST_SHOWN]:
         print(f"PROBLEM {problem}\n")

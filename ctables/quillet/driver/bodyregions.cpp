@@ -76,17 +76,23 @@ void BodyCutter::CutText(const BodyNode& node, bool isBeforeStatement,
             position = m_lexer.LiteralEnd(position);
         } else if (m_lexer.IsAtComment(position)) {
             position = m_lexer.CommentEnd(position);
-        } else if (byte == '.' &&
-                   (position == m_firstText || IsLast(position + 1, node.end, isBeforeStatement))) {
-            cut(++position, true);
-        } else if (m_batchMode && byte == '\n' && position + 1 < node.end &&
-                   !macro::IsSpace(m_lexer.At(position + 1))) {
+        } else if (IsEnd(position, node.end, isBeforeStatement)) {
             cut(++position, true);
         } else {
             position = m_lexer.CharacterEnd(position);
         }
     }
     cut(node.end, false);
+}
+
+// The byte there is the last of a command.
+bool BodyCutter::IsEnd(std::size_t position, std::size_t end, bool isBeforeStatement) const {
+    const char byte = m_lexer.At(position);
+    if (byte == '.') {
+        return position == m_firstText || IsLast(position + 1, end, isBeforeStatement);
+    }
+    return m_batchMode && byte == '\n' && position + 1 < end &&
+           !macro::IsSpace(m_lexer.At(position + 1));
 }
 
 // Nothing stands in the rest of the line that starts here, or a statement does.

@@ -47,6 +47,7 @@ public:
 private:
     void CutText(const BodyNode& node, bool isBeforeStatement,
                  std::vector<BodyElement>& elements) const;
+    [[nodiscard]] bool IsEnd(std::size_t position, std::size_t end, bool isBeforeStatement) const;
     [[nodiscard]] bool IsLast(std::size_t position, std::size_t end, bool isBeforeStatement) const;
     [[nodiscard]] bool IsBlank(const BodyElement& element) const;
     [[nodiscard]] bool IsNoCommand(const BodyElement& element) const;

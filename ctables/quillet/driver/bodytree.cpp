@@ -81,7 +81,7 @@ private:
 
     [[nodiscard]] bool ReadWordWithName(const BodyWord& word) {
         const std::size_t begin = m_position;
-        if (m_slots.IsDeclared(word.Name())) {
+        if (m_slots.IsDeclared(word.Name()) || word.word == "!NULL") {
             AddLeaf(BodyNode::Kind::kSite, begin, word.end);
         } else if (const std::optional<Statement> statement = macro::StatementOf(word.word)) {
             return ReadStatement(*statement, word.end);
@@ -92,8 +92,6 @@ private:
             }
             ForgetProgram();
             AddLeaf(BodyNode::Kind::kSite, begin, end);
-        } else if (word.word == "!NULL") {
-            AddLeaf(BodyNode::Kind::kSite, begin, word.end);
         } else if (m_isMacroName(m_lexer.Text().substr(begin, word.end - begin))) {
             AddLeaf(BodyNode::Kind::kName, begin, word.end);
         } else {

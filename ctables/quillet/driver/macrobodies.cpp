@@ -365,8 +365,7 @@ private:
         for (std::size_t k = command.firstCall; k < command.lastCall; ++k) {
             const macro::Call& call = scene.old.expansion.calls[k];
             const std::size_t begin = std::min(call.begin + call.name.size(), call.end);
-            const std::string_view arguments =
-                std::string_view(scene.old.text).substr(begin, call.end - begin);
+            const std::string arguments = scene.old.text.substr(begin, call.end - begin);
             ForEachName(m_codePage, arguments, [&](const std::string& name) {
                 const auto known = m_byName.find(name);
                 if (known == m_byName.end()) return;
