@@ -78,8 +78,9 @@ void WriteJson(const quillet::MacroBodies& result) {
         std::cout << separator << "  {\"name\": " << JsonText(body.name)
                   << ", \"firstLine\": " << body.firstLine << ", \"lastLine\": " << body.lastLine
                   << ", \"legacyCommands\": " << body.legacyCommands
-                  << ", \"unusedCommands\": " << body.unusedCommands << ", \"outcome\": \""
-                  << NameOf(body.outcome) << "\", \"calls\": " << body.calls;
+                  << ", \"unusedCommands\": " << body.unusedCommands
+                  << ", \"outcome\": " << JsonText(NameOf(body.outcome))
+                  << ", \"calls\": " << body.calls;
         if (!body.reason.empty()) std::cout << ", \"reason\": " << JsonText(body.reason);
         if (!body.expected.empty() || !body.found.empty()) {
             std::cout << ", \"expected\": " << JsonText(body.expected)

@@ -427,11 +427,9 @@ INSTANTIATE_TEST_SUITE_P(Rows, MacroBodyVerdictTest, testing::ValuesIn(kVerdicts
                          NameOfRow<VerdictCase>);
 
 TEST(MacroBodiesTest, TextsWithoutSuchMacrosStay) {
-    for (const char* pText : {"", "TABLES /TABLE=a.\n", "DEFINE !m () FREQ a. !ENDDEFINE.\n!m.\n",
-                              "DEFINE !m (", "DEFINE !m () TABLES /TABLE=a.",
-                              "\xFF\xFE"
-                              "D",
-                              "* DEFINE !m () TABLES. !ENDDEFINE."}) {
+    for (const char* pText :
+         {"", "TABLES /TABLE=a.\n", "DEFINE !m () FREQ a. !ENDDEFINE.\n!m.\n", "DEFINE !m (",
+          "DEFINE !m () TABLES /TABLE=a.", "\xFF\xFE\x44", "* DEFINE !m () TABLES. !ENDDEFINE."}) {
         const MacroBodies result = Convert(pText);
         EXPECT_EQ(result.text, pText);
         EXPECT_TRUE(result.bodies.empty());
