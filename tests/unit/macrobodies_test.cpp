@@ -564,6 +564,19 @@ TEST(MacroBodiesTest, CommandsThatNoCallComesToStay) {
         << result.text;
 }
 
+TEST(MacroBodiesTest, WaysThroughACommandThatNoCallTakesStay) {
+    const MacroBodies result = Convert(
+        "DEFINE !m (w=!TOKENS(1))\n!IF (!w = 1) !THEN TABLES /TABLE=a !IFEND "
+        "!IF (!w = 2) !THEN TABLES /TABLE=b !IFEND /TITLE='t'.\n!ENDDEFINE.\n!m w=1.\n"
+        "!m w=2.\n");
+    ASSERT_EQ(result.bodies.size(), 1U);
+    EXPECT_EQ(result.bodies[0].outcome, MacroBodyOutcome::kConverted) << result.bodies[0].reason;
+    EXPECT_NE(result.text.find("TABLES /TABLE=a   TABLES /TABLE=b  /TITLE='t'.\n!ELSE\nCTABLES"),
+              std::string::npos)
+        << result.text;
+    EXPECT_NE(result.text.find("!ELSE\n  /TITLE='t'.\n!IFEND"), std::string::npos) << result.text;
+}
+
 TEST(MacroBodiesTest, CallsOutsideOfTheTextCount) {
     OutsideCalls calls;
     calls.before = "DEFINE @col () sex !ENDDEFINE.\nDEFINE !m () FREQ a. !ENDDEFINE.\n";

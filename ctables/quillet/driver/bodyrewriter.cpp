@@ -91,12 +91,19 @@ struct Site {
     }
 };
 
+// The branch of a condition that is followed: the run came to a place, or it did not.
+struct Branch {
+    std::size_t place = 0;
+    bool isTaken = true;
+};
+
 // A part of a command as it is converted.
 struct Piece {
     enum class Kind : int { kText, kSite, kLoop };
 
     Kind kind = Kind::kText;
-    std::string text;  // of a loop: its header and what it sets
+    std::string text;      // of a loop: its header and what it sets
+    std::string source{};  // of a loop: all of it
     std::size_t site = 0;
     std::size_t place = 0;  // of a site, in the body
     // Of a loop: the list that it is over, in capitals, and its variable; empty for a count.
@@ -253,15 +260,18 @@ private:
     bool ExpandCondition(const BodyNode& condition, const std::vector<BodyElement>& rest,
                          const std::vector<Piece>& line, int conditions, std::string& out) {
         if (conditions == kMostConditions) return Fail("it holds too many conditions");
-        const auto expand = [&](const std::vector<BodyNode>& nodes) {
+        const auto expand = [&](const std::vector<BodyNode>& nodes, Branch branch) {
             std::vector<BodyElement> elements = m_owner.m_cutter.Cut(nodes);
             elements.insert(elements.end(), rest.begin(), rest.end());
-            return Expand(std::move(elements), line, conditions + 1, out);
+            m_path.push_back(branch);
+            const bool isExpanded = Expand(std::move(elements), line, conditions + 1, out);
+            m_path.pop_back();
+            return isExpanded;
         };
         out.append(Source(condition.begin, condition.headerEnd)).append(" !THEN\n");
-        if (!expand(condition.children)) return false;
+        if (!expand(condition.children, {condition.contentBegin, true})) return false;
         out += "\n!ELSE\n";
-        if (!expand(condition.otherwise)) return false;
+        if (!expand(condition.otherwise, {condition.contentBegin, false})) return false;
         out += "\n!IFEND\n";
         return true;
     }
@@ -299,6 +309,7 @@ private:
         Piece loop;
         loop.kind = Piece::Kind::kLoop;
         loop.text = Source(node.begin, node.headerEnd);
+        loop.source = Source(node.begin, node.end);
         loop.variable = VariableOf(node);
         loop.list = InCapitals(ListOf(node));
         std::string variables = InCapitals(loop.variable);
@@ -425,7 +436,24 @@ private:
             return WriteGuarded(line, piece.site, decided, out);
         }
         if (++m_leaves > kMostLeaves) return Fail("it holds too many conditions");
-        return WriteConverted(line, out);
+        if (WriteConverted(line, out)) return true;
+        // Where no call comes, everything may stay.
+        if (!InstancesOf(line).empty()) return false;
+        m_reason.clear();
+        for (const Piece& piece : line) {
+            switch (piece.kind) {
+                case Piece::Kind::kText:
+                    out += piece.text;
+                    break;
+                case Piece::Kind::kSite:
+                    out += m_sites[piece.site].source;
+                    break;
+                case Piece::Kind::kLoop:
+                    out += piece.source;
+                    break;
+            }
+        }
+        return true;
     }
 
     bool WriteGuarded(const std::vector<Piece>& line, std::size_t site,
@@ -600,6 +628,10 @@ private:
     [[nodiscard]] std::vector<const SiteValues*> InstancesOf(const std::vector<Piece>& line) const {
         std::vector<const SiteValues*> result;
         for (const SiteValues& instance : m_trace.instances) {
+            const bool isHere = std::all_of(m_path.begin(), m_path.end(), [&](Branch branch) {
+                return instance.contains(branch.place) == branch.isTaken;
+            });
+            if (!isHere) continue;
             const bool fits = std::all_of(line.begin(), line.end(), [&](const Piece& piece) {
                 if (piece.kind != Piece::Kind::kSite) return true;
                 const auto value = instance.find(piece.place);
@@ -1117,6 +1149,7 @@ private:
     std::map<std::string, std::size_t> m_sitesBySource;
     std::map<std::string, std::vector<std::size_t>> m_placesOf;  // sites by sources in capitals
     std::string m_reason;
+    std::vector<Branch> m_path;  // that is being followed
     int m_leaves = 0;
     bool m_hasMore = false;
 };
@@ -1147,6 +1180,9 @@ void BodyRewriter::AddSiteMarks(const BodyNode& node, Marks& marks) const {
     if ((isName || node.kind == BodyNode::Kind::kSite) && !isCall) {
         marks.emplace(node.begin, "\x01S" + std::to_string(node.begin) + "\x02");
         marks.emplace(node.end, "\x03");
+    }
+    if (node.kind == BodyNode::Kind::kCondition) {
+        marks.emplace(node.contentBegin, "\x01S" + std::to_string(node.contentBegin) + "\x02\x03");
     }
     for (const BodyNode& child : node.children) AddSiteMarks(child, marks);
     for (const BodyNode& child : node.otherwise) AddSiteMarks(child, marks);

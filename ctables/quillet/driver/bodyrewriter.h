@@ -22,7 +22,8 @@
 namespace quillet {
 
 /// What one run of a legacy command has put in at its sites, by their places in the body. Of a site
-/// in a loop the last value.
+/// in a loop the last value. The places where the first branches of conditions begin are there as
+/// well, without a value, when the run came to them.
 using SiteValues = std::map<std::size_t, std::string>;
 
 /// The runs of one legacy command of a body in all calls.
