@@ -12,26 +12,27 @@
 namespace quillet {
 namespace {
 
-std::optional<TextDifference> Compare(const std::string& expected, const std::string& found) {
+std::optional<TextDifference> CompareConversions(const std::string& expected,
+                                                 const std::string& found) {
     const CodePage& codePage = CodePage::Utf8();
     return FindDifference(ConvertCommands(expected, codePage, /*batchMode=*/false),
                           ConvertCommands(found, codePage, /*batchMode=*/false), codePage);
 }
 
-struct SameCase {
+struct SameTextsCase {
     const char* name;
     std::string first;
     std::string second;
 };
 
-class BodyProofSameTest : public testing::TestWithParam<SameCase> {};
+class BodyProofSameTest : public testing::TestWithParam<SameTextsCase> {};
 
 TEST_P(BodyProofSameTest, InBothDirections) {
-    EXPECT_FALSE(Compare(GetParam().first, GetParam().second));
-    EXPECT_FALSE(Compare(GetParam().second, GetParam().first));
+    EXPECT_FALSE(CompareConversions(GetParam().first, GetParam().second));
+    EXPECT_FALSE(CompareConversions(GetParam().second, GetParam().first));
 }
 
-const SameCase kSame[] = {
+const SameTextsCase kSameTexts[] = {
     {"nothing", "", ""},
     {"blanks and line ends", "CTABLES /TABLE a[C]BY b .", "CTABLES\r\n  /TABLE  a [C] BY\n  b."},
     {"letter case of names", "CTABLES /TABLE sex[c].", "ctables /table SEX[C]."},
@@ -54,7 +55,7 @@ const SameCase kSame[] = {
     {"inline data", "BEGIN DATA\n1  2\nEND DATA.", "BEGIN DATA\r\n1  2\r\nEND DATA."},
 };
 
-struct DifferentCase {
+struct DifferentTextsCase {
     const char* name;
     std::string expected;
     std::string found;
@@ -62,17 +63,17 @@ struct DifferentCase {
     std::string foundPart;
 };
 
-class BodyProofDifferentTest : public testing::TestWithParam<DifferentCase> {};
+class BodyProofDifferentTest : public testing::TestWithParam<DifferentTextsCase> {};
 
 TEST_P(BodyProofDifferentTest, TellsWhere) {
-    const DifferentCase& c = GetParam();
-    const std::optional<TextDifference> difference = Compare(c.expected, c.found);
+    const DifferentTextsCase& c = GetParam();
+    const std::optional<TextDifference> difference = CompareConversions(c.expected, c.found);
     ASSERT_TRUE(difference);
     EXPECT_EQ(difference->expected, c.expectedPart);
     EXPECT_EQ(difference->found, c.foundPart);
 }
 
-const DifferentCase kDifferent[] = {
+const DifferentTextsCase kDifferentTexts[] = {
     {"a variable", "CTABLES /TABLE a.", "CTABLES /TABLE b.", "A .", "B ."},
     {"the letter case of a literal", "TITLE 'Sex'.", "TITLE 'sex'.", "'Sex' .", "'sex' ."},
     {"a blank in a literal", "TITLE 'a b'.", "TITLE 'a  b'.", "'a b' .", "'a  b' ."},
@@ -113,9 +114,10 @@ const DifferentCase kDifferent[] = {
      "\xC3\xA4 = 1 ."},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, BodyProofSameTest, testing::ValuesIn(kSame), NameOfRow<SameCase>);
-INSTANTIATE_TEST_SUITE_P(Rows, BodyProofDifferentTest, testing::ValuesIn(kDifferent),
-                         NameOfRow<DifferentCase>);
+INSTANTIATE_TEST_SUITE_P(Rows, BodyProofSameTest, testing::ValuesIn(kSameTexts),
+                         NameOfRow<SameTextsCase>);
+INSTANTIATE_TEST_SUITE_P(Rows, BodyProofDifferentTest, testing::ValuesIn(kDifferentTexts),
+                         NameOfRow<DifferentTextsCase>);
 
 TEST(ConvertedCommandsTest, TellsOfFailures) {
     const CodePage& codePage = CodePage::Utf8();

@@ -17,11 +17,11 @@
 namespace quillet {
 namespace {
 
-MacroBodies Convert(const std::string& text, const MacroOptions& options = {}) {
+MacroBodies ConvertBodies(const std::string& text, const MacroOptions& options = {}) {
     return ConvertMacroBodies(text, options, /*outsideCalls=*/{});
 }
 
-bool IsWord(macro::TokenKind kind) {
+bool IsWordKind(macro::TokenKind kind) {
     return kind != macro::TokenKind::kOther && kind != macro::TokenKind::kEnd;
 }
 
@@ -37,7 +37,8 @@ std::vector<std::string> Expansions(const std::string& text) {
         macro::Token last;
         for (macro::Token token = lexer.NextToken(0); token.kind != macro::TokenKind::kEnd;
              token = lexer.NextToken(last.end)) {
-            const bool isGlued = last.end == token.begin && IsWord(last.kind) && IsWord(token.kind);
+            const bool isGlued =
+                last.end == token.begin && IsWordKind(last.kind) && IsWordKind(token.kind);
             plain += isGlued ? "_" : " ";
             const std::string_view word = lexer.TextOf(token);
             plain += token.kind == macro::TokenKind::kLiteral
@@ -216,7 +217,7 @@ class SurveyMacroTest : public testing::TestWithParam<SurveyCase> {};
 TEST_P(SurveyMacroTest, IsConverted) {
     const SurveyCase& c = GetParam();
     const std::string source = DefinitionOf(c.list, c.body) + c.calls + "\n";
-    const MacroBodies result = Convert(source);
+    const MacroBodies result = ConvertBodies(source);
     ASSERT_EQ(result.bodies.size(), 1U);
     const MacroBody& body = result.bodies.front();
     EXPECT_EQ(body.outcome, MacroBodyOutcome::kConverted)
@@ -237,7 +238,7 @@ TEST_P(SurveyMacroTest, IsConverted) {
     EXPECT_EQ(conversion.outcome, Outcome::kDone);
     EXPECT_EQ(conversion.resultLines, "");
     EXPECT_EQ(Expansions(conversion.output), Expansions(result.text));
-    const MacroBodies again = Convert(result.text);
+    const MacroBodies again = ConvertBodies(result.text);
     EXPECT_TRUE(again.bodies.empty());
     EXPECT_EQ(again.text, result.text);
 }
@@ -252,7 +253,7 @@ struct Mistake {
     std::string text;
 };
 
-std::vector<macro::Token> TokensOf(const std::string& body) {
+std::vector<macro::Token> BodyTokensOf(const std::string& body) {
     const macro::Lexer lexer(CodePage::Utf8(), body);
     std::vector<macro::Token> tokens;
     for (macro::Token token = lexer.NextToken(0); token.kind != macro::TokenKind::kEnd;
@@ -266,7 +267,7 @@ std::vector<macro::Token> TokensOf(const std::string& body) {
 // another one, a token is missing or is there twice, two of them have changed places.
 std::vector<Mistake> MistakesIn(const std::string& body) {
     std::vector<Mistake> mistakes;
-    const std::vector<macro::Token> tokens = TokensOf(body);
+    const std::vector<macro::Token> tokens = BodyTokensOf(body);
     for (std::size_t i = 0; i < tokens.size(); ++i) {
         const macro::Token& token = tokens[i];
         // Comment commands do not count.
@@ -362,7 +363,7 @@ class MacroBodyVerdictTest : public testing::TestWithParam<VerdictCase> {};
 
 TEST_P(MacroBodyVerdictTest, TellsWhy) {
     const VerdictCase& c = GetParam();
-    const MacroBodies result = Convert(c.source);
+    const MacroBodies result = ConvertBodies(c.source);
     EXPECT_EQ(result.text, c.source);
     ASSERT_FALSE(result.bodies.empty());
     const MacroBody& body = result.bodies.front();
@@ -430,14 +431,14 @@ TEST(MacroBodiesTest, TextsWithoutSuchMacrosStay) {
     for (const char* pText :
          {"", "TABLES /TABLE=a.\n", "DEFINE !m () FREQ a. !ENDDEFINE.\n!m.\n", "DEFINE !m (",
           "DEFINE !m () TABLES /TABLE=a.", "\xFF\xFE\x44", "* DEFINE !m () TABLES. !ENDDEFINE."}) {
-        const MacroBodies result = Convert(pText);
+        const MacroBodies result = ConvertBodies(pText);
         EXPECT_EQ(result.text, pText);
         EXPECT_TRUE(result.bodies.empty());
     }
 }
 
 TEST(MacroBodiesTest, VerdictsTellOfEachDefinition) {
-    const MacroBodies result = Convert(
+    const MacroBodies result = ConvertBodies(
         "DEFINE !a ()\nTABLES /TABLE=a.\nTABLES /TABLE=b.\n!ENDDEFINE.\n!a.\n!a.\n"
         "DEFINE @b ()\n!ENDDEFINE.\nDEFINE c ()\nIGRAPH /X1=VAR(a)\n!ENDDEFINE.\n");
     ASSERT_EQ(result.bodies.size(), 2U);
@@ -457,7 +458,7 @@ TEST(MacroBodiesTest, VerdictsTellOfEachDefinition) {
 }
 
 TEST(MacroBodiesTest, ANewBodyStandsInPlaceOfTheOldOne) {
-    const MacroBodies result = Convert(
+    const MacroBodies result = ConvertBodies(
         "TITLE 'x'.\nDEFINE !m (x=!TOKENS(1))\nWEIGHT BY w.\n  TABLES\n    /TABLE=!x BY sex.\n"
         "EXECUTE.\n!ENDDEFINE.\n!m x=a.\nEXECUTE.\n");
     EXPECT_EQ(result.text,
@@ -473,7 +474,7 @@ TEST(MacroBodiesTest, LineEndsMarksAndEncodingsStay) {
         "\xEF\xBB\xBF"
         "DEFINE !m (x=!TOKENS(1))\r\nTABLES /TABLE=!x\r\n /TITLE='a'.\r\n!ENDDEFINE.\r\n"
         "!m x=q1.\r\n";
-    const MacroBodies result = Convert(source);
+    const MacroBodies result = ConvertBodies(source);
     EXPECT_EQ(result.bodies.at(0).outcome, MacroBodyOutcome::kConverted);
     EXPECT_TRUE(
         result.text.starts_with("\xEF\xBB\xBF"
@@ -485,7 +486,7 @@ TEST(MacroBodiesTest, LineEndsMarksAndEncodingsStay) {
     const std::string legacy =
         "DEFINE !m (x=!TOKENS(1))\nTABLES /TABLE=!x /TITLE='\xC4rger'.\n!ENDDEFINE.\n!m "
         "x=gr\xF6.\n";
-    const MacroBodies inWindows1252 = Convert(legacy);
+    const MacroBodies inWindows1252 = ConvertBodies(legacy);
     EXPECT_EQ(inWindows1252.bodies.at(0).outcome, MacroBodyOutcome::kConverted);
     EXPECT_NE(inWindows1252.text.find("TITLES TITLE='\xC4rger'"), std::string::npos);
 }
@@ -496,7 +497,7 @@ TEST(MacroBodiesTest, BatchLayout) {
     const std::string source =
         "DEFINE !m (x=!TOKENS(1))\nTABLES\n  /TABLE=!x BY sex\n  /TITLE='t'\nEXECUTE\n"
         "!ENDDEFINE.\n!m x=q1\n!m x=q2\nEXECUTE\n";
-    const MacroBodies result = Convert(source, options);
+    const MacroBodies result = ConvertBodies(source, options);
     EXPECT_EQ(result.bodies.at(0).outcome, MacroBodyOutcome::kConverted)
         << result.bodies.at(0).reason << result.bodies.at(0).expected << "|"
         << result.bodies.at(0).found;
@@ -505,7 +506,7 @@ TEST(MacroBodiesTest, BatchLayout) {
 }
 
 TEST(MacroBodiesTest, ALaterDefinitionIsAnotherMacro) {
-    const MacroBodies result = Convert(
+    const MacroBodies result = ConvertBodies(
         "DEFINE !m (x=!TOKENS(1)) TABLES /TABLE=!x. !ENDDEFINE.\n!m x=a.\n"
         "DEFINE !m (x=!TOKENS(1)) TABLES /TABLE=!x BY b. !ENDDEFINE.\n!m x=a.\n!m x=c.\n");
     ASSERT_EQ(result.bodies.size(), 2U);
@@ -517,7 +518,7 @@ TEST(MacroBodiesTest, ALaterDefinitionIsAnotherMacro) {
 }
 
 TEST(MacroBodiesTest, MacrosThatCallOneAnother) {
-    const MacroBodies result = Convert(
+    const MacroBodies result = ConvertBodies(
         "DEFINE !in (x=!TOKENS(1))\nTABLES /TABLE=!x.\n!ENDDEFINE.\n"
         "DEFINE !out (y=!TOKENS(1))\n!in x=!y.\nTABLES /TABLE=!y BY sex.\n!ENDDEFINE.\n"
         "!out y=a.\n!out y=b.\n!in x=c.\n");
@@ -532,7 +533,7 @@ TEST(MacroBodiesTest, MacrosThatCallOneAnother) {
 }
 
 TEST(MacroBodiesTest, OneThatIsWrongDoesNotSpoilTheOneThatItCalls) {
-    const MacroBodies result = Convert(
+    const MacroBodies result = ConvertBodies(
         "DEFINE !in (x=!TOKENS(1))\nTABLES /TABLE=!x.\n!ENDDEFINE.\n"
         "DEFINE !out (y=!TOKENS(1))\n!in x=!y.\nTABLES /TABLE=a /STATISTICS=!y(a).\n!ENDDEFINE.\n"
         "!out y=CPCT.\n!out y=COUNT.\n!in x=c.\n");
@@ -542,7 +543,7 @@ TEST(MacroBodiesTest, OneThatIsWrongDoesNotSpoilTheOneThatItCalls) {
 }
 
 TEST(MacroBodiesTest, AMacroWithoutArgumentsIsPutBackByItsName) {
-    const MacroBodies result = Convert(
+    const MacroBodies result = ConvertBodies(
         "DEFINE @col () sex + age !ENDDEFINE.\nDEFINE @one () sex !ENDDEFINE.\n"
         "DEFINE !m (x=!TOKENS(1)) TABLES /TABLE=!x > @one BY @col. !ENDDEFINE.\n!m x=a.\n");
     ASSERT_EQ(result.bodies.size(), 1U);
@@ -553,7 +554,7 @@ TEST(MacroBodiesTest, AMacroWithoutArgumentsIsPutBackByItsName) {
 }
 
 TEST(MacroBodiesTest, CommandsThatNoCallComesToStay) {
-    const MacroBodies result = Convert(
+    const MacroBodies result = ConvertBodies(
         "DEFINE !m (w=!TOKENS(1))\n!IF (!w = 1) !THEN\nTABLES /TABLE=a.\n!ELSE\nTABLES /TABLE=b.\n"
         "!IFEND\n!ENDDEFINE.\n!m w=1.\n");
     ASSERT_EQ(result.bodies.size(), 1U);
@@ -565,7 +566,7 @@ TEST(MacroBodiesTest, CommandsThatNoCallComesToStay) {
 }
 
 TEST(MacroBodiesTest, WaysThroughACommandThatNoCallTakesStay) {
-    const MacroBodies result = Convert(
+    const MacroBodies result = ConvertBodies(
         "DEFINE !m (w=!TOKENS(1))\n!IF (!w = 1) !THEN TABLES /TABLE=a !IFEND "
         "!IF (!w = 2) !THEN TABLES /TABLE=b !IFEND /TITLE='t'.\n!ENDDEFINE.\n!m w=1.\n"
         "!m w=2.\n");
@@ -614,7 +615,7 @@ TEST(MacroBodiesTest, IncludedMacrosAreKnown) {
         return path == "lib.sps";
     };
     const std::string source = "INCLUDE 'lib.sps'.\n" + kOneName + "!out y=a.\n";
-    const MacroBodies result = Convert(source, options);
+    const MacroBodies result = ConvertBodies(source, options);
     ASSERT_EQ(result.bodies.size(), 1U);
     EXPECT_EQ(result.bodies[0].outcome, MacroBodyOutcome::kConverted) << result.bodies[0].reason;
     EXPECT_EQ(result.bodies[0].calls, 1);
@@ -628,14 +629,14 @@ TEST(MacroBodiesTest, AnythingIsTaken) {
         for (int i = 0; i < 190; ++i) text += "!IFEND ";
         return text + "!ENDDEFINE.\n!m x=a.\n";
     }();
-    EXPECT_EQ(Convert(deep).bodies.at(0).outcome, MacroBodyOutcome::kConverted);
+    EXPECT_EQ(ConvertBodies(deep).bodies.at(0).outcome, MacroBodyOutcome::kConverted);
     std::string many = "DEFINE !m (x=!TOKENS(1)) TABLES /TABLE=!x ";
     for (int i = 0; i < 2000; ++i) many += "!IF (!x = a) !THEN /TITLE='a' !IFEND ";
     many += ". !ENDDEFINE.\n!m x=a.\n";
-    EXPECT_EQ(Convert(many).bodies.at(0).outcome, MacroBodyOutcome::kNotConvertible);
+    EXPECT_EQ(ConvertBodies(many).bodies.at(0).outcome, MacroBodyOutcome::kNotConvertible);
     std::string wide = "DEFINE !m (x=!CMDEND) TABLES /TABLE=!x. !ENDDEFINE.\n!m x=a0";
     for (int i = 1; i < 2000; ++i) wide += " + a" + std::to_string(i);
-    EXPECT_EQ(Convert(wide + ".\n").bodies.size(), 1U);
+    EXPECT_EQ(ConvertBodies(wide + ".\n").bodies.size(), 1U);
     const char* const kTexts[] = {
         "DEFINE !m () TABLES !m. !ENDDEFINE.\n!m.\n",
         "DEFINE !m (x=!CMDEND) TABLES !EVAL(!x). !ENDDEFINE.\n!m x=!m x=!m.\n",
@@ -645,7 +646,7 @@ TEST(MacroBodiesTest, AnythingIsTaken) {
         "DEFINE !m () . TABLES /TABLE=a. !ENDDEFINE !m.\n!m",
         "DEFINE !m (x=!TOKENS(1)) TABLES !x !IF (!x) !THEN . !ELSE !IFEND !ENDDEFINE.\n!m x=1.",
     };
-    for (const char* pText : kTexts) EXPECT_EQ(Convert(pText).bodies.size(), 1U) << pText;
+    for (const char* pText : kTexts) EXPECT_EQ(ConvertBodies(pText).bodies.size(), 1U) << pText;
 }
 
 }  // namespace
