@@ -310,7 +310,7 @@ struct HintOptions {
                                                                   const Options& options);
 
 /// A file that a text includes by INCLUDE or INSERT.
-struct MacroInclude {
+struct IncludedText {
     std::string name;  ///< The same for the same file, however its path is written.
     std::string text;  ///< In the encoding of the text that includes it.
     bool batchMode = false;
@@ -322,10 +322,10 @@ struct MacroOptions {
     Options conversion;  ///< With which the text is converted.
     /// A blank line ends a command, see `EndAtBlankLines`. Means nothing in batch layout.
     bool endAtBlankLines = false;
-    std::string fileName;  ///< The text's own, as `findInclude` would give it.
+    std::string name;  ///< The text's own, as `findInclude` would give it.
     /// Finds the file that `includingFile` includes by `path`, as that is written there; false when
     /// there is none. Empty where nobody can.
-    std::function<bool(std::string_view path, const std::string& includingFile, MacroInclude& file)>
+    std::function<bool(std::string_view path, const std::string& includingFile, IncludedText& file)>
         findInclude;
 };
 

@@ -609,7 +609,7 @@ TEST(MacroBodiesTest, CallsOutsideOfTheTextCount) {
 TEST(MacroBodiesTest, IncludedMacrosAreKnown) {
     MacroOptions options;
     options.findInclude = [](std::string_view path, const std::string& /*includingFile*/,
-                             MacroInclude& file) {
+                             IncludedText& file) {
         file.name = path;
         file.text = "DEFINE !out (y=!TOKENS(1)) !m x=!y. !ENDDEFINE.\n";
         return path == "lib.sps";

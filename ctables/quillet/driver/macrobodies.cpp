@@ -49,7 +49,7 @@ public:
 
     bool Find(std::string_view path, const std::string& includingFile,
               macro::IncludedFile& file) override {
-        MacroInclude include;
+        IncludedText include;
         if (!m_options.findInclude || !m_options.findInclude(path, includingFile, include)) {
             return false;
         }
@@ -147,7 +147,7 @@ private:
         options.layout.batchMode = batchMode;
         options.layout.endAtBlankLines = m_options.endAtBlankLines;
         options.limits = m_limits;
-        options.fileName = m_options.fileName;
+        options.fileName = m_options.name;
         return options;
     }
 
