@@ -59,7 +59,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string_view source(reinterpret_cast<const char*>(data) + 1, size - 1);
     quillet::MacroOptions options;
     options.conversion.batchMode = (data[0] & 1U) != 0;
-    options.endAtBlankLines = (data[0] & 2U) != 0;
     std::vector<quillet::OutsideCalls> calls;
     if ((data[0] & 4U) != 0) {
         calls = CallsFrom(source.substr(source.size() / 2), (data[0] & 8U) != 0);

@@ -1,6 +1,6 @@
 // Shows what becomes of the legacy commands in the macros of a syntax file: a developer's tool.
 //
-//     convertbodies [--json] [--batch] [--end-at-blank-lines] [file]
+//     convertbodies [--json] [--batch] [file]
 //
 // Reads the file or standard input and writes its text with the bodies converted for which that is
 // proven; "--json" writes the verdicts instead. Includes are not followed.
@@ -28,8 +28,6 @@ bool ReadArguments(int argc, char** argv, Arguments& arguments) {
             arguments.json = true;
         } else if (argument == "--batch") {
             arguments.options.conversion.batchMode = true;
-        } else if (argument == "--end-at-blank-lines") {
-            arguments.options.endAtBlankLines = true;
         } else if (argument.starts_with("-") || !arguments.fileName.empty()) {
             return false;
         } else {
@@ -97,7 +95,7 @@ void WriteJson(const quillet::MacroBodies& result) {
 int main(int argc, char** argv) {
     Arguments arguments;
     if (!ReadArguments(argc, argv, arguments)) {
-        std::cerr << "Usage: convertbodies [--json] [--batch] [--end-at-blank-lines] [file]\n";
+        std::cerr << "Usage: convertbodies [--json] [--batch] [file]\n";
         return 1;
     }
     std::ifstream file;

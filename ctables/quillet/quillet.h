@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -161,6 +162,9 @@ struct CommandReport {
     long errorLine = 0;        ///< In the input, from 1; 0 when the place is not known.
     int errorColumn = 0;       ///< In characters, as the message in the output counts them.
     std::string_view message;  ///< The reason in words, as it stands in the output.
+    /// The macro whose call the command comes from, which stands on `firstLine`; empty for a
+    /// command that stands in the input itself.
+    std::string_view macro;
 };
 
 /// Takes what a conversion has to say while it runs.
@@ -221,7 +225,7 @@ struct Finding {
     long firstLine = 0;  ///< Of what it is about; 1 for the whole text.
     long lastLine = 0;
     long causeLine = 0;  ///< The line to look at for the reason.
-    std::string macro;   ///< The macro in whose body it stands; else empty.
+    std::string macro;   ///< The macro in whose body or expansion it stands; else empty.
     std::string sentence;
     std::string text;  ///< What it is about, with LF line ends.
 };
@@ -246,6 +250,7 @@ struct LegacyCommand {
 struct LegacyFindings {
     std::vector<LegacyCommand> commands;  ///< By their first lines.
     std::vector<Finding> findings;        ///< By their first lines.
+    long fromMacros = 0;  ///< How many of the commands come from expansions that were put in.
 
     /// How many of the commands came to `outcome`.
     [[nodiscard]] QUILLET_EXPORT long Count(LegacyOutcome outcome) const;
@@ -309,25 +314,176 @@ struct HintOptions {
 [[nodiscard]] QUILLET_EXPORT std::set<std::string> FindMacroNames(std::string_view text,
                                                                   const Options& options);
 
+/// How a text reads in a layout. Counted are commands but for comments, DOCUMENT, inline data and
+/// the bodies of macros.
+struct LayoutReading {
+    long commands = 0;
+    long withCommandWord = 0;  ///< Begin with the word of a command, or call a macro.
+    long withoutPeriod = 0;    ///< Do not end in a period.
+    long withSign = 0;         ///< Have a "+" or "-" in the first column.
+    bool hasTokenizingError = false;
+};
+
+/// The layout in which a text reads well.
+struct LayoutChoice {
+    /// True for batch layout: at least nine in ten commands begin with a command word there, twice
+    /// as many as in interactive layout, most of them have no period, and there is no tokenizing
+    /// error.
+    bool batchMode = false;
+    LayoutReading interactive;
+    LayoutReading batch;  ///< All 0 where there are too few lines for so many commands.
+};
+
+/// Chooses the layout of `text`. `batchMode` of the options means nothing. Linear in the text.
+[[nodiscard]] QUILLET_EXPORT LayoutChoice ChooseLayout(std::string_view text,
+                                                       const Options& options);
+
+/// `text` with a period where a blank line follows a command or comment that has none: after its
+/// last token, before any comment, which is then lost. Blank lines in macros, DOCUMENT, inline
+/// data and glued literals end nothing, nor do any in batch layout. Linear in the text.
+[[nodiscard]] QUILLET_EXPORT std::string EndAtBlankLines(std::string_view text,
+                                                         const Options& options);
+
 /// A file that a text includes by INCLUDE or INSERT.
 struct IncludedText {
     std::string name;  ///< The same for the same file, however its path is written.
     std::string text;  ///< In the encoding of the text that includes it.
     bool batchMode = false;
-    bool endAtBlankLines = false;
 };
 
-/// How a text with macros is to be read.
+/// How a text with macros is to be read. Where blank lines end commands, they do so after
+/// `EndAtBlankLines`, here and in included texts.
 struct MacroOptions {
     Options conversion;  ///< With which the text is converted.
-    /// A blank line ends a command, see `EndAtBlankLines`. Means nothing in batch layout.
-    bool endAtBlankLines = false;
     std::string name;  ///< The text's own, as `findInclude` would give it.
     /// Finds the file that `includingFile` includes by `path`, as that is written there; false when
     /// there is none. Empty where nobody can.
     std::function<bool(std::string_view path, const std::string& includingFile, IncludedText& file)>
         findInclude;
 };
+
+/// Something that went wrong with a definition, a call or an include.
+struct MacroFault {
+    /// A short name of lower-case words and hyphens that stays the same in all versions.
+    std::string kind;
+    std::string reason;  ///< In words, with the line; without a period at the end.
+    long line = 0;       ///< From 1, in `file`.
+    std::string file;    ///< The name by which it was included; empty for the text itself.
+};
+
+/// A macro that a text, or a file that it includes, defines.
+struct DefinedMacro {
+    std::string name;    ///< As it is written, with "!" where it has one.
+    std::string file;    ///< The name by which it was included; empty for the text itself.
+    long firstLine = 0;  ///< Of the definition, from 1.
+    long lastLine = 0;   ///< Of !ENDDEFINE.
+    /// The bytes of the definition, from DEFINE to the period after !ENDDEFINE; both 0 for one of
+    /// another file.
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    /// The legacy commands in the body, with the lines of the file.
+    std::vector<LegacyCommand> commands;
+    long calls = 0;          ///< Of the text, for which it was expanded; within other macros, too.
+    long callsLeft = 0;      ///< Those of them that could not be expanded.
+    long firstCallLine = 0;  ///< From 1; 0 where there is none.
+};
+
+/// A call in the text itself, outside of all definitions.
+struct MacroCall {
+    std::size_t macro = 0;  ///< Its place in the list of macros.
+    long line = 0;          ///< From 1.
+    std::size_t begin = 0;  ///< Its bytes, from the name to the last argument, without a period.
+    std::size_t end = 0;
+    std::string text;                 ///< What it becomes; empty after a fault.
+    std::optional<MacroFault> fault;  ///< Why it is left as it is.
+    /// The macros that were expanded for it, by their places: its own, then those that it calls.
+    std::vector<std::size_t> expanded;
+    // What follows is for `ConvertExpanded` and its like.
+    std::size_t droppedBegin = 0;  ///< White space and a period that go with the call.
+    std::size_t droppedEnd = 0;
+    std::size_t commandBegin = 0;  ///< The command that it stands in, with its period.
+    std::size_t commandEnd = 0;
+};
+
+/// The macros of a text.
+struct MacroExpansion {
+    /// Those of the text in its order, and those of included files that the text calls.
+    std::vector<DefinedMacro> macros;
+    std::vector<MacroCall> calls;  ///< In the order of the text.
+    /// Definitions that define nothing, and includes that were not found or not followed.
+    std::vector<MacroFault> faults;
+    /// A finding for each fault of the text itself, and for each call that cannot be expanded. Of
+    /// an include that was not found `FindLegacyCommands` tells.
+    std::vector<Finding> findings;
+};
+
+/// Expands the calls of macros in `text`, whose lines end in LF or CR LF. Layout and encoding are
+/// settled by the options. Of UTF-16 nothing is told. Every text is taken; throws `std::bad_alloc`
+/// alone. Linear in the text, in what it includes, and in the expansions, which are limited to
+/// 256 MiB.
+[[nodiscard]] QUILLET_EXPORT MacroExpansion ExpandMacros(std::string_view text,
+                                                         const MacroOptions& options);
+
+/// A command of a text whose calls were expanded, with at least one legacy command in it then.
+/// Good only during the call that tells of it.
+struct ExpandedCommand {
+    long firstLine = 0;  ///< In the text, from 1.
+    long lastLine = 0;
+    /// Its calls are this many from this place in the list of calls on. Those that could not be
+    /// expanded are among them; the first that could is that which the command is named after.
+    std::size_t firstCall = 0;
+    std::size_t callCount = 0;
+    std::string_view macro;  ///< The name of that call's macro.
+    std::string_view text;   ///< With all calls expanded that can be.
+    /// False where the expansion stays out of the result: it is no syntax.
+    bool isConverted = true;
+    /// What its commands came to but for copied ones. Lines and columns are those of the calls,
+    /// `generatedLine` is not known.
+    const std::vector<CommandReport>& commands;
+    /// All legacy commands in it, and what else there is to tell.
+    const LegacyFindings& found;
+};
+
+/// Takes what becomes of expansions.
+class QUILLET_EXPORT ExpansionListener {
+public:
+    virtual ~ExpansionListener() = default;
+    virtual void OnExpandedCommand(const ExpandedCommand& command) = 0;
+
+protected:
+    ExpansionListener() = default;
+    ExpansionListener(const ExpansionListener&) = default;
+    ExpansionListener& operator=(const ExpansionListener&) = default;
+};
+
+/// Converts the commands of `text` whose calls become legacy commands, each for itself, and only to
+/// tell of them. `expansion` is what `ExpandMacros` gave for the same text and options. Linear in
+/// the text and the expansions.
+QUILLET_EXPORT void ConvertExpansions(std::string_view text, const MacroExpansion& expansion,
+                                      const Options& options, ExpansionListener& listener);
+
+/// Where `ConvertExpanded` tells what it does.
+struct ExpandedConversion {
+    TextOutput& output;
+    ConversionListener& listener;
+    ExpansionListener& expansions;
+};
+
+/// Converts `text` as `ConvertStream` does, and expands calls: a command with calls, whose
+/// expansion holds a legacy command, is commented out and followed by a comment with the macro and
+/// the line, and by its expansion, converted. Definitions and all other calls stay as they are. An
+/// expansion that is no syntax is not put in.
+///
+/// `found` becomes what `FindLegacyCommands` is for a conversion without macros. The commands of an
+/// expansion count at the line of the call. Those in the body of a macro count as overlooked as
+/// long as the text does not call the macro, or a call is left; else they do not count, and there
+/// is a finding `kMacroExpanded` for each. The findings of `expansion`
+/// are among those found.
+[[nodiscard]] QUILLET_EXPORT Outcome ConvertExpanded(std::string_view text,
+                                                     const ExpandedConversion& conversion,
+                                                     const MacroExpansion& expansion,
+                                                     const FindOptions& options,
+                                                     LegacyFindings& found);
 
 /// A command outside of a text that calls macros of it.
 struct OutsideCall {
@@ -393,36 +549,6 @@ struct MacroBodies {
 [[nodiscard]] QUILLET_EXPORT MacroBodies
 ConvertMacroBodies(std::string_view text, const MacroOptions& options,
                    const std::vector<OutsideCalls>& outsideCalls);
-
-/// How a text reads in a layout. Counted are commands but for comments, DOCUMENT, inline data and
-/// the bodies of macros.
-struct LayoutReading {
-    long commands = 0;
-    long withCommandWord = 0;  ///< Begin with the word of a command, or call a macro.
-    long withoutPeriod = 0;    ///< Do not end in a period.
-    long withSign = 0;         ///< Have a "+" or "-" in the first column.
-    bool hasTokenizingError = false;
-};
-
-/// The layout in which a text reads well.
-struct LayoutChoice {
-    /// True for batch layout: at least nine in ten commands begin with a command word there, twice
-    /// as many as in interactive layout, most of them have no period, and there is no tokenizing
-    /// error.
-    bool batchMode = false;
-    LayoutReading interactive;
-    LayoutReading batch;  ///< All 0 where there are too few lines for so many commands.
-};
-
-/// Chooses the layout of `text`. `batchMode` of the options means nothing. Linear in the text.
-[[nodiscard]] QUILLET_EXPORT LayoutChoice ChooseLayout(std::string_view text,
-                                                       const Options& options);
-
-/// `text` with a period where a blank line follows a command or comment that has none: after its
-/// last token, before any comment, which is then lost. Blank lines in macros, DOCUMENT, inline
-/// data and glued literals end nothing, nor do any in batch layout. Linear in the text.
-[[nodiscard]] QUILLET_EXPORT std::string EndAtBlankLines(std::string_view text,
-                                                         const Options& options);
 
 }  // namespace quillet
 

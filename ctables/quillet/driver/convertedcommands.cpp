@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "driver/driver.h"
+#include "driver/outputfile.h"
 #include "driver/sourcelines.h"
 #include "driver/stringstreams.h"
 #include "macro/lexer.h"
@@ -128,7 +129,8 @@ ConvertedCommands ConvertCommands(std::string_view text, const CodePage& codePag
     const SourceLines lines(source);
     ConvertedCommands commands;
     StringInput input(source);
-    NoOutput output;
+    NoOutput nowhere;
+    OutputFile output(nowhere);
     PieceRecorder listener(lines, commands);
     Driver driver(input, output, listener, codePage, batchMode);
     if (driver.Run() != Outcome::kDone) commands.hasFailed = true;

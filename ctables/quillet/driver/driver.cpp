@@ -68,19 +68,20 @@ StepResult TooLarge(const ConvertedCommand& command) {
 
 }  // namespace
 
-Driver::Driver(TextInput& input, TextOutput& output, ConversionListener& listener,
-               const CodePage& codePage, bool batchMode)
-    : m_lines(input),
+Driver::Driver(TextInput& input, OutputFile& output, ConversionListener& listener,
+               const CodePage& codePage, bool batchMode, InputPlace place)
+    : m_lines(input, place.blockSize),
       m_commands(m_lines, codePage, batchMode),
       m_out(output),
       m_listener(listener),
       m_codePage(codePage),
-      m_batchMode(batchMode) {}
+      m_batchMode(batchMode),
+      m_place(place) {}
 
 Outcome Driver::Run() {
     Outcome outcome = Outcome::kDone;
     try {
-        outcome = HandleCommands();
+        outcome = HandleAll();
     } catch (const std::bad_alloc&) {
         StopWithoutMemory();
         outcome = Outcome::kOutOfMemory;
@@ -89,9 +90,24 @@ Outcome Driver::Run() {
     return m_lines.Failed() ? Outcome::kReadError : outcome;
 }
 
-Outcome Driver::HandleCommands() {
+Outcome Driver::RunPiece(bool endsLinesInCrLf) {
+    m_lines.ExpectLineEnds(endsLinesInCrLf);
+    try {
+        const Outcome outcome = HandleCommands();
+        return m_out.Failed() ? Outcome::kWriteError : outcome;
+    } catch (const std::bad_alloc&) {
+        StopWithoutMemory();
+        return Outcome::kOutOfMemory;
+    }
+}
+
+Outcome Driver::HandleAll() {
     if (m_lines.SkipByteOrderMark()) m_out.Write(kByteOrderMark);
     if (m_lines.FirstLineEndsInCrLf()) m_out.UseCrLf();
+    return HandleCommands();
+}
+
+Outcome Driver::HandleCommands() {
     try {
         while (ReadCommand()) HandleCommand();
         return Outcome::kDone;
@@ -200,8 +216,9 @@ void Driver::WriteConverted(const ConvertedCommand& command, CommandReport& repo
 // nothing is known, nothing is said.
 void Driver::WriteFailed(const ConvertedCommand& command, const CommandReport& report,
                          bool hasPlace) {
+    const int column = m_place.callLine != 0 ? m_place.callColumn : report.errorColumn;
     const std::string position =
-        hasPlace ? FillPosition(kTablesPosition, report.errorLine, report.errorColumn) : "";
+        hasPlace ? FillPosition(kTablesPosition, m_place.LineOf(report.errorLine), column) : "";
     const std::string comment = "*" + std::string(report.message);
     WriteSource(command);
     m_listener.OnResultLine(command.failed);
@@ -224,8 +241,10 @@ void Driver::WriteSource(const ConvertedCommand& command) {
 
 // The output gives the error's line as it counts; the listener is told that of the file.
 void Driver::StopAtError(const ParseError& error) {
-    WriteTokenizingError(error, m_out);
     const bool wasReading = error.CountsFromFile();
+    ParseError told = error;
+    if (wasReading) told.CountFromFile(m_place.linesBefore + 1);
+    WriteTokenizingError(told, m_out);
     const std::string source = wasReading ? m_commands.TextUpToError() : m_commands.CommandText();
     CommandReport report = ReportOfCommand();
     report.outcome = CommandOutcome::kUnreadable;
@@ -240,7 +259,7 @@ void Driver::StopAtError(const ParseError& error) {
 
 // The stream gives back what it holds, and the rest takes no memory.
 void Driver::StopWithoutMemory() {
-    const OutOfMemoryLine line(m_commands.StartLine());
+    const OutOfMemoryLine line(m_place.LineOf(m_commands.StartLine()));
     m_commands.GiveMemoryBack();
     m_out.BreakOff();
     WriteStarred(line.Text(), m_out);

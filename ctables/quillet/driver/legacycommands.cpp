@@ -1,5 +1,7 @@
 // Every legacy command of a text is found here and accounted for: by what the conversion has told
 // of it, or by the reason why that never saw it.
+#include "driver/legacycommands.h"
+
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -74,8 +76,10 @@ long LookalikeOfEnd(const SourceLines& lines, const CommandExtent& extent) {
 class LegacyCommandFinder {
 public:
     LegacyCommandFinder(std::string_view text, const FindOptions& options,
-                        const std::vector<CommandOutline>& commands, const CodePage& codePage)
+                        const std::vector<CommandOutline>& commands, const CodePage& codePage,
+                        InputPlace place = {})
         : m_lines(text),
+          m_place(place),
           m_options(options),
           m_batchMode(options.conversion.batchMode),
           m_outlines(commands),
@@ -88,6 +92,30 @@ public:
         TellOfText();
         for (const CommandExtent& extent : Extents()) LookAt(extent);
         TellOfLayout();
+        return Sorted();
+    }
+
+    // Tells nothing about the text as a whole.
+    LegacyFindings RunOnPiece() {
+        m_definitions = FindMacroDefinitions(m_lines, Extents());
+        FindStop();
+        for (const CommandExtent& extent : Extents()) LookAt(extent);
+        LegacyFindings found = Sorted();
+        for (LegacyCommand& command : found.commands) {
+            command.firstLine = m_place.LineOf(command.firstLine);
+            command.lastLine = m_place.LineOf(command.lastLine);
+        }
+        for (Finding& finding : found.findings) {
+            finding.firstLine = m_place.LineOf(finding.firstLine);
+            finding.lastLine = m_place.LineOf(finding.lastLine);
+            finding.causeLine = m_place.LineOf(finding.causeLine);
+        }
+        return found;
+    }
+
+    // Tells nothing but that.
+    LegacyFindings RunOnWhole() {
+        TellOfText();
         return Sorted();
     }
 
@@ -239,7 +267,7 @@ private:
     void TellOfData(const MeantCommand& command, const CommandExtent& extent) {
         if (m_dataLine != extent.firstLine) m_dataEnd = LookalikeOfEnd(m_lines, extent);
         m_dataLine = extent.firstLine;
-        const std::string other = std::to_string(m_dataEnd);
+        const std::string other = std::to_string(m_place.LineOf(m_dataEnd));
         Overlook(command, FindingCode::kDataLines,
                  m_dataEnd != 0 ? Wording::kDataLinesWithEnd : Wording::kDataLines,
                  extent.firstLine, {.other = other});
@@ -249,7 +277,7 @@ private:
         if (!m_hasCounted) CountMacroCalls(m_lines, Extents(), m_batchMode, m_definitions);
         m_hasCounted = true;
         m_macro = macro.name;
-        const std::string firstCall = std::to_string(macro.firstCallLine);
+        const std::string firstCall = std::to_string(m_place.LineOf(macro.firstCallLine));
         constexpr std::array kWordings = {Wording::kMacroBody, Wording::kMacroBodyCalledOnce,
                                           Wording::kMacroBodyCalled};
         const auto row = static_cast<std::size_t>(std::min(macro.calls, 2L));
@@ -300,8 +328,8 @@ private:
 
     void Add(Finding finding, Wording wording, SentenceParts parts) {
         parts.command = WordOf(finding.command);
-        parts.line = finding.firstLine;
-        parts.cause = finding.causeLine;
+        parts.line = m_place.LineOf(finding.firstLine);
+        parts.cause = m_place.LineOf(finding.causeLine);
         finding.sentence = SentenceOf(wording, parts);
         m_result.findings.push_back(std::move(finding));
     }
@@ -451,6 +479,7 @@ private:
     }
 
     SourceLines m_lines;
+    InputPlace m_place;  // of the text, where it is a piece of another
     const FindOptions& m_options;
     bool m_batchMode;
     const std::vector<CommandOutline>& m_outlines;
@@ -489,6 +518,19 @@ long LegacyFindings::Count(LegacyOutcome outcome) const {
         commands.begin(), commands.end(),
         [outcome](const LegacyCommand& command) { return command.outcome == outcome; });
     return static_cast<long>(count);
+}
+
+LegacyFindings FindLegacyCommandsIn(std::string_view piece, const FindOptions& options,
+                                    const std::vector<CommandOutline>& commands,
+                                    const CodePage& codePage, const InputPlace& place) {
+    const ScopedAssertionHandler handler(TellNobody);
+    return LegacyCommandFinder(piece, options, commands, codePage, place).RunOnPiece();
+}
+
+LegacyFindings FindingsOfWhole(std::string_view text, const FindOptions& options,
+                               const CodePage& codePage) {
+    const ScopedAssertionHandler handler(TellNobody);
+    return LegacyCommandFinder(text, options, {}, codePage).RunOnWhole();
 }
 
 LegacyFindings FindLegacyCommands(std::string_view text, const FindOptions& options,

@@ -55,7 +55,7 @@ public:
         }
         file.name = std::move(include.name);
         file.text = std::move(include.text);
-        file.layout = {include.batchMode, include.endAtBlankLines};
+        file.layout.batchMode = include.batchMode;
         return true;
     }
 
@@ -145,7 +145,6 @@ private:
         macro::ExpansionOptions options;
         options.pCodePage = &m_codePage;
         options.layout.batchMode = batchMode;
-        options.layout.endAtBlankLines = m_options.endAtBlankLines;
         options.limits = m_limits;
         options.fileName = m_options.name;
         return options;

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/byteblock.h"
-
 namespace quillet {
 
 namespace {
@@ -29,9 +27,9 @@ std::string WithoutBlankLines(std::string_view text) {
     return result;
 }
 
-OutputFile::OutputFile(TextOutput& output) : m_output(output) {
-    // Room for a block and for what comes when a block is full.
-    m_buffer.reserve(2 * kBlockSize);
+OutputFile::OutputFile(TextOutput& output, std::size_t size) : m_output(output) {
+    // A large one has room for a block and for what comes when a block is full.
+    m_buffer.reserve(size);
 }
 
 void OutputFile::Write(std::string_view text) {

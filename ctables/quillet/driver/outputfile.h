@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "driver/datalines.h"
+#include "platform/byteblock.h"
 #include "quillet.h"
 
 namespace quillet {
@@ -16,8 +17,8 @@ namespace quillet {
 /// writing them and reading the file again to take them out.
 class OutputFile {
 public:
-    /// `output` is borrowed.
-    explicit OutputFile(TextOutput& output);
+    /// `output` is borrowed. Has room for `size` bytes from the beginning.
+    explicit OutputFile(TextOutput& output, std::size_t size = 2 * kBlockSize);
 
     /// From now on each line ends in CR LF.
     void UseCrLf() { m_lineEnd = "\r\n"; }

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "driver/driver.h"
+#include "driver/outputfile.h"
 #include "driver/rereadinput.h"
 #include "driver/stringstreams.h"
 #include "driver/textencoding.h"
@@ -18,12 +19,14 @@ Outcome ConvertStream(TextInput& input, TextOutput& output, ConversionListener& 
         listener.OnDiagnostic(AssertionLine(failure));
     });
     RereadInput source(input);
+    std::optional<OutputFile> out;
     std::optional<Driver> driver;
     try {
         const CodePage* pCodePage = ChooseCodePage(source, options);
         if (pCodePage == nullptr) return Outcome::kReadError;
         listener.OnEncoding(EncodingOf(*pCodePage, options));
-        driver.emplace(source, output, listener, *pCodePage, options.batchMode);
+        out.emplace(output);
+        driver.emplace(source, *out, listener, *pCodePage, options.batchMode);
     } catch (const std::bad_alloc&) {
         return StopBeforeTheFirstCommand(output, listener);
     }

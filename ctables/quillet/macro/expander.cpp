@@ -76,6 +76,8 @@ bool Expander::ExpandCall(const Macro& macro, const GivenArguments& given, bool 
     m_expansions = 0;
     m_heldBytes = 0;
     m_pMacro = nullptr;
+    m_expanded.clear();
+    m_isExpanded.clear();
     m_fault = {};
     if (ExpandMacro(macro, given, beginsCommand, /*depth=*/1, expansion)) return true;
     fault = std::move(m_fault);
@@ -86,6 +88,7 @@ bool Expander::ExpandMacro(const Macro& macro, const GivenArguments& given, bool
                            int depth, std::string& expansion) {
     if (depth > m_limits.macroDepth) return Fail(FaultKind::kMacrosTooDeep, macro.name);
     if (++m_expansions > m_limits.expansions) return Fail(FaultKind::kTooManyExpansions);
+    if (m_isExpanded.insert(&macro).second) m_expanded.push_back(&macro);
     if (macro.program.fault) {
         m_fault = *macro.program.fault;
         m_fault.line += macro.bodyLine - 1;

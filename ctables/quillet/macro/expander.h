@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_set>
+#include <vector>
 
 #include "macro/argumentreader.h"
 #include "macro/commandcutter.h"
@@ -29,6 +31,10 @@ public:
     /// something goes wrong; the line of `fault` is then 0 where it is about the call itself.
     [[nodiscard]] bool ExpandCall(const Macro& macro, const GivenArguments& given,
                                   bool beginsCommand, std::string& expansion, Fault& fault);
+
+    /// The macros that the last call has expanded, or begun to, once each, in the order in which
+    /// they were begun.
+    [[nodiscard]] const std::vector<const Macro*>& ExpandedMacros() const { return m_expanded; }
 
 private:
     struct Loop;
@@ -86,6 +92,8 @@ private:
     long m_passes = 0;
     long m_expansions = 0;
     std::size_t m_heldBytes = 0;  // in all values
+    std::vector<const Macro*> m_expanded;
+    std::unordered_set<const Macro*> m_isExpanded;  // the same ones
     Fault m_fault;
     // What is being expanded: its body and the place in it, for what goes wrong.
     const Macro* m_pMacro = nullptr;

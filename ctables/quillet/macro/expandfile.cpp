@@ -249,6 +249,8 @@ void FileReader::ReadCalls(const Place& place, const Command& command) {
                 ReadArguments(m_codePage, pMacro->list, text, position, call.arguments, fault);
             call.begin = place.offset + token.begin;
             call.end = place.offset + position;
+            call.commandBegin = place.offset + command.begin;
+            call.commandEnd = place.offset + command.end + (command.isEnded ? 1 : 0);
             if (isRead) {
                 ExpandCall(call, token.begin == command.begin);
                 const DroppedPeriod dropped =
@@ -272,7 +274,12 @@ void FileReader::ReadCalls(const Place& place, const Command& command) {
 void FileReader::ExpandCall(Call& call, bool beginsCommand) {
     Fault fault;
     std::string text;
-    if (m_expander.ExpandCall(*call.macro, call.arguments, beginsCommand, text, fault)) {
+    const bool isExpanded =
+        m_expander.ExpandCall(*call.macro, call.arguments, beginsCommand, text, fault);
+    for (const Macro* pMacro : m_expander.ExpandedMacros()) {
+        call.expanded.push_back(pMacro->shared_from_this());
+    }
+    if (isExpanded) {
         text = WithLineBreaks(std::move(text), m_lineBreak);
         m_textSize += text.size();
         if (m_textSize <= m_options.limits.fileTextSize) {

@@ -81,6 +81,13 @@ struct Call {
     GivenArguments arguments;
     /// The definition that was known at the call; of the file itself or of one that it includes.
     std::shared_ptr<const Macro> macro;
+    /// All that were expanded for the call, or begun to be, once each: its own first, then those
+    /// that it calls. Empty when the call cannot be read.
+    std::vector<std::shared_ptr<const Macro>> expanded;
+    /// The command that the call stands in: its bytes are [commandBegin, commandEnd), with its
+    /// period.
+    std::size_t commandBegin = 0;
+    std::size_t commandEnd = 0;
 };
 
 /// An INCLUDE or INSERT command of the file itself.

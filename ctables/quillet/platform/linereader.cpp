@@ -4,7 +4,8 @@
 
 namespace quillet {
 
-LineReader::LineReader(TextInput& input) : m_input(input) {}
+LineReader::LineReader(TextInput& input, std::size_t blockSize)
+    : m_input(input), m_buffer(blockSize) {}
 
 // Reads more after the unread bytes, which move to the front. False when there is no more.
 bool LineReader::FillBuffer() {

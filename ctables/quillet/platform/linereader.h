@@ -18,8 +18,9 @@ inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 /// its line. Keeps one block of the input, or one line when that is longer.
 class LineReader {
 public:
-    /// `input` is borrowed and read from where it stands.
-    explicit LineReader(TextInput& input);
+    /// `input` is borrowed and read from where it stands, about `blockSize` bytes at a time, which
+    /// is not 0.
+    explicit LineReader(TextInput& input, std::size_t blockSize = kBlockSize);
 
     /// Steps over a `kByteOrderMark`. Only before the first line; true when there was one.
     [[nodiscard]] bool SkipByteOrderMark();
@@ -33,6 +34,10 @@ public:
 
     /// True when the input's first line ends in CR LF. Looks ahead when no line was read yet.
     [[nodiscard]] bool FirstLineEndsInCrLf();
+
+    /// Takes the first line's end as told, for an input that is a piece of a text. Only before the
+    /// first line.
+    void ExpectLineEnds(bool endsInCrLf) { m_firstLineEndsInCrLf = endsInCrLf; }
 
     /// The bytes that have been read and not yet been delivered, as they stand in the input:
     /// any number of lines and the beginning of one. Good until the next line is read.

@@ -640,6 +640,7 @@ const kUsualMinutes = new Map(Object.entries({
     "finding.open-command": 3, "finding.command-lost": 5, "finding.swallowed": 3,
     "finding.comment-dropped": 1, "finding.encoding-doubtful": 5, "finding.old-line-ends": 0,
     "finding.wide-text": 0, "finding.layout-unclear": 5, "finding.include": 2,
+    "finding.macro-expanded": 0, "finding.macro-fault": 10,
     "failure.unclosed-literal": 5, "failure.igraph-not-expressible": 30,
     "failure.table-too-large": 45, "again.failure": 1, "note.warning": 2,
 }));
