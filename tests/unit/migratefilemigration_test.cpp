@@ -108,6 +108,9 @@ private:
         if (how.pBatchPattern != nullptr) layoutRules.AddBatch(how.pBatchPattern);
         ResultOptions options;
         options.endsAtBlankLines = how.endsAtBlankLines;
+        IncludedTexts includes(
+            {*source, encodings, encodingRules, layoutRules, false},
+            [](std::string_view /*path*/, const std::string& /*from*/) { return std::nullopt; });
         const MigrationContext context = {*source,
                                           target,
                                           m_earlier,
@@ -118,6 +121,7 @@ private:
                                           encodingRules,
                                           options,
                                           layoutRules,
+                                          includes,
                                           {},
                                           false,
                                           how.copiesUnconverted,

@@ -10,6 +10,7 @@
 
 #include "migrate/jsonreport.h"
 #include "migrate/legacysearch.h"
+#include "migrate/macroreport.h"
 #include "migrate/recodedtext.h"
 #include "platform/byteblock.h"
 #include "quillet.h"
@@ -190,6 +191,16 @@ public:
         m_unreadable.reset();
     }
 
+    // Macros matter to failures alone, and few texts have any.
+    [[nodiscard]] std::string Hint(const CommandReport& report) {
+        m_hints.encoding = m_encoding;
+        if (report.outcome == CommandOutcome::kFailed && !m_hasMacroNames) {
+            m_hints.macroNames = FindMacroNames(m_text, m_options);
+            m_hasMacroNames = true;
+        }
+        return HintFor(report, m_hints);
+    }
+
     // A result that lacks a command for want of memory must not be kept as if it were whole.
     [[nodiscard]] bool IsOutOfMemory() const { return m_isOutOfMemory; }
 
@@ -205,14 +216,8 @@ private:
         m_unreadable = KeptReport{report, std::string(report.source), std::string(report.message)};
     }
 
-    // Macros matter to failures alone, and few texts have any.
     void Add(const CommandReport& report) {
-        m_hints.encoding = m_encoding;
-        if (report.outcome == CommandOutcome::kFailed && !m_hasMacroNames) {
-            m_hints.macroNames = FindMacroNames(m_text, m_options);
-            m_hasMacroNames = true;
-        }
-        m_commands.Add(CommandJson(report, m_encoding, m_hints.pNamed, HintFor(report, m_hints)));
+        m_commands.Add(CommandJson(report, m_encoding, m_hints.pNamed, Hint(report)));
     }
 
     FileFacts& m_facts;
@@ -229,6 +234,13 @@ private:
     bool m_isOutOfMemory = false;
     int m_diagnostics = 0;
 };
+
+void AddFindings(const std::vector<Finding>& findings, LegacyFindings& found) {
+    found.findings.insert(found.findings.end(), findings.begin(), findings.end());
+    std::stable_sort(
+        found.findings.begin(), found.findings.end(),
+        [](const Finding& left, const Finding& right) { return left.firstLine < right.firstLine; });
+}
 
 Outcome CopyText(TextInput& input, TextOutput& output) {
     ByteBlock block;
@@ -258,6 +270,8 @@ void FileMigration::Run(const FileTask& task) {
     m_identity = {};
     m_commands.Clear();
     m_findings.Clear();
+    m_macros.Clear();
+    m_includes.clear();
     m_newResult.reset();
     m_recorded.reset();
     m_bytesCounted = 0;
@@ -396,7 +410,7 @@ void FileMigration::Judge(SourceFile& source) {
     bool isOwn = false;
     for (const JournalRecord& record : records) {
         m_identity.isAccepted = record.identity.isAccepted;
-        if (record.identity == m_identity) {
+        if (record.identity == m_identity && IsUpToDate(record)) {
             m_facts.result = ResultState::kKept;
             if (TakeRecorded(record)) return;
             // What is known of its commands was lost.
@@ -445,18 +459,27 @@ void FileMigration::JudgeUnknown(SourceFile& source) {
                           : "the result was edited";
 }
 
+// An included file may have become another one since: then the result, or what is told of it, may
+// as well.
+bool FileMigration::IsUpToDate(const JournalRecord& record) const {
+    return record.identity.isAccepted || m_context.includes.AreTheSame(record.includes);
+}
+
 bool FileMigration::TakeRecorded(const JournalRecord& record) {
     const std::optional<ArrayPlace> commands = m_context.earlier.CommandsOf(record);
     const std::optional<ArrayPlace> findings = m_context.earlier.FindingsOf(record);
-    if (!commands || !findings) return false;
+    const std::optional<ArrayPlace> macros = m_context.earlier.MacrosOf(record);
+    if (!commands || !findings || !macros) return false;
     FileFacts facts = record.facts;
     facts.result = m_facts.result;
     facts.bytes = m_facts.bytes;
     facts.modified = m_facts.modified;
-    m_recorded = FinishedFile{{std::move(facts), *commands, *findings},
+    m_recorded = FinishedFile{{std::move(facts), *commands, *findings, *macros},
                               m_identity,
                               record.commands.hash,
-                              record.findings.hash};
+                              record.findings.hash,
+                              record.macros.hash,
+                              record.includes};
     return true;
 }
 
@@ -585,21 +608,46 @@ Outcome FileMigration::ConvertWhole(std::string text, TextOutput& output, bool e
     m_facts.encodingReason = m_encodingReason;
     const Options options = ChooseLayoutFor(text);
     if (EndsAtBlankLines(options)) text = EndAtBlankLines(text, options);
+    const MacroExpansion expansion = ExpandIn(text, options);
     FactsCollector collector(m_facts, m_commands, m_context.progress, text, options);
     Utf8Output inUtf8(output, m_namedCodePage.get());
     if (m_context.options.isUtf8) collector.TellEncodingTo(inUtf8);
-    TextView input(text);
-    Outcome outcome =
-        ConvertStream(input, m_context.options.isUtf8 ? static_cast<TextOutput&>(inUtf8) : output,
-                      collector, options);
+    TextOutput& result = m_context.options.isUtf8 ? static_cast<TextOutput&>(inUtf8) : output;
+    const FindingEncoding encoding = {EncodingOfText(text, m_namedCodePage).encoding,
+                                      m_namedCodePage.get()};
+    const FindOptions search = SearchOptions(options, endsLinesInCr, encoding);
+    MacroCollector macros(expansion, encoding, [&collector](const CommandReport& report) {
+        return collector.Hint(report);
+    });
+    const bool expands =
+        m_context.options.macros != MacroMode::kReport && !expansion.macros.empty();
+    LegacyFindings found;
+    Outcome outcome = Outcome::kDone;
+    if (expands) {
+        outcome = ConvertExpanded(text, {result, collector, macros}, expansion, search, found);
+    } else {
+        TextView input(text);
+        outcome = ConvertStream(input, result, collector, options);
+    }
     if (outcome != Outcome::kWriteError && !inUtf8.Finish()) outcome = Outcome::kWriteError;
     if (m_byteOrder) {
         m_facts.encoding = m_encodingName;
         m_facts.encodingReason = m_encodingReason;
     }
     if (collector.IsOutOfMemory()) return Outcome::kOutOfMemory;
+    if (!expands) {
+        found = FindLegacyCommands(text, search, collector.Outlines());
+        AddFindings(expansion.findings, found);
+        ConvertExpansions(text, expansion, options, macros);
+    }
+    TakeFindings(found, encoding, m_facts, m_findings);
+    macros.Finish(m_facts, m_macros);
+    collector.AddUnreadable(found);
+    return outcome;
+}
 
-    const FindingEncoding encoding = {collector.Encoding(), m_namedCodePage.get()};
+FindOptions FileMigration::SearchOptions(const Options& options, bool endsLinesInCr,
+                                         const FindingEncoding& encoding) const {
     FindOptions search;
     search.conversion = options;
     search.hadOldLineEnds = endsLinesInCr;
@@ -607,15 +655,33 @@ Outcome FileMigration::ConvertWhole(std::string text, TextOutput& output, bool e
     search.encodingName =
         m_encodingName.empty() ? m_context.options.legacyEncoding : m_encodingName;
     if (m_context.hasFile) {
-        search.isIncludeAtHand = [this, &encoding](std::string_view path) {
+        search.isIncludeAtHand = [this, encoding](std::string_view path) {
             return m_context.hasFile(ToUtf8(path, encoding.encoding, encoding.pNamed),
                                      m_facts.path);
         };
     }
-    const LegacyFindings found = FindLegacyCommands(text, search, collector.Outlines());
-    TakeFindings(found, encoding, m_facts, m_findings);
-    collector.AddUnreadable(found);
-    return outcome;
+    return search;
+}
+
+// Most files have no macros at all, and are not looked at for them.
+MacroExpansion FileMigration::ExpandIn(const std::string& text, const Options& options) {
+    m_includes.clear();
+    if (!MayHoldMacros(text)) return {};
+    const TextInEncoding encoding = EncodingOfText(text, m_namedCodePage);
+    MacroOptions macros;
+    macros.conversion = options;
+    macros.name = m_facts.path;
+    macros.findInclude = [this, &encoding](std::string_view path, const std::string& includingFile,
+                                           IncludedText& file) {
+        const std::string name = ToUtf8(path, encoding.encoding, encoding.named.get());
+        IncludeLookup lookup;
+        const bool isFound = m_context.includes.Find(name, includingFile, encoding, file, lookup);
+        if (std::find(m_includes.begin(), m_includes.end(), lookup) == m_includes.end()) {
+            m_includes.push_back(std::move(lookup));
+        }
+        return isFound;
+    };
+    return ExpandMacros(text, macros);
 }
 
 Options FileMigration::ChooseLayoutFor(const std::string& text) {
@@ -648,13 +714,12 @@ bool FileMigration::EndsAtBlankLines(const Options& options) {
 
 // Nothing of what a conversion has told holds for a file that is not converted.
 void FileMigration::ForgetUnconverted() {
-    const std::int64_t lines = m_facts.lines;
-    const std::int64_t told = m_facts.told;
-    std::vector<std::string> codes = std::move(m_facts.codes);
+    const FileFacts facts = m_facts;
     ForgetConversion(m_facts);
-    m_facts.lines = lines;
-    m_facts.told = told;
-    m_facts.codes = std::move(codes);
+    m_facts.lines = facts.lines;
+    m_facts.told = facts.told;
+    m_facts.codes = facts.codes;
+    TakeMacroNumbers(facts, m_facts);
     m_facts.message.clear();
     m_commands.Clear();
 }
@@ -692,6 +757,7 @@ void FileMigration::Fail(std::string_view what, const std::error_code& error) {
     ForgetConversion(m_facts);
     m_commands.Clear();
     m_findings.Clear();
+    m_macros.Clear();
     MarkAsFailed(m_facts, what, error);
 }
 
@@ -711,6 +777,8 @@ void FileMigration::FinishResult() {
     JournalRecord record;
     record.commands = m_context.journal.Store(m_commands);
     record.findings = m_context.journal.Store(m_findings);
+    record.macros = m_context.journal.Store(m_macros);
+    record.includes = m_includes;
     FinishedFile finished;
     if (m_facts.result == ResultState::kNew || m_facts.result == ResultState::kKept) {
         record.facts = m_facts;
@@ -728,9 +796,12 @@ void FileMigration::FinishResult() {
         m_context.progress.failures.fetch_add(1, std::memory_order_relaxed);
     }
     finished.entry = {std::move(m_facts), m_context.journal.PlaceOf(record.commands),
-                      m_context.journal.PlaceOf(record.findings)};
+                      m_context.journal.PlaceOf(record.findings),
+                      m_context.journal.PlaceOf(record.macros)};
     finished.commandsHash = record.commands.hash;
     finished.findingsHash = record.findings.hash;
+    finished.macrosHash = record.macros.hash;
+    finished.includes = std::move(m_includes);
     if (m_newResult != nullptr) {
         m_context.publisher.Add(std::move(m_newResult), std::move(finished));
     } else {

@@ -9,12 +9,15 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "migrate/arrayspool.h"
 #include "migrate/encodings.h"
 #include "migrate/filetree.h"
+#include "migrate/includedtexts.h"
 #include "migrate/journal.h"
 #include "migrate/layouts.h"
+#include "migrate/legacysearch.h"
 #include "migrate/progress.h"
 #include "migrate/reportdata.h"
 #include "migrate/resultoptions.h"
@@ -42,6 +45,7 @@ struct MigrationContext {
     const EncodingRules& encodingRules;
     ResultOptions options;
     const LayoutRules& layoutRules;
+    IncludedTexts& includes;
     /// Whether the source holds the file that a path, in UTF-8, means in a file; may be empty.
     std::function<bool(std::string_view path, std::string_view includingFile)> hasFile;
     bool copiesOthers = false;
@@ -73,6 +77,7 @@ private:
     [[nodiscard]] Standing HashStandingResult();
     void Judge(SourceFile& source);
     void JudgeUnknown(SourceFile& source);
+    [[nodiscard]] bool IsUpToDate(const JournalRecord& record) const;
     [[nodiscard]] bool TakeRecorded(const JournalRecord& record);
 
     void Make(SourceFile& source);
@@ -81,6 +86,9 @@ private:
     [[nodiscard]] bool CopyInto(NewFile* pResult, SourceFile& source, ContentHash& made);
     [[nodiscard]] Outcome Convert(TextInput& input, TextOutput& output);
     [[nodiscard]] Outcome ConvertWhole(std::string text, TextOutput& output, bool endsLinesInCr);
+    [[nodiscard]] MacroExpansion ExpandIn(const std::string& text, const Options& options);
+    [[nodiscard]] FindOptions SearchOptions(const Options& options, bool endsLinesInCr,
+                                            const FindingEncoding& encoding) const;
     [[nodiscard]] Options ChooseLayoutFor(const std::string& text);
     [[nodiscard]] bool EndsAtBlankLines(const Options& options);
     void ForgetUnconverted();
@@ -111,6 +119,8 @@ private:
         m_identity;  // of the result that was made or, before that, of the one that stands
     ArraySpool m_commands;
     ArraySpool m_findings;
+    ArraySpool m_macros;
+    std::vector<IncludeLookup> m_includes;
     std::unique_ptr<NewFile> m_newResult;    // complete, but without its name
     std::optional<FinishedFile> m_recorded;  // what was taken from a record
     std::uint64_t m_bytesCounted = 0;

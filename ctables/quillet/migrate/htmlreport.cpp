@@ -29,7 +29,7 @@ bool IsSpecial(char byte) { return byte == '<' || byte == kSeparatorStart[0]; }
 
 // Beside the facts that all files have.
 bool HasDetails(const FileEntry& file) {
-    return HasCommands(file.facts) || HasFindings(file.facts);
+    return HasCommands(file.facts) || HasFindings(file.facts) || HasMacros(file.facts);
 }
 
 std::string CountsJson(const NameCounts& counts) {
@@ -99,6 +99,8 @@ bool WriteChunkElement(const FileEntry& file, std::size_t chunk, TextOutput& out
     ScriptEscaper escaper(output);
     return output.Write(ElementStart("chunk-" + std::to_string(chunk))) &&
            escaper.Write("{\"findings\":") && CopyArray(file.findings, escaper) &&
+           (file.macros.pFile == nullptr ||
+            (escaper.Write(kMacrosMember) && CopyArray(file.macros, escaper))) &&
            escaper.Write(kCommandsMember) && CopyArray(file.commands, escaper) &&
            escaper.Write("}") && escaper.Finish() && output.Write(kElementEnd);
 }

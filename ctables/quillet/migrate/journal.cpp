@@ -75,6 +75,10 @@ std::optional<ArrayPlace> EarlierResults::FindingsOf(const JournalRecord& record
     return PlaceOf(record.findings, !HasFindings(record.facts));
 }
 
+std::optional<ArrayPlace> EarlierResults::MacrosOf(const JournalRecord& record) const {
+    return PlaceOf(record.macros, !HasMacros(record.facts));
+}
+
 std::optional<ArrayPlace> EarlierResults::PlaceOf(const StoredArray& array, bool isEmpty) const {
     if (array.place == StoredArray::Place::kNowhere) {
         return isEmpty ? std::optional(ArrayPlace{}) : std::nullopt;
@@ -288,12 +292,14 @@ private:
             JournalRecord copy = record;
             copy.commands = {};
             copy.findings = {};
+            copy.macros = {};
             // Of an older state nobody will ask.
             const bool isLatest = &record == &records.back();
             const EarlierResults& earlier = m_journal.earlier;
             if (isLatest &&
                 (!CopyArray(earlier.CommandsOf(record), record.commands.hash, copy.commands) ||
-                 !CopyArray(earlier.FindingsOf(record), record.findings.hash, copy.findings))) {
+                 !CopyArray(earlier.FindingsOf(record), record.findings.hash, copy.findings) ||
+                 !CopyArray(earlier.MacrosOf(record), record.macros.hash, copy.macros))) {
                 return false;
             }
             if (!WriteLine(FormatRecord(copy))) return false;
@@ -322,9 +328,11 @@ private:
         if (!file.identity) return true;
         const FileEntry& entry = m_journal.entries[index];
         JournalRecord record{entry.facts, *file.identity, {}, {}};
+        record.includes = file.includes;
         const ArrayOffsets& offsets = m_journal.offsets[index];
         record.commands = InReport(entry.commands, offsets.commands, file.commandsHash);
         record.findings = InReport(entry.findings, offsets.findings, file.findingsHash);
+        record.macros = InReport(entry.macros, offsets.macros, file.macrosHash);
         return WriteLine(FormatRecord(record));
     }
 

@@ -44,6 +44,8 @@ public:
     [[nodiscard]] std::optional<ArrayPlace> CommandsOf(const JournalRecord& record) const;
     /// The same of its findings; nothing, too, where nobody has looked for any.
     [[nodiscard]] std::optional<ArrayPlace> FindingsOf(const JournalRecord& record) const;
+    /// The same of its macros.
+    [[nodiscard]] std::optional<ArrayPlace> MacrosOf(const JournalRecord& record) const;
 
 private:
     [[nodiscard]] std::optional<ArrayPlace> PlaceOf(const StoredArray& array, bool isEmpty) const;
@@ -61,6 +63,8 @@ struct FinishedFile {
     std::optional<ResultIdentity> identity;
     ContentHash commandsHash;  ///< Of the entry's commands.
     ContentHash findingsHash;
+    ContentHash macrosHash = {};
+    std::vector<IncludeLookup> includes = {};  ///< See `JournalRecord`.
 };
 
 /// The journal of a run, which it has for itself. From any thread, but for what says otherwise.

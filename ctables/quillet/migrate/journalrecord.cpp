@@ -113,6 +113,7 @@ void ReadFacts(MemberReader& reader, bool hasFindings, FileFacts& facts) {
     facts.message = reader.Text("message");
     for (const FileNumber& number : kFileNumbers) {
         if (!hasFindings && !number.isInOldRecords) continue;
+        if (number.isOptional && reader.Find(number.pName) == nullptr) continue;
         facts.*number.pMember =
             static_cast<std::int64_t>(reader.Number(number.pName, kLargestNumber));
     }
@@ -146,6 +147,38 @@ void ReadArray(MemberReader& reader, const char* pName, StoredArray& array) {
     if (!members.IsGood() || array.place == StoredArray::Place::kNowhere) reader.Spoil();
 }
 
+void ReadIncludes(MemberReader& reader, std::vector<IncludeLookup>& includes) {
+    const nlohmann::json* pIncludes = reader.Find("includes");
+    if (pIncludes == nullptr) return;
+    if (!pIncludes->is_array()) return reader.Spoil();
+    for (const nlohmann::json& element : *pIncludes) {
+        MemberReader members(element);
+        IncludeLookup lookup;
+        const std::optional<std::string> path = PercentDecode(members.Text("path"));
+        const std::optional<std::string> from = PercentDecode(members.Text("from"));
+        const std::optional<std::string> file = PercentDecode(members.Text("file"));
+        lookup.hash = members.Hash("hash");
+        if (!members.IsGood() || !path || !from || !file) return reader.Spoil();
+        lookup.path = *path;
+        lookup.includingFile = *from;
+        lookup.file = *file;
+        includes.push_back(std::move(lookup));
+    }
+}
+
+OrderedJson IncludesJson(const std::vector<IncludeLookup>& includes) {
+    OrderedJson array = OrderedJson::array();
+    for (const IncludeLookup& lookup : includes) {
+        OrderedJson json = OrderedJson::object();
+        json["path"] = PercentEncode(lookup.path);
+        json["from"] = PercentEncode(lookup.includingFile);
+        json["file"] = PercentEncode(lookup.file);
+        json["hash"] = TextOf(lookup.hash);
+        array.push_back(std::move(json));
+    }
+    return array;
+}
+
 OrderedJson ArrayJson(const StoredArray& array) {
     // Not a null that becomes an object: a broken one would be destroyed if memory ran out then.
     OrderedJson json = OrderedJson::object();
@@ -175,6 +208,7 @@ std::string FormatRecord(const JournalRecord& record) {
         if (record.hasFindings || text.isInOldRecords) json[text.pName] = facts.*text.pMember;
     }
     for (const FileNumber& number : kFileNumbers) {
+        if (number.isOptional && facts.*number.pMember == 0) continue;
         if (record.hasFindings || number.isInOldRecords) {
             json[number.pName] = facts.*number.pMember;
         }
@@ -188,6 +222,10 @@ std::string FormatRecord(const JournalRecord& record) {
     if (record.findings.place != StoredArray::Place::kNowhere) {
         json["findings"] = ArrayJson(record.findings);
     }
+    if (record.macros.place != StoredArray::Place::kNowhere) {
+        json["macros"] = ArrayJson(record.macros);
+    }
+    if (!record.includes.empty()) json["includes"] = IncludesJson(record.includes);
     // Bytes that are no UTF-8 would throw otherwise.
     const std::string text = json.dump(-1, ' ', false, OrderedJson::error_handler_t::replace);
     std::string line(kRecordStart);
@@ -208,6 +246,8 @@ std::optional<JournalRecord> ParseRecord(std::string_view line) {
     ReadIdentity(reader, record.identity);
     ReadArray(reader, "commands", record.commands);
     ReadArray(reader, "findings", record.findings);
+    ReadArray(reader, "macros", record.macros);
+    ReadIncludes(reader, record.includes);
     if (!reader.IsGood()) return std::nullopt;
     return record;
 }

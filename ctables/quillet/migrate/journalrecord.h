@@ -7,8 +7,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "migrate/contenthash.h"
+#include "migrate/includelookup.h"
 #include "migrate/reportdata.h"
 
 namespace quillet::migrate {
@@ -46,6 +48,9 @@ struct JournalRecord {
     StoredArray findings;
     /// False for those of version 0.1, whose facts tell nothing about findings.
     bool hasFindings = true;
+    StoredArray macros = {};
+    /// What the result, and what is told of it, depend on beside the source.
+    std::vector<IncludeLookup> includes = {};
 };
 
 /// The record as a line with its line feed.

@@ -51,8 +51,9 @@ std::string_view TypeName(CommandType type) {
 OrderedJson TotalsJson(const Totals& totals) {
     OrderedJson json = OrderedJson::object();
     for (const TotalNumber& number : kTotalNumbers) {
-        json[number.pName] = std::visit(
+        OrderedJson value = std::visit(
             [&totals](auto pMember) { return OrderedJson(totals.*pMember); }, number.member);
+        if (!number.isOptional || value != 0) json[number.pName] = std::move(value);
     }
     return json;
 }
@@ -124,6 +125,7 @@ std::string CommandJson(const CommandReport& command, TextEncoding encoding, con
                         {"firstLine", command.firstLine},
                         {"lastLine", command.lastLine},
                         {"source", ToUtf8(command.source, encoding, pNamed)}};
+    if (!command.macro.empty()) json["macro"] = ToUtf8(command.macro, encoding, pNamed);
     if (command.outcome == CommandOutcome::kConverted) {
         json["generated"] = ToUtf8(command.generated, encoding, pNamed);
         json["generatedLine"] = command.generatedLine;
@@ -156,6 +158,35 @@ std::string FindingJson(const Finding& finding, TextEncoding encoding, const Cod
     return Dump(json);
 }
 
+std::string MacroCallJson(const MacroCallFacts& call, TextEncoding encoding,
+                          const CodePage* pNamed) {
+    OrderedJson json = {
+        {"firstLine", call.firstLine}, {"lastLine", call.lastLine}, {"outcome", call.outcome}};
+    if (!call.reason.empty()) json["reason"] = ToUtf8(call.reason, encoding, pNamed);
+    if (call.sharesCommand) json["sharesCommand"] = true;
+    if (!call.text.empty()) json["text"] = ToUtf8(call.text, encoding, pNamed);
+    std::string text = DumpOpen(json);
+    if (!call.findings.empty()) text.append(kFindingsMember).append("[" + call.findings + "]");
+    if (!call.commands.empty()) text.append(kCommandsMember).append("[" + call.commands + "]");
+    return text + "}";
+}
+
+std::string MacroJson(const DefinedMacro& macro, std::string_view calls, TextEncoding encoding,
+                      const CodePage* pNamed) {
+    OrderedJson json = {{"name", ToUtf8(macro.name, encoding, pNamed)}, {"file", nullptr}};
+    if (!macro.file.empty()) json["file"] = ToUtf8(macro.file, TextEncoding::kUtf8);
+    json["firstLine"] = macro.firstLine;
+    json["lastLine"] = macro.lastLine;
+    OrderedJson& commands = json["legacyCommands"] = OrderedJson::array();
+    for (const LegacyCommand& command : macro.commands) {
+        commands.push_back({{"type", TypeName(command.type)},
+                            {"firstLine", command.firstLine},
+                            {"lastLine", command.lastLine}});
+    }
+    json["expansions"] = macro.calls;
+    return DumpOpen(json) + ",\"calls\":[" + std::string(calls) + "]}";
+}
+
 namespace {
 
 // What any form of a report says about a file.
@@ -173,7 +204,10 @@ OrderedJson ShortFileJson(const FileEntry& file) {
 }
 
 void AddNumbers(const FileEntry& file, OrderedJson& json) {
-    for (const FileNumber& number : kFileNumbers) json[number.pName] = file.facts.*number.pMember;
+    for (const FileNumber& number : kFileNumbers) {
+        const std::int64_t value = file.facts.*number.pMember;
+        if (!number.isOptional || value != 0) json[number.pName] = value;
+    }
     json["message"] = file.facts.message;
     if (OrderedJson changes = ChangesJson(file.changes); !changes.empty()) {
         json["changes"] = std::move(changes);
@@ -270,7 +304,13 @@ bool WriteJsonReport(const Report& report, TextOutput& textOutput,
             return false;
         }
         offsets.findings = output.Size();
-        if (!CopyArray(file.findings, output) || !output.Write(kCommandsMember)) return false;
+        if (!CopyArray(file.findings, output)) return false;
+        if (file.macros.pFile != nullptr) {
+            if (!output.Write(kMacrosMember)) return false;
+            offsets.macros = output.Size();
+            if (!CopyArray(file.macros, output)) return false;
+        }
+        if (!output.Write(kCommandsMember)) return false;
         offsets.commands = output.Size();
         if (!CopyArray(file.commands, output) || !output.Write("}")) return false;
         if (pOffsets != nullptr) pOffsets->push_back(offsets);

@@ -21,6 +21,26 @@ namespace quillet::migrate {
 [[nodiscard]] std::string FindingJson(const Finding& finding, TextEncoding encoding,
                                       const CodePage* pNamed = nullptr);
 
+/// A call as the report shows it, below its macro.
+struct MacroCallFacts {
+    long firstLine = 0;  ///< Of the command that it stands in.
+    long lastLine = 0;
+    std::string_view outcome;
+    std::string_view reason;     ///< Why it is left; empty for all others.
+    bool sharesCommand = false;  ///< An earlier call shows what the command came to.
+    std::string_view text;       ///< The expanded command; empty for none.
+    std::string findings = {};   ///< Elements of JSON arrays, joined by commas.
+    std::string commands = {};
+};
+
+/// The JSON object of a call of a macro.
+[[nodiscard]] std::string MacroCallJson(const MacroCallFacts& call, TextEncoding encoding,
+                                        const CodePage* pNamed = nullptr);
+
+/// The JSON object of a macro as one file knows it; `calls` are such objects, joined by commas.
+[[nodiscard]] std::string MacroJson(const DefinedMacro& macro, std::string_view calls,
+                                    TextEncoding encoding, const CodePage* pNamed = nullptr);
+
 /// The JSON object of a file without its commands and findings and without the brace at its end, so
 /// that more members can follow, beginning with a comma.
 [[nodiscard]] std::string OpenFileJson(const FileEntry& file);
@@ -37,10 +57,11 @@ namespace quillet::migrate {
 
 /// The names of a file's arrays, each with a comma before it.
 inline constexpr std::string_view kFindingsMember = ",\"findings\":";
+inline constexpr std::string_view kMacrosMember = ",\"macros\":";  ///< Only where there are any.
 inline constexpr std::string_view kCommandsMember = ",\"commands\":";
 
-/// Writes the JSON array of a file's commands or findings without line ends, "[]" where it has
-/// none. False when it cannot be read or not be written.
+/// Writes the JSON array of a file's commands, findings or macros without line ends, "[]" where it
+/// has none. False when it cannot be read or not be written.
 [[nodiscard]] bool CopyArray(const ArrayPlace& place, TextOutput& output);
 
 /// Writes the whole report, one file a line. False when `output` fails or commands or findings

@@ -64,6 +64,7 @@ void TakeFindings(const LegacyFindings& found, const FindingEncoding& encoding, 
     facts.failed = found.Count(LegacyOutcome::kFailed);
     facts.unreadable = found.Count(LegacyOutcome::kUnreadable);
     facts.overlooked = found.Count(LegacyOutcome::kOverlooked);
+    facts.fromMacros = found.fromMacros;
     for (const Finding& finding : found.findings) {
         if (found.commands.empty() && finding.code != FindingCode::kInclude) continue;
         if (KindOf(finding.code) == FindingKind::kChanged) ++facts.changed;

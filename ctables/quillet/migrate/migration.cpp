@@ -21,6 +21,7 @@
 #include "migrate/exitstatus.h"
 #include "migrate/filemigration.h"
 #include "migrate/filetree.h"
+#include "migrate/includedtexts.h"
 #include "migrate/journal.h"
 #include "migrate/lastrun.h"
 #include "migrate/layouts.h"
@@ -261,11 +262,30 @@ private:
     [[nodiscard]] std::function<bool(std::string_view, std::string_view)> IncludeFinder() {
         if (!m_singleFile.empty()) return {};
         return [this](std::string_view path, std::string_view includingFile) {
-            std::call_once(m_includesFlag, [this] {
-                m_includes.emplace(std::vector<std::string>(m_sources.begin(), m_sources.end()));
-            });
-            return m_includes->Find(path, includingFile).has_value();
+            return FindInclude(path, includingFile).has_value();
         };
+    }
+
+    // The path below SOURCE. Beside a single file only what its INCLUDE names is looked at.
+    [[nodiscard]] std::optional<std::string> FindInclude(std::string_view path,
+                                                         std::string_view includingFile) {
+        if (!m_singleFile.empty()) return PathBesideFile(path);
+        std::call_once(m_includesFlag, [this] {
+            m_includeNames.assign(m_sources.begin(), m_sources.end());
+            m_includes.emplace(m_includeNames);
+        });
+        const std::optional<std::size_t> index = m_includes->Find(path, includingFile);
+        if (!index) return std::nullopt;
+        return m_includeNames[*index];
+    }
+
+    [[nodiscard]] static std::optional<std::string> PathBesideFile(std::string_view path) {
+        std::string name(path);
+        std::replace(name.begin(), name.end(), '\\', '/');
+        const std::filesystem::path normal = std::filesystem::path(name).lexically_normal();
+        name = normal.generic_string();
+        if (name.empty() || normal.has_root_path() || name.starts_with("..")) return std::nullopt;
+        return name;
     }
 
     void NoteSource(const TreeEntry& entry) {
@@ -330,23 +350,30 @@ private:
         m_progress.allFiles = m_tasks.size();
         for (const FileTask& task : m_tasks) m_progress.allBytes += task.entry.size;
         ResultPublisher publisher(*m_journal, *m_target, m_progress);
-        const MigrationContext context = {*m_source,
-                                          *m_target,
-                                          m_earlier,
-                                          *m_journal,
-                                          publisher,
-                                          m_progress,
-                                          m_encodings,
-                                          m_encodingRules,
-                                          {m_settings.layout, LegacyEncodingName(),
-                                           m_settings.toUtf8, m_settings.endAtBlankLines},
-                                          m_layoutRules,
-                                          IncludeFinder(),
-                                          m_settings.copyOthers,
-                                          m_settings.copyOthers || !m_settings.include.empty(),
-                                          m_settings.dryRun,
-                                          m_settings.force,
-                                          m_settings.acceptEdited};
+        IncludedTexts includes(
+            {*m_source, m_encodings, m_encodingRules, m_layoutRules, m_settings.endAtBlankLines},
+            [this](std::string_view path, const std::string& includingFile) {
+                return FindInclude(path, includingFile);
+            });
+        const MigrationContext context = {
+            *m_source,
+            *m_target,
+            m_earlier,
+            *m_journal,
+            publisher,
+            m_progress,
+            m_encodings,
+            m_encodingRules,
+            {m_settings.layout, LegacyEncodingName(), m_settings.toUtf8, m_settings.endAtBlankLines,
+             m_settings.macros},
+            m_layoutRules,
+            includes,
+            IncludeFinder(),
+            m_settings.copyOthers,
+            m_settings.copyOthers || !m_settings.include.empty(),
+            m_settings.dryRun,
+            m_settings.force,
+            m_settings.acceptEdited};
         const ProgressDisplay display(m_progress, m_settings.isQuiet);
         const auto count = static_cast<unsigned>(
             std::min<std::size_t>(m_settings.jobs, std::max<std::size_t>(m_tasks.size(), 1)));
@@ -521,6 +548,7 @@ private:
     EncodingRules m_encodingRules;
     LayoutRules m_layoutRules;
     std::once_flag m_includesFlag;
+    std::vector<std::string> m_includeNames;
     std::optional<IncludePaths> m_includes;  // made when it is asked for
     std::set<std::string> m_changedFolders;  // below TARGET, those in which results were renamed
     std::unordered_set<std::string> m_gone;  // results that are recorded, but are no more

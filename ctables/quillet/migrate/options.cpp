@@ -48,6 +48,7 @@ struct Parsed {
     std::vector<std::string> paths;
     std::string jobs;
     std::string layout;
+    std::string macros;
     bool isBatch = false;
     std::string shard;
     bool mergesReports = false;
@@ -138,6 +139,8 @@ private:
         };
         m_pLayout = add("--layout", m_parsed.layout, "NAME",
                         "auto, interactive or batch: how the files are laid out (default: auto)");
+        m_pMacros = add("--macros", m_parsed.macros, "MODE",
+                        "report or expand: what is done about macros (default: report)");
         m_pJobs = add("--jobs", m_parsed.jobs, "N", "Files to convert at a time (default: cores)");
         m_pEncoding = add("--encoding", m_parsed.settings.encoding, "NAME",
                           "Encoding of the files that are not UTF-8 (default: the locale's)");
@@ -194,8 +197,8 @@ private:
         if (m_parsed.paths.size() < 2) return Refuse("--merge-reports needs FILE... and TARGET");
         for (const char* pName :
              {"--include", "--exclude", "--copy-others", "--batch", "--layout", "--batch-include",
-              "--end-at-blank-lines", "--jobs", "--dry-run", "--force", "--accept-edited",
-              "--shard", "--encoding", "--encoding-include", "--to-utf8"}) {
+              "--macros", "--end-at-blank-lines", "--jobs", "--dry-run", "--force",
+              "--accept-edited", "--shard", "--encoding", "--encoding-include", "--to-utf8"}) {
             if (m_app.count(pName) > 0) {
                 return Refuse(std::string(pName) + " does not go with --merge-reports");
             }
@@ -227,6 +230,10 @@ private:
             return Refuse("--batch does not go with --layout=" + m_parsed.layout);
         }
         if (m_parsed.isBatch) m_parsed.settings.layout = Layout::kBatch;
+        if (!TakeMacros()) {
+            return Refuse("--macros: report or expand is expected instead of \"" + m_parsed.macros +
+                          "\"");
+        }
         if (!TakeJobs()) {
             return Refuse("--jobs: a number from 1 to " + std::to_string(kMostJobs) +
                           " is expected instead of \"" + m_parsed.jobs + "\"");
@@ -248,6 +255,13 @@ private:
         return layout.has_value();
     }
 
+    bool TakeMacros() {
+        if (m_pMacros->count() == 0) return true;
+        const std::optional<MacroMode> mode = MacroModeOf(m_parsed.macros);
+        m_parsed.settings.macros = mode.value_or(MacroMode::kReport);
+        return mode.has_value();
+    }
+
     bool TakeJobs() {
         unsigned& jobs = m_parsed.settings.jobs;
         if (m_pJobs->count() == 0) {
@@ -266,6 +280,7 @@ private:
     CLI::Option* m_pExclude = nullptr;
     CLI::Option* m_pBatchInclude = nullptr;
     CLI::Option* m_pLayout = nullptr;
+    CLI::Option* m_pMacros = nullptr;
     CLI::Option* m_pJobs = nullptr;
     CLI::Option* m_pShard = nullptr;
     CLI::Option* m_pEncoding = nullptr;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "migrate/layouts.h"
+#include "migrate/macromodes.h"
 #include "migrate/shard.h"
 
 namespace quillet::migrate {
@@ -22,6 +23,7 @@ struct Settings {
     Layout layout = Layout::kAuto;
     std::vector<std::string> batchInclude;  ///< Of files that are in batch layout.
     bool endAtBlankLines = false;
+    MacroMode macros = MacroMode::kReport;
     bool dryRun = false;
     bool force = false;
     bool acceptEdited = false;

@@ -87,6 +87,12 @@ void AddFile(const FileFacts& facts, Totals& totals) {
     totals.warnings += facts.warnings;
     totals.findingsChanged += facts.changed;
     totals.findingsTold += facts.told;
+    totals.commandsFromMacros += facts.fromMacros;
+    totals.macros += facts.listedMacros;
+    totals.macroCalls += facts.macroCalls;
+    totals.macroCallsConverted += facts.macroCallsConverted;
+    totals.macroCallsFailed += facts.macroCallsFailed;
+    totals.macroCallsLeft += facts.macroCallsLeft;
 }
 
 }  // namespace
@@ -152,6 +158,8 @@ bool HasFindings(const FileFacts& facts) {
     return facts.overlooked > 0 || facts.changed > 0 || facts.told > 0;
 }
 
+bool HasMacros(const FileFacts& facts) { return facts.listedMacros > 0; }
+
 bool IsAccountedFor(const FileFacts& facts) {
     return facts.found == facts.converted + facts.failed + facts.unreadable + facts.overlooked;
 }
@@ -166,6 +174,14 @@ void ForgetConversion(FileFacts& facts) {
     for (const FileText& text : kReadingTexts) (facts.*text.pMember).clear();
     facts.errors.clear();
     facts.codes.clear();
+}
+
+void TakeMacroNumbers(const FileFacts& known, FileFacts& facts) {
+    facts.listedMacros = known.listedMacros;
+    facts.macroCalls = known.macroCalls;
+    facts.macroCallsConverted = known.macroCallsConverted;
+    facts.macroCallsFailed = known.macroCallsFailed;
+    facts.macroCallsLeft = known.macroCallsLeft;
 }
 
 void MarkAsFailed(FileFacts& facts, std::string_view what, const std::error_code& error) {

@@ -98,6 +98,13 @@ struct FileFacts {
     // Numbers of findings that are about no legacy command.
     std::int64_t changed = 0;
     std::int64_t told = 0;
+    // What the report tells of macros.
+    std::int64_t fromMacros = 0;    ///< Those found that come from expansions.
+    std::int64_t listedMacros = 0;  ///< Macros that the report shows.
+    std::int64_t macroCalls = 0;    ///< Calls of them that give legacy commands, or are left.
+    std::int64_t macroCallsConverted = 0;  ///< All that they give can be converted.
+    std::int64_t macroCallsFailed = 0;     ///< Something that they give cannot.
+    std::int64_t macroCallsLeft = 0;       ///< They cannot be expanded.
     std::string message;              ///< Why it was skipped or failed, or its result left alone.
     std::vector<std::string> errors;  ///< The reasons of its failed commands, sorted, once each.
     std::vector<std::string> codes;   ///< Those of its findings, sorted, once each.
@@ -112,10 +119,12 @@ struct FileNumber {
     bool isSummed = false;  ///< Reports show how many there are in all files.
     /// Records of version 0.1 have it.
     bool isInOldRecords = false;
+    /// It is written only when it is not 0.
+    bool isOptional = false;
 };
 
 /// In the order in which they are written.
-inline constexpr std::array<FileNumber, 11> kFileNumbers = {{
+inline constexpr std::array<FileNumber, 17> kFileNumbers = {{
     {"lines", &FileFacts::lines, false, true},
     {"copied", &FileFacts::copied, true, true},
     {"found", &FileFacts::found, true, false},
@@ -127,6 +136,12 @@ inline constexpr std::array<FileNumber, 11> kFileNumbers = {{
     {"warnings", &FileFacts::warnings, true, true},
     {"changed", &FileFacts::changed, true, false},
     {"told", &FileFacts::told, true, false},
+    {"fromMacros", &FileFacts::fromMacros, true, false, true},
+    {"listedMacros", &FileFacts::listedMacros, true, false, true},
+    {"macroCalls", &FileFacts::macroCalls, true, false, true},
+    {"macroCallsConverted", &FileFacts::macroCallsConverted, true, false, true},
+    {"macroCallsFailed", &FileFacts::macroCallsFailed, true, false, true},
+    {"macroCallsLeft", &FileFacts::macroCallsLeft, true, false, true},
 }};
 
 /// A text of a few letters that tells how a file was read, under the name that it has wherever it
@@ -152,8 +167,9 @@ inline constexpr std::array<FileText, 6> kReadingTexts = {{
 
 /// True when the file has commands that would stand in a report.
 [[nodiscard]] bool HasCommands(const FileFacts& facts);
-/// The same of findings.
+/// The same of findings, and of macros.
 [[nodiscard]] bool HasFindings(const FileFacts& facts);
+[[nodiscard]] bool HasMacros(const FileFacts& facts);
 
 /// True when every legacy command that was found has come to something, once.
 [[nodiscard]] bool IsAccountedFor(const FileFacts& facts);
@@ -164,10 +180,13 @@ void AddName(std::string_view name, std::vector<std::string>& names);
 /// Forgets what is known about commands, findings and how the file was read.
 void ForgetConversion(FileFacts& facts);
 
+/// Gives `facts` the numbers of macros and calls that `known` has.
+void TakeMacroNumbers(const FileFacts& known, FileFacts& facts);
+
 /// Turns the facts into those of a file that failed, and tells why.
 void MarkAsFailed(FileFacts& facts, std::string_view what, const std::error_code& error);
 
-/// Where the commands of a file, or its findings, stand as the text of a JSON array.
+/// Where the commands of a file, its findings or its macros stand as the text of a JSON array.
 struct ArrayPlace {
     const StoredFile* pFile = nullptr;  ///< Borrowed; null when there are none.
     std::uint64_t offset = 0;           ///< In bytes.
@@ -178,6 +197,7 @@ struct ArrayPlace {
 struct ArrayOffsets {
     std::uint64_t commands = 0;
     std::uint64_t findings = 0;
+    std::uint64_t macros = 0;
 };
 
 /// Which of the commands of a file is meant: by its text, for its lines change with any other.
@@ -250,6 +270,7 @@ struct FileEntry {
     FileFacts facts;
     ArrayPlace commands;
     ArrayPlace findings;
+    ArrayPlace macros = {};
     std::vector<SignOff> signOffs = {};  ///< Of its commands, by their lines.
     FileChanges changes = {};
 };
@@ -330,16 +351,24 @@ struct Totals {
     std::int64_t warnings = 0;
     std::int64_t findingsChanged = 0;
     std::int64_t findingsTold = 0;
+    // As in `FileFacts`.
+    std::int64_t commandsFromMacros = 0;
+    std::int64_t macros = 0;
+    std::int64_t macroCalls = 0;
+    std::int64_t macroCallsConverted = 0;
+    std::int64_t macroCallsFailed = 0;
+    std::int64_t macroCallsLeft = 0;
 };
 
 /// One of the totals, under the name that it has in reports.
 struct TotalNumber {
     const char* pName = nullptr;
     std::variant<std::int64_t Totals::*, std::uint64_t Totals::*> member;
+    bool isOptional = false;  ///< It is written only when it is not 0.
 };
 
 /// In the order in which they are written.
-inline constexpr std::array<TotalNumber, 29> kTotalNumbers = {{
+inline constexpr std::array<TotalNumber, 35> kTotalNumbers = {{
     {"files", &Totals::files},
     {"filesConverted", &Totals::filesConverted},
     {"filesChanged", &Totals::filesChanged},
@@ -369,6 +398,12 @@ inline constexpr std::array<TotalNumber, 29> kTotalNumbers = {{
     {"warnings", &Totals::warnings},
     {"findingsChanged", &Totals::findingsChanged},
     {"findingsTold", &Totals::findingsTold},
+    {"commandsFromMacros", &Totals::commandsFromMacros, true},
+    {"macros", &Totals::macros, true},
+    {"macroCalls", &Totals::macroCalls, true},
+    {"macroCallsConverted", &Totals::macroCallsConverted, true},
+    {"macroCallsFailed", &Totals::macroCallsFailed, true},
+    {"macroCallsLeft", &Totals::macroCallsLeft, true},
 }};
 
 /// About the run as a whole. `source` and `target` are bytes.

@@ -94,8 +94,8 @@ std::uint64_t MostBytesOf(const FileEntry& file) {
     constexpr std::uint64_t kMostEscaped = 6;
     constexpr std::uint64_t kBytesOfNumbers = 4000;
     constexpr std::uint64_t kBytesOfLine = 20;
-    std::uint64_t texts = file.commands.length + file.findings.length + file.facts.path.size() * 4 +
-                          file.facts.message.size();
+    std::uint64_t texts = file.commands.length + file.findings.length + file.macros.length +
+                          file.facts.path.size() * 4 + file.facts.message.size();
     for (const FileText& text : kReadingTexts) texts += (file.facts.*text.pMember).size();
     for (const SignOff& signOff : file.signOffs) texts += signOff.remark.size() + kBytesOfNumbers;
     const std::uint64_t lines =

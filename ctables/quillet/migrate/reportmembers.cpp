@@ -70,6 +70,7 @@ constexpr Member kOtherFileMembers[] = {
     {"signOffs", MemberKind::kArray, ReportPart::kSignOffs},
     {"changes", MemberKind::kObject, ReportPart::kChanges},
     {"findings", MemberKind::kArray, ReportPart::kFindings},
+    {"macros", MemberKind::kArray, ReportPart::kMacros},
     {"commands", MemberKind::kArray, ReportPart::kCommands},
 };
 
@@ -94,19 +95,13 @@ constexpr Member kFindingMembers[] = {
 };
 
 constexpr Member kCommandMembers[] = {
-    {"type", MemberKind::kName},
-    {"outcome", MemberKind::kCommandOutcome},
-    {"firstLine", MemberKind::kCount},
-    {"lastLine", MemberKind::kCount},
-    {"source", MemberKind::kText},
-    {"generated", MemberKind::kText},
-    {"generatedLine", MemberKind::kCount},
-    {"error", MemberKind::kName},
-    {"errorLine", MemberKind::kCount},
-    {"errorColumn", MemberKind::kColumn},
-    {"message", MemberKind::kText},
-    {"hint", MemberKind::kText},
-    {"warnings", MemberKind::kArray, ReportPart::kWarnings},
+    {"type", MemberKind::kName},          {"outcome", MemberKind::kCommandOutcome},
+    {"firstLine", MemberKind::kCount},    {"lastLine", MemberKind::kCount},
+    {"source", MemberKind::kText},        {"macro", MemberKind::kText},
+    {"generated", MemberKind::kText},     {"generatedLine", MemberKind::kCount},
+    {"error", MemberKind::kName},         {"errorLine", MemberKind::kCount},
+    {"errorColumn", MemberKind::kColumn}, {"message", MemberKind::kText},
+    {"hint", MemberKind::kText},          {"warnings", MemberKind::kArray, ReportPart::kWarnings},
 };
 
 constexpr Member kSignOffMembers[] = {
@@ -289,6 +284,7 @@ std::span<const Member> MembersOf(ReportPart part) {
             return kChangesMembers;
         case ReportPart::kFiles:
         case ReportPart::kFindings:
+        case ReportPart::kMacros:
         case ReportPart::kCommands:
         case ReportPart::kWarnings:
         case ReportPart::kSignOffs:

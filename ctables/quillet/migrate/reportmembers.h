@@ -28,6 +28,7 @@ enum class ReportPart {
     kFile,
     kFindings,  ///< An array of findings.
     kFinding,
+    kMacros,    ///< An array of macros, which are looked at no further.
     kCommands,  ///< An array of commands.
     kCommand,
     kWarnings,  ///< An array of texts.

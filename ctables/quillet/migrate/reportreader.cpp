@@ -196,10 +196,14 @@ private:
         if (member.inner == ReportPart::kFindings) {
             m_entry.findings = {&m_text.File(), m_text.Position() - 1, 0};
         }
+        if (member.inner == ReportPart::kMacros) {
+            m_entry.macros = {&m_text.File(), m_text.Position() - 1, 0};
+        }
         m_levels.push_back({member.inner, empty.is_array()});
         // The parser has read the bracket, and nothing after it.
-        const bool isOfTexts =
-            member.inner == ReportPart::kCommands || member.inner == ReportPart::kFindings;
+        const bool isOfTexts = member.inner == ReportPart::kCommands ||
+                               member.inner == ReportPart::kFindings ||
+                               member.inner == ReportPart::kMacros;
         if (m_skipsTexts && isOfTexts) m_text.SkipToEndOfPart();
         return true;
     }
@@ -216,6 +220,9 @@ private:
                 return true;
             case ReportPart::kFindings:
                 m_entry.findings.length = m_text.Position() - m_entry.findings.offset;
+                return true;
+            case ReportPart::kMacros:
+                m_entry.macros.length = m_text.Position() - m_entry.macros.offset;
                 return true;
             case ReportPart::kFile:
                 return FinishFile(level.values);
@@ -248,7 +255,8 @@ private:
         if (const std::optional<std::string_view> member = m_sums.Add(facts)) {
             return Refuse("makes the sum of all \"" + std::string(*member) + "\" too large");
         }
-        m_report.files.push_back({std::move(facts), m_entry.commands, m_entry.findings});
+        m_report.files.push_back(
+            {std::move(facts), m_entry.commands, m_entry.findings, m_entry.macros});
         return true;
     }
     bool FinishReport(const json& report) {

@@ -8,7 +8,10 @@ namespace quillet::migrate {
 std::string TextOf(const ResultOptions& options) {
     return std::string("layout=").append(NameOf(options.layout)) +
            ";encoding=" + options.legacyEncoding + (options.isUtf8 ? ";result=utf-8" : "") +
-           (options.endsAtBlankLines ? ";blank-lines=end" : "");
+           (options.endsAtBlankLines ? ";blank-lines=end" : "") +
+           (options.macros == MacroMode::kReport
+                ? ""
+                : std::string(";macros=").append(NameOf(options.macros)));
 }
 
 std::string LegacyEncodingName() {

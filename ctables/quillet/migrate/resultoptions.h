@@ -5,6 +5,7 @@
 #include <string>
 
 #include "migrate/layouts.h"
+#include "migrate/macromodes.h"
 
 namespace quillet::migrate {
 
@@ -15,6 +16,7 @@ struct ResultOptions {
     std::string legacyEncoding = "windows-1252";  ///< Of sources that are not UTF-8.
     bool isUtf8 = false;                          ///< Whatever the source is in.
     bool endsAtBlankLines = false;                ///< Commands and comments that have no period.
+    MacroMode macros = MacroMode::kReport;
 };
 
 /// One line by which later runs tell whether the options are still the same, for they compare it

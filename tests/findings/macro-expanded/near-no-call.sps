@@ -1,0 +1,5 @@
+DEFINE !tab (x=!TOKENS(1))
+TABLES /TABLE=!x BY sex.
+!ENDDEFINE.
+* !tab x=q1.
+TITLE '!tab x=q1'.

@@ -1,0 +1,5 @@
+DEFINE !tab (x=!TOKENS(1))
+FREQUENCIES !x.
+!ENDDEFINE.
+!tab x=q1.
+TABLES /TABLE=q1 BY sex.

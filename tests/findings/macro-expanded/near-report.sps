@@ -1,0 +1,4 @@
+DEFINE !tab (x=!TOKENS(1))
+TABLES /TABLE=!x BY sex.
+!ENDDEFINE.
+!tab x=q1.

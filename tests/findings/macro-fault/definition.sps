@@ -1,0 +1,6 @@
+DEFINE !tab (!POSITIONAL !TOKENS(0))
+TABLES /TABLE=!1 BY sex.
+!ENDDEFINE.
+!tab q1.
+DEFINE !open ()
+TABLES /TABLE=q1 BY sex.
