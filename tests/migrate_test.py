@@ -1457,6 +1457,10 @@ CODES = {
     "comment-dropped": (TABLES + b"LIST. /* all\n", "changed", 0, [("comment-dropped", 2, 2)]),
     "encoding-doubtful": ("* Encoding: nonsense.\n* Przegl\u0105d \u017c\u00f3\u0142\u0107.\n"
                           .encode("cp1250") + TABLES, "changed", 0, [("encoding-doubtful", 1, 1)]),
+    "macro-expanded": (b"DEFINE !f (x=!TOKENS(1))\n" + TABLES + b"!ENDDEFINE.\n!f x=a.\n",
+                       "converted", 0, [("macro-expanded", 2, 1)], "--macros=expand"),
+    "macro-fault": (TABLES + b"DEFINE !f (!POSITIONAL !ENCLOSE('(',')'))\nLIST.\n!ENDDEFINE.\n!f a.\n",
+                    "converted", 0, [("macro-fault", 5, 5)]),
     "layout-unclear": (b"mytext.\nyours.\nTABLES /TABLE=a\n/STATISTICS=COUNT.\n", "converted", 0,
                        [("layout-unclear", 3, 3)]),
     "old-line-ends": (b"LIST.\r" + TABLES.replace(b"\n", b"\r"), "converted", 0,
@@ -1481,6 +1485,167 @@ PIECES = (
     (b"BEGIN DATA.\n" + TABLES + b"END DATA.\n", 0, 0), (b"/* x */\nIGRAPH /PIE.\n", 1, 1),
     (b"TABLES /TABLE=a BY b. /* x */\n\nGET FILE=x.\n", 1, 0),
 )
+
+
+TAB = (b"DEFINE !tab (x=!TOKENS(1))\nTABLES /TABLE=!x BY sex.\nLIST !x.\n!ENDDEFINE.\n")
+
+
+class TestMacros(MigrateCase):
+    """What the calls of macros give, in the report and in the results."""
+
+    def setup_method(self):
+        super().setup_method()
+        self.wants_all = False
+
+    def result(self, name):
+        return (self.target / name).read_bytes()
+
+    def calls(self, path):
+        return [(macro["name"], macro["file"], call["firstLine"], call["outcome"])
+                for macro in self.facts(path)["macros"] for call in macro["calls"]]
+
+    def test_the_report_alone_tells_what_calls_give(self):
+        self.create("a", TAB + b"!tab x=q1.\n!tab x=(.\n!tab x=).\n" + TABLES)
+        self.create("plain", TABLES)
+        run = self.migrate(status=1)
+        assert b"1 macro with legacy commands, 3 calls: 1 can be converted, 2 cannot" in run.stderr
+        facts = self.facts("a")
+        assert self.calls("a") == [("!tab", None, 5, "converted"), ("!tab", None, 6, "failed"),
+                                   ("!tab", None, 7, "failed")]
+        [macro] = facts["macros"]
+        assert macro["legacyCommands"] == [{"type": "TABLES", "firstLine": 2, "lastLine": 2}]
+        [command] = macro["calls"][0]["commands"]
+        assert command["source"] == "TABLES /TABLE=q1 BY sex."
+        assert command["generated"].startswith("CTABLES\n")
+        assert (command["macro"], command["firstLine"], command["generatedLine"]) == ("!tab", 5, 0)
+        [command] = macro["calls"][1]["commands"]
+        assert (command["error"], command["errorLine"]) == ("subcommand-syntax", 6)
+        assert command["hint"]
+        # The result is that without macros.
+        assert (facts["found"], facts["converted"], facts["overlooked"]) == (2, 1, 1)
+        source = self.folder / "single"
+        subprocess.run([SINGLE_PROGRAM, self.source / "a", source], check=True,
+                       stdout=subprocess.DEVNULL)
+        assert self.result("a") == source.read_bytes()
+        assert "macros" not in self.facts("plain")
+        assert self.report()["totals"]["macroCalls"] == 3
+
+    def test_expanded_calls_stand_in_the_result(self):
+        self.create("a", b"LIST a. /* b */\n" + TAB + b"!tab x=q1.\nLIST z.\n!TAB x=(.\n")
+        self.migrate("--macros=expand", status=1)
+        result = self.result("a")
+        assert result.startswith(b"LIST a. /* b */.\n" + TAB + b" *!tab x=q1.\n"
+                                 b"COMMENT -- Expansion of the macro !tab, called in line 6.\n"
+                                 b"COMMENT -- Begin commenting out TABLES command")
+        assert b"COMMENT -- End CTABLES command.\nLIST q1.\nLIST z.\n *!TAB x=(.\n" in result
+        assert b"syntax file. Line 8, column 1.\n" in result
+        facts = self.facts("a")
+        assert facts["outcome"] == "partly"
+        assert [facts[name] for name in ("found", "converted", "failed", "overlooked",
+                                         "fromMacros")] == [2, 1, 1, 0, 2]
+        assert [(command["macro"], command["firstLine"]) for command in facts["commands"]] == [
+            ("!tab", 6), ("!tab", 8)]
+        line = facts["commands"][0]["generatedLine"]
+        assert result.split(b"\n")[line - 1] == b"CTABLES"
+
+    def test_a_second_run_keeps_what_it_finds(self):
+        self.create("a", TAB + b"!tab x=q1.\n")
+        for mode in ("report", "expand"):
+            self.migrate(f"--macros={mode}", status=int(mode == "report"))
+            first = self.facts("a")
+            assert first["result"] == "new"
+            self.migrate(f"--macros={mode}", status=int(mode == "report"))
+            second = self.facts("a")
+            assert second["result"] == "kept"
+            assert second["macros"] == first["macros"]
+            assert second["commands"] == first["commands"]
+
+    def test_included_files_are_found_as_people_name_them(self):
+        self.create("lib/Tab.SPS", TAB)
+        self.create("a/b/one", b"INCLUDE 'C:\\old\\LIB\\tab.sps'.\n!tab x=q1.\n")
+        self.create("a/two", b"INSERT FILE='../lib/Tab.SPS'.\n!tab x=q1.\n")
+        self.create("a/three", b"INCLUDE 'gone.sps'.\n!tab x=q1.\n")
+        self.create("a/four", b"!tab x=q1.\n")
+        self.migrate("--macros=expand", status=1)
+        for name in ("a/b/one", "a/two"):
+            assert self.calls(name) == [("!tab", "lib/Tab.SPS", 2, "converted")]
+            assert self.facts(name)["outcome"] == "converted"
+            assert b"called in line 2" in self.result(name)
+        for name in ("a/three", "a/four"):
+            assert self.facts(name)["outcome"] == "nothing-to-convert"
+            assert "macros" not in self.facts(name)
+        [finding] = self.facts("a/three")["findings"]
+        assert finding["sentence"] == ("Line 1 runs the file gone.sps, which is not in the source "
+                                       "folder.")
+        assert self.facts("lib/Tab.SPS")["outcome"] == "overlooked"
+
+    def test_a_changed_include_makes_a_result_stale(self):
+        self.create("lib/tab", TAB)
+        self.create("a", b"INCLUDE 'lib/tab'.\n!tab x=q1.\n")
+        self.create("b", TABLES)
+        self.migrate("--macros=expand", status=1)
+        assert b"TABLES /TABLE=q1 BY sex" in self.result("a")
+        self.create("lib/tab", TAB.replace(b"sex", b"age"))
+        self.migrate("--macros=expand", status=1)
+        assert b"TABLES /TABLE=q1 BY age" in self.result("a")
+        assert (self.facts("a")["result"], self.facts("b")["result"]) == ("new", "kept")
+        # One that was not there is there now, and hides the other one.
+        self.create("lib/lib/tab", TAB)
+        self.create("other/lib/tab", TAB)
+        self.migrate("--macros=expand", status=1)
+        assert self.facts("a")["result"] == "kept"
+        os.remove(self.source / "lib/tab")
+        self.migrate("--macros=expand", status=1)
+        assert self.facts("a")["outcome"] == "nothing-to-convert"
+
+    def test_what_is_told_is_not_kept_when_an_include_has_changed(self):
+        self.create("lib/tab", TAB)
+        self.create("a", b"INCLUDE 'lib/tab'.\n!tab x=q1.\n" + TABLES)
+        self.migrate(status=1)
+        assert self.calls("a") == [("!tab", "lib/tab", 2, "converted")]
+        self.create("lib/tab", TAB.replace(b"sex", b"("))
+        self.migrate(status=1)
+        assert self.calls("a") == [("!tab", "lib/tab", 2, "failed")]
+
+    def test_includes_are_read_in_their_own_encodings(self):
+        self.create("lib", TAB.replace(b"!x BY", "!x BY l\u00e4nder +".encode("latin-1")))
+        self.create("utf16", ("\ufeff" + TAB.decode().replace("tab", "wide")).encode("utf-16le"))
+        self.create("a", "INCLUDE 'lib'.\nINCLUDE 'utf16'.\n* \u2192.\n!tab x=q1.\n!wide x=q2.\n"
+                    .encode())
+        self.migrate("--macros=expand", status=1)
+        assert "TABLES /TABLE=q1 BY l\u00e4nder + sex".encode() in self.result("a")
+        assert b"TABLES /TABLE=q2 BY sex" in self.result("a")
+
+    def test_slices_say_the_same_as_the_whole(self):
+        self.create("lib/tab", TAB)
+        for number in range(12):
+            self.create(f"{number:02}", b"INCLUDE 'lib/tab'.\n!tab x=q1.\n" + TABLES)
+        self.migrate("--macros=expand", status=1)
+        whole = {file["path"]: file.get("macros") for file in self.report()["files"]}
+        results = self.results()
+        other = self.folder / "slices"
+        for index in (1, 2):
+            run = self.run_program("--macros=expand", f"--shard={index}/2", self.source, other)
+            assert run.returncode in (0, 1)
+        merged = self.run_program("--merge-reports", other / "quillet-report-1-of-2.json",
+                                  other / "quillet-report-2-of-2.json", other)
+        assert merged.returncode == 1
+        assert {file["path"]: file.get("macros")
+                for file in self.report(other, "quillet-report.json")["files"]} == whole
+        assert self.results(other) == results
+
+    @pytest.mark.parametrize("mode", ["convert", "Expand"])
+    def test_other_modes_are_refused(self, mode):
+        run = self.migrate(f"--macros={mode}", status=2)
+        assert b"report or expand is expected" in run.stderr
+
+    def test_a_single_file_includes_what_lies_beside_it(self):
+        self.create("lib/tab", TAB)
+        self.create("a", b"INCLUDE 'lib\\tab'.\nINCLUDE '../x'.\n!tab x=q1.\n")
+        run = self.run_program("--macros=expand", self.source / "a", self.target)
+        assert run.returncode == 0
+        self.report_name = "quillet-report.json"
+        assert self.calls("a") == [("!tab", "lib/tab", 3, "converted")]
 
 
 class TestFindings(MigrateCase):

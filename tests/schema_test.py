@@ -108,6 +108,22 @@ def test_what_is_converted(archive):
     assert report["files"][2]["rawPath"] == "c/d%FF"
 
 
+MACROS = (b"DEFINE !f (!POSITIONAL !ENCLOSE('(',')'))\n" + TABLES.replace(b"sex", b"!1") +
+          b"!ENDDEFINE.\nDEFINE @c () a + b !ENDDEFINE.\n!f (q1).\n!f (.\n!f (.).\n"
+          b"TABLES /TABLE=@c BY @c.\nDEFINE !g () LIST. TABLES /TABLE=a. !ENDDEFINE.\n!g.\n")
+
+
+@pytest.mark.parametrize("mode", ["report", "expand"])
+def test_what_macros_give(archive, mode):
+    archive.create("lib", MACROS)
+    archive.create("a", b"INCLUDE 'lib'.\n!f (q2).\n")
+    report = archive.migrate(f"--macros={mode}", status=1)
+    assert report["totals"]["macroCallsConverted"] == 4
+    assert report["totals"]["macroCallsLeft"] == 1
+    assert report["totals"]["macroCallsFailed"] == 2
+    assert report["totals"].get("commandsFromMacros", 0) == (5 if mode == "expand" else 0)
+
+
 def test_what_fails(archive):
     archive.create("partly", TABLES + FAILING + ORDINARY)
     archive.create("stopped", TABLES + UNREADABLE)

@@ -47,7 +47,14 @@ struct PageContent {
 };
 
 std::string CountsOf(const FileDigest& ofFile) {
-    return ",\"errors\":" + CountsJson(ofFile.reasons) + ",\"codes\":" + CountsJson(ofFile.codes);
+    std::string text =
+        ",\"errors\":" + CountsJson(ofFile.reasons) + ",\"codes\":" + CountsJson(ofFile.codes);
+    if (ofFile.macros.empty()) return text;
+    nlohmann::json macros = nlohmann::json::array();
+    for (const MacroFacts& macro : ofFile.macros) {
+        macros.push_back({macro.name, macro.calls, macro.converted, macro.failed, macro.left});
+    }
+    return text + ",\"calledMacros\":" + macros.dump();
 }
 
 bool WriteFiles(const PageContent& content, TextOutput& output) {

@@ -320,6 +320,16 @@ struct FindingFacts {
     std::string text;
 };
 
+/// One macro as a file knows it.
+struct MacroFacts {
+    std::string name;  ///< UTF-8.
+    std::int64_t calls = 0;
+    // Those of them that give legacy commands, or are left.
+    std::int64_t converted = 0;
+    std::int64_t failed = 0;
+    std::int64_t left = 0;
+};
+
 struct Totals {
     std::int64_t files = 0;
     std::int64_t filesConverted = 0;

@@ -135,6 +135,10 @@ bool ReadDigest(const Report& report, ReportDigest& digest, const TakeListedComm
             return false;
         }
         reading.FinishFindings();
+        if (!ForEachMacro(file.macros,
+                          [&ofFile](const MacroFacts& macro) { ofFile.macros.push_back(macro); })) {
+            return false;
+        }
         std::size_t number = 0;
         const bool areRead = ForEachCommand(file.commands, [&](const CommandFacts& command) {
             const CommandPlace place = {index, number++};

@@ -21,6 +21,7 @@ struct FileDigest {
     /// Of the commands that were not converted, but for those in macros, which count as overlooked.
     NameCounts reasons;
     NameCounts codes;  ///< Of the findings.
+    std::vector<MacroFacts> macros;
 };
 
 /// A command of a report.

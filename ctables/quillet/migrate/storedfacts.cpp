@@ -180,4 +180,51 @@ bool ForEachFinding(const ArrayPlace& place, const std::function<void(const Find
     return ForEachObject(place, ReportPart::kFinding, take);
 }
 
+namespace {
+
+// Counts a call, or what else stands as deep in a macro.
+void CountCall(const json& call, MacroFacts& macro) {
+    const auto outcome = call.find("outcome");
+    if (outcome == call.end()) return;
+    ++macro.calls;
+    if (*outcome == "converted") ++macro.converted;
+    if (*outcome == "failed") ++macro.failed;
+    if (*outcome == "left") ++macro.left;
+}
+
+}  // namespace
+
+// The parser looks through all elements that an array has so far whenever one ends, so none is
+// kept.
+bool ForEachMacro(const ArrayPlace& place, const std::function<void(const MacroFacts&)>& take) {
+    if (place.pFile == nullptr) return true;
+    constexpr int kMacros = 1;  // how deep they stand
+    constexpr int kCalls = 3;
+    StoredText text(*place.pFile, place.offset, place.offset + place.length);
+    MacroFacts macro;
+    bool isValid = true;
+    try {
+        const auto takeAndDrop = [&](int depth, json::parse_event_t event, json& value) {
+            // What a call gives can be large, and nobody asks for it here.
+            if (depth > kCalls && event == json::parse_event_t::key) return value == "outcome";
+            if (event != json::parse_event_t::object_end) return true;
+            if (depth == kCalls) CountCall(value, macro);
+            if (depth == kMacros) {
+                const auto name = value.find("name");
+                isValid = isValid && name != value.end() && name->is_string();
+                if (isValid) {
+                    macro.name = *name;
+                    take(macro);
+                }
+                macro = {};
+            }
+            return depth != kCalls && depth != kMacros;
+        };
+        const json rest = json::parse(StoredTextIterator(&text), StoredTextIterator(), takeAndDrop);
+        return isValid && rest.is_array() && !text.Failed();
+    } catch (const json::exception&) {
+        return false;
+    }
+}
+
 }  // namespace quillet::migrate

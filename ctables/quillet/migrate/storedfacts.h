@@ -1,4 +1,4 @@
-// Reads the commands and findings of a report, one at a time.
+// Reads the commands, findings and macros of a report, one at a time.
 #ifndef QUILLET_MIGRATE_STOREDFACTS_H
 #define QUILLET_MIGRATE_STOREDFACTS_H
 
@@ -16,6 +16,10 @@ namespace quillet::migrate {
 /// The same for its findings.
 [[nodiscard]] bool ForEachFinding(const ArrayPlace& place,
                                   const std::function<void(const FindingFacts&)>& take);
+
+/// The same for its macros; of their calls only the outcomes are read.
+[[nodiscard]] bool ForEachMacro(const ArrayPlace& place,
+                                const std::function<void(const MacroFacts&)>& take);
 
 }  // namespace quillet::migrate
 

@@ -46,6 +46,19 @@ std::string ChangesLine(const std::optional<ChangeSums>& sums) {
            Also(sums->stillFailing, "still not converted") + "\n";
 }
 
+// What the calls of macros give, whether it is put into the results or not; nothing for none.
+std::string MacroLine(const Totals& totals) {
+    if (totals.macros == 0) return {};
+    std::string text = CountOne(totals.macros, "macro") + " with legacy commands";
+    if (totals.macroCalls > 0) {
+        text += ", " + CountOne(totals.macroCalls, "call") + ": " +
+                Count(totals.macroCallsConverted, "can be converted") +
+                Also(totals.macroCallsFailed, "cannot") +
+                Also(totals.macroCallsLeft, "cannot be expanded");
+    }
+    return text + "\n";
+}
+
 // What people have said about commands; nothing when they have not.
 std::string SignOffLine(const Report& report, const Totals& totals) {
     const auto others = static_cast<std::int64_t>(report.otherSignOffs.size());
@@ -110,6 +123,7 @@ std::string FormatSummary(const Report& report) {
     if (totals.findingsChanged > 0) {
         text += CountOne(totals.findingsChanged, "place") + " where other text is lost or joined\n";
     }
+    text += MacroLine(totals);
     return text + ChangesLine(report.sinceLastRun) + SignOffLine(report, totals);
 }
 

@@ -45,6 +45,13 @@ const kFindingKinds = new Map([
     ["changed", {label: "Changed", tone: "partly"}],
     ["told", {label: "Worth knowing", tone: "copied"}],
 ]);
+// Of calls of macros.
+const kCallOutcomes = new Map([
+    ["converted", {label: "Converted", tone: "good"}],
+    ["failed", {label: "Failed", tone: "bad"}],
+    ["left", {label: "Not expanded", tone: "stopped"}],
+    ["nothing", {label: "No legacy command", tone: "idle"}],
+]);
 const kReasons = new Map([
     /* reasons */
 ]);
@@ -93,6 +100,7 @@ const g_list = {
 const g_open = {
     file: null,
     findings: [],      // of that file
+    macros: [],
     commands: [],
     signable: new Map(),  // of these: by each of them how it is known, see EntriesOf
     changed: {mended: new Set(), new: new Set()},  // first lines
@@ -1404,13 +1412,14 @@ function ShowSorting() {
     }
 }
 
-function Matches(file, {text, outcome, finding, reason}) {
+function Matches(file, {text, outcome, finding, reason, macro}) {
     if (g_groups.files && !g_groups.files.has(file.index)) return false;
     if (!file.path.startsWith(g_work.folder)) return false;
     const filter = kResultFilters.get(outcome);
     if (filter ? !filter.holds(file) : outcome && file.outcome !== outcome) return false;
     if (finding && !NamesIn(file.codes).includes(finding)) return false;
     if (reason && !NamesIn(file.errors).includes(reason)) return false;
+    if (macro && !CallsOf(file).some(([name]) => KeyOfMacro(name) === macro)) return false;
     return !text || file.path.toLowerCase().includes(text) ||
         (file.message || "").toLowerCase().includes(text) ||
         (text === g_search.text && g_search.found.has(file.index));
@@ -1428,6 +1437,7 @@ function UpdateFiles() {
     const wanted = {
         text: Find("search").value.trim().toLowerCase(), outcome: Find("outcome").value,
         finding: Find("finding").value, reason: Find("reason").value,
+        macro: Find("macro").value,
     };
     SearchTexts(wanted.text);
     const all = g_report.files;
@@ -1454,7 +1464,7 @@ function FilterFiles(which, value) {
     Find("grid").focus({preventScroll: true});
 }
 
-const kFilterIds = ["search", "outcome", "finding", "reason"];
+const kFilterIds = ["search", "outcome", "finding", "reason", "macro"];
 
 function ClearFilters() {
     for (const id of kFilterIds) Find(id).value = "";
@@ -1624,12 +1634,19 @@ function FindingHolds(finding, wanted) {
     return Holds([finding.sentence, finding.text, finding.macro], wanted);
 }
 
+function MacroHolds(macro, wanted) {
+    return Holds([macro.name], wanted) || macro.calls.some((call) =>
+        Holds([call.text, call.reason], wanted) ||
+        (call.commands || []).some((command) => CommandHolds(command, wanted)));
+}
+
 function TextsHold(file, wanted, pattern) {
     const chunk = Number.isInteger(file.chunk) ? Find(`chunk-${file.chunk}`) : null;
     if (!chunk || !pattern.test(chunk.textContent)) return false;
-    const {commands, findings} = ReadDetails(file);
+    const {commands, findings, macros} = ReadDetails(file);
     return (commands || []).some((command) => CommandHolds(command, wanted)) ||
-        (findings || []).some((finding) => FindingHolds(finding, wanted));
+        (findings || []).some((finding) => FindingHolds(finding, wanted)) ||
+        (macros || []).some((macro) => MacroHolds(macro, wanted));
 }
 
 // Begins anew when something else is searched for.
@@ -1741,6 +1758,7 @@ function ShowFile(file) {
     const details = ReadDetails(file);
     g_open.findings = details.findings || [];
     g_open.commands = details.commands || [];
+    g_open.macros = details.macros || [];
     g_open.signable = file ? EntriesOf(file, g_open.commands, g_open.findings) : new Map();
     for (const change of Object.keys(g_open.changed)) {
         g_open.changed[change] = new Set(file ? LinesChanged(file, change) : []);
@@ -1751,6 +1769,7 @@ function ShowFile(file) {
     MarkChosenRow();
     if (!file) {
         Find("findings").replaceChildren();
+        Find("file-macro-list").replaceChildren();
         Find("commands").replaceChildren();
         Find("grid").focus();
         return;
@@ -1759,6 +1778,8 @@ function ShowFile(file) {
     ShowFileFacts(file);
     FillFindingFilter();
     ListFindings();
+    FillMacroFilter();
+    ListMacros();
     // What was searched for in all files is what is wanted of this one.
     const isFound = g_search.text !== "" && g_open.commands.some((command) =>
         CommandHolds(command, g_search.text));
@@ -1935,6 +1956,175 @@ function FindingItem(finding) {
     return Make("li", "", details);
 }
 
+// ---- The macros of a file ----
+
+// Of the same name in any letter case.
+function KeyOfMacro(name) {
+    return String(name).toUpperCase();
+}
+
+function FillMacroFilter() {
+    const select = Find("macro-filter");
+    select.replaceChildren();
+    AddOption(select, "", `All macros (${FormatNumber(g_open.macros.length)})`);
+    const names = new Map(g_open.macros.map((macro) => [KeyOfMacro(macro.name), macro.name]));
+    for (const [key, name] of names) AddOption(select, key, Visible(String(name)));
+    const wanted = Find("macro").value;
+    if (names.has(wanted)) select.value = wanted;
+}
+
+function ListMacros() {
+    const wanted = Find("macro-filter").value;
+    const listed = g_open.macros.filter((macro) => !wanted || KeyOfMacro(macro.name) === wanted);
+    Find("file-macros").hidden = g_open.macros.length === 0;
+    Find("call-count").textContent = `${Plural(listed.length, "macro", "macros")}, ` +
+        Plural(listed.reduce((sum, macro) => sum + macro.calls.length, 0), "call", "calls");
+    Find("file-macro-list").replaceChildren(...listed.map(MacroItem));
+}
+
+function PlaceOfMacro(macro) {
+    const lines = LinesOf(macro).toLowerCase();
+    return macro.file ? `defined in ${Visible(macro.file)}, ${lines}` : `defined in ${lines}`;
+}
+
+// How many calls came to what.
+function CallBadges(macro) {
+    const counts = CountBy(macro.calls.map((call) => call.outcome));
+    return [...kCallOutcomes].filter(([name]) => counts.has(name)).map(([name, {label, tone}]) =>
+        Make("span", `outcome tone-${tone}`, `${label}: ${FormatNumber(counts.get(name))}`));
+}
+
+function MacroItem(macro) {
+    const summary = Make("summary", "macro", [
+        Make("span", "macro-name", Visible(String(macro.name))),
+        Make("span", "", PlaceOfMacro(macro)),
+        Make("span", "call-badges", CallBadges(macro)),
+    ]);
+    const details = Make("details", "", summary);
+    // What the calls give is drawn when it is asked for.
+    details.addEventListener("toggle", () => {
+        if (!details.open || details.childElementCount > 1) return;
+        details.append(Make("div", "opened", MacroParts(macro)));
+    });
+    return Make("li", "", details);
+}
+
+function MacroParts(macro) {
+    const commands = macro.legacyCommands.map((command) =>
+        `${Visible(command.type)} in ${LinesOf(command).toLowerCase()}`);
+    const parts = [Make("p", "", commands.length
+        ? `Legacy commands in the body: ${commands.join("; ")}.`
+        : "The body itself holds no legacy command; what its calls become does.")];
+    const within = Count(macro.expansions) - macro.calls.length;
+    if (within > 0) {
+        parts.push(Make("p", "", `Other macros run it in ${Plural(within, "call", "calls")}.`));
+    }
+    if (!macro.calls.length) return [...parts, Make("p", "empty", "This file does not call it.")];
+    const list = Make("ol", "commands calls");
+    const more = MakeButton("", () => ShowMoreCalls(macro, list, more));
+    ShowMoreCalls(macro, list, more);
+    return [...parts, list, Make("p", "", more)];
+}
+
+function ShowMoreCalls(macro, list, more) {
+    const shown = list.childElementCount;
+    list.append(...macro.calls.slice(shown, shown + kRowsAtOnce).map(CallItem));
+    const left = macro.calls.length - list.childElementCount;
+    more.hidden = left === 0;
+    more.textContent = `Show more of ${FormatNumber(left)} further calls`;
+}
+
+function CallItem(call) {
+    const said = call.reason || (call.sharesCommand ? "in the command of the call before" : "");
+    const heading = [
+        Make("span", "", LinesOf(call)),
+        OutcomeBadge(kCallOutcomes, call.outcome),
+        Make("span", "sentence", Visible(String(said))),
+    ];
+    if (!call.text) return Make("li", "", Make("div", "call", heading));
+    const details = Make("details", "", Make("summary", "call", heading));
+    details.addEventListener("toggle", () => {
+        if (!details.open || details.childElementCount > 1) return;
+        details.append(Make("div", "opened", CallParts(call)));
+    });
+    return Make("li", "", details);
+}
+
+// Each command beside what it becomes; where there is none, what the call expands to.
+function CallParts(call) {
+    const parts = (call.findings || []).map((finding) =>
+        Make("p", "", Visible(String(finding.sentence))));
+    for (const command of call.commands || []) {
+        const source = Side("source", "Expansion", `of ${LinesOf(call).toLowerCase()}`);
+        AddCode(source, String(command.source ?? ""), 1, null);
+        parts.push(Make("div", "compare", [source, ResultSide(command)]));
+    }
+    if (!(call.commands || []).length) {
+        const source = Side("source", "Expansion", `of ${LinesOf(call).toLowerCase()}`);
+        AddCode(source, String(call.text ?? ""), 1, null);
+        parts.push(source);
+    }
+    return parts;
+}
+
+// ---- The macros of all files ----
+
+const g_macros = [];  // {name, files, calls, converted, failed, left}, by their names
+
+// [name, calls, converted, failed, left] of each macro that the file defines or calls.
+function CallsOf(file) {
+    return file.calledMacros || [];
+}
+
+function SumMacros() {
+    const sums = new Map();
+    for (const file of g_report.files) {
+        for (const [name, calls, converted, failed, left] of CallsOf(file)) {
+            const key = KeyOfMacro(name);
+            if (!sums.has(key)) {
+                sums.set(key, {name, files: new Set(), calls: 0, converted: 0, failed: 0, left: 0});
+            }
+            const sum = sums.get(key);
+            sum.files.add(file.index);
+            sum.calls += Count(calls);
+            sum.converted += Count(converted);
+            sum.failed += Count(failed);
+            sum.left += Count(left);
+        }
+    }
+    return [...sums.values()];
+}
+
+function ShowMacros() {
+    g_macros.push(...SumMacros().sort((a, b) => b.calls - a.calls));
+    Find("macros").hidden = g_macros.length === 0;
+    const label = Find("macro-label");
+    label.hidden = g_macros.length === 0;
+    AddOption(Find("macro"), "", "All macros");
+    for (const {name, files} of g_macros) {
+        AddOption(Find("macro"), KeyOfMacro(name),
+            `${Visible(name)} (${Plural(files.size, "file", "files")})`);
+    }
+    if (!g_macros.length) return;
+    Find("macro-list").replaceChildren(
+        MakeHeadRow(["Macro", "Files", "Calls", "Converted", "Failed", "Not expanded"]),
+        Make("tbody"));
+    ShowMoreMacros();
+}
+
+function ShowMoreMacros() {
+    AddRows(Find("macro-list"), Find("more-macros"), g_macros, kFirstGroups, MacroRow);
+}
+
+function MacroRow({name, files, calls, converted, failed, left}) {
+    const button = MakeButton(Visible(name), () => FilterFiles("macro", KeyOfMacro(name)));
+    button.className = "plain";
+    const heading = Make("th", "", button);
+    heading.scope = "row";
+    return Make("tr", "", [heading, ...[files.size, calls, converted, failed, left].map(
+        (count) => Make("td", "", FormatNumber(count)))]);
+}
+
 // ---- The commands of a file ----
 
 const kCommandFilters = [
@@ -2034,6 +2224,7 @@ function CommandItem(index) {
         OutcomeBadge(kCommandOutcomes, command.outcome),
         Make("span", "warned", warnings ? Plural(warnings, "warning", "warnings") : ""),
         Make("span", "said", [ChangeBadge(command), SignOffBadge(command),
+            command.macro ? Make("span", "of-macro", `from ${Visible(command.macro)}`) : "",
             Visible(command.message || "")]),
     ]);
     button.type = "button";
@@ -2161,6 +2352,7 @@ function WhyNoResult(command) {
     if (command.outcome === "unreadable") {
         return "The conversion of the file ended here; the result holds nothing that follows.";
     }
+    if (command.macro) return "A call becomes this command, which cannot be converted.";
     return "In the result this command stands as a comment, followed by the message.";
 }
 
@@ -2383,6 +2575,7 @@ function Listen() {
     const clicks = {
         "clear": () => { ClearFilters(); Find("search").focus(); },
         "more-groups": ShowMoreGroups,
+        "more-macros": ShowMoreMacros,
         "folder-up": () => OpenFolder(FolderAbove(g_work.folder)),
         "usual-minutes": ResetMinutes,
         "save-signed": SaveSignOffs,
@@ -2403,6 +2596,7 @@ function Listen() {
     Find("open-signed").addEventListener("change", () => AddSignOffsOf(Find("open-signed")));
     addEventListener("beforeunload", OnLeave);
     Find("finding-filter").addEventListener("input", ListFindings);
+    Find("macro-filter").addEventListener("input", ListMacros);
     Find("command-filter").addEventListener("input", ListCommands);
     Find("grid").addEventListener("keydown", OnGridKey);
     Find("grid").addEventListener("scroll", OnScroll, {passive: true});
@@ -2447,6 +2641,7 @@ function Start() {
     ShowSince();
     ReadGroups();
     ShowGroups();
+    ShowMacros();
     StartWork();
     StartSignOffs();
     FillFilters(outcomes, codes, reasons);
