@@ -187,8 +187,9 @@ class Generator:
 
         def body(words):
             label = rng.choice(["", " 'Total'"])
-            table = rng.choice([f"{words[0]} + tot BY {words[1]}", f"{words[0]} BY {words[1]} + tot",
-                                f"{words[0]} + tot BY {words[1]} + tot"])
+            rows, columns = words
+            table = rng.choice([f"{rows} + tot BY {columns}", f"{rows} BY {columns} + tot",
+                                f"{rows} + tot BY {columns} + tot"])
             return self.layout(["TABLES", f"/FTOTAL=tot{label}", f"/TABLE={table}",
                                 f"/STATISTICS=COUNT({words[0]}) CPCT({words[0]})"]) + "."
         return kinds, body
@@ -270,7 +271,6 @@ class Generator:
         return kinds, body
 
     def observed_list(self):
-        rng = self.rng
         kinds = ["scales", "name"]
 
         def body(words):
@@ -413,10 +413,10 @@ def in_order(tokens):
     changed = True
     while changed:
         changed = False
-        for i in range(1, len(parts)):
-            before, after = categories_of(parts[i - 1]), categories_of(parts[i])
-            if before and after and not before & after and parts[i] < parts[i - 1]:
-                parts[i - 1], parts[i] = parts[i], parts[i - 1]
+        for place in range(1, len(parts)):
+            before, after = categories_of(parts[place - 1]), categories_of(parts[place])
+            if before and after and not before & after and parts[place] < parts[place - 1]:
+                parts[place - 1], parts[place] = parts[place], parts[place - 1]
                 changed = True
     return [token for part in parts for token in part]
 
