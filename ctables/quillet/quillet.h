@@ -383,8 +383,11 @@ struct DefinedMacro {
     std::size_t end = 0;
     /// The legacy commands in the body, with the lines of the file.
     std::vector<LegacyCommand> commands;
-    long calls = 0;          ///< Of the text, for which it was expanded; within other macros, too.
-    long callsLeft = 0;      ///< Those of them that could not be expanded.
+    long calls = 0;      ///< Of the text, for which it was expanded; within other macros, too.
+    long callsLeft = 0;  ///< Those of them that could not be expanded.
+    /// The same of other texts, to be filled in by whoever knows them before `ConvertExpanded`.
+    long callsElsewhere = 0;
+    long callsLeftElsewhere = 0;
     long firstCallLine = 0;  ///< From 1; 0 where there is none.
 };
 

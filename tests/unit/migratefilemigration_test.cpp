@@ -111,6 +111,7 @@ private:
         IncludedTexts includes(
             {*source, encodings, encodingRules, layoutRules, false},
             [](std::string_view /*path*/, const std::string& /*from*/) { return std::nullopt; });
+        const MacroCalls macroCalls;
         const MigrationContext context = {*source,
                                           target,
                                           m_earlier,
@@ -122,6 +123,7 @@ private:
                                           options,
                                           layoutRules,
                                           includes,
+                                          macroCalls,
                                           {},
                                           false,
                                           how.copiesUnconverted,

@@ -459,10 +459,12 @@ private:
     }
 
     void TellOfBody(const DefinedMacro& macro, long callsLeft) {
-        const bool isDone = macro.calls > 0 && callsLeft == 0;
-        const std::string firstCall = std::to_string(macro.firstCallLine);
-        for (std::size_t index = 0; index < macro.commands.size(); ++index) {
-            const LegacyCommand& command = macro.commands[index];
+        const long calls = macro.calls + macro.callsElsewhere;
+        callsLeft += macro.callsLeftElsewhere;
+        const bool isDone = calls > 0 && callsLeft == 0;
+        const bool tellsOfOthers = macro.callsElsewhere > 0;
+        const std::string other = std::to_string(tellsOfOthers ? callsLeft : macro.firstCallLine);
+        for (const LegacyCommand& command : macro.commands) {
             Finding finding;
             finding.code = isDone ? FindingCode::kMacroExpanded : FindingCode::kMacroBody;
             finding.command = command.type;
@@ -471,19 +473,22 @@ private:
             finding.causeLine = macro.firstLine;
             finding.macro = macro.name;
             finding.text = TextOfLines(command.firstLine, command.lastLine);
-            finding.sentence =
-                SentenceOf(WordingOf(isDone, macro.calls), {.command = WordOf(command.type),
-                                                            .name = macro.name,
-                                                            .other = firstCall,
-                                                            .line = command.firstLine,
-                                                            .cause = macro.firstLine,
-                                                            .count = macro.calls});
+            finding.sentence = SentenceOf(WordingOf(isDone, tellsOfOthers, calls),
+                                          {.command = WordOf(command.type),
+                                           .name = macro.name,
+                                           .other = other,
+                                           .line = command.firstLine,
+                                           .cause = macro.firstLine,
+                                           .count = calls});
             m_found.findings.push_back(std::move(finding));
             if (!isDone) m_found.commands.push_back(command);
         }
     }
 
-    static Wording WordingOf(bool isDone, long calls) {
+    static Wording WordingOf(bool isDone, bool tellsOfOthers, long calls) {
+        if (tellsOfOthers) {
+            return isDone ? Wording::kMacroExpandedElsewhere : Wording::kMacroBodyCalledElsewhere;
+        }
         if (isDone) return calls == 1 ? Wording::kMacroExpanded : Wording::kMacroExpandedOften;
         if (calls == 0) return Wording::kMacroBody;
         return calls == 1 ? Wording::kMacroBodyCalledOnce : Wording::kMacroBodyCalled;

@@ -459,10 +459,12 @@ void FileMigration::JudgeUnknown(SourceFile& source) {
                           : "the result was edited";
 }
 
-// An included file may have become another one since: then the result, or what is told of it, may
-// as well.
+// An included file may have become another one since, or another file may call more: then the
+// result, or what is told of it, may be another one as well.
 bool FileMigration::IsUpToDate(const JournalRecord& record) const {
-    return record.identity.isAccepted || m_context.includes.AreTheSame(record.includes);
+    if (record.identity.isAccepted) return true;
+    return m_context.macroCalls.HashOf(m_facts.path) == CallsHashIn(record.includes) &&
+           m_context.includes.AreTheSame(record.includes);
 }
 
 bool FileMigration::TakeRecorded(const JournalRecord& record) {
@@ -681,7 +683,12 @@ MacroExpansion FileMigration::ExpandIn(const std::string& text, const Options& o
         }
         return isFound;
     };
-    return ExpandMacros(text, macros);
+    MacroExpansion expansion = ExpandMacros(text, macros);
+    m_context.macroCalls.TellOf(m_facts.path, expansion);
+    if (const std::optional<ContentHash> hash = m_context.macroCalls.HashOf(m_facts.path)) {
+        m_includes.push_back(CallsLookup(*hash));
+    }
+    return expansion;
 }
 
 Options FileMigration::ChooseLayoutFor(const std::string& text) {

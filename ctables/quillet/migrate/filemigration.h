@@ -18,6 +18,7 @@
 #include "migrate/journal.h"
 #include "migrate/layouts.h"
 #include "migrate/legacysearch.h"
+#include "migrate/macrocalls.h"
 #include "migrate/progress.h"
 #include "migrate/reportdata.h"
 #include "migrate/resultoptions.h"
@@ -46,6 +47,7 @@ struct MigrationContext {
     ResultOptions options;
     const LayoutRules& layoutRules;
     IncludedTexts& includes;
+    const MacroCalls& macroCalls;
     /// Whether the source holds the file that a path, in UTF-8, means in a file; may be empty.
     std::function<bool(std::string_view path, std::string_view includingFile)> hasFile;
     bool copiesOthers = false;

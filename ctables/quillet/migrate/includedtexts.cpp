@@ -90,12 +90,20 @@ bool MayHoldMacros(std::string_view text) {
     return false;
 }
 
+Options SettledText::ConversionOptions() const {
+    Options options;
+    options.batchMode = batchMode;
+    options.legacyCodePage = LegacyCodePage::kSystem;
+    options.namedCodePage = encoding.named;
+    return options;
+}
+
 bool IncludedTexts::Find(std::string_view path, const std::string& includingFile,
                          const TextInEncoding& target, IncludedText& file, IncludeLookup& lookup) {
     lookup = {std::string(path), includingFile, {}, {}};
     const std::optional<std::string> found = m_findPath(path, includingFile);
     if (!found) return false;
-    const std::shared_ptr<const Text> text = Read(*found);
+    const std::shared_ptr<const SettledText> text = Read(*found);
     if (text == nullptr) return false;
     lookup.file = *found;
     lookup.hash = text->hash;
@@ -115,21 +123,22 @@ bool IncludedTexts::Find(std::string_view path, const std::string& includingFile
 
 bool IncludedTexts::AreTheSame(const std::vector<IncludeLookup>& lookups) {
     return std::all_of(lookups.begin(), lookups.end(), [this](const IncludeLookup& lookup) {
+        if (IsCallsLookup(lookup)) return true;
         const std::optional<std::string> found = m_findPath(lookup.path, lookup.includingFile);
-        const std::shared_ptr<const Text> text = found ? Read(*found) : nullptr;
+        const std::shared_ptr<const SettledText> text = found ? Read(*found) : nullptr;
         if (text == nullptr) return lookup.file.empty();
         return *found == lookup.file && text->hash == lookup.hash;
     });
 }
 
-std::shared_ptr<const IncludedTexts::Text> IncludedTexts::Read(const std::string& path) {
+std::shared_ptr<const SettledText> IncludedTexts::Read(const std::string& path) {
     {
         const std::lock_guard lock(m_mutex);
         const auto found = m_texts.find(path);
         if (found != m_texts.end()) return found->second;
     }
     // Two threads may read the same file, and find the same.
-    std::shared_ptr<const Text> text = ReadFile(path);
+    std::shared_ptr<const SettledText> text = ReadFile(path);
     const std::lock_guard lock(m_mutex);
     const std::uint64_t size = text != nullptr ? text->text.size() : 0;
     if (m_textBytes + size <= kMostBytesKept && m_texts.emplace(path, text).second) {
@@ -138,13 +147,13 @@ std::shared_ptr<const IncludedTexts::Text> IncludedTexts::Read(const std::string
     return text;
 }
 
-std::shared_ptr<const IncludedTexts::Text> IncludedTexts::ReadFile(const std::string& path) const {
+std::shared_ptr<const SettledText> IncludedTexts::ReadFile(const std::string& path) const {
     constexpr std::size_t kFirstLine = 200;
     std::error_code error;
     const std::unique_ptr<SourceFile> source = SourceFile::Open(m_settings.sourceRoot, path, error);
     if (source == nullptr) return nullptr;
     const Content content = LookAtContent(*source);
-    auto result = std::make_shared<Text>();
+    auto result = std::make_shared<SettledText>();
     result->hash = HashRest(*source);
     if (source->Failed() || !source->Rewind()) return nullptr;
 
@@ -170,9 +179,7 @@ std::shared_ptr<const IncludedTexts::Text> IncludedTexts::ReadFile(const std::st
         if (!name.empty()) pNamed = m_settings.encodings.Find(name);
     }
     result->encoding = EncodingOfText(result->text, pNamed != nullptr ? pNamed->codePage : nullptr);
-    Options options;
-    options.legacyCodePage = LegacyCodePage::kSystem;
-    options.namedCodePage = result->encoding.named;
+    Options options = result->ConversionOptions();
     const Layout layout = m_settings.layoutRules.ForPath(path);
     options.batchMode = layout == Layout::kAuto ? ChooseLayout(result->text, options).batchMode
                                                 : layout == Layout::kBatch;

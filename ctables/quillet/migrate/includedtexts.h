@@ -40,6 +40,18 @@ struct IncludeSettings {
     bool endsAtBlankLines = false;
 };
 
+/// A file as it is read, with layout, encoding and blank lines settled. Empty when no macro can be
+/// defined in it, and nothing be included.
+struct SettledText {
+    std::string text;
+    TextInEncoding encoding;
+    bool batchMode = false;
+    ContentHash hash;  ///< Of the file.
+
+    /// Those that it is converted with.
+    [[nodiscard]] Options ConversionOptions() const;
+};
+
 /// Finds and reads included files. Safe for threads.
 class IncludedTexts {
 public:
@@ -58,25 +70,19 @@ public:
                             const TextInEncoding& target, IncludedText& file,
                             IncludeLookup& lookup);
 
+    /// The file with this path below SOURCE; null when it cannot be read.
+    [[nodiscard]] std::shared_ptr<const SettledText> Read(const std::string& path);
+
     /// True when all would be found again as they were.
     [[nodiscard]] bool AreTheSame(const std::vector<IncludeLookup>& lookups);
 
 private:
-    // A file as it is read, with layout, encoding and blank lines settled.
-    struct Text {
-        std::string text;
-        TextInEncoding encoding;
-        bool batchMode = false;
-        ContentHash hash;
-    };
-
-    [[nodiscard]] std::shared_ptr<const Text> Read(const std::string& path);
-    [[nodiscard]] std::shared_ptr<const Text> ReadFile(const std::string& path) const;
+    [[nodiscard]] std::shared_ptr<const SettledText> ReadFile(const std::string& path) const;
 
     IncludeSettings m_settings;
     PathFinder m_findPath;
     std::mutex m_mutex;  // for what follows
-    std::unordered_map<std::string, std::shared_ptr<const Text>> m_texts;
+    std::unordered_map<std::string, std::shared_ptr<const SettledText>> m_texts;
     std::uint64_t m_textBytes = 0;
 };
 

@@ -2,7 +2,9 @@
 #ifndef QUILLET_MIGRATE_INCLUDELOOKUP_H
 #define QUILLET_MIGRATE_INCLUDELOOKUP_H
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "migrate/contenthash.h"
 
@@ -17,6 +19,23 @@ struct IncludeLookup {
 
     friend bool operator==(const IncludeLookup&, const IncludeLookup&) = default;
 };
+
+/// A lookup that stands for the calls that other files make of macros of the file: it names no
+/// file.
+[[nodiscard]] inline IncludeLookup CallsLookup(const ContentHash& hash) { return {{}, {}, {}, hash}; }
+
+[[nodiscard]] inline bool IsCallsLookup(const IncludeLookup& lookup) {
+    return lookup.includingFile.empty();
+}
+
+/// The hash of the one that stands for calls; nothing when there is none.
+[[nodiscard]] inline std::optional<ContentHash> CallsHashIn(
+    const std::vector<IncludeLookup>& lookups) {
+    for (const IncludeLookup& lookup : lookups) {
+        if (IsCallsLookup(lookup)) return lookup.hash;
+    }
+    return std::nullopt;
+}
 
 }  // namespace quillet::migrate
 

@@ -184,6 +184,7 @@ std::string MacroJson(const DefinedMacro& macro, std::string_view calls, TextEnc
                             {"lastLine", command.lastLine}});
     }
     json["expansions"] = macro.calls;
+    if (macro.callsElsewhere > 0) json["callsElsewhere"] = macro.callsElsewhere;
     return DumpOpen(json) + ",\"calls\":[" + std::string(calls) + "]}";
 }
 

@@ -65,8 +65,13 @@ void TakeFindings(const LegacyFindings& found, const FindingEncoding& encoding, 
     facts.unreadable = found.Count(LegacyOutcome::kUnreadable);
     facts.overlooked = found.Count(LegacyOutcome::kOverlooked);
     facts.fromMacros = found.fromMacros;
+    const bool hasLegacyCommands =
+        !found.commands.empty() ||
+        std::any_of(found.findings.begin(), found.findings.end(), [](const Finding& finding) {
+            return finding.code == FindingCode::kMacroExpanded;
+        });
     for (const Finding& finding : found.findings) {
-        if (found.commands.empty() && finding.code != FindingCode::kInclude) continue;
+        if (!hasLegacyCommands && finding.code != FindingCode::kInclude) continue;
         if (KindOf(finding.code) == FindingKind::kChanged) ++facts.changed;
         if (KindOf(finding.code) == FindingKind::kTold) ++facts.told;
         AddName(quillet::NameOf(finding.code), facts.codes);
@@ -75,7 +80,10 @@ void TakeFindings(const LegacyFindings& found, const FindingEncoding& encoding, 
 }
 
 FileOutcome OutcomeOf(const FileFacts& facts, Outcome conversion) {
-    if (facts.found == 0) return FileOutcome::kNothing;
+    // What was expanded in other files counts there; this one is of use to them.
+    const bool isExpanded = std::binary_search(facts.codes.begin(), facts.codes.end(),
+                                               quillet::NameOf(FindingCode::kMacroExpanded));
+    if (facts.found == 0 && !isExpanded) return FileOutcome::kNothing;
     if (conversion == Outcome::kTokenizingError) return FileOutcome::kStopped;
     if (facts.overlooked > 0) return FileOutcome::kOverlooked;
     if (facts.failed > 0) {

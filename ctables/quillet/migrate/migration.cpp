@@ -25,6 +25,7 @@
 #include "migrate/journal.h"
 #include "migrate/lastrun.h"
 #include "migrate/layouts.h"
+#include "migrate/macrocalls.h"
 #include "migrate/pattern.h"
 #include "migrate/progress.h"
 #include "migrate/reportdata.h"
@@ -243,6 +244,11 @@ private:
         const NameFilter filter(m_settings.include, m_settings.exclude);
         for (TreeEntry& entry : tree.entries) {
             NoteSource(entry);
+            // Only where calls are expanded it matters who calls what.
+            if (m_settings.macros != MacroMode::kReport && m_singleFile.empty() &&
+                entry.kind == TreeEntry::Kind::kFile && filter.Accepts(entry.path)) {
+                m_macroFiles.push_back(entry.path);
+            }
             if (m_settings.shard && !IsInShard(entry.path, *m_settings.shard)) continue;
             // A folder that cannot be read may hold anything.
             const bool isWanted =
@@ -355,6 +361,10 @@ private:
             [this](std::string_view path, const std::string& includingFile) {
                 return FindInclude(path, includingFile);
             });
+        MacroCalls macroCalls;
+        ForEachInParallel(m_macroFiles.size(), [&](unsigned /*worker*/, std::size_t index) {
+            macroCalls.AddFile(m_macroFiles[index], includes);
+        });
         const MigrationContext context = {
             *m_source,
             *m_target,
@@ -368,6 +378,7 @@ private:
              m_settings.macros},
             m_layoutRules,
             includes,
+            macroCalls,
             IncludeFinder(),
             m_settings.copyOthers,
             m_settings.copyOthers || !m_settings.include.empty(),
@@ -375,31 +386,44 @@ private:
             m_settings.force,
             m_settings.acceptEdited};
         const ProgressDisplay display(m_progress, m_settings.isQuiet);
-        const auto count = static_cast<unsigned>(
-            std::min<std::size_t>(m_settings.jobs, std::max<std::size_t>(m_tasks.size(), 1)));
-        std::atomic<std::size_t> next = 0;
-        const auto work = [this, &context, &next](unsigned worker) {
-            FileMigration migration(context, worker);
-            while (!m_stop.stop_requested()) {
-                const std::size_t task = next.fetch_add(1);
-                if (task >= m_tasks.size()) break;
-                migration.Run(m_tasks[task]);
-            }
-        };
-        {
-            std::vector<std::jthread> workers;
-            try {
-                // This thread is one of them.
-                for (unsigned worker = 1; worker < count; ++worker) {
-                    workers.emplace_back(work, worker);
-                }
-            } catch (const std::system_error&) {
-                // The system allows for no more; those that there are will do.
-            }
-            work(0);
+        std::vector<std::unique_ptr<FileMigration>> migrations;
+        for (unsigned worker = 0; worker < WorkersFor(m_tasks.size()); ++worker) {
+            migrations.push_back(std::make_unique<FileMigration>(context, worker));
         }
+        ForEachInParallel(m_tasks.size(), [&](unsigned worker, std::size_t index) {
+            migrations[worker]->Run(m_tasks[index]);
+        });
         publisher.Flush();
         m_changedFolders = publisher.Folders();
+    }
+
+    [[nodiscard]] unsigned WorkersFor(std::size_t count) const {
+        return static_cast<unsigned>(
+            std::min<std::size_t>(m_settings.jobs, std::max<std::size_t>(count, 1)));
+    }
+
+    // Calls `work` with the number of a thread, from 0, and each index below `count`, until the
+    // run is stopped.
+    void ForEachInParallel(std::size_t count,
+                           const std::function<void(unsigned, std::size_t)>& work) {
+        std::atomic<std::size_t> next = 0;
+        const auto workOnAll = [this, count, &work, &next](unsigned worker) {
+            while (!m_stop.stop_requested()) {
+                const std::size_t index = next.fetch_add(1);
+                if (index >= count) break;
+                work(worker, index);
+            }
+        };
+        std::vector<std::jthread> workers;
+        try {
+            // This thread is one of them.
+            for (unsigned worker = 1; worker < WorkersFor(count); ++worker) {
+                workers.emplace_back(workOnAll, worker);
+            }
+        } catch (const std::system_error&) {
+            // The system allows for no more; those that there are will do.
+        }
+        workOnAll(0);
     }
 
     void NoteOrphans() {
@@ -537,6 +561,7 @@ private:
     std::unique_ptr<TargetFolder> m_target;
     std::optional<JunitFile> m_junit;
     std::vector<FileTask> m_tasks;
+    std::vector<std::string> m_macroFiles;  // those of all slices that may call macros of others
     std::vector<std::string> m_folders;
     std::unordered_set<std::string> m_sources;       // everything that the walk has met
     std::unordered_set<std::string> m_unknownParts;  // what of it was not entered

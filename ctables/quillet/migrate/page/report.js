@@ -2019,6 +2019,10 @@ function MacroParts(macro) {
     if (within > 0) {
         parts.push(Make("p", "", `Other macros run it in ${Plural(within, "call", "calls")}.`));
     }
+    if (Count(macro.callsElsewhere) > 0) {
+        parts.push(Make("p", "", "Other files run it in " +
+            `${Plural(macro.callsElsewhere, "call", "calls")}.`));
+    }
     if (!macro.calls.length) return [...parts, Make("p", "empty", "This file does not call it.")];
     const list = Make("ol", "commands calls");
     const more = MakeButton("", () => ShowMoreCalls(macro, list, more));
