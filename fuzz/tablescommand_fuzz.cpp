@@ -147,7 +147,7 @@ std::string Outcome(const std::string& text, const quillet::CodePage& codePage) 
     const int kind = static_cast<int>(report.kind);
     if (status == quillet::ParseStatus::kSuccess) {
         Require(kind == 0);
-        const std::unique_ptr<quillet::TbTrParseNode> root = command.ReleaseParseResult();
+        const quillet::NodeOwner root = command.ReleaseParseResult();
         Require(root != nullptr && root->GetChildCount() > 1);
         Require(command.TableLocations().size() == root->GetChildCount() - 1);
         CheckParents(*root);

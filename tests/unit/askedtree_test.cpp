@@ -20,14 +20,17 @@
 namespace quillet::outline {
 namespace {
 
-Name NameOf(const TAVQToken& token) { return {token.Text(true), token.Text(false)}; }
+Name NameOf(const TAVQToken& token) {
+    return {std::string(token.Text(true)), std::string(token.Text(false))};
+}
 
 Literal LiteralOf(const TAVQToken* pToken) {
     if (pToken == nullptr) return {};
-    const std::string& source = pToken->Text(true);
+    const std::string source(pToken->Text(true));
     const bool isNumber = pToken->Type() == TokenCodes::kNumber;
     // Blanks after a text, and a "+" without effect, are no part of it.
-    return {pToken->Text(false), isNumber ? source : source.substr(0, source.rfind('\'') + 1)};
+    return {std::string(pToken->Text(false)),
+            isNumber ? source : source.substr(0, source.rfind('\'') + 1)};
 }
 
 // The functions of the commands below, each of which begins with three letters of its own.
@@ -87,7 +90,8 @@ private:
                 break;
             case TB_FTOTAL:
             case TB_PTOTAL:
-                for (const TbTrParseNode* pTotal : ChildrenOf(node)) ReadTotal(*pTotal);
+                for (const TbTrParseNode* pTotal : ChildrenOf(node))
+                    ReadTotal(*pTotal, node.GetNodeType());
                 break;
             default:
                 ReadSet(node);
@@ -105,8 +109,8 @@ private:
         if (format->Missing() != nullptr) settings.missingText = LiteralOf(format->Missing());
     }
 
-    void ReadTotal(const TbTrParseNode& node) {
-        const std::optional<TotalView> total = TotalView::Of(node);
+    void ReadTotal(const TbTrParseNode& node, NodeType subcommand) {
+        const std::optional<TotalView> total = TotalView::Of(node, subcommand);
         const bool isAfter = total->Type() == TB_FTOTAL;
         m_outline.declaredTotals.push_back({NameOf(*total->Name()), LiteralOf(total->Label()),
                                             isAfter ? Position::kAfter : Position::kBefore, 0});
@@ -130,7 +134,9 @@ private:
         Declare(*view->Name().GetToken(), Role::kSet);
     }
 
-    void Declare(const TAVQToken& name, Role role) { m_roles.try_emplace(name.Text(false), role); }
+    void Declare(const TAVQToken& name, Role role) {
+        m_roles.try_emplace(std::string(name.Text(false)), role);
+    }
 
     void ReadTable(const TableGroupView& group) {
         TableOutline table;
@@ -149,7 +155,7 @@ private:
                     }
                     break;
                 case TB_SORT:
-                    ReadSort(*SortView::Of(*pNode), sorts++, table);
+                    ReadSort(SortView(*pNode), sorts++, table);
                     break;
                 default:
                     ReadHeading(*pNode, table);

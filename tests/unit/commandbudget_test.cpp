@@ -10,10 +10,12 @@
 #include "conversionhelper.h"
 #include "igraph/gpl/gplcolumns.h"
 #include "quillet.h"
-#include "tokenizer/tavqtokenvector.h"
+#include "tokenizing.h"
 
 namespace quillet {
 namespace {
+
+using tokenizing::KeptTokens;
 
 constexpr std::size_t kMaxText = CommandBudget::kMaxText;
 constexpr std::size_t kMaxCopies = CommandBudget::kMaxCopies;
@@ -145,10 +147,8 @@ TEST(CommandBudgetTest, FunctionsOnManyTerms) {
 
 TEST(CommandBudgetTest, ALiteralThatRepeatsItself) {
     const auto tokenize = [](std::size_t size) {
-        CommandBudget budget;
-        return TAVQTokenVector(CodePage::Windows1252(), "'" + std::string(size, 'x') + "'+y'",
-                               false, 0, budget)
-            .Count();
+        return KeptTokens(CodePage::Windows1252(), "'" + std::string(size, 'x') + "'+y'", false, 0)
+            .tokens.Count();
     };
     EXPECT_EQ(tokenize(kMaxText), 1);
     EXPECT_THROW(tokenize(kMaxText + 1), CommandTooLarge);
@@ -156,20 +156,17 @@ TEST(CommandBudgetTest, ALiteralThatRepeatsItself) {
 
 TEST(CommandBudgetTest, AllLiteralsOfACommandTogether) {
     const auto tokenize = [](std::size_t size) {
-        CommandBudget budget;
         const std::string literal = "'" + std::string(size, 'x') + "'+y' ";
-        return TAVQTokenVector(CodePage::Windows1252(), Repeated(literal, 32), false, 0, budget)
-            .Count();
+        return KeptTokens(CodePage::Windows1252(), Repeated(literal, 32), false, 0).tokens.Count();
     };
     EXPECT_EQ(tokenize(kMaxText / 32), 32);
     EXPECT_THROW(tokenize(kMaxText / 32 + 1), CommandTooLarge);
 }
 
 TEST(CommandBudgetTest, WhatIsGluedOnceIsFree) {
-    CommandBudget budget;
     const std::string part = "'" + std::string(kMaxText, 'x') + "'";
-    const TAVQTokenVector tokens(CodePage::Windows1252(), part + "\n+" + part, false, 0, budget);
-    EXPECT_EQ(tokens.At(0)->Text(false).size(), 2 * kMaxText);
+    KeptTokens kept(CodePage::Windows1252(), part + "\n+" + part, false, 0);
+    EXPECT_EQ(kept.tokens.At(0)->texts.value, std::string(2 * kMaxText, 'x'));
 }
 
 // The columns of a graph whose Y axis is a variable with a name of `size` bytes are handed to

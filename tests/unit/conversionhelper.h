@@ -3,13 +3,13 @@
 #define QUILLET_TESTS_UNIT_CONVERSIONHELPER_H
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "bison/tbtrtables.h"
+#include "nodemaking.h"
 #include "parser/tbtrparsenode.h"
 #include "parser/tbtrtablescommand.h"
 #include "platform/codepage.h"
@@ -33,7 +33,7 @@ public:
     [[nodiscard]] bool Parsed() const { return m_parsed; }
     [[nodiscard]] TablesCommand& Command() { return m_command; }
 
-    [[nodiscard]] std::unique_ptr<TbTrParseNode> TakeRoot() { return std::move(m_root); }
+    [[nodiscard]] NodeOwner TakeRoot() { return std::move(m_root); }
     [[nodiscard]] TbTrParseNode& Root() { return *m_root; }
     [[nodiscard]] const TbTrParseNode* Globals() const { return m_root->GetChild(0); }
     /// The group of the table at `index`, from 0, and its TABLE subcommand.
@@ -46,7 +46,7 @@ private:
     TAVQTokenSequence m_sequence;
     TablesCommand m_command;
     bool m_parsed = false;
-    std::unique_ptr<TbTrParseNode> m_root;
+    NodeOwner m_root;
 };
 
 struct TablesConversion {

@@ -55,9 +55,8 @@ TEST(GlobalSettingsTest, TheLastFormatCounts) {
     EXPECT_EQ(GlobalSettings(parsed.Globals()).pFormat, parsed.Globals()->GetChild(2));
 }
 
-TEST(GlobalSettingsTest, EmptySlotsAreSkipped) {
-    ParsedCommand parsed("TABLES /BASE ALL /TABLE a");
-    parsed.Root().GetChild(0)->InsertNullChildren(0, 1);
+TEST(GlobalSettingsTest, OtherSubcommandsAreSkipped) {
+    ParsedCommand parsed("TABLES /FTOTAL t /BASE ALL /OBSERVATION x /TABLE a");
     EXPECT_EQ(GlobalSettings(parsed.Globals()).base, SP_ALL);
 }
 

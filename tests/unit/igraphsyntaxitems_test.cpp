@@ -138,7 +138,7 @@ TEST(IgraphSyntaxItemsTest, ANumberWithoutAValueIsNone) {
                                          std::size_t /*count*/) const override {
             return -1;
         }
-        [[nodiscard]] std::unique_ptr<TAVQToken> CloneCurrent() const override { return nullptr; }
+        [[nodiscard]] TAVQToken CloneCurrent() override { return {}; }
 
     private:
         int m_index = 0;

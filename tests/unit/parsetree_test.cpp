@@ -195,9 +195,9 @@ TEST(ParseTreeTest, NoTreeIsNoText) {
     EXPECT_EQ(text, "");
 }
 
-TEST(ParseTreeTest, AMissingListOfGlobalsIsEmpty) {
+TEST(ParseTreeTest, AnotherEmptyListOfGlobalsIsAsGood) {
     ParsedCommand parsed("TABLES /TABLE a");
-    parsed.Root().ReplaceChild(0, nullptr);
+    parsed.Root().ReplaceChild(0, MakeNode(TestArena(), TBI_GENERICLIST));
     std::string text;
     EXPECT_TRUE(
         TranslateTablesCommand(parsed.TakeRoot(), parsed.Command(), CodePage::Utf8(), text));
@@ -220,18 +220,17 @@ TEST(ParseTreeTest, AssertsTheShapeOfTheTree) {
         {[](TbTrParseNode& root) { root.GetChild(0)->SetNodeType(TBI_VARLIST); },
          "pGlobalsList->GetNodeType() == TBI_GENERICLIST"},
         {[](TbTrParseNode& root) {
-             root.GetChild(0)->AddChild(MakeNode(TB_FORMAT, nullptr));
-             root.GetChild(0)->GetChild(0)->AddChild(MakeNode(TB_ON, nullptr));
+             root.GetChild(0)->AddChild(MakeNode(TestArena(), TB_FORMAT));
+             root.GetChild(0)->GetChild(0)->AddChild(MakeNode(TestArena(), TB_ON));
          },
          "nodeType == SP_SLITERAL"},
-        {[](TbTrParseNode& root) { root.GetChild(0)->AddChild(MakeNode(TB_MRGROUP, nullptr)); },
+        {[](TbTrParseNode& root) { root.GetChild(0)->AddChild(MakeNode(TestArena(), TB_MRGROUP)); },
          "pMRGroup->GetChildCount() == 2"},
-        {[](TbTrParseNode& root) { root.ReplaceChild(1, nullptr); },
+        {[](TbTrParseNode& root) { root.GetChild(1)->SetNodeType(TB_TABLE); },
          "pTableGroup && pTableGroup->GetNodeType() == TBI_GENERICLIST"},
         {[](TbTrParseNode& root) { root.GetChild(1)->SetNodeType(TBI_VARLIST); },
          "pTableGroup && pTableGroup->GetNodeType() == TBI_GENERICLIST"},
-        {[](TbTrParseNode& root) { root.GetChild(1)->ReplaceChild(0, nullptr); },
-         "pTableSubcommand"},
+        {[](TbTrParseNode& root) { root.GetChild(1)->RemoveChild(0); }, "pTableSubcommand"},
         {[](TbTrParseNode& root) { root.GetChild(1)->GetChild(0)->SetNodeType(TB_TITLE); },
          "tableSubcommand.GetNodeType() == TB_TABLE"},
     };

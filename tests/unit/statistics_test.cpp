@@ -294,10 +294,9 @@ TEST(StatisticsTest, AssertsTheShapeOfATotal) {
         const char* assertion;
     };
     const Case cases[] = {
-        {[](TbTrParseNode& variable) { variable.RemoveChild(1); }, "pVar->GetChildCount() > 1"},
-        {[](TbTrParseNode& variable) { variable.GetChild(1)->SetNodeType(SP_VARNAME); },
+        {[](TbTrParseNode& variable) { variable.GetChild(0)->SetNodeType(SP_VARNAME); },
          "totalType == TBI_FTOTALVAR || totalType == TBI_PTOTALVAR"},
-        {[](TbTrParseNode& variable) { variable.GetChild(1)->SetToken(nullptr); }, "pTotalTok"},
+        {[](TbTrParseNode& variable) { variable.GetChild(0)->SetToken({}); }, "pTotalTok"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.assertion);
@@ -332,23 +331,19 @@ TEST(StatisticsTest, AssertsTheShapeOfTheTree) {
          [](TbTrParseNode& function) { function.SetNodeType(TBI_GENERICLIST); },
          "pNode->GetNodeType() == TBI_FULLSTATFUNCTION"},
         {"function", "COUNT(a)",
-         [](TbTrParseNode& function) { function.GetChild(1)->SetNodeType(TBI_FMT); },
+         [](TbTrParseNode& function) { function.GetChild(0)->SetNodeType(TBI_FMT); },
          "pNode->GetNodeType() == TBI_STATFUNCTION"},
         {"argument", "COUNT(a)",
-         [](TbTrParseNode& function) { function.GetChild(2)->GetChild(0)->SetNodeType(TBI_FMT); },
+         [](TbTrParseNode& function) { function.GetChild(1)->SetNodeType(TBI_FMT); },
          "pNode->GetNodeType() == TBI_STATFUNCARG"},
         {"format", "COUNT(a(F5))",
-         [](TbTrParseNode& function) {
-             function.GetChild(2)->GetChild(0)->GetChild(1)->SetNodeType(SP_NUMBER);
-         },
-         "pFormat->GetNodeType() == TBI_FMT"},
+         [](TbTrParseNode& function) { function.GetChild(1)->GetChild(1)->SetNodeType(SP_NUMBER); },
+         "pLabel->GetNodeType() == SP_SLITERAL"},
         {"label", "COUNT(a'l')",
-         [](TbTrParseNode& function) {
-             function.GetChild(2)->GetChild(0)->GetChild(2)->SetNodeType(SP_NUMBER);
-         },
+         [](TbTrParseNode& function) { function.GetChild(1)->GetChild(1)->SetNodeType(SP_NUMBER); },
          "pLabel->GetNodeType() == SP_SLITERAL"},
         {"base variables", "CPCT(a:b)",
-         [](TbTrParseNode& function) { function.GetChild(3)->SetNodeType(SP_NUMBER); },
+         [](TbTrParseNode& function) { function.GetChild(0)->SetNodeType(SP_NUMBER); },
          "pBaseVarList->GetNodeType() == TBI_VARLIST"},
     };
     for (const Case& c : cases) {

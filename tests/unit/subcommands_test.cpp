@@ -57,8 +57,8 @@ TEST(SubcommandsTest, OfTheSettingsInAFormatTheLastCount) {
     // The parser leaves one of each. A tree made by hand is read in order.
     ParsedCommand parsed("TABLES /FORMAT ZERO MISSING('x') /TABLE a");
     TbTrParseNode& format = *parsed.Globals()->GetChild(0);
-    format.AddChild(MakeNode(TB_BLANK, nullptr));
-    format.AddChild(CloneNode(*parsed.Globals()->GetChild(0)->GetChild(1)));
+    format.AddChild(MakeNode(TestArena(), TB_BLANK));
+    format.AddChild(MakeNode(TestArena(), SP_SLITERAL, *format.GetChild(1)->GetToken()));
     const GlobalSettings settings(parsed.Globals());
     OutputSequence out;
     out.Add("old", false);
@@ -127,18 +127,6 @@ TEST(SubcommandsTest, BreaksTitlesBetweenTexts) {
     ParsedCommand corner("TABLES /TABLE a /CORNER 'e'");
     WriteTitles(corner.Group(), GlobalSettings(nullptr), out);
     EXPECT_EQ(out.Format(2, 0), "/TITLE\nCORNER=\n'e'");
-}
-
-TEST(SubcommandsTest, EmptySlotsAmongTextsAreSkipped) {
-    ParsedCommand parsed("TABLES /TABLE a /TITLE 'a'/CAPTION 'c'");
-    for (const std::size_t subcommand : {1UL, 2UL}) {
-        TbTrParseNode& texts = *parsed.Group().GetChild(subcommand);
-        texts.InsertNullChildren(0, 1);
-        texts.AddChild(nullptr);
-    }
-    OutputSequence out;
-    WriteTitles(parsed.Group(), GlobalSettings(nullptr), out);
-    EXPECT_EQ(out.Format(80, 0), "/TITLES TITLE='a' CAPTION='c'");
 }
 
 // The categories lines but the one for all variables.
@@ -276,17 +264,12 @@ TEST(SubcommandsTest, AssertsTheShapeOfASort) {
         const char* assertion;
     };
     const DamageCase cases[] = {
-        {[](TbTrParseNode& sort) {
-             while (sort.GetChildCount() > 0) sort.RemoveChild(0);
-         },
-         "sortChildCount > 0"},
-        {[](TbTrParseNode& sort) { sort.GetChild(1)->SetNodeType(SP_VARNAME); },
+        {[](TbTrParseNode& sort) { sort.GetChild(0)->SetNodeType(SP_VARNAME); },
          "pSortVar && pSortVar->GetNodeType() == TBI_SORTVAR"},
-        {[](TbTrParseNode& sort) { sort.ReplaceChild(1, nullptr); },
+        {[](TbTrParseNode& sort) { sort.AddFirstChild(MakeNode(TestArena(), TB_ON)); },
          "pSortVar && pSortVar->GetNodeType() == TBI_SORTVAR"},
-        {[](TbTrParseNode& sort) { sort.GetChild(1)->SetToken(nullptr); }, "pSortVarTok"},
-        {[](TbTrParseNode& sort) { sort.GetChild(1)->GetChild(0)->SetToken(nullptr); },
-         "pSortFuncTok"},
+        {[](TbTrParseNode& sort) { sort.GetChild(0)->SetToken({}); }, "pSortVarTok"},
+        {[](TbTrParseNode& sort) { sort.GetChild(0)->GetChild(0)->SetToken({}); }, "pSortFuncTok"},
     };
     for (const DamageCase& c : cases) {
         SCOPED_TRACE(c.assertion);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "conversionhelper.h"
+#include "nodemaking.h"
 
 namespace quillet {
 namespace {
@@ -234,7 +235,7 @@ TEST(TableExpressionTest, StatisticsNeedOneToThreeDimensions) {
         ParsedCommand parsed("TABLES /TABLE a BY b BY c");
         TbTrParseNode& table = parsed.Table();
         while (table.GetChildCount() > dimensions) table.RemoveChild(0);
-        while (table.GetChildCount() < dimensions) table.AddChild(nullptr);
+        while (table.GetChildCount() < dimensions) table.AddChild(MakeVariable("d"));
         EXPECT_EQ(FindStatsCompDim(table, TotalRecords(), TableStatistics(),
                                    VariableTypes(CodePage::Utf8(), parsed.Globals())),
                   0U);

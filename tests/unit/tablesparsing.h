@@ -3,7 +3,6 @@
 #define QUILLET_TESTS_UNIT_TABLESPARSING_H
 
 #include <cstddef>
-#include <memory>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -39,14 +38,14 @@ inline std::string TypeName(NodeType type) {
 /// The source text of a token. That of a literal runs up to where the tokenizer looked for its
 /// continuation; the blanks there are left out.
 inline std::string SourceOf(const TAVQToken& token) {
-    const std::string& text = token.Text(/*raw=*/true);
-    return text.substr(0, text.find_last_not_of(" \n") + 1);
+    const std::string_view text = token.Text(/*raw=*/true);
+    return std::string(text.substr(0, text.find_last_not_of(" \n") + 1));
 }
 
 /// The tree on one line: a node's name, ":" and its token where it has one, and its children in
-/// parentheses, "-" for an empty slot. A variable is its name alone, and its two slots follow
-/// only when one is filled; literals and numbers are their source text; a list always shows its
-/// parentheses. For small trees: recursive.
+/// parentheses. A variable is its name alone, and what hangs on it follows in brackets; literals
+/// and numbers are their source text; a list always shows its parentheses. For small trees:
+/// recursive.
 inline std::string TreeText(const TbTrParseNode* pNode) {
     if (!pNode) return "-";
     const NodeType type = pNode->GetNodeType();
@@ -54,10 +53,9 @@ inline std::string TreeText(const TbTrParseNode* pNode) {
     std::string children;
     for (std::size_t index = 0; index < pNode->GetChildCount(); ++index) {
         const TbTrParseNode* pChild = pNode->GetChild(index);
-        if (pChild && pChild->GetParent() != pNode) children += "wrong parent: ";
         children += (index > 0 ? " " : "") + TreeText(pChild);
     }
-    if (type == SP_VARNAME) return children == "- -" ? token : token + "[" + children + "]";
+    if (type == SP_VARNAME) return children.empty() ? token : token + "[" + children + "]";
     const bool isLeafText = type == SP_SLITERAL || type == SP_NUMBER;
     std::string text = isLeafText ? token : TypeName(type);
     if (!isLeafText && pNode->GetToken()) text += ":" + token;

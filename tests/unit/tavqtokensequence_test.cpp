@@ -32,7 +32,7 @@ std::string Read(const TokenSequenceBase& sequence, TextReader reader) {
     return {chars, length};
 }
 
-void ExpectAtEnd(const TokenSequenceBase& sequence, AssertionRecorder& assertions) {
+void ExpectAtEnd(TokenSequenceBase& sequence, AssertionRecorder& assertions) {
     EXPECT_EQ(sequence.CurrentIndex(), sequence.Count());
     EXPECT_EQ(sequence.Type(), 1);
     EXPECT_EQ(sequence.Operator(), 0);
@@ -46,7 +46,7 @@ void ExpectAtEnd(const TokenSequenceBase& sequence, AssertionRecorder& assertion
     EXPECT_EQ(stream.str(), "");
     EXPECT_EQ(sequence.CompareCurrent("", 0), -1);
     EXPECT_EQ(sequence.CompareCurrent("A", 1), -1);
-    EXPECT_EQ(sequence.CloneCurrent(), nullptr);
+    EXPECT_EQ(sequence.CloneCurrent().Type(), TokenCodes::kAtEnd);
     EXPECT_EQ(assertions.Take(), std::vector<std::string>{});
     EXPECT_EQ(sequence.Line(), 0);
     EXPECT_EQ(assertions.Take(), std::vector<std::string>{kLineAssertion});
@@ -96,11 +96,15 @@ TEST(TAVQTokenSequenceTest, ShowsEachTokenInTurn) {
             std::ostringstream stream;
             sequence.DumpCurrent(stream);
             EXPECT_EQ(stream.str(), v.dump);
-            const std::unique_ptr<TAVQToken> pClone = sequence.CloneCurrent();
-            ASSERT_NE(pClone, nullptr);
-            EXPECT_EQ(pClone->Type(), v.type);
-            EXPECT_EQ(pClone->Text(true), v.source);
-            EXPECT_EQ(pClone->Text(false), v.value);
+            const TAVQToken token = sequence.CloneCurrent();
+            EXPECT_EQ(token.Type(), v.type);
+            EXPECT_EQ(token.Text(true), v.source);
+            EXPECT_EQ(token.Text(false), v.value);
+            int line = 0;
+            int column = 0;
+            EXPECT_TRUE(sequence.FindPosition(token.Text(true), line, column));
+            EXPECT_EQ(line, v.line);
+            EXPECT_EQ(column, v.column);
         }
         EXPECT_EQ(assertions.Take(), std::vector<std::string>{});
         EXPECT_FALSE(sequence.Next());

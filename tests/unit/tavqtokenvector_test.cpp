@@ -159,10 +159,11 @@ TEST(TAVQTokenVectorTest, TakesEveryByteOfWindows1252AsALetter) {
         SCOPED_TRACE(byte);
         const std::string text(1, static_cast<char>(byte));
         const AssertionRecorder assertions;
-        const TAVQTokenVector tokens(CodePage::Windows1252(), text, false, 0);
+        KeptTokens tokensKept(CodePage::Windows1252(), text, false, 0);
+        TAVQTokenVector& tokens = tokensKept.tokens;
         ASSERT_EQ(tokens.Count(), 1);
-        EXPECT_EQ(tokens.At(0)->Type(), TokenCodes::kString);
-        EXPECT_EQ(tokens.At(0)->Text(true), text);
+        EXPECT_EQ(tokens.At(0)->type, TokenCodes::kString);
+        EXPECT_EQ(tokens.At(0)->texts.source, text);
         EXPECT_TRUE(assertions.Texts().empty());
     }
 }
@@ -188,10 +189,11 @@ TEST(TAVQTokenVectorTest, ConvertsNumbersExactly) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.text);
         const AssertionRecorder assertions;
-        const TAVQTokenVector tokens(CodePage::Utf8(), std::string(c.text), false, 0);
+        KeptTokens tokensKept(CodePage::Utf8(), std::string(c.text), false, 0);
+        TAVQTokenVector& tokens = tokensKept.tokens;
         ASSERT_EQ(tokens.Count(), 1);
-        EXPECT_EQ(tokens.At(0)->NumberValue(), c.value);
-        EXPECT_EQ(tokens.At(0)->Text(true), c.text);
+        EXPECT_EQ(tokens.At(0)->number, c.value);
+        EXPECT_EQ(tokens.At(0)->texts.source, c.text);
         EXPECT_TRUE(assertions.Texts().empty());
     }
 }
@@ -208,8 +210,9 @@ TEST(TAVQTokenVectorTest, NumbersDoNotFollowTheLocale) {
         std::setlocale(LC_NUMERIC, "C");
         EXPECT_EQ(run.error, "");
         ASSERT_EQ(values.size(), 4U);
-        const TAVQTokenVector tokens(CodePage::Utf8(), "x 2.5 2,5"s, false, 0);
-        EXPECT_EQ(tokens.At(1)->NumberValue(), 2.5);
+        KeptTokens tokensKept(CodePage::Utf8(), "x 2.5 2,5"s, false, 0);
+        TAVQTokenVector& tokens = tokensKept.tokens;
+        EXPECT_EQ(tokens.At(1)->number, 2.5);
     }
     std::setlocale(LC_NUMERIC, before.c_str());
 }
@@ -230,33 +233,38 @@ TEST(TAVQTokenVectorTest, AnOutOfRangeNumberIsReportedAndKept) {
         for (const auto& c : cases) {
             SCOPED_TRACE(c.name);
             const AssertionRecorder assertions;
-            const TAVQTokenVector tokens(CodePage::Utf8(), "x = " + c.number + " y", false, 0);
+            KeptTokens tokensKept(CodePage::Utf8(), "x = " + c.number + " y", false, 0);
+            TAVQTokenVector& tokens = tokensKept.tokens;
             ASSERT_EQ(tokens.Count(), 4);
-            EXPECT_EQ(tokens.At(2)->Type(), TokenCodes::kNumber);
-            EXPECT_EQ(tokens.At(2)->NumberValue(), c.value);
-            EXPECT_EQ(tokens.At(2)->Text(true), c.number);
-            EXPECT_EQ(tokens.At(3)->Text(true), "y");
+            EXPECT_EQ(tokens.At(2)->type, TokenCodes::kNumber);
+            EXPECT_EQ(tokens.At(2)->number, c.value);
+            EXPECT_EQ(tokens.At(2)->texts.source, c.number);
+            EXPECT_EQ(tokens.At(3)->texts.source, "y");
             EXPECT_EQ(assertions.Texts(), std::vector<std::string>{kRangeAssertion});
         }
     }
     // An earlier failure leaves nothing after that a number in range could trip over.
     const AssertionRecorder assertions;
-    const TAVQTokenVector tokens(CodePage::Utf8(), "1e999 5 1e999 2.5"s, false, 0);
+    KeptTokens tokensKept(CodePage::Utf8(), "1e999 5 1e999 2.5"s, false, 0);
+    TAVQTokenVector& tokens = tokensKept.tokens;
     EXPECT_EQ(tokens.Count(), 4);
     EXPECT_EQ(assertions.Texts().size(), 2U);
 }
 
 TEST(TAVQTokenVectorTest, ANullTextIsEmpty) {
     const AssertionRecorder assertions;
-    const TAVQTokenVector tokens(CodePage::Utf8(), std::string_view(), true, 2);
+    KeptTokens tokensKept(CodePage::Utf8(), std::string_view(), true, 2);
+    TAVQTokenVector& tokens = tokensKept.tokens;
     EXPECT_EQ(tokens.Count(), 0);
     EXPECT_EQ(tokens.State(), SpecialCommandState::kOrdinary);
     EXPECT_TRUE(assertions.Texts().empty());
 }
 
 TEST(TAVQTokenVectorTest, AnIndexOutsideIsReported) {
-    const TAVQTokenVector tokens(CodePage::Utf8(), "a b"s, false, 0);
-    const TAVQTokenVector none(CodePage::Utf8(), ""s, false, 0);
+    KeptTokens tokensKept(CodePage::Utf8(), "a b"s, false, 0);
+    TAVQTokenVector& tokens = tokensKept.tokens;
+    KeptTokens noneKept(CodePage::Utf8(), ""s, false, 0);
+    TAVQTokenVector& none = noneKept.tokens;
     const std::vector<std::string> reported = {kIndexAssertion};
     for (int round = 0; round < 2; ++round) {
         for (const int index :
@@ -307,24 +315,71 @@ TEST(TAVQTokenVectorTest, RandomTextsKeepTheRules) {
         ++complete;
         // The source texts stand in the text one after the other.
         const AssertionRecorder ignored;
-        const TAVQTokenVector tokens(codePage, text, false, 0);
+        KeptTokens tokensKept(codePage, text, false, 0);
+        TAVQTokenVector& tokens = tokensKept.tokens;
         std::size_t offset = 0;
         int lastLine = 1;
         for (int i = 0; i < tokens.Count(); ++i) {
-            const std::string& source = tokens.At(i)->Text(true);
+            const std::string source(tokens.At(i)->texts.source);
             ASSERT_FALSE(source.empty());
             offset = text.find(source, offset);
             ASSERT_NE(offset, std::string::npos);
             offset += source.size();
-            int line = 0;
-            int column = -1;
-            tokens.At(i)->GetPosition(line, column);
+            const int line = tokens.At(i)->line;
+            const int column = tokens.At(i)->column;
             ASSERT_GE(line, lastLine);
             ASSERT_GE(column, line == 1 ? 1 : 0);
             lastLine = line;
         }
     }
     EXPECT_GT(complete, 2000);
+}
+
+// However the tokens are asked for, each is the same as when they are read in turn.
+TEST(TAVQTokenVectorTest, TokensMayBeReadInAnyOrder) {
+    const std::string text = Repeat("Ab 'c''d' + 2.5, \n\"x\"+'y' (stra\u00dfe)\n> \u0250b ", 200);
+    KeptTokens inTurn(CodePage::Utf8(), text, false, 0);
+    KeptTokens jumping(CodePage::Utf8(), text, false, 0);
+    const int count = inTurn.tokens.Count();
+    ASSERT_EQ(count, 200 * 9);
+    std::vector<ScannedToken> all;
+    for (int i = 0; i < count; ++i) all.push_back(*inTurn.tokens.At(i));
+    std::mt19937 random(1);
+    int index = 0;
+    for (int step = 0; step < 20000; ++step) {
+        switch (random() % 4) {
+            case 0:
+                index = static_cast<int>(random() % static_cast<unsigned>(count));
+                break;
+            case 1:
+                index = std::max(0, index - static_cast<int>(random() % 12));
+                break;
+            default:
+                index = std::min(count - 1, index + 1);
+                break;
+        }
+        const ScannedToken& token = *jumping.tokens.At(index);
+        const ScannedToken& expected = all[static_cast<std::size_t>(index)];
+        ASSERT_EQ(token.type, expected.type);
+        ASSERT_EQ(token.operatorCode, expected.operatorCode);
+        ASSERT_EQ(token.texts.source, expected.texts.source);
+        ASSERT_EQ(token.texts.value, expected.texts.value);
+        ASSERT_EQ(token.number, expected.number);
+        ASSERT_EQ(token.line, expected.line);
+        ASSERT_EQ(token.column, expected.column);
+        int line = 0;
+        int column = 0;
+        if (step % 100 == 0) {
+            ASSERT_TRUE(jumping.tokens.FindPosition(token.texts.source, line, column));
+            ASSERT_EQ(line, expected.line);
+            ASSERT_EQ(column, expected.column);
+        }
+    }
+    int line = 7;
+    int column = 8;
+    EXPECT_FALSE(jumping.tokens.FindPosition("elsewhere", line, column));
+    EXPECT_EQ(line, 7);
+    EXPECT_EQ(column, 8);
 }
 
 }  // namespace

@@ -14,22 +14,19 @@ namespace {
 using tablesparsing::TreeText;
 using Texts = std::vector<std::string>;
 
-NodeOwner Variable(const char* name) {
-    const std::string text = name;
-    std::unique_ptr<TAVQToken> token = std::make_unique<TAVQStringToken>(
-        text.data(), text.data() + text.size(), 1, 1, text, TokenCodes::kNotOperator);
-    return MakeVarNameNode(token);
-}
+NodeOwner Variable(const char* name) { return MakeVariable(name); }
 
-TEST(NodeViewsTest, ChildrenComeInOrderWithEmptySlots) {
-    const NodeOwner list = MakeListNode(TBI_GENERICLIST);
+TEST(NodeViewsTest, ChildrenComeInOrder) {
+    const NodeOwner list = MakeListNode(TestArena(), TBI_GENERICLIST);
     list->AddChild(Variable("a"));
-    list->AddChild(nullptr);
+    list->AddChild(Variable("c"));
     list->AddChild(Variable("b"));
     std::vector<const TbTrParseNode*> seen;
     for (const TbTrParseNode* pChild : ChildrenOf(*list)) seen.push_back(pChild);
-    EXPECT_EQ(seen,
-              (std::vector<const TbTrParseNode*>{list->GetChild(0), nullptr, list->GetChild(2)}));
+    EXPECT_EQ(seen, (std::vector<const TbTrParseNode*>{list->GetChild(0), list->GetChild(1),
+                                                       list->GetChild(2)}));
+    EXPECT_EQ(NodeChildren::After(*list, *list->GetChild(0)).Count(), 2U);
+    EXPECT_TRUE(NodeChildren::After(*list, *list->GetChild(2)).IsEmpty());
     EXPECT_EQ(ChildrenOf(*list).Count(), 3U);
     EXPECT_EQ(NodeChildren(list.get(), 2).Count(), 1U);
     EXPECT_TRUE(NodeChildren(list.get(), 3).IsEmpty());
@@ -67,7 +64,7 @@ TEST(NodeViewsTest, MakeWhatTheyRead) {
     EXPECT_EQ(argument->Format()->Text(true), "F5");
     EXPECT_EQ(argument->Label()->Text(false), "m");
     const auto total =
-        TotalView::Of(**ChildrenOf(**NodeChildren(command.Globals()).begin()).begin());
+        TotalView::Of(**ChildrenOf(**NodeChildren(command.Globals()).begin()).begin(), TB_FTOTAL);
     ASSERT_TRUE(total.has_value());
     EXPECT_EQ(total->Label()->Text(false), "l");
     EXPECT_EQ(total->Type(), TB_FTOTAL);
@@ -75,18 +72,24 @@ TEST(NodeViewsTest, MakeWhatTheyRead) {
 
 TEST(NodeViewsTest, JoinOperandsInOneChain) {
     const auto chain = [](const char* left, const char* right) {
-        return OperatorView::Join(SP_PLUS, Variable(left), Variable(right));
+        return OperatorView::Join(TestArena(), SP_PLUS, Variable(left), Variable(right));
     };
     EXPECT_EQ(TreeText(chain("a", "b").get()), "PLUS(a b)");
-    EXPECT_EQ(TreeText(OperatorView::Join(SP_PLUS, chain("a", "b"), Variable("c")).get()),
-              "PLUS(a b c)");
-    EXPECT_EQ(TreeText(OperatorView::Join(SP_PLUS, Variable("c"), chain("a", "b")).get()),
-              "PLUS(c a b)");
-    EXPECT_EQ(TreeText(OperatorView::Join(SP_PLUS, chain("a", "b"), chain("c", "d")).get()),
-              "PLUS(a b c d)");
-    EXPECT_EQ(TreeText(OperatorView::Join(SP_GREATERTHAN, chain("a", "b"), Variable("c")).get()),
-              "GREATERTHAN(PLUS(a b) c)");
-    EXPECT_EQ(TreeText(OperatorView::Join(SP_PLUS, nullptr, Variable("c")).get()), "PLUS(c)");
+    EXPECT_EQ(
+        TreeText(OperatorView::Join(TestArena(), SP_PLUS, chain("a", "b"), Variable("c")).get()),
+        "PLUS(a b c)");
+    EXPECT_EQ(
+        TreeText(OperatorView::Join(TestArena(), SP_PLUS, Variable("c"), chain("a", "b")).get()),
+        "PLUS(c a b)");
+    EXPECT_EQ(
+        TreeText(OperatorView::Join(TestArena(), SP_PLUS, chain("a", "b"), chain("c", "d")).get()),
+        "PLUS(a b c d)");
+    EXPECT_EQ(
+        TreeText(
+            OperatorView::Join(TestArena(), SP_GREATERTHAN, chain("a", "b"), Variable("c")).get()),
+        "GREATERTHAN(PLUS(a b) c)");
+    EXPECT_EQ(TreeText(OperatorView::Join(TestArena(), SP_PLUS, nullptr, Variable("c")).get()),
+              "PLUS(c)");
 }
 
 TEST(NodeViewsTest, FindTheFirstAndTheLastSubcommand) {
@@ -103,23 +106,23 @@ TEST(NodeViewsTest, FindTheFirstAndTheLastSubcommand) {
     EXPECT_EQ(group.Last(TB_TABLE), nullptr);
 }
 
-TEST(NodeViewsTest, FillAnEmptySlotOnce) {
+TEST(NodeViewsTest, FillAPlaceOnce) {
     const AssertionRecorder assertions;
-    const NodeOwner sort = MakeListNode(TB_SORT);
-    SortView::SetDirection(*sort, MakeNode(TB_ASCENDING, nullptr));
-    EXPECT_TRUE(SortView::Of(*sort)->IsAscending());
-    SortView::SetDirection(*sort, MakeNode(TB_DESCENDING, nullptr));
-    EXPECT_FALSE(SortView::Of(*sort)->IsAscending());
-    const NodeOwner function = StatFunctionView::Make(nullptr);
-    StatFunctionView::SetUnweighted(*function, MakeNode(TB_UNWEIGHTED, nullptr));
-    StatFunctionView::SetUnweighted(*function, MakeNode(TB_UNWEIGHTED, nullptr));
-    const NodeOwner argument = StatArgumentView::Make(Variable("a"), nullptr, nullptr);
+    const NodeOwner sort = MakeListNode(TestArena(), TB_SORT);
+    SortView::SetDirection(*sort, MakeNode(TestArena(), TB_ASCENDING));
+    EXPECT_TRUE(SortView(*sort).IsAscending());
+    SortView::SetDirection(*sort, MakeNode(TestArena(), TB_DESCENDING));
+    EXPECT_FALSE(SortView(*sort).IsAscending());
+    const NodeOwner function = StatFunctionView::Make(TestArena(), nullptr, nullptr);
+    StatFunctionView::SetUnweighted(*function, MakeNode(TestArena(), TB_UNWEIGHTED));
+    StatFunctionView::SetUnweighted(*function, MakeNode(TestArena(), TB_UNWEIGHTED));
+    const NodeOwner argument =
+        StatArgumentView::Make(TestArena(), nullptr, MakeNode(TestArena(), SP_SLITERAL));
+    StatArgumentView::SetVariable(*argument, Variable("a"));
     StatArgumentView::SetVariable(*argument, Variable("b"));
-    StatArgumentView::SetVariable(*MakeNode(TBI_STATFUNCARG, nullptr), Variable("b"));
-    SortView::SetDirection(*MakeNode(TB_SORT, nullptr), MakeNode(TB_ASCENDING, nullptr));
-    EXPECT_EQ(assertions.Texts(), (Texts{"pExistingChild == 0", "pOldChild == 0", "pOldChild == 0",
-                                         "pStatArgVarSpecNode->GetChildCount() > 0",
-                                         "pSortSubNode->GetChildCount() > 0"}));
+    EXPECT_EQ(TreeText(argument.get()), "STATFUNCARG(b )");
+    EXPECT_EQ(assertions.Texts(),
+              (Texts{"pExistingChild == 0", "pOldChild == 0", "pOldChild == 0"}));
 }
 
 TEST(NodeViewsTest, ChecksTheShapeOfATable) {
@@ -130,7 +133,9 @@ TEST(NodeViewsTest, ChecksTheShapeOfATable) {
     };
     const Case cases[] = {
         {"good", [](TbTrParseNode&) {}, {}},
-        {"an empty dimension", [](TbTrParseNode& table) { table.ReplaceChild(0, nullptr); }, {}},
+        {"an empty dimension",
+         [](TbTrParseNode& table) { TableView::EmptyDimension(table, 0); },
+         {}},
         {"no table",
          [](TbTrParseNode& table) { table.SetNodeType(TB_TITLE); },
          {"tableSubcommand.GetNodeType() == TB_TABLE"}},
@@ -140,7 +145,7 @@ TEST(NodeViewsTest, ChecksTheShapeOfATable) {
          },
          {"0 < nDim && nDim <= 3"}},
         {"four dimensions",
-         [](TbTrParseNode& table) { table.AddChild(nullptr); },
+         [](TbTrParseNode& table) { table.AddChild(Variable("d")); },
          {"0 < nDim && nDim <= 3"}},
         {"a bad second dimension",
          [](TbTrParseNode& table) {

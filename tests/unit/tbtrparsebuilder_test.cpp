@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "nodemaking.h"
 #include "tablesparsing.h"
 
 namespace quillet {
@@ -41,43 +42,32 @@ private:
 
 OpaqueValue WordValue(NodeType code, const std::string& text = "w") {
     OpaqueValue value;
-    OpaqueValue_SetTAVQToken(
-        value,
-        std::make_unique<TAVQStringToken>(text.data(), text.data() + text.size(), 1, 1, text,
-                                          TokenCodes::kNotOperator),
-        code);
+    OpaqueValue_SetTAVQToken(value, MakeWord(text), code);
     return value;
 }
 
 OpaqueValue LiteralValue(const std::string& text) {
-    const std::string source = "'" + text + "'";
     OpaqueValue value;
-    OpaqueValue_SetTAVQToken(value,
-                             std::make_unique<TAVQLiteralToken>(
-                                 source.data(), source.data() + source.size(), 1, 1, text),
-                             SP_SLITERAL);
+    OpaqueValue_SetTAVQToken(value, MakeLiteral(text), SP_SLITERAL);
     return value;
 }
 
 OpaqueValue Number(double number) {
     const std::string text = std::to_string(static_cast<int>(number));
     OpaqueValue value;
-    OpaqueValue_SetTAVQToken(
-        value,
-        std::make_unique<TAVQNumberToken>(text.data(), text.data() + text.size(), 1, 1, number),
-        SP_NUMBER);
+    OpaqueValue_SetTAVQToken(value, MakeToken(TokenCodes::kNumber, text, text), SP_NUMBER);
     return value;
 }
 
 OpaqueValue NodeValue(NodeType type) {
     OpaqueValue value;
-    OpaqueValue_SetParseNode(value, MakeNode(type, nullptr));
+    OpaqueValue_SetParseNode(value, MakeNode(TestArena(), type));
     return value;
 }
 
 OpaqueValue VariableValue(const std::string& name) {
     Value token(WordValue(SP_VARNAME, name));
-    return BuildVariable(token);
+    return BuildVariable(TestArena(), token);
 }
 
 TablesLocation At(int line, int column) { return {1, 1, line, column}; }
@@ -110,8 +100,8 @@ TEST(TbTrParseBuilderTest, ReportsRecordWhereTheirRuleEnds) {
              Value from(WordValue(SP_VARNAME, "a"));
              Value to(WordValue(SP_TO));
              Value last(WordValue(SP_VARNAME, "b"));
-             Value range(BuildVariableRange(from, to, last));
-             Value list(StartList(TBI_VARLIST, range));
+             Value range(BuildVariableRange(TestArena(), from, to, last));
+             Value list(StartList(TestArena(), TBI_VARLIST, range));
              Value result;
              EXPECT_FALSE(BuildObservation(command, At(3, 14), result, keyword, list));
              EXPECT_TRUE(result.IsEmpty());
@@ -201,19 +191,19 @@ TEST(TbTrParseBuilderTest, ListsStartWithWhatTheirTypeNeeds) {
     };
     const Case cases[] = {
         {TBI_GENERICLIST, "LIST()", "LIST(FMT)"}, {TBI_VARLIST, "VARLIST", "VARLIST(FMT)"},
-        {TB_SORT, "SORT(-)", "SORT(- FMT)"},      {TB_STATISTICS, "STATISTICS", "STATISTICS(FMT)"},
+        {TB_SORT, "SORT", "SORT(FMT)"},           {TB_STATISTICS, "STATISTICS", "STATISTICS(FMT)"},
         {TB_FORMAT, "FORMAT", "FORMAT(FMT)"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.withElement);
         AssertionRecorder assertions;
         Value none;
-        Value list(StartList(c.type, none));
+        Value list(StartList(TestArena(), c.type, none));
         EXPECT_EQ(list.Text(), c.withoutElement);
         Value element(NodeValue(TBI_FMT));
-        Value longer(AddToList(c.type, list, element));
+        Value longer(AddToList(TestArena(), c.type, list, element));
         EXPECT_EQ(longer.Text(), c.withElement);
-        Value unchanged(AddToList(c.type, longer, none));
+        Value unchanged(AddToList(TestArena(), c.type, longer, none));
         EXPECT_EQ(unchanged.Text(), c.withElement);
         EXPECT_EQ(assertions.Texts(), Texts{});
     }
@@ -241,9 +231,10 @@ TEST(TbTrParseBuilderTest, TheLastFormatSettingOfAKindCounts) {
             Value missing(WordValue(TB_MISSING));
             Value left(WordValue(SP_LPAREN));
             Value right(WordValue(SP_RPAREN));
-            Value setting(type == SP_SLITERAL ? BuildMissingSetting(missing, left, token, right)
-                                              : BuildEmptyCellSetting(token));
-            list = AddFormatSetting(list, setting);
+            Value setting(type == SP_SLITERAL
+                              ? BuildMissingSetting(TestArena(), missing, left, token, right)
+                              : BuildEmptyCellSetting(TestArena(), token));
+            list = AddFormatSetting(TestArena(), list, setting);
         }
         Value settings(list);
         Value keyword(WordValue(TB_FORMAT));
@@ -272,8 +263,8 @@ TEST(TbTrParseBuilderTest, FormatChecksItsSettings) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         AssertionRecorder assertions;
-        std::unique_ptr<TbTrParseNode> node = MakeNode(TB_FORMAT, nullptr);
-        for (const NodeType type : c.children) node->AddChild(MakeNode(type, nullptr));
+        NodeOwner node = MakeNode(TestArena(), TB_FORMAT);
+        for (const NodeType type : c.children) node->AddChild(MakeNode(TestArena(), type));
         OpaqueValue list;
         OpaqueValue_SetParseNode(list, std::move(node));
         Value settings(list);
@@ -289,8 +280,7 @@ OpaqueValue Operand(std::string_view text) {
     if (text == "STAT") return NodeValue(TB_STATISTICS);
     if (text == "LAB") return NodeValue(TB_LABELS);
     if (text.size() == 1) return VariableValue(std::string(text));
-    std::unique_ptr<TbTrParseNode> node =
-        MakeNode(text[0] == '+' ? SP_PLUS : SP_GREATERTHAN, nullptr);
+    NodeOwner node = MakeNode(TestArena(), text[0] == '+' ? SP_PLUS : SP_GREATERTHAN);
     for (const char name : text.substr(2, text.size() - 3)) {
         Value child(VariableValue(std::string(1, name)));
         node->AddChild(OpaqueValue_ReleaseParseNode(child));
@@ -329,7 +319,7 @@ TEST(TbTrParseBuilderTest, OperandsOfTheSameOperatorAreDissolved) {
             Value left(Operand(c.left));
             Value operation(WordValue(c.operation));
             Value right(Operand(c.right));
-            const Value result(BuildOperation(left, operation, right));
+            const Value result(BuildOperation(TestArena(), left, operation, right));
             EXPECT_EQ(result.Text(), c.expected);
             EXPECT_TRUE(left.IsEmpty() && operation.IsEmpty() && right.IsEmpty());
         }
@@ -339,7 +329,8 @@ TEST(TbTrParseBuilderTest, OperandsOfTheSameOperatorAreDissolved) {
             Value operation(WordValue(c.operation));
             Value right(Operand(c.right));
             Value rightParen(WordValue(SP_RPAREN));
-            const Value result(BuildOperation(leftParen, left, operation, right, rightParen));
+            const Value result(
+                BuildOperation(TestArena(), leftParen, left, operation, right, rightParen));
             EXPECT_EQ(result.Text(), c.expected);
         }
         EXPECT_EQ(assertions.Texts(), Texts{});
@@ -355,11 +346,11 @@ TEST(TbTrParseBuilderTest, LongChainsMayGrowOnEitherSide) {
             Value longer(chain);
             Value operation(WordValue(SP_PLUS));
             Value leaf(VariableValue("b"));
-            chain = growsLeft ? BuildOperation(leaf, operation, longer)
-                              : BuildOperation(longer, operation, leaf);
+            chain = growsLeft ? BuildOperation(TestArena(), leaf, operation, longer)
+                              : BuildOperation(TestArena(), longer, operation, leaf);
         }
         Value result(chain);
-        const std::unique_ptr<TbTrParseNode> node = OpaqueValue_ReleaseParseNode(result);
+        const NodeOwner node = OpaqueValue_ReleaseParseNode(result);
         ASSERT_EQ(node->GetChildCount(), kCount + 1U);
         const std::size_t first = growsLeft ? kCount : 0;
         EXPECT_EQ(node->GetChild(first)->GetToken()->Text(true), "a");
@@ -413,7 +404,7 @@ TEST(TbTrParseBuilderTest, MissingAndForeignOperandsAssert) {
         Value left(c.isLeftThere ? VariableValue("a") : OpaqueValue{});
         Value operation(WordValue(c.operation));
         Value right(c.right);
-        const Value result(BuildOperation(left, operation, right));
+        const Value result(BuildOperation(TestArena(), left, operation, right));
         EXPECT_EQ(result.Text(), c.expected);
         EXPECT_EQ(assertions.Texts(), c.assertions);
     }
@@ -463,7 +454,7 @@ TEST(TbTrParseBuilderTest, ExpressionsInParentheses) {
         TablesErrorKind kind;
     };
     OpaqueValue noVariable;
-    OpaqueValue_SetParseNode(noVariable, MakeNode(SP_NONVARNAME, nullptr));
+    OpaqueValue_SetParseNode(noVariable, MakeNode(TestArena(), SP_NONVARNAME));
     const Case cases[] = {
         {"a variable", VariableValue("x"), "x", TablesErrorKind::kNone},
         {"a variable that is spelled so", VariableValue("LABEL"), "LABELS", TablesErrorKind::kNone},
@@ -498,7 +489,7 @@ TEST(TbTrParseBuilderTest, TableRecordsWhereItStands) {
     EXPECT_EQ(parsed.command.TableLocations()[0].last_column, 9);
 }
 
-// Each action is given one argument that the grammar cannot deliver. It says so, destroys all
+// Each action is given one argument that the grammar cannot deliver. It says so, forgets all
 // that it was given and comes out empty.
 TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
     struct Case {
@@ -519,40 +510,40 @@ TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
     const std::string isName =
         "OpaqueValue_CheckTAVQToken(functionName, SP_VARNAME, SP_NONVARNAME, 0)";
     const Case cases[] = {
-        {"root without global list",
+        {"root with a token for its global list",
          [](TablesCommand& command, Arguments& a) { return BuildCommand(command, *a[0], *a[1]); },
-         {OpaqueValue{}, NodeValue(TBI_GENERICLIST)},
+         {WordValue(SP_VARNAME), NodeValue(TBI_GENERICLIST)},
          {isList}},
         {"root with a wrong list",
          [](TablesCommand& command, Arguments& a) { return BuildCommand(command, *a[0], *a[1]); },
          {NodeValue(TBI_GENERICLIST), NodeValue(TBI_VARLIST)},
          {isGenericList}},
         {"group without a table",
-         [](TablesCommand&, Arguments& a) { return BuildTableGroup(*a[0], *a[1]); },
+         [](TablesCommand&, Arguments& a) { return BuildTableGroup(TestArena(), *a[0], *a[1]); },
          {NodeValue(TB_SORT), NodeValue(TBI_GENERICLIST)},
          {"OpaqueValue_CheckParseNode(table, TB_TABLE, 0, 0)"}},
         {"AUTOLABEL of a node",
-         [](TablesCommand&, Arguments& a) { return BuildAutolabel(*a[0]); },
+         [](TablesCommand&, Arguments& a) { return BuildAutolabel(TestArena(), *a[0]); },
          {NodeValue(TB_TABLE)},
          {isKeyword}},
         {"AUTOLABEL with a wrong setting",
-         [](TablesCommand&, Arguments& a) { return BuildAutolabel(*a[0], *a[1]); },
+         [](TablesCommand&, Arguments& a) { return BuildAutolabel(TestArena(), *a[0], *a[1]); },
          {WordValue(TB_AUTOLABEL), WordValue(SP_ALL)},
          {"tokenType == TB_DEFAULT || tokenType == TB_ON || tokenType == TB_OFF"}},
         {"AUTOLABEL with a node as setting",
-         [](TablesCommand&, Arguments& a) { return BuildAutolabel(*a[0], *a[1]); },
+         [](TablesCommand&, Arguments& a) { return BuildAutolabel(TestArena(), *a[0], *a[1]); },
          {WordValue(TB_AUTOLABEL), NodeValue(TB_ON)},
          {"OpaqueValue_IsTAVQToken(settingKeyword)"}},
         {"BASE with a wrong setting",
-         [](TablesCommand&, Arguments& a) { return BuildBase(*a[0], *a[1]); },
+         [](TablesCommand&, Arguments& a) { return BuildBase(TestArena(), *a[0], *a[1]); },
          {WordValue(TB_BASE), WordValue(TB_ON)},
          {"tokenType == TB_ANSWERING || tokenType == TB_QUALIFIED || tokenType == SP_ALL"}},
         {"GBASE with a wrong setting",
-         [](TablesCommand&, Arguments& a) { return BuildGbase(*a[0], *a[1]); },
+         [](TablesCommand&, Arguments& a) { return BuildGbase(TestArena(), *a[0], *a[1]); },
          {WordValue(TB_GBASE), WordValue(TB_ON)},
          {"nodeType == TB_CASES || nodeType == TB_RESPONSES"}},
         {"MISSING with a wrong setting",
-         [](TablesCommand&, Arguments& a) { return BuildMissing(*a[0], *a[1]); },
+         [](TablesCommand&, Arguments& a) { return BuildMissing(TestArena(), *a[0], *a[1]); },
          {WordValue(TB_MISSINGSUBCOM), WordValue(TB_ON)},
          {"tokenType == TB_EXCLUDE || tokenType == TB_INCLUDE"}},
         {"FORMAT of another node",
@@ -564,18 +555,18 @@ TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
          {WordValue(TB_FORMAT), WordValue(TB_ZERO)},
          {"OpaqueValue_IsParseNode(formatSettingList)"}},
         {"a fill that is none",
-         [](TablesCommand&, Arguments& a) { return BuildEmptyCellSetting(*a[0]); },
+         [](TablesCommand&, Arguments& a) { return BuildEmptyCellSetting(TestArena(), *a[0]); },
          {WordValue(TB_ON)},
          {"tokenType == TB_BLANK || tokenType == TB_ZERO"}},
         {"a missing value that is no literal",
          [](TablesCommand&, Arguments& a) {
-             return BuildMissingSetting(*a[0], *a[1], *a[2], *a[3]);
+             return BuildMissingSetting(TestArena(), *a[0], *a[1], *a[2], *a[3]);
          },
          {WordValue(TB_MISSING), WordValue(SP_LPAREN), Number(5), WordValue(SP_RPAREN)},
          {isLiteral}},
         {"parentheses that are none",
          [](TablesCommand&, Arguments& a) {
-             return BuildMissingSetting(*a[0], *a[1], *a[2], *a[3]);
+             return BuildMissingSetting(TestArena(), *a[0], *a[1], *a[2], *a[3]);
          },
          {WordValue(TB_MISSING), WordValue(SP_BY), LiteralValue("x"), WordValue(SP_BY)},
          {isLeftParen, isRightParen}},
@@ -588,20 +579,24 @@ TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
          {WordValue(TB_FTOTAL), NodeValue(TBI_GENERICLIST)},
          {isVarList}},
         {"a variable that is none",
-         [](TablesCommand&, Arguments& a) { return BuildVariable(*a[0]); },
+         [](TablesCommand&, Arguments& a) { return BuildVariable(TestArena(), *a[0]); },
          {WordValue(SP_NONVARNAME)},
          {isVarname}},
         {"a range without TO",
-         [](TablesCommand&, Arguments& a) { return BuildVariableRange(*a[0], *a[1], *a[2]); },
+         [](TablesCommand&, Arguments& a) {
+             return BuildVariableRange(TestArena(), *a[0], *a[1], *a[2]);
+         },
          {WordValue(SP_VARNAME), WordValue(SP_BY), WordValue(SP_VARNAME)},
          {"OpaqueValue_CheckTAVQToken(to, SP_TO, 0, 0)"}},
         {"a set without a name",
-         [](TablesCommand&, Arguments& a) { return BuildMrGroup(*a[0], *a[1], *a[2]); },
+         [](TablesCommand&, Arguments& a) {
+             return BuildMrGroup(TestArena(), *a[0], *a[1], *a[2]);
+         },
          {WordValue(TB_MRGROUP), LiteralValue("x"), NodeValue(TBI_VARLIST)},
          {isVarname}},
         {"a counted value that is a word",
          [](TablesCommand&, Arguments& a) {
-             return BuildMdGroup(*a[0], *a[1], *a[2], *a[3], *a[4], *a[5]);
+             return BuildMdGroup(TestArena(), *a[0], *a[1], *a[2], *a[3], *a[4], *a[5]);
          },
          {WordValue(TB_MDGROUP), WordValue(SP_VARNAME), NodeValue(TBI_VARLIST),
           WordValue(SP_LPAREN), WordValue(SP_VARNAME), WordValue(SP_RPAREN)},
@@ -611,12 +606,14 @@ TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
          {WordValue(TB_SORT), NodeValue(TB_STATISTICS)},
          {"OpaqueValue_CheckParseNode(list, TB_SORT, 0, 0)"}},
         {"a sort function that is none",
-         [](TablesCommand&, Arguments& a) { return BuildSortVariable(*a[0], *a[1], *a[2], *a[3]); },
+         [](TablesCommand&, Arguments& a) {
+             return BuildSortVariable(TestArena(), *a[0], *a[1], *a[2], *a[3]);
+         },
          {WordValue(SP_VARNAME), WordValue(SP_LPAREN), NodeValue(TBI_STATFUNCTION),
           WordValue(SP_RPAREN)},
          {"OpaqueValue_CheckParseNode(sortFunction, TBI_SORTFUNCTION, 0, 0)"}},
         {"a function named by a number",
-         [](TablesCommand&, Arguments& a) { return BuildSortFunction(*a[0]); },
+         [](TablesCommand&, Arguments& a) { return BuildSortFunction(TestArena(), *a[0]); },
          {Number(5)},
          {isName}},
         {"STATISTICS of another list",
@@ -624,39 +621,47 @@ TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
          {WordValue(TB_STATISTICS), NodeValue(TB_SORT)},
          {"OpaqueValue_CheckParseNode(list, TB_STATISTICS, 0, 0)"}},
         {"unweighted nothing",
-         [](TablesCommand&, Arguments& a) { return BuildUnweighted(*a[0], *a[1]); },
+         [](TablesCommand&, Arguments& a) { return BuildUnweighted(TestArena(), *a[0], *a[1]); },
          {WordValue(TB_UNWEIGHTED), NodeValue(TBI_STATFUNCTION)},
          {"OpaqueValue_CheckParseNode(statFuncSpec, TBI_FULLSTATFUNCTION, 0, 0)"}},
         {"a full function of another node",
-         [](TablesCommand&, Arguments& a) { return BuildFullStatFunction(*a[0]); },
+         [](TablesCommand&, Arguments& a) { return BuildFullStatFunction(TestArena(), *a[0]); },
          {NodeValue(TBI_SORTFUNCTION)},
          {"OpaqueValue_CheckParseNode(statFunc, TBI_STATFUNCTION, 0, 0)"}},
         {"a function's number that is a literal",
-         [](TablesCommand&, Arguments& a) { return BuildStatFunction(*a[0], *a[1]); },
+         [](TablesCommand&, Arguments& a) { return BuildStatFunction(TestArena(), *a[0], *a[1]); },
          {WordValue(SP_VARNAME), LiteralValue("x")},
          {"OpaqueValue_CheckTAVQToken(number, SP_NUMBER, 0, 0)"}},
         {"a display without a format",
-         [](TablesCommand&, Arguments& a) { return BuildStatDisplay(*a[0], *a[1], *a[2]); },
+         [](TablesCommand&, Arguments& a) {
+             return BuildStatDisplay(TestArena(), *a[0], *a[1], *a[2]);
+         },
          {WordValue(SP_LPAREN), NodeValue(TBI_VARLIST), WordValue(SP_RPAREN)},
          {"OpaqueValue_CheckParseNode(statFormat, TBI_FMT, 0, 0)"}},
         {"a format that is a number",
-         [](TablesCommand&, Arguments& a) { return BuildStatFormat(*a[0]); },
+         [](TablesCommand&, Arguments& a) { return BuildStatFormat(TestArena(), *a[0]); },
          {Number(5)},
          {"OpaqueValue_CheckTAVQToken(formatWord, SP_VARNAME, SP_NONVARNAME, 0)"}},
         {"an argument's display that is none",
-         [](TablesCommand&, Arguments& a) { return BuildStatArgument(*a[0], *a[1]); },
+         [](TablesCommand&, Arguments& a) { return BuildStatArgument(TestArena(), *a[0], *a[1]); },
          {WordValue(SP_VARNAME), NodeValue(TBI_FMT)},
          {"OpaqueValue_CheckParseNode(statDisplaySpec, TBI_STATFUNCARG, 0, 0)"}},
         {"a list element that is a token",
-         [](TablesCommand&, Arguments& a) { return AddToList(TBI_VARLIST, *a[0], *a[1]); },
+         [](TablesCommand&, Arguments& a) {
+             return AddToList(TestArena(), TBI_VARLIST, *a[0], *a[1]);
+         },
          {NodeValue(TBI_VARLIST), WordValue(SP_VARNAME)},
          {"OpaqueValue_IsEmpty(element) || OpaqueValue_IsParseNode(element)"}},
         {"a list of another type",
-         [](TablesCommand&, Arguments& a) { return AddToList(TBI_VARLIST, *a[0], *a[1]); },
+         [](TablesCommand&, Arguments& a) {
+             return AddToList(TestArena(), TBI_VARLIST, *a[0], *a[1]);
+         },
          {NodeValue(TBI_GENERICLIST), NodeValue(TBI_FMT)},
          {isVarList}},
         {"a list of a type that has none",
-         [](TablesCommand&, Arguments& a) { return AddToList(TB_TABLE, *a[0], *a[1]); },
+         [](TablesCommand&, Arguments& a) {
+             return AddToList(TestArena(), TB_TABLE, *a[0], *a[1]);
+         },
          {NodeValue(TB_TABLE), NodeValue(TBI_FMT)},
          {"0 && \"illegal list node type\""}},
         {"a table without rows",
@@ -700,54 +705,54 @@ TEST(TbTrParseBuilderTest, WrongArgumentsAssert) {
 
 TEST(TbTrParseBuilderTest, TakenSlotsAssert) {
     AssertionRecorder assertions;
-    const auto withChild = [](NodeType type) {
+    const auto withChild = [](NodeType type, NodeType childType) {
         OpaqueValue value = NodeValue(type);
-        value.pParseNode->AddChild(MakeNode(TBI_FMT, nullptr));
+        value.pParseNode->AddChild(MakeNode(TestArena(), childType));
         return value;
     };
     {
         Value unweighted(WordValue(TB_UNWEIGHTED));
-        Value function(withChild(TBI_FULLSTATFUNCTION));
-        const Value result(BuildUnweighted(unweighted, function));
+        Value function(withChild(TBI_FULLSTATFUNCTION, TB_UNWEIGHTED));
+        const Value result(BuildUnweighted(TestArena(), unweighted, function));
         EXPECT_EQ(result.Text(), "FULLSTATFUNCTION(UNWEIGHTED)");
     }
     {
         Value keyword(WordValue(TB_SORT));
         Value direction(WordValue(TB_ASCENDING));
-        Value keys(withChild(TB_SORT));
-        const Value result(BuildSort(keyword, direction, keys));
+        Value keys(withChild(TB_SORT, TB_DESCENDING));
+        const Value result(BuildSort(TestArena(), keyword, direction, keys));
         EXPECT_EQ(result.Text(), "SORT(ASCENDING)");
     }
     {
         Value keyword(WordValue(TB_SORT));
         Value direction(WordValue(TB_ASCENDING));
         Value keys(NodeValue(TB_SORT));
-        const Value result(BuildSort(keyword, direction, keys));
-        EXPECT_EQ(result.Text(), "SORT");
+        const Value result(BuildSort(TestArena(), keyword, direction, keys));
+        EXPECT_EQ(result.Text(), "SORT(ASCENDING)");
     }
     {
         Value keyword(WordValue(TB_SORT));
         Value direction(WordValue(TB_ON));
-        Value keys(withChild(TB_SORT));
-        const Value result(BuildSort(keyword, direction, keys));
+        Value keys(withChild(TB_SORT, TBI_FMT));
+        const Value result(BuildSort(TestArena(), keyword, direction, keys));
         EXPECT_EQ(result.Text(), "SORT(FMT)");
     }
     {
         Value varname(WordValue(SP_VARNAME, "a"));
-        Value display(withChild(TBI_STATFUNCARG));
-        const Value result(BuildStatArgument(varname, display));
+        Value display(withChild(TBI_STATFUNCARG, SP_VARNAME));
+        const Value result(BuildStatArgument(TestArena(), varname, display));
         EXPECT_EQ(result.Text(), "STATFUNCARG(a)");
     }
     {
         Value varname(WordValue(SP_VARNAME, "a"));
         Value display(NodeValue(TBI_STATFUNCARG));
-        const Value result(BuildStatArgument(varname, display));
-        EXPECT_EQ(result.Text(), "STATFUNCARG");
+        const Value result(BuildStatArgument(TestArena(), varname, display));
+        EXPECT_EQ(result.Text(), "STATFUNCARG(a)");
     }
-    EXPECT_EQ(assertions.Texts(),
-              (Texts{"pOldChild == 0", "pExistingChild == 0", "pSortSubNode->GetChildCount() > 0",
-                     "tbTokenType == TB_ASCENDING || tbTokenType == TB_DESCENDING",
-                     "pOldChild == 0", "pStatArgVarSpecNode->GetChildCount() > 0"}));
+    EXPECT_EQ(
+        assertions.Texts(),
+        (Texts{"pOldChild == 0", "pExistingChild == 0",
+               "tbTokenType == TB_ASCENDING || tbTokenType == TB_DESCENDING", "pOldChild == 0"}));
 }
 
 TEST(TbTrParseBuilderTest, AFunctionStaysWithoutAWrongList) {
@@ -757,8 +762,8 @@ TEST(TbTrParseBuilderTest, AFunctionStaysWithoutAWrongList) {
         Value left(WordValue(SP_LPAREN));
         Value arguments(NodeValue(TBI_VARLIST));
         Value right(WordValue(SP_RPAREN));
-        const Value result(BuildFullStatFunction(function, left, arguments, right));
-        EXPECT_EQ(result.Text(), "FULLSTATFUNCTION(- STATFUNCTION)");
+        const Value result(BuildFullStatFunction(TestArena(), function, left, arguments, right));
+        EXPECT_EQ(result.Text(), "FULLSTATFUNCTION(STATFUNCTION)");
     }
     {
         Value function(NodeValue(TBI_STATFUNCTION));
@@ -767,8 +772,9 @@ TEST(TbTrParseBuilderTest, AFunctionStaysWithoutAWrongList) {
         Value colon(WordValue(SP_COLON));
         Value bases(NodeValue(TBI_GENERICLIST));
         Value right(WordValue(SP_RPAREN));
-        const Value result(BuildFullStatFunction(function, left, arguments, colon, bases, right));
-        EXPECT_EQ(result.Text(), "FULLSTATFUNCTION(- STATFUNCTION LIST())");
+        const Value result(
+            BuildFullStatFunction(TestArena(), function, left, arguments, colon, bases, right));
+        EXPECT_EQ(result.Text(), "FULLSTATFUNCTION(STATFUNCTION)");
         EXPECT_TRUE(bases.IsEmpty());
     }
     EXPECT_EQ(assertions.Texts(), (Texts{"OpaqueValue_GetParseNodeType(list) == TBI_GENERICLIST",
@@ -780,7 +786,7 @@ TEST(TbTrParseBuilderTest, ObservationChecksItsVariables) {
     Command parsed("TABLES");
     Value keyword(WordValue(TB_OBSERVATION));
     Value element(NodeValue(TBI_FMT));
-    Value list(StartList(TBI_VARLIST, element));
+    Value list(StartList(TestArena(), TBI_VARLIST, element));
     Value result;
     EXPECT_TRUE(BuildObservation(parsed.command, At(1, 1), result, keyword, list));
     EXPECT_EQ(result.Text(), "OBSERVATION(VARLIST(FMT))");

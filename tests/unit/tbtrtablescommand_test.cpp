@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "nodemaking.h"
 #include "tablesparsing.h"
 
 namespace quillet {
@@ -24,7 +25,7 @@ std::string CodesOf(TablesCommand& command) {
     std::string codes;
     for (TablesToken next = command.NextToken(); next.code != kNoNodeType;
          next = command.NextToken()) {
-        EXPECT_NE(next.token, nullptr);
+        EXPECT_TRUE(next.HasToken());
         codes += codes.empty() ? "" : " ";
         codes += next.code == SP_SLASH ? "/" : TypeName(next.code);
     }
@@ -36,7 +37,7 @@ std::string TokensOf(TablesCommand& command) {
     std::string texts;
     for (TablesToken next = command.NextToken(); next.code != kNoNodeType;
          next = command.NextToken()) {
-        texts += (texts.empty() ? "" : " ") + SourceOf(*next.token);
+        texts += (texts.empty() ? "" : " ") + SourceOf(next.token);
     }
     return texts;
 }
@@ -55,7 +56,7 @@ void CheckCodes(const CodeCase& c) {
     // The end stays the end.
     const TablesToken end = parsed.command.NextToken();
     EXPECT_EQ(end.code, kNoNodeType);
-    EXPECT_EQ(end.token, nullptr);
+    EXPECT_FALSE(end.HasToken());
     EXPECT_EQ(assertions.Texts(), Texts{});
 }
 
@@ -205,20 +206,17 @@ TEST(TablesCommandTest, SignsMergeWithTheNumberAfterThem) {
 TEST(TablesCommandTest, AMergedNumberHasTheSignsPositionAndValue) {
     Command parsed("TABLES /TABLE\n  -\n  5 + 2.5");
     for (int skipped = 0; skipped < 2; ++skipped) {
-        EXPECT_NE(parsed.command.NextToken().token, nullptr);
+        EXPECT_TRUE(parsed.command.NextToken().HasToken());
     }
     const TablesToken minus = parsed.command.NextToken();
     ASSERT_EQ(minus.code, SP_NUMBER);
-    EXPECT_EQ(minus.token->NumberValue(), -5.0);
-    int line = 0;
-    int column = 0;
-    minus.token->GetPosition(line, column);
-    EXPECT_EQ(line, 2);
-    EXPECT_EQ(column, 2);
+    EXPECT_EQ(minus.token.NumberValue(), -5.0);
+    EXPECT_EQ(minus.line, 2);
+    EXPECT_EQ(minus.column, 2);
     const TablesToken plus = parsed.command.NextToken();
     ASSERT_EQ(plus.code, SP_NUMBER);
-    EXPECT_EQ(plus.token->NumberValue(), 2.5);
-    EXPECT_EQ(plus.token->Text(true), "+2.5");
+    EXPECT_EQ(plus.token.NumberValue(), 2.5);
+    EXPECT_EQ(plus.token.Text(true), "+2.5");
 }
 
 TEST(TablesCommandTest, BreakIsReplayedInEveryTable) {
@@ -404,7 +402,7 @@ TEST(TablesCommandTest, WarningsKeepTheirOrder) {
 TEST(TablesCommandTest, TheResultIsHandedOver) {
     Command parsed("TABLES");
     EXPECT_EQ(parsed.command.ParseResult(), nullptr);
-    parsed.command.SetParseResult(MakeNode(TBI_GENERICLIST, nullptr));
+    parsed.command.SetParseResult(MakeNode(TestArena(), TBI_GENERICLIST));
     ASSERT_NE(parsed.command.ParseResult(), nullptr);
     EXPECT_NE(parsed.command.ReleaseParseResult(), nullptr);
     EXPECT_EQ(parsed.command.ParseResult(), nullptr);
@@ -458,9 +456,10 @@ public:
     }
     void DumpCurrent(std::ostream&) const override {}
     [[nodiscard]] int CompareCurrent(std::string_view, std::size_t) const override { return -1; }
-    [[nodiscard]] std::unique_ptr<TAVQToken> CloneCurrent() const override {
-        if (m_isSlash) return nullptr;
-        return std::make_unique<TAVQNumberToken>(nullptr, nullptr, 1, 1, 0.0);
+    [[nodiscard]] TAVQToken CloneCurrent() override {
+        if (m_isSlash) return {};
+        static constexpr TokenTexts kNoTexts;
+        return {kNumber, kNoTexts};
     }
 
 private:

@@ -125,9 +125,10 @@ public:
     }
     void DumpCurrent(std::ostream&) const override {}
     [[nodiscard]] int CompareCurrent(std::string_view, std::size_t) const override { return -1; }
-    [[nodiscard]] std::unique_ptr<TAVQToken> CloneCurrent() const override {
-        if (!m_hasToken) return nullptr;
-        return std::make_unique<TAVQNumberToken>(nullptr, nullptr, 4, 7, 0.0);
+    [[nodiscard]] TAVQToken CloneCurrent() override {
+        if (!m_hasToken) return {};
+        static constexpr TokenTexts kNoTexts;
+        return {kNumber, kNoTexts};
     }
 
 private:

@@ -16,25 +16,24 @@ using namespace std::string_literals;
 namespace {
 
 // A token as one line: type, [source], what it stands for, line:column.
-std::string Describe(const TAVQToken& token) {
-    int line = 0;
-    int column = 0;
-    token.GetPosition(line, column);
-    const std::string place = " " + std::to_string(line) + ":" + std::to_string(column);
-    const std::string source = " [" + token.Text(true) + "]";
-    switch (token.Type()) {
+std::string Describe(const ScannedToken& token) {
+    const std::string place = " " + std::to_string(token.line) + ":" + std::to_string(token.column);
+    const std::string source = " [" + std::string(token.texts.source) + "]";
+    const std::string value(token.texts.value);
+    switch (token.type) {
         case TokenCodes::kString:
-            return "word" + source + " [" + token.Text(false) + "]" +
-                   (token.Operator() != 0 ? " =" + std::to_string(token.Operator()) : "") + place;
+            return "word" + source + " [" + value + "]" +
+                   (token.operatorCode != 0 ? " =" + std::to_string(token.operatorCode) : "") +
+                   place;
         case TokenCodes::kNumber: {
             char number[40];
-            std::snprintf(number, sizeof number, "%g", token.NumberValue());
+            std::snprintf(number, sizeof number, "%g", token.number);
             return "number" + source + " " + number + place;
         }
         case TokenCodes::kLiteral:
-            return "literal" + source + " [" + token.Text(false) + "]" + place;
+            return "literal" + source + " [" + value + "]" + place;
         case TokenCodes::kOperator:
-            return "operator" + source + " " + std::to_string(token.Operator()) + place;
+            return "operator" + source + " " + std::to_string(token.operatorCode) + place;
         default:
             return "unknown type";
     }
@@ -52,15 +51,16 @@ TokenRun Tokenize(const CodePage& codePage, const std::string& text, bool skipLe
     TokenRun run;
     const AssertionRecorder assertions;
     try {
-        const TAVQTokenVector tokens(codePage, text, skipLeadingSign, maxTokens);
+        KeptTokens kept(codePage, text, skipLeadingSign, maxTokens);
+        TAVQTokenVector& tokens = kept.tokens;
         run.state = tokens.State();
         run.count = tokens.Count();
         for (int i = 0; i < tokens.Count(); ++i) {
             run.tokens.push_back(Describe(*tokens.At(i)));
         }
         if (tokens.Count() > 0) {
-            run.firstValue = tokens.At(0)->Text(false);
-            run.firstIsLiteral = tokens.At(0)->Type() == TokenCodes::kLiteral;
+            run.firstValue = tokens.At(0)->texts.value;
+            run.firstIsLiteral = tokens.At(0)->type == TokenCodes::kLiteral;
         }
     } catch (const ParseError& error) {
         run.error = Describe(error);

@@ -10,6 +10,7 @@
 #include "platform/codepage.h"
 #include "tokenizer/commandkind.h"
 #include "tokenizer/parseerror.h"
+#include "tokenizer/tavqtokenvector.h"
 
 namespace quillet::tokenizing {
 
@@ -26,6 +27,16 @@ struct TokenRun {
     std::string firstValue;
     bool firstIsLiteral = false;
     std::vector<std::string> assertions;
+};
+
+/// A `TAVQTokenVector` with a budget and memory of its own.
+struct KeptTokens {
+    KeptTokens(const CodePage& codePage, std::string_view text, bool skipLeadingSign, int maxTokens)
+        : tokens(codePage, text, skipLeadingSign, maxTokens, budget, arena) {}
+
+    CommandBudget budget;
+    Arena arena;
+    TAVQTokenVector tokens;
 };
 
 /// "kind K at L:C".

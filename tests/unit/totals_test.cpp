@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "conversionhelper.h"
+#include "nodemaking.h"
 #include "translator/treeediting.h"
 #include "translator/variabletypes.h"
 
@@ -17,14 +18,14 @@ namespace {
 const char* const kGlobals =
     "/FTOTAL t 'T'u /PTOTAL p q 'Q'/OBSERVATION s z /MRGROUP LongGroup x y /MDGROUP d x (1)";
 
-// Every variable of a dimension, with the total in its slot: "a b=t".
+// Every variable of a dimension, with the total that hangs on it: "a b=t".
 std::string SlotsOf(const TbTrParseNode* pDimension) {
     if (!pDimension) return "-";
     std::string text;
     for (const TbTrParseNode* pLeaf : LeavesOf(*pDimension)) {
         if (!text.empty()) text += " ";
         text += SpellingOf(*pLeaf);
-        const TbTrParseNode* pTotal = pLeaf->GetChild(1);
+        const TbTrParseNode* pTotal = pLeaf->GetChild(0);
         if (!pTotal) continue;
         const bool following = pTotal->GetNodeType() == TBI_FTOTALVAR;
         text += following ? "=" : "~";
@@ -111,7 +112,7 @@ TEST(TotalsTest, GoToTheVariablesTheyTotal) {
         const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
         TotalRecords records;
         ASSERT_TRUE(CollectTotals(parsed.Table(), 0, context, records));
-        EXPECT_EQ(SlotsOf(parsed.Table().GetChild(0)), c.slots);
+        EXPECT_EQ(SlotsOf(TableView(parsed.Table()).Dimension(1)), c.slots);
         EXPECT_EQ(RecordsText(records), c.records);
         EXPECT_EQ(SlotsOf(parsed.Table().GetChild(1)), "col");
         EXPECT_EQ(parsed.Command().FirstReport().kind, TablesErrorKind::kNone);
@@ -131,7 +132,7 @@ TEST(TotalsTest, AttachTheNameAndLeaveTheLabelInTheDeclaration) {
     const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
     TotalRecords records;
     ASSERT_TRUE(CollectTotals(parsed.Table(), 0, context, records));
-    const TbTrParseNode* pTotal = parsed.Table().GetChild(0)->GetChild(1);
+    const TbTrParseNode* pTotal = parsed.Table().GetChild(0)->GetChild(0);
     ASSERT_NE(pTotal, nullptr);
     const TbTrParseNode* pDeclaration = parsed.Globals()->GetChild(0)->GetChild(0);
     EXPECT_EQ(records["A"], pDeclaration);
@@ -271,9 +272,10 @@ TEST(TotalsTest, BreakLinesBetweenItems) {
               "  /CATEGORIES VAR=\n  C\n  TOTAL=YES\n  POSITION=\n  AFTER\n  LABEL=\n  \"U\"");
 }
 
-TEST(TotalsTest, AnEmptySlotHasNoTotals) {
-    const std::unique_ptr<TbTrParseNode> table = MakeNode(TB_TABLE, nullptr);
-    table->AddChild(nullptr);
+TEST(TotalsTest, AnEmptyDimensionHasNoTotals) {
+    const NodeOwner table = MakeNode(TestArena(), TB_TABLE);
+    table->AddChild(MakeVariable("a"));
+    TableView::EmptyDimension(*table, 0);
     TablesCommand command(CodePage::Utf8(), nullptr);
     const TranslationContext context(command, CodePage::Utf8(), nullptr);
     TotalRecords records;
@@ -290,18 +292,14 @@ TEST(TotalsTest, AssertTheShapeOfTheTree) {
         {[](ParsedCommand& parsed) { parsed.Table().SetNodeType(TB_TITLE); },
          "pTableSubcommand && pTableSubcommand->GetNodeType() == TB_TABLE"},
         {[](ParsedCommand& parsed) { parsed.Table().GetChild(0)->GetChild(1)->RemoveChild(1); },
-         "pLastNestOp->GetChildCount() > 1"},
-        {[](ParsedCommand& parsed) {
-             parsed.Table().GetChild(0)->GetChild(1)->ReplaceChild(1, nullptr);
-         },
          "pRightOp"},
         {[](ParsedCommand& parsed) {
              parsed.Table().GetChild(0)->GetChild(1)->ReplaceChild(
-                 1, MakeNode(TB_STATISTICS, nullptr));
+                 1, MakeNode(TestArena(), TB_STATISTICS));
          },
          "assocVar.GetNodeType() == SP_VARNAME"},
         {[](ParsedCommand& parsed) {
-             parsed.Table().GetChild(0)->GetChild(1)->GetChild(1)->SetToken(nullptr);
+             parsed.Table().GetChild(0)->GetChild(1)->GetChild(1)->SetToken({});
          },
          "assocVar.GetToken()"},
     };
@@ -319,7 +317,7 @@ TEST(TotalsTest, AssertTheShapeOfTheTree) {
 
 TEST(TotalsTest, SkipNeighborsThatAreNoVariables) {
     ParsedCommand parsed("TABLES /FTOTAL t /TABLE a + t");
-    parsed.Table().GetChild(0)->ReplaceChild(0, MakeNode(TB_LABELS, nullptr));
+    parsed.Table().GetChild(0)->ReplaceChild(0, MakeNode(TestArena(), TB_LABELS));
     const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
     TotalRecords records;
     EXPECT_TRUE(CollectTotals(parsed.Table(), 0, context, records));
@@ -333,25 +331,16 @@ TEST(TotalsTest, AssertTheShapeOfADeclaration) {
         const char* assertion;
     };
     const Case cases[] = {
-        {[](TbTrParseNode& declaration) {
-             declaration.RemoveChild(0);
-             declaration.RemoveChild(0);
-         },
-         "pTotalDecl->GetChildCount()"},
         {[](TbTrParseNode& declaration) { declaration.GetChild(0)->SetNodeType(SP_NUMBER); },
          "pLabel->GetNodeType() == SP_SLITERAL"},
-        {[](TbTrParseNode& declaration) { declaration.GetChild(0)->SetToken(nullptr); },
-         "pLabelTok"},
+        {[](TbTrParseNode& declaration) { declaration.GetChild(0)->SetToken({}); }, "pLabelTok"},
         {[](TbTrParseNode& declaration) {
-             declaration.ReplaceChild(0, nullptr);
-             declaration.SetToken(nullptr);
+             declaration.RemoveChild(0);
+             declaration.SetToken({});
          },
          "pTotVarNameTok"},
         {[](TbTrParseNode& declaration) { declaration.SetNodeType(SP_NUMBER); },
          "totalVarDecl.GetNodeType() == SP_VARNAME"},
-        {[](TbTrParseNode& declaration) { declaration.SetParent(nullptr); }, "pParent"},
-        {[](TbTrParseNode& declaration) { declaration.GetParent()->SetNodeType(TB_SORT); },
-         "totalType == TB_FTOTAL || totalType == TB_PTOTAL"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.assertion);
@@ -364,6 +353,17 @@ TEST(TotalsTest, AssertTheShapeOfADeclaration) {
         EXPECT_FALSE(WriteTotalCategories({{"A", &declaration}}, context, out));
         EXPECT_EQ(assertions.Texts(), std::vector<std::string>({c.assertion}));
     }
+}
+
+TEST(TotalsTest, OnlyTotalsAreWritten) {
+    const AssertionRecorder assertions;
+    ParsedCommand parsed("TABLES /OBSERVATION o /TABLE a");
+    const TbTrParseNode& declaration = *parsed.Globals()->GetChild(0)->GetChild(0)->GetChild(0);
+    const TranslationContext context(parsed.Command(), CodePage::Utf8(), parsed.Globals());
+    OutputSequence out;
+    EXPECT_FALSE(WriteTotalCategories({{"A", &declaration}}, context, out));
+    EXPECT_EQ(assertions.Texts(),
+              std::vector<std::string>({"totalType == TB_FTOTAL || totalType == TB_PTOTAL"}));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "conversionhelper.h"
+#include "nodemaking.h"
 
 namespace quillet {
 namespace {
@@ -49,9 +50,12 @@ public:
         : m_parsed("TABLES " + globals + " /TABLE dummy"),
           m_types(CodePage::Utf8(), m_parsed.Globals()) {}
 
-    [[nodiscard]] static std::unique_ptr<TbTrParseNode> Variable(const std::string& name) {
+    [[nodiscard]] static NodeOwner Variable(const std::string& name) {
         ParsedCommand parsed("TABLES /TABLE " + name);
-        return parsed.Table().ReplaceChild(0, nullptr);
+        // The command's own node ends with the command.
+        const TAVQToken& token = *parsed.Table().GetChild(0)->GetToken();
+        return MakeVarNameNode(TestArena(),
+                               MakeToken(TokenCodes::kString, token.Text(true), token.Text(false)));
     }
 
     [[nodiscard]] VariableType Of(const std::string& name) const {
@@ -119,13 +123,12 @@ TEST(VariableTypesTest, NamesSetsAsSets) {
     }
 }
 
-TEST(VariableTypesTest, EmptySlotsAreSkipped) {
+TEST(VariableTypesTest, EmptySubcommandsAreSkipped) {
     ParsedCommand parsed("TABLES /OBSERVATION a b /MRGROUP g m /TABLE x");
     TbTrParseNode& globals = *parsed.Root().GetChild(0);
-    globals.GetChild(0)->GetChild(0)->InsertNullChildren(0, 1);
-    globals.GetChild(1)->ReplaceChild(0, nullptr);
-    globals.InsertNullChildren(0, 1);
-    globals.AddChild(MakeNode(TB_OBSERVATION, nullptr));
+    globals.GetChild(0)->GetChild(0)->AddFirstChild(MakeNode(TestArena(), TBI_VARRANGE));
+    while (globals.GetChild(1)->HasChildren()) globals.GetChild(1)->RemoveChild(0);
+    globals.AddFirstChild(MakeNode(TestArena(), TB_OBSERVATION));
     const VariableTypes types(CodePage::Utf8(), &globals);
     EXPECT_EQ(types.TypeOf(*Types::Variable("b")), TB_OBSERVATION);
     EXPECT_EQ(types.TypeOf(*Types::Variable("g")), kNoNodeType);

@@ -92,8 +92,11 @@ class TokenizerWorkTest : public testing::TestWithParam<TextCase> {};
 TEST_P(TokenizerWorkTest, IsLinearForKeptTokens) {
     ExpectLinearInText(GetParam(), [](const std::string& text) {
         try {
-            const TAVQTokenVector tokens(CodePage::Utf8(), text, false, 0);
+            CommandBudget budget;
+            Arena arena;
+            TAVQTokenVector tokens(CodePage::Utf8(), text, false, 0, budget, arena);
             EXPECT_GE(tokens.Count(), 1);
+            for (int i = 0; i < tokens.Count(); ++i) EXPECT_NE(tokens.At(i), nullptr);
         } catch (const ParseError& error) {
             EXPECT_EQ(error.Kind(), ParseErrorKind::kUnclosedLiteral);
         }

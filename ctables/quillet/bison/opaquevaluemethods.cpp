@@ -15,6 +15,8 @@ constexpr int kEmptyKind = 0;
 constexpr int kParseNodeKind = 1;
 constexpr int kTokenKind = -1;
 
+bool HoldsToken(const OpaqueValue& opVal) { return opVal.token.Type() != TokenCodes::kAtEnd; }
+
 bool IsOneOf(unsigned code, unsigned code1, unsigned code2, unsigned code3) {
     if (code1 == 0 || code == code1) return true;
     return (code2 != 0 && code == code2) || (code3 != 0 && code == code3);
@@ -31,9 +33,8 @@ bool OpaqueValue_IsParseNode(const OpaqueValue& opVal) { return opVal.kind > kEm
 bool OpaqueValue_IsTAVQToken(const OpaqueValue& opVal) { return opVal.kind < kEmptyKind; }
 
 bool OpaqueValue_IsValid(const OpaqueValue& opVal) {
-    if (OpaqueValue_IsTAVQToken(opVal))
-        return opVal.pTAVQToken != nullptr && opVal.pParseNode == nullptr;
-    if (opVal.tokenCode != kNoNodeType || opVal.pTAVQToken) return false;
+    if (OpaqueValue_IsTAVQToken(opVal)) return HoldsToken(opVal) && opVal.pParseNode == nullptr;
+    if (opVal.tokenCode != kNoNodeType || HoldsToken(opVal)) return false;
     return OpaqueValue_IsParseNode(opVal) == (opVal.pParseNode != nullptr);
 }
 
@@ -41,9 +42,6 @@ void OpaqueValue_Clear(OpaqueValue& opVal) {
     // Most values are cleared after what they held was taken out of them.
     if (OpaqueValue_IsEmpty(opVal) && OpaqueValue_IsValid(opVal)) return;
     QUILLET_ASSERT(OpaqueValue_IsValid(opVal), "OpaqueValue_IsValid( opVal )");
-    // The pointers end their ownership here, where the value that held them is forgotten.
-    if (OpaqueValue_IsParseNode(opVal)) delete opVal.pParseNode;
-    if (OpaqueValue_IsTAVQToken(opVal)) delete opVal.pTAVQToken;
     OpaqueValue_Init(opVal);
 }
 
@@ -55,38 +53,36 @@ void OpaqueValue_Move(OpaqueValue& target, OpaqueValue& source) {
     target = std::exchange(source, OpaqueValue{});
 }
 
-void OpaqueValue_SetParseNode(OpaqueValue& opVal, std::unique_ptr<TbTrParseNode> pParseNode) {
+void OpaqueValue_SetParseNode(OpaqueValue& opVal, NodeOwner pParseNode) {
     const bool present = QUILLET_ASSERT(pParseNode, "pParseNode");
     OpaqueValue_Clear(opVal);
     if (!present) return;
-    // The value on the parser's stack is the new owner.
+    // The value on the parser's stack is now the one place where the node is.
     opVal.pParseNode = pParseNode.release();
     opVal.kind = kParseNodeKind;
 }
 
-void OpaqueValue_SetTAVQToken(OpaqueValue& opVal, std::unique_ptr<TAVQToken> pTAVQToken,
-                              NodeType tokenCode) {
-    const bool present = QUILLET_ASSERT(pTAVQToken, "pTAVQToken");
+void OpaqueValue_SetTAVQToken(OpaqueValue& opVal, const TAVQToken& token, NodeType tokenCode) {
+    const bool present = QUILLET_ASSERT(token.Type() != TokenCodes::kAtEnd, "pTAVQToken");
     OpaqueValue_Clear(opVal);
     if (!present) return;
-    // The value on the parser's stack is the new owner.
-    opVal.pTAVQToken = pTAVQToken.release();
+    opVal.token = token;
     opVal.tokenCode = tokenCode;
     opVal.kind = kTokenKind;
 }
 
-std::unique_ptr<TbTrParseNode> OpaqueValue_ReleaseParseNode(OpaqueValue& opVal) {
+NodeOwner OpaqueValue_ReleaseParseNode(OpaqueValue& opVal) {
     if (!QUILLET_ASSERT(OpaqueValue_IsValid(opVal), "OpaqueValue_IsValid( opVal )")) return nullptr;
     if (!QUILLET_ASSERT(OpaqueValue_IsEmpty(opVal) || OpaqueValue_IsParseNode(opVal),
                         "OpaqueValue_IsEmpty( opVal ) || OpaqueValue_IsParseNode( opVal )")) {
         return nullptr;
     }
-    return std::unique_ptr<TbTrParseNode>(std::exchange(opVal, OpaqueValue{}).pParseNode);
+    return NodeOwner(std::exchange(opVal, OpaqueValue{}).pParseNode);
 }
 
-std::unique_ptr<TAVQToken> OpaqueValue_ReleaseTAVQToken(OpaqueValue& opVal) {
-    if (!OpaqueValue_PeekTAVQToken(opVal)) return nullptr;
-    return std::unique_ptr<TAVQToken>(std::exchange(opVal, OpaqueValue{}).pTAVQToken);
+TAVQToken OpaqueValue_ReleaseTAVQToken(OpaqueValue& opVal) {
+    if (!OpaqueValue_PeekTAVQToken(opVal)) return {};
+    return std::exchange(opVal, OpaqueValue{}).token;
 }
 
 const TAVQToken* OpaqueValue_PeekTAVQToken(const OpaqueValue& opVal) {
@@ -94,7 +90,7 @@ const TAVQToken* OpaqueValue_PeekTAVQToken(const OpaqueValue& opVal) {
     if (!QUILLET_ASSERT(OpaqueValue_IsTAVQToken(opVal), "OpaqueValue_IsTAVQToken( opVal )")) {
         return nullptr;
     }
-    return opVal.pTAVQToken;
+    return &opVal.token;
 }
 
 NodeType OpaqueValue_GetParseNodeType(const OpaqueValue& opVal) {

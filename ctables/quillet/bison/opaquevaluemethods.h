@@ -1,12 +1,11 @@
 // The parser's semantic values: what a grammar symbol carries on the parser's stack.
 //
-// This is the one place where a bare pointer owns. The parser moves its stacks byte by byte when
-// they grow, so a value can have neither a destructor nor a move constructor; the functions here
-// stand in for both. Outside, ownership is only ever handed over as a `std::unique_ptr`.
+// The parser moves its stacks byte by byte when they grow, so a value can have neither a destructor
+// nor a move constructor. It needs none: what it holds lies in the command's text and arena. The
+// functions here see to it that each node is held by one value alone.
 #ifndef QUILLET_BISON_OPAQUEVALUEMETHODS_H
 #define QUILLET_BISON_OPAQUEVALUEMETHODS_H
 
-#include <memory>
 #include <type_traits>
 
 #include "parser/tbtrparsenode.h"
@@ -14,13 +13,13 @@
 
 namespace quillet {
 
-/// Nothing, one token with its grammar code, or one parse node; owned either way.
+/// Nothing, one token with its grammar code, or one parse node.
 ///
-/// A byte-wise copy does not own: after it one of the two must be forgotten, which is what the
-/// parser does with its stacks. Everyone else uses `OpaqueValue_Move`.
+/// After a byte-wise copy one of the two must be forgotten, which is what the parser does with its
+/// stacks. Everyone else uses `OpaqueValue_Move`.
 struct OpaqueValue {
-    TAVQToken* pTAVQToken = nullptr;      ///< Owned; set for a token alone.
-    TbTrParseNode* pParseNode = nullptr;  ///< Owned; set for a parse node alone.
+    TAVQToken token;                      ///< Set for a token alone.
+    TbTrParseNode* pParseNode = nullptr;  ///< Borrowed from the arena; set for a parse node alone.
     NodeType tokenCode = kNoNodeType;     ///< The grammar code of a token; 0 otherwise.
     int kind = 0;                         ///< 0 empty, above 0 a parse node, below 0 a token.
 };
@@ -37,33 +36,31 @@ void OpaqueValue_Init(OpaqueValue& opVal);
 [[nodiscard]] bool OpaqueValue_IsParseNode(const OpaqueValue& opVal);
 [[nodiscard]] bool OpaqueValue_IsTAVQToken(const OpaqueValue& opVal);
 
-/// True when pointers and code agree with the kind.
+/// True when token, node and code agree with the kind.
 [[nodiscard]] bool OpaqueValue_IsValid(const OpaqueValue& opVal);
 
-/// Destroys what `opVal` holds; it is empty afterwards. An invalid value asserts, and only what
-/// its kind names is destroyed.
+/// Forgets what `opVal` holds; it is empty afterwards. An invalid value asserts.
 void OpaqueValue_Clear(OpaqueValue& opVal);
 
-/// Destroys what `target` holds and hands it what `source` holds; `source` is empty afterwards.
+/// Forgets what `target` holds and hands it what `source` holds; `source` is empty afterwards.
 /// When either is invalid, that asserts and nothing moves. A value moved to itself stays.
 void OpaqueValue_Move(OpaqueValue& target, OpaqueValue& source);
 
 /// Makes `opVal` hold `pParseNode` in place of what it held; a null node asserts and leaves the
 /// value empty.
-void OpaqueValue_SetParseNode(OpaqueValue& opVal, std::unique_ptr<TbTrParseNode> pParseNode);
+void OpaqueValue_SetParseNode(OpaqueValue& opVal, NodeOwner pParseNode);
 
-/// Makes `opVal` hold `pTAVQToken` with `tokenCode` in place of what it held; a null token
+/// Makes `opVal` hold `token` with `tokenCode` in place of what it held; no token
 /// asserts and leaves the value empty.
-void OpaqueValue_SetTAVQToken(OpaqueValue& opVal, std::unique_ptr<TAVQToken> pTAVQToken,
-                              NodeType tokenCode);
+void OpaqueValue_SetTAVQToken(OpaqueValue& opVal, const TAVQToken& token, NodeType tokenCode);
 
 /// Hands out the node; the value is empty afterwards. Null for an empty value; a token asserts,
 /// gives null and stays where it is.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> OpaqueValue_ReleaseParseNode(OpaqueValue& opVal);
+[[nodiscard]] NodeOwner OpaqueValue_ReleaseParseNode(OpaqueValue& opVal);
 
-/// Hands out the token; the value is empty afterwards. Anything else asserts, gives null and
+/// Hands out the token; the value is empty afterwards. Anything else asserts, gives none and
 /// stays as it is.
-[[nodiscard]] std::unique_ptr<TAVQToken> OpaqueValue_ReleaseTAVQToken(OpaqueValue& opVal);
+[[nodiscard]] TAVQToken OpaqueValue_ReleaseTAVQToken(OpaqueValue& opVal);
 
 /// The token, which the value keeps. Anything else asserts and gives null.
 [[nodiscard]] const TAVQToken* OpaqueValue_PeekTAVQToken(const OpaqueValue& opVal);

@@ -19,40 +19,42 @@ constexpr std::string_view kModule = "bison/tbtrparsebuilder";
 
 }  // namespace
 
-OpaqueValue BuildEmptyList() { return ValueWith(MakeListNode(TBI_GENERICLIST)); }
+OpaqueValue NoList() { return {}; }
 
-OpaqueValue StartList(NodeType listType, OpaqueValue& element) {
+OpaqueValue BuildEmptyList(Arena& arena) { return ValueWith(MakeListNode(arena, TBI_GENERICLIST)); }
+
+OpaqueValue StartList(Arena& arena, NodeType listType, OpaqueValue& element) {
     OpaqueValue list;
-    return AddToList(listType, list, element);
+    return AddToList(arena, listType, list, element);
 }
 
-OpaqueValue AddToList(NodeType listType, OpaqueValue& list, OpaqueValue& element) {
+OpaqueValue AddToList(Arena& arena, NodeType listType, OpaqueValue& list, OpaqueValue& element) {
     const ConsumedValues consumed(list, element);
     if (!QUILLET_ASSERT(OpaqueValue_IsEmpty(element) || OpaqueValue_IsParseNode(element),
                         "OpaqueValue_IsEmpty(element) || OpaqueValue_IsParseNode(element)")) {
         return {};
     }
-    std::unique_ptr<TbTrParseNode> listNode = ReleaseOrMakeList(listType, list);
+    NodeOwner listNode = ReleaseOrMakeList(arena, listType, list);
     if (listNode && OpaqueValue_IsParseNode(element)) {
         listNode->AddChild(OpaqueValue_ReleaseParseNode(element));
     }
     return ValueWith(std::move(listNode));
 }
 
-OpaqueValue StartNameList(OpaqueValue& varname) {
+OpaqueValue StartNameList(Arena& arena, OpaqueValue& varname) {
     OpaqueValue list;
-    return AddToNameList(list, varname);
+    return AddToNameList(arena, list, varname);
 }
 
-OpaqueValue AddToNameList(OpaqueValue& list, OpaqueValue& varname) {
-    OpaqueValue element = BuildVariable(varname);
-    return AddToList(TBI_VARLIST, list, element);
+OpaqueValue AddToNameList(Arena& arena, OpaqueValue& list, OpaqueValue& varname) {
+    OpaqueValue element = BuildVariable(arena, varname);
+    return AddToList(arena, TBI_VARLIST, list, element);
 }
 
-OpaqueValue AddLiteralToList(OpaqueValue& list, OpaqueValue& literal) {
+OpaqueValue AddLiteralToList(Arena& arena, OpaqueValue& list, OpaqueValue& literal) {
     const ConsumedValues consumed(literal);
-    OpaqueValue element = ValueWith(ReleaseLiteral(literal));
-    return AddToList(TBI_GENERICLIST, list, element);
+    OpaqueValue element = ValueWith(ReleaseLiteral(arena, literal));
+    return AddToList(arena, TBI_GENERICLIST, list, element);
 }
 
 OpaqueValue DiscardToken(OpaqueValue& token) {
@@ -70,20 +72,25 @@ OpaqueValue DiscardToken(OpaqueValue& discarded, OpaqueValue& token) {
 OpaqueValue BuildCommand(TablesCommand& command, OpaqueValue& globalGroup,
                          OpaqueValue& tableGroupList) {
     const ConsumedValues consumed(globalGroup, tableGroupList);
-    if (!CheckGenericList(globalGroup) || !CheckGenericList(tableGroupList)) return {};
-    command.SetParseResult(CommandView::Make(OpaqueValue_ReleaseParseNode(globalGroup),
-                                             OpaqueValue_ReleaseParseNode(tableGroupList)));
+    const bool hasGlobals = !OpaqueValue_IsEmpty(globalGroup);
+    if ((hasGlobals && !CheckGenericList(globalGroup)) || !CheckGenericList(tableGroupList)) {
+        return {};
+    }
+    NodeOwner globals = hasGlobals ? OpaqueValue_ReleaseParseNode(globalGroup)
+                                   : MakeListNode(command.Memory(), TBI_GENERICLIST);
+    command.SetParseResult(
+        CommandView::Make(std::move(globals), OpaqueValue_ReleaseParseNode(tableGroupList)));
     return {};
 }
 
-OpaqueValue BuildTableGroup(OpaqueValue& table, OpaqueValue& localSubcommandList) {
+OpaqueValue BuildTableGroup(Arena& arena, OpaqueValue& table, OpaqueValue& localSubcommandList) {
     const ConsumedValues consumed(table, localSubcommandList);
     if (!QUILLET_ASSERT(OpaqueValue_CheckParseNode(table, TB_TABLE, 0, 0),
                         "OpaqueValue_CheckParseNode(table, TB_TABLE, 0, 0)") ||
-        !CheckGenericList(localSubcommandList)) {
+        (!OpaqueValue_IsEmpty(localSubcommandList) && !CheckGenericList(localSubcommandList))) {
         return {};
     }
-    return ValueWith(TableGroupView::Make(OpaqueValue_ReleaseParseNode(table),
+    return ValueWith(TableGroupView::Make(arena, OpaqueValue_ReleaseParseNode(table),
                                           OpaqueValue_ReleaseParseNode(localSubcommandList)));
 }
 

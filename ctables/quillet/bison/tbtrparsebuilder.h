@@ -2,12 +2,12 @@
 // its left-hand side, and report what cannot be parsed or is passed over.
 //
 // Every action takes over what its `OpaqueValue` arguments hold: what it keeps goes into the
-// node it returns, the rest is destroyed, and all of them are empty afterwards. An argument of a
+// node it returns, the rest is forgotten, and all of them are empty afterwards. New nodes are made
+// in `arena`, or in the memory of the command. An argument of a
 // kind or type that the grammar cannot deliver asserts, and the result is then an empty value
 // (or, for the two actions that return a bool, false without a report). Nodes made from keywords
-// of subcommands carry no token. Cost: each is linear in the children it moves, and no child is
-// moved more often than there are rules around it, or, in a chain of operators, more often than
-// the number of operands has binary digits.
+// of subcommands carry no token. Cost: constant time each, but for `BuildObservation`, which is
+// linear in its list.
 //
 // There is a source file for each section of the grammar; tbtrparsevalues.h has what they share.
 #ifndef QUILLET_BISON_TBTRPARSEBUILDER_H
@@ -53,24 +53,26 @@ void TraceSyntaxError(const TablesCommand& command, const TablesLocation& locati
 
 // ---- Lists (tbtrparsebuilder.cpp)
 
-/// A `TBI_GENERICLIST` without children.
-OpaqueValue BuildEmptyList();
+/// An empty value: a list is made with its first element.
+OpaqueValue NoList();
 
-/// A list of `listType` with one element. A `TB_SORT` list begins with the empty slot of the
-/// sort direction.
-OpaqueValue StartList(NodeType listType, OpaqueValue& element);
+/// A `TBI_GENERICLIST` without children.
+OpaqueValue BuildEmptyList(Arena& arena);
+
+/// A list of `listType` with one element.
+OpaqueValue StartList(Arena& arena, NodeType listType, OpaqueValue& element);
 
 /// Appends `element`; an empty one appends nothing, an empty `list` is started.
-OpaqueValue AddToList(NodeType listType, OpaqueValue& list, OpaqueValue& element);
+OpaqueValue AddToList(Arena& arena, NodeType listType, OpaqueValue& list, OpaqueValue& element);
 
 /// The same for a `TBI_VARLIST` of `SP_VARNAME` nodes made from name tokens.
-OpaqueValue StartNameList(OpaqueValue& varname);
-OpaqueValue AddToNameList(OpaqueValue& list, OpaqueValue& varname);
+OpaqueValue StartNameList(Arena& arena, OpaqueValue& varname);
+OpaqueValue AddToNameList(Arena& arena, OpaqueValue& list, OpaqueValue& varname);
 
 /// The same for a `TBI_GENERICLIST` of `SP_SLITERAL` nodes made from literal tokens.
-OpaqueValue AddLiteralToList(OpaqueValue& list, OpaqueValue& literal);
+OpaqueValue AddLiteralToList(Arena& arena, OpaqueValue& list, OpaqueValue& literal);
 
-/// Destroys tokens that mean nothing; an empty value.
+/// Forgets tokens that mean nothing; an empty value.
 OpaqueValue DiscardToken(OpaqueValue& token);
 OpaqueValue DiscardToken(OpaqueValue& discarded, OpaqueValue& token);
 
@@ -82,24 +84,24 @@ OpaqueValue BuildCommand(TablesCommand& command, OpaqueValue& globalGroup,
                          OpaqueValue& tableGroupList);
 
 /// A `TBI_GENERICLIST` of the `TB_TABLE` node and its subcommands.
-OpaqueValue BuildTableGroup(OpaqueValue& table, OpaqueValue& localSubcommandList);
+OpaqueValue BuildTableGroup(Arena& arena, OpaqueValue& table, OpaqueValue& localSubcommandList);
 
 // ---- Settings (tbtrparsesettings.cpp)
 
 /// A `TB_AUTOLABEL` node without children, or with the node of the setting.
-OpaqueValue BuildAutolabel(OpaqueValue& keyword);
-OpaqueValue BuildAutolabel(OpaqueValue& keyword, OpaqueValue& settingKeyword);
+OpaqueValue BuildAutolabel(Arena& arena, OpaqueValue& keyword);
+OpaqueValue BuildAutolabel(Arena& arena, OpaqueValue& keyword, OpaqueValue& settingKeyword);
 
 /// The same for `TB_BASE`.
-OpaqueValue BuildBase(OpaqueValue& keyword);
-OpaqueValue BuildBase(OpaqueValue& keyword, OpaqueValue& settingKeyword);
+OpaqueValue BuildBase(Arena& arena, OpaqueValue& keyword);
+OpaqueValue BuildBase(Arena& arena, OpaqueValue& keyword, OpaqueValue& settingKeyword);
 
 /// The same for `TB_GBASE`.
-OpaqueValue BuildGbase(OpaqueValue& keyword);
-OpaqueValue BuildGbase(OpaqueValue& keyword, OpaqueValue& settingKeyword);
+OpaqueValue BuildGbase(Arena& arena, OpaqueValue& keyword);
+OpaqueValue BuildGbase(Arena& arena, OpaqueValue& keyword, OpaqueValue& settingKeyword);
 
 /// The same for `TB_MISSINGSUBCOM`.
-OpaqueValue BuildMissing(OpaqueValue& keyword, OpaqueValue& settingKeyword);
+OpaqueValue BuildMissing(Arena& arena, OpaqueValue& keyword, OpaqueValue& settingKeyword);
 
 /// A node of `type` (CAPTION, TITLE or CORNER) with the literals as children.
 OpaqueValue BuildTexts(NodeType type, OpaqueValue& keyword, OpaqueValue& list);
@@ -111,17 +113,18 @@ OpaqueValue DropEmptyFormat(OpaqueValue& keyword);
 OpaqueValue BuildFormat(OpaqueValue& keyword, OpaqueValue& formatSettingList);
 
 /// A `TB_FORMAT` node with one setting.
-OpaqueValue StartFormat(OpaqueValue& formatSetting);
+OpaqueValue StartFormat(Arena& arena, OpaqueValue& formatSetting);
 
 /// Adds a setting to a `TB_FORMAT` node. It takes the place of one of its kind (BLANK and ZERO
 /// are of one kind), so that the last one written counts.
-OpaqueValue AddFormatSetting(OpaqueValue& formatSettingList, OpaqueValue& formatSetting);
+OpaqueValue AddFormatSetting(Arena& arena, OpaqueValue& formatSettingList,
+                             OpaqueValue& formatSetting);
 
 /// A `TB_BLANK` or `TB_ZERO` node.
-OpaqueValue BuildEmptyCellSetting(OpaqueValue& settingKeyword);
+OpaqueValue BuildEmptyCellSetting(Arena& arena, OpaqueValue& settingKeyword);
 
 /// The `SP_SLITERAL` node of what missing values are shown as.
-OpaqueValue BuildMissingSetting(OpaqueValue& settingKeyword, OpaqueValue& leftParen,
+OpaqueValue BuildMissingSetting(Arena& arena, OpaqueValue& settingKeyword, OpaqueValue& leftParen,
                                 OpaqueValue& literal, OpaqueValue& rightParen);
 
 // ---- Totals, sets and observation (tbtrparsevariables.cpp)
@@ -129,28 +132,30 @@ OpaqueValue BuildMissingSetting(OpaqueValue& settingKeyword, OpaqueValue& leftPa
 /// A node of `type` (FTOTAL or PTOTAL) with the total variables as children.
 OpaqueValue BuildTotals(NodeType type, OpaqueValue& keyword, OpaqueValue& totalVarSpecList);
 
-/// An `SP_VARNAME` node with two empty slots.
-OpaqueValue BuildVariable(OpaqueValue& varname);
+/// An `SP_VARNAME` node.
+OpaqueValue BuildVariable(Arena& arena, OpaqueValue& varname);
 
-/// The same with the `SP_SLITERAL` node of the label in slot 0.
-OpaqueValue BuildLabeledVariable(OpaqueValue& varname, OpaqueValue& label);
+/// The same with the `SP_SLITERAL` node of the label.
+OpaqueValue BuildLabeledVariable(Arena& arena, OpaqueValue& varname, OpaqueValue& label);
 
 /// A `TBI_VARRANGE` node of two `SP_VARNAME` nodes.
-OpaqueValue BuildVariableRange(OpaqueValue& fromVarname, OpaqueValue& to, OpaqueValue& toVarname);
+OpaqueValue BuildVariableRange(Arena& arena, OpaqueValue& fromVarname, OpaqueValue& to,
+                               OpaqueValue& toVarname);
 
 /// A `TB_MRGROUP` node: the set's name as from `BuildVariable` or, with a label,
 /// `BuildLabeledVariable`; the `TBI_VARLIST`.
-OpaqueValue BuildMrGroup(OpaqueValue& keyword, OpaqueValue& varname, OpaqueValue& variableSpecList);
-OpaqueValue BuildMrGroup(OpaqueValue& keyword, OpaqueValue& varname, OpaqueValue& label,
+OpaqueValue BuildMrGroup(Arena& arena, OpaqueValue& keyword, OpaqueValue& varname,
                          OpaqueValue& variableSpecList);
+OpaqueValue BuildMrGroup(Arena& arena, OpaqueValue& keyword, OpaqueValue& varname,
+                         OpaqueValue& label, OpaqueValue& variableSpecList);
 
 /// A `TB_MDGROUP` node: as above, and then the `SP_SLITERAL` or `SP_NUMBER` node of the counted
 /// value.
-OpaqueValue BuildMdGroup(OpaqueValue& keyword, OpaqueValue& varname, OpaqueValue& variableSpecList,
-                         OpaqueValue& leftParen, OpaqueValue& countedValue,
-                         OpaqueValue& rightParen);
-OpaqueValue BuildMdGroup(OpaqueValue& keyword, OpaqueValue& varname, OpaqueValue& label,
+OpaqueValue BuildMdGroup(Arena& arena, OpaqueValue& keyword, OpaqueValue& varname,
                          OpaqueValue& variableSpecList, OpaqueValue& leftParen,
+                         OpaqueValue& countedValue, OpaqueValue& rightParen);
+OpaqueValue BuildMdGroup(Arena& arena, OpaqueValue& keyword, OpaqueValue& varname,
+                         OpaqueValue& label, OpaqueValue& variableSpecList, OpaqueValue& leftParen,
                          OpaqueValue& countedValue, OpaqueValue& rightParen);
 
 /// Sets `result` to a `TB_OBSERVATION` node with the `TBI_VARLIST` as its child. False, with a
@@ -161,58 +166,58 @@ OpaqueValue BuildMdGroup(OpaqueValue& keyword, OpaqueValue& varname, OpaqueValue
 
 // ---- SORT and STATISTICS (tbtrparsestatistics.cpp)
 
-/// The `TB_SORT` node of the keys, the direction's keyword node in slot 0 if there is one.
+/// The `TB_SORT` node of the keys, the direction's keyword node in front if there is one.
 OpaqueValue BuildSort(OpaqueValue& keyword, OpaqueValue& sortVariableList);
-OpaqueValue BuildSort(OpaqueValue& keyword, OpaqueValue& direction, OpaqueValue& sortVariableList);
+OpaqueValue BuildSort(Arena& arena, OpaqueValue& keyword, OpaqueValue& direction,
+                      OpaqueValue& sortVariableList);
 
 /// A `TBI_SORTVAR` node that owns the name; its child, if any, is the `TBI_SORTFUNCTION` node.
-OpaqueValue BuildSortVariable(OpaqueValue& varname);
-OpaqueValue BuildSortVariable(OpaqueValue& varname, OpaqueValue& leftParen,
+OpaqueValue BuildSortVariable(Arena& arena, OpaqueValue& varname);
+OpaqueValue BuildSortVariable(Arena& arena, OpaqueValue& varname, OpaqueValue& leftParen,
                               OpaqueValue& sortFunction, OpaqueValue& rightParen);
 
 /// A `TBI_SORTFUNCTION` node that owns the function's name; its child, if any, is the
 /// `SP_VARNAME` node of the argument.
-OpaqueValue BuildSortFunction(OpaqueValue& functionName);
-OpaqueValue BuildSortFunction(OpaqueValue& functionName, OpaqueValue& leftParen,
+OpaqueValue BuildSortFunction(Arena& arena, OpaqueValue& functionName);
+OpaqueValue BuildSortFunction(Arena& arena, OpaqueValue& functionName, OpaqueValue& leftParen,
                               OpaqueValue& varname, OpaqueValue& rightParen);
 
 /// The `TB_STATISTICS` node of the functions.
 OpaqueValue BuildStatistics(OpaqueValue& keyword, OpaqueValue& statFuncList);
 
-/// Puts the `TB_UNWEIGHTED` node into slot 0 of a `TBI_FULLSTATFUNCTION`.
-OpaqueValue BuildUnweighted(OpaqueValue& unweighted, OpaqueValue& statFuncSpec);
+/// Puts the `TB_UNWEIGHTED` node into a `TBI_FULLSTATFUNCTION`.
+OpaqueValue BuildUnweighted(Arena& arena, OpaqueValue& unweighted, OpaqueValue& statFuncSpec);
 
-/// A `TBI_FULLSTATFUNCTION` node: an empty slot, the `TBI_STATFUNCTION`, and as far as written
-/// the `TBI_GENERICLIST` of arguments and the `TBI_VARLIST` of the names after the colon.
-OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc);
-OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc, OpaqueValue& leftParen,
+/// A `TBI_FULLSTATFUNCTION` node: the `TBI_STATFUNCTION` and the arguments, and in front of them,
+/// as far as written, the `TBI_VARLIST` of the names after the colon.
+OpaqueValue BuildFullStatFunction(Arena& arena, OpaqueValue& statFunc);
+OpaqueValue BuildFullStatFunction(Arena& arena, OpaqueValue& statFunc, OpaqueValue& leftParen,
                                   OpaqueValue& rightParen);
-OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc, OpaqueValue& leftParen,
+OpaqueValue BuildFullStatFunction(Arena& arena, OpaqueValue& statFunc, OpaqueValue& leftParen,
                                   OpaqueValue& statFuncArgs, OpaqueValue& rightParen);
-OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc, OpaqueValue& leftParen,
+OpaqueValue BuildFullStatFunction(Arena& arena, OpaqueValue& statFunc, OpaqueValue& leftParen,
                                   OpaqueValue& statFuncArgs, OpaqueValue& colon,
                                   OpaqueValue& variableNameList, OpaqueValue& rightParen);
 
 /// A `TBI_STATFUNCTION` node that owns the function's name; its child, if any, is an `SP_NUMBER`
 /// node.
-OpaqueValue BuildStatFunction(OpaqueValue& functionName);
-OpaqueValue BuildStatFunction(OpaqueValue& functionName, OpaqueValue& number);
+OpaqueValue BuildStatFunction(Arena& arena, OpaqueValue& functionName);
+OpaqueValue BuildStatFunction(Arena& arena, OpaqueValue& functionName, OpaqueValue& number);
 
-/// A `TBI_STATFUNCARG` node of three slots: empty, the `TBI_FMT` node, the label's `SP_SLITERAL`
-/// node; what is not written stays an empty slot.
-OpaqueValue BuildStatDisplay(OpaqueValue& label);
-OpaqueValue BuildStatDisplay(OpaqueValue& leftParen, OpaqueValue& statFormat,
+/// A `TBI_STATFUNCARG` node of the `TBI_FMT` node and the label's `SP_SLITERAL` node, as far as
+/// written.
+OpaqueValue BuildStatDisplay(Arena& arena, OpaqueValue& label);
+OpaqueValue BuildStatDisplay(Arena& arena, OpaqueValue& leftParen, OpaqueValue& statFormat,
                              OpaqueValue& rightParen);
-OpaqueValue BuildStatDisplay(OpaqueValue& leftParen, OpaqueValue& statFormat,
+OpaqueValue BuildStatDisplay(Arena& arena, OpaqueValue& leftParen, OpaqueValue& statFormat,
                              OpaqueValue& rightParen, OpaqueValue& label);
 
 /// A `TBI_FMT` node that owns the format word.
-OpaqueValue BuildStatFormat(OpaqueValue& formatWord);
+OpaqueValue BuildStatFormat(Arena& arena, OpaqueValue& formatWord);
 
-/// A `TBI_STATFUNCARG` node with the `SP_VARNAME` node in slot 0: a new one, or that of the
-/// display specification.
-OpaqueValue BuildStatArgument(OpaqueValue& varname);
-OpaqueValue BuildStatArgument(OpaqueValue& varname, OpaqueValue& statDisplaySpec);
+/// The `SP_VARNAME` node, in front of what is in the display specification if there is one.
+OpaqueValue BuildStatArgument(Arena& arena, OpaqueValue& varname);
+OpaqueValue BuildStatArgument(Arena& arena, OpaqueValue& varname, OpaqueValue& statDisplaySpec);
 
 // ---- TABLE and table expressions (tbtrparsetables.cpp)
 
@@ -245,9 +250,10 @@ OpaqueValue BuildTable(TablesCommand& command, const TablesLocation& location, O
 
 /// A node of the operator's type (`SP_PLUS` stacks, `SP_GREATERTHAN` nests) with both operands;
 /// an operand of the same type is dissolved into it, so that chains come out flat.
-OpaqueValue BuildOperation(OpaqueValue& left, OpaqueValue& operation, OpaqueValue& right);
-OpaqueValue BuildOperation(OpaqueValue& leftParen, OpaqueValue& left, OpaqueValue& operation,
-                           OpaqueValue& right, OpaqueValue& rightParen);
+OpaqueValue BuildOperation(Arena& arena, OpaqueValue& left, OpaqueValue& operation,
+                           OpaqueValue& right);
+OpaqueValue BuildOperation(Arena& arena, OpaqueValue& leftParen, OpaqueValue& left,
+                           OpaqueValue& operation, OpaqueValue& right, OpaqueValue& rightParen);
 
 }  // namespace quillet
 

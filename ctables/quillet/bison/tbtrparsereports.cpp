@@ -49,7 +49,7 @@ OpaqueValue reportUnknownSubcommand(TablesCommand& command, OpaqueValue& subcomm
                                  ? OpaqueValue_PeekTAVQToken(subcommandString)
                                  : nullptr;
     if (!QUILLET_ASSERT(pWord, "subcommandString")) return {};
-    const std::string& text = pWord->Text(/*raw=*/false);
+    const std::string text(pWord->Text(/*raw=*/false));
     AddTrace(command, "reportUnknownSubcommand for ", text);
     command.AddWarning({WarningKind::kUnknownSubcommand, text});
     return {};

@@ -15,20 +15,21 @@ namespace {
 constexpr std::string_view kModule = "bison/tbtrparsesettings";
 
 /// A subcommand node with the node of its setting, if there is one.
-OpaqueValue BuildSetting(NodeType type, OpaqueValue& settingKeyword) {
+OpaqueValue BuildSetting(Arena& arena, NodeType type, OpaqueValue& settingKeyword) {
     const bool isSet = OpaqueValue_IsTAVQToken(settingKeyword);
-    return ValueWith(SettingView::Make(type, isSet ? ReleaseKeyword(settingKeyword) : nullptr));
+    return ValueWith(
+        SettingView::Make(arena, type, isSet ? ReleaseKeyword(arena, settingKeyword) : nullptr));
 }
 
 }  // namespace
 
-OpaqueValue BuildAutolabel(OpaqueValue& keyword) {
+OpaqueValue BuildAutolabel(Arena& arena, OpaqueValue& keyword) {
     const ConsumedValues consumed(keyword);
     OpaqueValue none;
-    return CheckKeyword(keyword) ? BuildSetting(TB_AUTOLABEL, none) : none;
+    return CheckKeyword(keyword) ? BuildSetting(arena, TB_AUTOLABEL, none) : none;
 }
 
-OpaqueValue BuildAutolabel(OpaqueValue& keyword, OpaqueValue& settingKeyword) {
+OpaqueValue BuildAutolabel(Arena& arena, OpaqueValue& keyword, OpaqueValue& settingKeyword) {
     const ConsumedValues consumed(keyword, settingKeyword);
     if (!CheckKeyword(keyword) || !CheckSettingKeyword(settingKeyword)) return {};
     const NodeType tokenType = OpaqueValue_GetTbTokenType(settingKeyword);
@@ -36,16 +37,16 @@ OpaqueValue BuildAutolabel(OpaqueValue& keyword, OpaqueValue& settingKeyword) {
                         "tokenType == TB_DEFAULT || tokenType == TB_ON || tokenType == TB_OFF")) {
         return {};
     }
-    return BuildSetting(TB_AUTOLABEL, settingKeyword);
+    return BuildSetting(arena, TB_AUTOLABEL, settingKeyword);
 }
 
-OpaqueValue BuildBase(OpaqueValue& keyword) {
+OpaqueValue BuildBase(Arena& arena, OpaqueValue& keyword) {
     const ConsumedValues consumed(keyword);
     OpaqueValue none;
-    return CheckKeyword(keyword) ? BuildSetting(TB_BASE, none) : none;
+    return CheckKeyword(keyword) ? BuildSetting(arena, TB_BASE, none) : none;
 }
 
-OpaqueValue BuildBase(OpaqueValue& keyword, OpaqueValue& settingKeyword) {
+OpaqueValue BuildBase(Arena& arena, OpaqueValue& keyword, OpaqueValue& settingKeyword) {
     const ConsumedValues consumed(keyword, settingKeyword);
     if (!CheckKeyword(keyword) || !CheckSettingKeyword(settingKeyword)) return {};
     const NodeType tokenType = OpaqueValue_GetTbTokenType(settingKeyword);
@@ -54,16 +55,16 @@ OpaqueValue BuildBase(OpaqueValue& keyword, OpaqueValue& settingKeyword) {
             "tokenType == TB_ANSWERING || tokenType == TB_QUALIFIED || tokenType == SP_ALL")) {
         return {};
     }
-    return BuildSetting(TB_BASE, settingKeyword);
+    return BuildSetting(arena, TB_BASE, settingKeyword);
 }
 
-OpaqueValue BuildGbase(OpaqueValue& keyword) {
+OpaqueValue BuildGbase(Arena& arena, OpaqueValue& keyword) {
     const ConsumedValues consumed(keyword);
     OpaqueValue none;
-    return CheckKeyword(keyword) ? BuildSetting(TB_GBASE, none) : none;
+    return CheckKeyword(keyword) ? BuildSetting(arena, TB_GBASE, none) : none;
 }
 
-OpaqueValue BuildGbase(OpaqueValue& keyword, OpaqueValue& settingKeyword) {
+OpaqueValue BuildGbase(Arena& arena, OpaqueValue& keyword, OpaqueValue& settingKeyword) {
     const ConsumedValues consumed(keyword, settingKeyword);
     if (!CheckKeyword(keyword) || !CheckSettingKeyword(settingKeyword)) return {};
     const NodeType nodeType = OpaqueValue_GetTbTokenType(settingKeyword);
@@ -71,10 +72,10 @@ OpaqueValue BuildGbase(OpaqueValue& keyword, OpaqueValue& settingKeyword) {
                         "nodeType == TB_CASES || nodeType == TB_RESPONSES")) {
         return {};
     }
-    return BuildSetting(TB_GBASE, settingKeyword);
+    return BuildSetting(arena, TB_GBASE, settingKeyword);
 }
 
-OpaqueValue BuildMissing(OpaqueValue& keyword, OpaqueValue& settingKeyword) {
+OpaqueValue BuildMissing(Arena& arena, OpaqueValue& keyword, OpaqueValue& settingKeyword) {
     const ConsumedValues consumed(keyword, settingKeyword);
     if (!CheckKeyword(keyword) || !CheckSettingKeyword(settingKeyword)) return {};
     const NodeType tokenType = OpaqueValue_GetTbTokenType(settingKeyword);
@@ -82,7 +83,7 @@ OpaqueValue BuildMissing(OpaqueValue& keyword, OpaqueValue& settingKeyword) {
                         "tokenType == TB_EXCLUDE || tokenType == TB_INCLUDE")) {
         return {};
     }
-    return BuildSetting(TB_MISSINGSUBCOM, settingKeyword);
+    return BuildSetting(arena, TB_MISSINGSUBCOM, settingKeyword);
 }
 
 OpaqueValue BuildTexts(NodeType type, OpaqueValue& keyword, OpaqueValue& list) {
@@ -101,7 +102,7 @@ OpaqueValue BuildFormat(OpaqueValue& keyword, OpaqueValue& formatSettingList) {
                                                   "OpaqueValue_IsParseNode(formatSettingList)")) {
         return {};
     }
-    std::unique_ptr<TbTrParseNode> parseNode = OpaqueValue_ReleaseParseNode(formatSettingList);
+    NodeOwner parseNode = OpaqueValue_ReleaseParseNode(formatSettingList);
     if (!QUILLET_ASSERT(parseNode->GetNodeType() == TB_FORMAT,
                         "parseNode->GetNodeType() == TB_FORMAT")) {
         return {};
@@ -110,14 +111,15 @@ OpaqueValue BuildFormat(OpaqueValue& keyword, OpaqueValue& formatSettingList) {
     return ValueWith(std::move(parseNode));
 }
 
-OpaqueValue StartFormat(OpaqueValue& formatSetting) {
+OpaqueValue StartFormat(Arena& arena, OpaqueValue& formatSetting) {
     OpaqueValue formatSettingList;
-    return AddFormatSetting(formatSettingList, formatSetting);
+    return AddFormatSetting(arena, formatSettingList, formatSetting);
 }
 
-OpaqueValue AddFormatSetting(OpaqueValue& formatSettingList, OpaqueValue& formatSetting) {
+OpaqueValue AddFormatSetting(Arena& arena, OpaqueValue& formatSettingList,
+                             OpaqueValue& formatSetting) {
     const ConsumedValues consumed(formatSettingList, formatSetting);
-    std::unique_ptr<TbTrParseNode> listNode = ReleaseOrMakeList(TB_FORMAT, formatSettingList);
+    NodeOwner listNode = ReleaseOrMakeList(arena, TB_FORMAT, formatSettingList);
     if (!listNode || OpaqueValue_IsEmpty(formatSetting)) return ValueWith(std::move(listNode));
     if (!QUILLET_ASSERT(OpaqueValue_IsParseNode(formatSetting),
                         "OpaqueValue_IsParseNode(formatSetting)")) {
@@ -127,7 +129,7 @@ OpaqueValue AddFormatSetting(OpaqueValue& formatSettingList, OpaqueValue& format
     return ValueWith(std::move(listNode));
 }
 
-OpaqueValue BuildEmptyCellSetting(OpaqueValue& settingKeyword) {
+OpaqueValue BuildEmptyCellSetting(Arena& arena, OpaqueValue& settingKeyword) {
     const ConsumedValues consumed(settingKeyword);
     if (!CheckSettingKeyword(settingKeyword)) return {};
     const NodeType tokenType = OpaqueValue_GetTbTokenType(settingKeyword);
@@ -135,16 +137,16 @@ OpaqueValue BuildEmptyCellSetting(OpaqueValue& settingKeyword) {
                         "tokenType == TB_BLANK || tokenType == TB_ZERO")) {
         return {};
     }
-    return ValueWith(ReleaseKeyword(settingKeyword));
+    return ValueWith(ReleaseKeyword(arena, settingKeyword));
 }
 
-OpaqueValue BuildMissingSetting(OpaqueValue& settingKeyword, OpaqueValue& leftParen,
+OpaqueValue BuildMissingSetting(Arena& arena, OpaqueValue& settingKeyword, OpaqueValue& leftParen,
                                 OpaqueValue& literal, OpaqueValue& rightParen) {
     const ConsumedValues consumed(settingKeyword, leftParen, literal, rightParen);
     if (!CheckSettingKeyword(settingKeyword) || !CheckParentheses(leftParen, rightParen)) {
         return {};
     }
-    return ValueWith(ReleaseLiteral(literal));
+    return ValueWith(ReleaseLiteral(arena, literal));
 }
 
 }  // namespace quillet

@@ -14,6 +14,11 @@ namespace {
 
 constexpr std::string_view kModule = "bison/tbtrparsestatistics";
 
+bool CheckStatFunction(const OpaqueValue& statFunc) {
+    return QUILLET_ASSERT(OpaqueValue_CheckParseNode(statFunc, TBI_STATFUNCTION, 0, 0),
+                          "OpaqueValue_CheckParseNode(statFunc, TBI_STATFUNCTION, 0, 0)");
+}
+
 }  // namespace
 
 OpaqueValue BuildSort(OpaqueValue& keyword, OpaqueValue& sortVariableList) {
@@ -22,7 +27,8 @@ OpaqueValue BuildSort(OpaqueValue& keyword, OpaqueValue& sortVariableList) {
     return ValueWith(OpaqueValue_ReleaseParseNode(sortVariableList));
 }
 
-OpaqueValue BuildSort(OpaqueValue& keyword, OpaqueValue& direction, OpaqueValue& sortVariableList) {
+OpaqueValue BuildSort(Arena& arena, OpaqueValue& keyword, OpaqueValue& direction,
+                      OpaqueValue& sortVariableList) {
     const ConsumedValues consumed(direction);
     OpaqueValue sort = BuildSort(keyword, sortVariableList);
     if (OpaqueValue_IsEmpty(sort)) return {};
@@ -31,21 +37,21 @@ OpaqueValue BuildSort(OpaqueValue& keyword, OpaqueValue& direction, OpaqueValue&
                         "tbTokenType == TB_ASCENDING || tbTokenType == TB_DESCENDING")) {
         return sort;
     }
-    std::unique_ptr<TbTrParseNode> pSortSubNode = OpaqueValue_ReleaseParseNode(sort);
-    SortView::SetDirection(*pSortSubNode, ReleaseKeyword(direction));
+    NodeOwner pSortSubNode = OpaqueValue_ReleaseParseNode(sort);
+    SortView::SetDirection(*pSortSubNode, ReleaseKeyword(arena, direction));
     return ValueWith(std::move(pSortSubNode));
 }
 
-OpaqueValue BuildSortVariable(OpaqueValue& varname) {
+OpaqueValue BuildSortVariable(Arena& arena, OpaqueValue& varname) {
     const ConsumedValues consumed(varname);
     if (!QUILLET_ASSERT(OpaqueValue_CheckTAVQToken(varname, SP_VARNAME, 0, 0),
                         "OpaqueValue_CheckTAVQToken(varname, SP_VARNAME, 0, 0)")) {
         return {};
     }
-    return ValueWith(SortKeyView::Make(OpaqueValue_ReleaseTAVQToken(varname)));
+    return ValueWith(SortKeyView::Make(arena, OpaqueValue_ReleaseTAVQToken(varname)));
 }
 
-OpaqueValue BuildSortVariable(OpaqueValue& varname, OpaqueValue& leftParen,
+OpaqueValue BuildSortVariable(Arena& arena, OpaqueValue& varname, OpaqueValue& leftParen,
                               OpaqueValue& sortFunction, OpaqueValue& rightParen) {
     const ConsumedValues consumed(varname, leftParen, sortFunction, rightParen);
     if (!CheckParentheses(leftParen, rightParen) ||
@@ -53,23 +59,23 @@ OpaqueValue BuildSortVariable(OpaqueValue& varname, OpaqueValue& leftParen,
                         "OpaqueValue_CheckParseNode(sortFunction, TBI_SORTFUNCTION, 0, 0)")) {
         return {};
     }
-    OpaqueValue variable = BuildSortVariable(varname);
-    std::unique_ptr<TbTrParseNode> node = OpaqueValue_ReleaseParseNode(variable);
+    OpaqueValue variable = BuildSortVariable(arena, varname);
+    NodeOwner node = OpaqueValue_ReleaseParseNode(variable);
     if (node) SortKeyView::AddFunction(*node, OpaqueValue_ReleaseParseNode(sortFunction));
     return ValueWith(std::move(node));
 }
 
-OpaqueValue BuildSortFunction(OpaqueValue& functionName) {
+OpaqueValue BuildSortFunction(Arena& arena, OpaqueValue& functionName) {
     const ConsumedValues consumed(functionName);
-    return ValueWith(ReleaseNamedNode(TBI_SORTFUNCTION, functionName));
+    return ValueWith(ReleaseNamedNode(arena, TBI_SORTFUNCTION, functionName));
 }
 
-OpaqueValue BuildSortFunction(OpaqueValue& functionName, OpaqueValue& leftParen,
+OpaqueValue BuildSortFunction(Arena& arena, OpaqueValue& functionName, OpaqueValue& leftParen,
                               OpaqueValue& varname, OpaqueValue& rightParen) {
     const ConsumedValues consumed(functionName, leftParen, varname, rightParen);
     if (!CheckParentheses(leftParen, rightParen)) return {};
-    std::unique_ptr<TbTrParseNode> function = ReleaseNamedNode(TBI_SORTFUNCTION, functionName);
-    std::unique_ptr<TbTrParseNode> argument = ReleaseVariable(varname);
+    NodeOwner function = ReleaseNamedNode(arena, TBI_SORTFUNCTION, functionName);
+    NodeOwner argument = ReleaseVariable(arena, varname);
     if (!function || !argument) return {};
     SortFunctionView::AddArgument(*function, std::move(argument));
     return ValueWith(std::move(function));
@@ -81,7 +87,7 @@ OpaqueValue BuildStatistics(OpaqueValue& keyword, OpaqueValue& statFuncList) {
     return ValueWith(OpaqueValue_ReleaseParseNode(statFuncList));
 }
 
-OpaqueValue BuildUnweighted(OpaqueValue& unweighted, OpaqueValue& statFuncSpec) {
+OpaqueValue BuildUnweighted(Arena& arena, OpaqueValue& unweighted, OpaqueValue& statFuncSpec) {
     const ConsumedValues consumed(unweighted, statFuncSpec);
     if (!QUILLET_ASSERT(OpaqueValue_CheckTAVQToken(unweighted, TB_UNWEIGHTED, 0, 0),
                         "OpaqueValue_CheckTAVQToken(unweighted, TB_UNWEIGHTED, 0, 0)") ||
@@ -89,76 +95,75 @@ OpaqueValue BuildUnweighted(OpaqueValue& unweighted, OpaqueValue& statFuncSpec) 
                         "OpaqueValue_CheckParseNode(statFuncSpec, TBI_FULLSTATFUNCTION, 0, 0)")) {
         return {};
     }
-    std::unique_ptr<TbTrParseNode> function = OpaqueValue_ReleaseParseNode(statFuncSpec);
-    StatFunctionView::SetUnweighted(*function, ReleaseKeyword(unweighted));
+    NodeOwner function = OpaqueValue_ReleaseParseNode(statFuncSpec);
+    StatFunctionView::SetUnweighted(*function, ReleaseKeyword(arena, unweighted));
     return ValueWith(std::move(function));
 }
 
-OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc) {
+OpaqueValue BuildFullStatFunction(Arena& arena, OpaqueValue& statFunc) {
     const ConsumedValues consumed(statFunc);
-    if (!QUILLET_ASSERT(OpaqueValue_CheckParseNode(statFunc, TBI_STATFUNCTION, 0, 0),
-                        "OpaqueValue_CheckParseNode(statFunc, TBI_STATFUNCTION, 0, 0)")) {
-        return {};
-    }
-    return ValueWith(StatFunctionView::Make(OpaqueValue_ReleaseParseNode(statFunc)));
+    if (!CheckStatFunction(statFunc)) return {};
+    return ValueWith(
+        StatFunctionView::Make(arena, OpaqueValue_ReleaseParseNode(statFunc), nullptr));
 }
 
-OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc, OpaqueValue& leftParen,
+OpaqueValue BuildFullStatFunction(Arena& arena, OpaqueValue& statFunc, OpaqueValue& leftParen,
                                   OpaqueValue& rightParen) {
     const ConsumedValues consumed(statFunc, leftParen, rightParen);
     if (!CheckParentheses(leftParen, rightParen)) return {};
-    return BuildFullStatFunction(statFunc);
+    return BuildFullStatFunction(arena, statFunc);
 }
 
-OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc, OpaqueValue& leftParen,
+OpaqueValue BuildFullStatFunction(Arena& arena, OpaqueValue& statFunc, OpaqueValue& leftParen,
                                   OpaqueValue& statFuncArgs, OpaqueValue& rightParen) {
-    const ConsumedValues consumed(statFunc, statFuncArgs);
-    OpaqueValue value = BuildFullStatFunction(statFunc, leftParen, rightParen);
-    if (OpaqueValue_IsEmpty(value) || !CheckGenericList(statFuncArgs)) return value;
-    std::unique_ptr<TbTrParseNode> function = OpaqueValue_ReleaseParseNode(value);
-    StatFunctionView::AddArguments(*function, OpaqueValue_ReleaseParseNode(statFuncArgs));
-    return ValueWith(std::move(function));
+    const ConsumedValues consumed(statFunc, leftParen, statFuncArgs, rightParen);
+    if (!CheckParentheses(leftParen, rightParen)) return {};
+    if (!CheckStatFunction(statFunc)) return {};
+    NodeOwner arguments =
+        CheckGenericList(statFuncArgs) ? OpaqueValue_ReleaseParseNode(statFuncArgs) : nullptr;
+    return ValueWith(StatFunctionView::Make(arena, OpaqueValue_ReleaseParseNode(statFunc),
+                                            std::move(arguments)));
 }
 
-OpaqueValue BuildFullStatFunction(OpaqueValue& statFunc, OpaqueValue& leftParen,
+OpaqueValue BuildFullStatFunction(Arena& arena, OpaqueValue& statFunc, OpaqueValue& leftParen,
                                   OpaqueValue& statFuncArgs, OpaqueValue& colon,
                                   OpaqueValue& variableNameList, OpaqueValue& rightParen) {
     const ConsumedValues consumed(colon, variableNameList);
-    OpaqueValue value = BuildFullStatFunction(statFunc, leftParen, statFuncArgs, rightParen);
+    OpaqueValue value = BuildFullStatFunction(arena, statFunc, leftParen, statFuncArgs, rightParen);
     if (OpaqueValue_IsEmpty(value) || !CheckVariableList(variableNameList)) return value;
-    std::unique_ptr<TbTrParseNode> function = OpaqueValue_ReleaseParseNode(value);
+    NodeOwner function = OpaqueValue_ReleaseParseNode(value);
     StatFunctionView::AddBaseNames(*function, OpaqueValue_ReleaseParseNode(variableNameList));
     return ValueWith(std::move(function));
 }
 
-OpaqueValue BuildStatFunction(OpaqueValue& functionName) {
+OpaqueValue BuildStatFunction(Arena& arena, OpaqueValue& functionName) {
     const ConsumedValues consumed(functionName);
-    return ValueWith(ReleaseNamedNode(TBI_STATFUNCTION, functionName));
+    return ValueWith(ReleaseNamedNode(arena, TBI_STATFUNCTION, functionName));
 }
 
-OpaqueValue BuildStatFunction(OpaqueValue& functionName, OpaqueValue& number) {
+OpaqueValue BuildStatFunction(Arena& arena, OpaqueValue& functionName, OpaqueValue& number) {
     const ConsumedValues consumed(functionName, number);
-    std::unique_ptr<TbTrParseNode> function = ReleaseNamedNode(TBI_STATFUNCTION, functionName);
-    std::unique_ptr<TbTrParseNode> numberNode = ReleaseNumber(number);
+    NodeOwner function = ReleaseNamedNode(arena, TBI_STATFUNCTION, functionName);
+    NodeOwner numberNode = ReleaseNumber(arena, number);
     if (!function || !numberNode) return {};
     StatFunctionView::AddNumber(*function, std::move(numberNode));
     return ValueWith(std::move(function));
 }
 
-OpaqueValue BuildStatDisplay(OpaqueValue& label) {
+OpaqueValue BuildStatDisplay(Arena& arena, OpaqueValue& label) {
     const ConsumedValues consumed(label);
-    std::unique_ptr<TbTrParseNode> labelNode = ReleaseLiteral(label);
+    NodeOwner labelNode = ReleaseLiteral(arena, label);
     if (!labelNode) return {};
-    return ValueWith(StatArgumentView::Make(nullptr, nullptr, std::move(labelNode)));
+    return ValueWith(StatArgumentView::Make(arena, nullptr, std::move(labelNode)));
 }
 
-OpaqueValue BuildStatDisplay(OpaqueValue& leftParen, OpaqueValue& statFormat,
+OpaqueValue BuildStatDisplay(Arena& arena, OpaqueValue& leftParen, OpaqueValue& statFormat,
                              OpaqueValue& rightParen) {
     OpaqueValue noLabel;
-    return BuildStatDisplay(leftParen, statFormat, rightParen, noLabel);
+    return BuildStatDisplay(arena, leftParen, statFormat, rightParen, noLabel);
 }
 
-OpaqueValue BuildStatDisplay(OpaqueValue& leftParen, OpaqueValue& statFormat,
+OpaqueValue BuildStatDisplay(Arena& arena, OpaqueValue& leftParen, OpaqueValue& statFormat,
                              OpaqueValue& rightParen, OpaqueValue& label) {
     const ConsumedValues consumed(leftParen, statFormat, rightParen, label);
     if (!CheckParentheses(leftParen, rightParen) ||
@@ -166,37 +171,34 @@ OpaqueValue BuildStatDisplay(OpaqueValue& leftParen, OpaqueValue& statFormat,
                         "OpaqueValue_CheckParseNode(statFormat, TBI_FMT, 0, 0)")) {
         return {};
     }
-    std::unique_ptr<TbTrParseNode> labelNode;
-    if (!OpaqueValue_IsEmpty(label)) labelNode = ReleaseLiteral(label);
-    return ValueWith(StatArgumentView::Make(nullptr, OpaqueValue_ReleaseParseNode(statFormat),
+    NodeOwner labelNode;
+    if (!OpaqueValue_IsEmpty(label)) labelNode = ReleaseLiteral(arena, label);
+    return ValueWith(StatArgumentView::Make(arena, OpaqueValue_ReleaseParseNode(statFormat),
                                             std::move(labelNode)));
 }
 
-OpaqueValue BuildStatFormat(OpaqueValue& formatWord) {
+OpaqueValue BuildStatFormat(Arena& arena, OpaqueValue& formatWord) {
     const ConsumedValues consumed(formatWord);
     if (!QUILLET_ASSERT(OpaqueValue_CheckTAVQToken(formatWord, SP_VARNAME, SP_NONVARNAME, 0),
                         "OpaqueValue_CheckTAVQToken(formatWord, SP_VARNAME, SP_NONVARNAME, 0)")) {
         return {};
     }
-    return ValueWith(MakeNode(TBI_FMT, OpaqueValue_ReleaseTAVQToken(formatWord)));
+    return ValueWith(MakeNode(arena, TBI_FMT, OpaqueValue_ReleaseTAVQToken(formatWord)));
 }
 
-OpaqueValue BuildStatArgument(OpaqueValue& varname) {
+OpaqueValue BuildStatArgument(Arena& arena, OpaqueValue& varname) {
     const ConsumedValues consumed(varname);
-    std::unique_ptr<TbTrParseNode> variable = ReleaseVariable(varname);
-    if (!variable) return {};
-    return ValueWith(StatArgumentView::Make(std::move(variable), nullptr, nullptr));
+    return ValueWith(ReleaseVariable(arena, varname));
 }
 
-OpaqueValue BuildStatArgument(OpaqueValue& varname, OpaqueValue& statDisplaySpec) {
+OpaqueValue BuildStatArgument(Arena& arena, OpaqueValue& varname, OpaqueValue& statDisplaySpec) {
     const ConsumedValues consumed(varname, statDisplaySpec);
     if (!QUILLET_ASSERT(OpaqueValue_CheckParseNode(statDisplaySpec, TBI_STATFUNCARG, 0, 0),
                         "OpaqueValue_CheckParseNode(statDisplaySpec, TBI_STATFUNCARG, 0, 0)")) {
         return {};
     }
-    std::unique_ptr<TbTrParseNode> pStatArgVarSpecNode =
-        OpaqueValue_ReleaseParseNode(statDisplaySpec);
-    StatArgumentView::SetVariable(*pStatArgVarSpecNode, ReleaseVariable(varname));
+    NodeOwner pStatArgVarSpecNode = OpaqueValue_ReleaseParseNode(statDisplaySpec);
+    StatArgumentView::SetVariable(*pStatArgVarSpecNode, ReleaseVariable(arena, varname));
     return ValueWith(std::move(pStatArgVarSpecNode));
 }
 

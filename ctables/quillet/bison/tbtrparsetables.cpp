@@ -1,7 +1,6 @@
 // TABLE: expressions over variables. Chains of one operator come out flat, however they are put in
 // parentheses.
 #include <memory>
-#include <new>
 #include <string_view>
 #include <utility>
 
@@ -43,7 +42,7 @@ OpaqueValue BuildDimensions(TablesCommand& command, const TablesLocation& locati
         QUILLET_ASSERT(false, "0 && \"Illegal TABLE subcommand: no arguments\"");
         return {};
     }
-    std::unique_ptr<TbTrParseNode> table = TableView::Make();
+    NodeOwner table = TableView::Make(command.Memory());
     for (OpaqueValue* pDimension :
          {&tableExpressionRows, &tableExpressionColumns, &tableExpressionLayers}) {
         if (OpaqueValue_IsEmpty(*pDimension)) break;
@@ -56,28 +55,26 @@ OpaqueValue BuildDimensions(TablesCommand& command, const TablesLocation& locati
 
 /// The check of words in parentheses. `leaf` is an `SP_VARNAME` or `SP_NONVARNAME` node.
 bool BuildMarkerOrVariable(TablesCommand& command, const TablesLocation& location,
-                           OpaqueValue& result, std::unique_ptr<TbTrParseNode> leaf) {
+                           OpaqueValue& result, NodeOwner leaf) {
     const TAVQToken* pWord = leaf->GetToken();
     const auto isSpelled = [pWord](std::string_view word) {
         return pWord != nullptr && pWord->CompareText(word, kSignificantBytes, /*raw=*/false) == 0;
     };
-    std::unique_ptr<TAVQToken> noToken;
     if (isSpelled(kStatisticsWord)) {
-        leaf = MakeKeywordNode(TB_STATISTICS, noToken);
+        leaf = MakeKeywordNode(command.Memory(), TB_STATISTICS);
     } else if (isSpelled(kLabelsWord)) {
-        leaf = MakeKeywordNode(TB_LABELS, noToken);
+        leaf = MakeKeywordNode(command.Memory(), TB_LABELS);
     } else if (leaf->GetNodeType() != SP_VARNAME) {
         AddTrace(command, "reportParenthesizedWord ", "");
         AddReport(command, TablesErrorKind::kParenthesizedWord, location, kNoNodeType);
         return false;
     }
-    if (!leaf) throw std::bad_alloc();
     OpaqueValue_SetParseNode(result, std::move(leaf));
     return true;
 }
 
 /// An operand of `type`; null, after an assertion, when it is missing or no operand.
-std::unique_ptr<TbTrParseNode> ReleaseOperand(NodeType type, OpaqueValue& operand) {
+NodeOwner ReleaseOperand(NodeType type, OpaqueValue& operand) {
     if (OpaqueValue_IsEmpty(operand)) {
         if (type == SP_PLUS) {
             QUILLET_ASSERT(false, "0 && \"Illegal TABLE STACK subcommand: missing argument\"");
@@ -132,8 +129,8 @@ bool BuildParenthesizedWord(TablesCommand& command, const TablesLocation& locati
                         "type == SP_VARNAME || type == SP_NONVARNAME")) {
         return false;
     }
-    std::unique_ptr<TbTrParseNode> leaf =
-        type == SP_VARNAME ? ReleaseVariable(word) : ReleaseNamedNode(SP_NONVARNAME, word);
+    NodeOwner leaf = type == SP_VARNAME ? ReleaseVariable(command.Memory(), word)
+                                        : ReleaseNamedNode(command.Memory(), SP_NONVARNAME, word);
     return leaf && BuildMarkerOrVariable(command, location, result, std::move(leaf));
 }
 
@@ -155,23 +152,24 @@ bool BuildParenthesizedExpression(TablesCommand& command, const TablesLocation& 
                                  OpaqueValue_ReleaseParseNode(tableExpression));
 }
 
-OpaqueValue BuildOperation(OpaqueValue& left, OpaqueValue& operation, OpaqueValue& right) {
+OpaqueValue BuildOperation(Arena& arena, OpaqueValue& left, OpaqueValue& operation,
+                           OpaqueValue& right) {
     const ConsumedValues consumed(left, operation, right);
     const NodeType type = OpaqueValue_GetTbTokenType(operation);
     if (!QUILLET_ASSERT(type == SP_PLUS || type == SP_GREATERTHAN,
                         "type == SP_PLUS || type == SP_GREATERTHAN")) {
         return {};
     }
-    std::unique_ptr<TbTrParseNode> leftNode = ReleaseOperand(type, left);
-    std::unique_ptr<TbTrParseNode> rightNode = ReleaseOperand(type, right);
-    return ValueWith(OperatorView::Join(type, std::move(leftNode), std::move(rightNode)));
+    NodeOwner leftNode = ReleaseOperand(type, left);
+    NodeOwner rightNode = ReleaseOperand(type, right);
+    return ValueWith(OperatorView::Join(arena, type, std::move(leftNode), std::move(rightNode)));
 }
 
-OpaqueValue BuildOperation(OpaqueValue& leftParen, OpaqueValue& left, OpaqueValue& operation,
-                           OpaqueValue& right, OpaqueValue& rightParen) {
+OpaqueValue BuildOperation(Arena& arena, OpaqueValue& leftParen, OpaqueValue& left,
+                           OpaqueValue& operation, OpaqueValue& right, OpaqueValue& rightParen) {
     const ConsumedValues consumed(leftParen, left, operation, right, rightParen);
     if (!CheckParentheses(leftParen, rightParen)) return {};
-    return BuildOperation(left, operation, right);
+    return BuildOperation(arena, left, operation, right);
 }
 
 }  // namespace quillet

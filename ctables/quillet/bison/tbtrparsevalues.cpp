@@ -1,6 +1,5 @@
 #include "bison/tbtrparsevalues.h"
 
-#include <new>
 #include <ostream>
 #include <utility>
 
@@ -15,54 +14,48 @@ constexpr std::string_view kModule = "bison/tbtrparsevalues";
 
 }  // namespace
 
-OpaqueValue ValueWith(std::unique_ptr<TbTrParseNode> node) {
+OpaqueValue ValueWith(NodeOwner node) {
     OpaqueValue value;
     if (node) OpaqueValue_SetParseNode(value, std::move(node));
     return value;
 }
 
-std::unique_ptr<TbTrParseNode> ReleaseVariable(OpaqueValue& varname) {
+NodeOwner ReleaseVariable(Arena& arena, OpaqueValue& varname) {
     if (!QUILLET_ASSERT(OpaqueValue_CheckTAVQToken(varname, SP_VARNAME, 0, 0),
                         "OpaqueValue_CheckTAVQToken(varname, SP_VARNAME, 0, 0)")) {
         return nullptr;
     }
-    std::unique_ptr<TAVQToken> token = OpaqueValue_ReleaseTAVQToken(varname);
-    return MakeVarNameNode(token);
+    return MakeVarNameNode(arena, OpaqueValue_ReleaseTAVQToken(varname));
 }
 
-std::unique_ptr<TbTrParseNode> ReleaseLiteral(OpaqueValue& literal) {
+NodeOwner ReleaseLiteral(Arena& arena, OpaqueValue& literal) {
     if (!QUILLET_ASSERT(OpaqueValue_CheckTAVQToken(literal, SP_SLITERAL, 0, 0),
                         "OpaqueValue_CheckTAVQToken(literal, SP_SLITERAL, 0, 0)")) {
         return nullptr;
     }
-    std::unique_ptr<TAVQToken> token = OpaqueValue_ReleaseTAVQToken(literal);
-    return MakeLiteralNode(token);
+    return MakeLiteralNode(arena, OpaqueValue_ReleaseTAVQToken(literal));
 }
 
-std::unique_ptr<TbTrParseNode> ReleaseNumber(OpaqueValue& number) {
+NodeOwner ReleaseNumber(Arena& arena, OpaqueValue& number) {
     if (!QUILLET_ASSERT(OpaqueValue_CheckTAVQToken(number, SP_NUMBER, 0, 0),
                         "OpaqueValue_CheckTAVQToken(number, SP_NUMBER, 0, 0)")) {
         return nullptr;
     }
-    return MakeNode(SP_NUMBER, OpaqueValue_ReleaseTAVQToken(number));
+    return MakeNode(arena, SP_NUMBER, OpaqueValue_ReleaseTAVQToken(number));
 }
 
-std::unique_ptr<TbTrParseNode> ReleaseNamedNode(NodeType type, OpaqueValue& functionName) {
+NodeOwner ReleaseNamedNode(Arena& arena, NodeType type, OpaqueValue& functionName) {
     if (!QUILLET_ASSERT(OpaqueValue_CheckTAVQToken(functionName, SP_VARNAME, SP_NONVARNAME, 0),
                         "OpaqueValue_CheckTAVQToken(functionName, SP_VARNAME, SP_NONVARNAME, 0)")) {
         return nullptr;
     }
-    return MakeNode(type, OpaqueValue_ReleaseTAVQToken(functionName));
+    return MakeNode(arena, type, OpaqueValue_ReleaseTAVQToken(functionName));
 }
 
-std::unique_ptr<TbTrParseNode> ReleaseKeyword(OpaqueValue& settingKeyword) {
+NodeOwner ReleaseKeyword(Arena& arena, OpaqueValue& settingKeyword) {
     const NodeType type = OpaqueValue_GetTbTokenType(settingKeyword);
-    std::unique_ptr<TAVQToken> token = OpaqueValue_ReleaseTAVQToken(settingKeyword);
-    const bool hasToken = token != nullptr;
-    std::unique_ptr<TbTrParseNode> node = MakeKeywordNode(type, token);
-    // The token went into a node that was never made. A setting must not be lost in silence.
-    if (!node && hasToken && !token) throw std::bad_alloc();
-    return node;
+    static_cast<void>(OpaqueValue_ReleaseTAVQToken(settingKeyword));
+    return MakeKeywordNode(arena, type);
 }
 
 bool CheckParentheses(const OpaqueValue& leftParen, const OpaqueValue& rightParen) {
@@ -109,11 +102,11 @@ bool CheckList(NodeType listType, const OpaqueValue& list) {
     }
 }
 
-std::unique_ptr<TbTrParseNode> ReleaseOrMakeList(NodeType listType, OpaqueValue& list) {
+NodeOwner ReleaseOrMakeList(Arena& arena, NodeType listType, OpaqueValue& list) {
     if (!OpaqueValue_IsEmpty(list)) {
         return CheckList(listType, list) ? OpaqueValue_ReleaseParseNode(list) : nullptr;
     }
-    std::unique_ptr<TbTrParseNode> listNode = MakeListNode(listType);
+    NodeOwner listNode = MakeListNode(arena, listType);
     return QUILLET_ASSERT(listNode != nullptr, "listNode != 0") ? std::move(listNode) : nullptr;
 }
 
@@ -122,9 +115,8 @@ OpaqueValue BuildFromList(NodeType type, NodeType listType, OpaqueValue& keyword
     const ConsumedValues consumed(keyword, list);
     const bool keywordIsSound = CheckKeyword(keyword);
     if (!CheckList(listType, list) || !keywordIsSound) return {};
-    const std::unique_ptr<TbTrParseNode> listNode = OpaqueValue_ReleaseParseNode(list);
-    std::unique_ptr<TbTrParseNode> node = MakeNode(type, nullptr);
-    MoveChildren(*listNode, *node);
+    NodeOwner node = OpaqueValue_ReleaseParseNode(list);
+    node->SetNodeType(type);
     return ValueWith(std::move(node));
 }
 

@@ -14,7 +14,7 @@
 
 namespace quillet {
 
-/// Destroys, when an action ends, whatever it left in its arguments.
+/// Forgets, when an action ends, whatever it left in its arguments.
 template <std::size_t kCount>
 class ConsumedValues {
 public:
@@ -34,29 +34,27 @@ template <typename... Values>
 ConsumedValues(Values&...) -> ConsumedValues<sizeof...(Values)>;
 
 /// A value that holds `node`; an empty one for none.
-[[nodiscard]] OpaqueValue ValueWith(std::unique_ptr<TbTrParseNode> node);
+[[nodiscard]] OpaqueValue ValueWith(NodeOwner node);
 
 // ---- Nodes from the tokens of a rule
 //
 // Each takes the token out of its value. Null, after an assertion, when there is another token or
 // none.
 
-/// An `SP_VARNAME` node with two empty slots.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> ReleaseVariable(OpaqueValue& varname);
+/// An `SP_VARNAME` node.
+[[nodiscard]] NodeOwner ReleaseVariable(Arena& arena, OpaqueValue& varname);
 
 /// An `SP_SLITERAL` node.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> ReleaseLiteral(OpaqueValue& literal);
+[[nodiscard]] NodeOwner ReleaseLiteral(Arena& arena, OpaqueValue& literal);
 
 /// An `SP_NUMBER` node.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> ReleaseNumber(OpaqueValue& number);
+[[nodiscard]] NodeOwner ReleaseNumber(Arena& arena, OpaqueValue& number);
 
-/// A node of `type` that owns a name, which need not be a valid variable name.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> ReleaseNamedNode(NodeType type,
-                                                              OpaqueValue& functionName);
+/// A node of `type` with a name, which need not be a valid variable name.
+[[nodiscard]] NodeOwner ReleaseNamedNode(Arena& arena, NodeType type, OpaqueValue& functionName);
 
 /// The node of a setting, without a token; null, and no assertion, for a keyword that is none.
-/// Throws `std::bad_alloc`.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> ReleaseKeyword(OpaqueValue& settingKeyword);
+[[nodiscard]] NodeOwner ReleaseKeyword(Arena& arena, OpaqueValue& settingKeyword);
 
 // ---- Checks
 //
@@ -75,10 +73,9 @@ bool CheckKeyword(const OpaqueValue& keyword);
 
 /// The node of a list that grows, a new one for an empty value; null, after an assertion, when the
 /// value is something else.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> ReleaseOrMakeList(NodeType listType,
-                                                               OpaqueValue& list);
+[[nodiscard]] NodeOwner ReleaseOrMakeList(Arena& arena, NodeType listType, OpaqueValue& list);
 
-/// A node of `type` with the children of the `TBI_GENERICLIST` or `TBI_VARLIST` in `list`.
+/// The `TBI_GENERICLIST` or `TBI_VARLIST` in `list`, which becomes a node of `type`.
 [[nodiscard]] OpaqueValue BuildFromList(NodeType type, NodeType listType, OpaqueValue& keyword,
                                         OpaqueValue& list);
 

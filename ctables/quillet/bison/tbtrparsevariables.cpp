@@ -20,19 +20,20 @@ OpaqueValue BuildTotals(NodeType type, OpaqueValue& keyword, OpaqueValue& totalV
     return BuildFromList(type, TBI_VARLIST, keyword, totalVarSpecList);
 }
 
-OpaqueValue BuildVariable(OpaqueValue& varname) {
+OpaqueValue BuildVariable(Arena& arena, OpaqueValue& varname) {
     const ConsumedValues consumed(varname);
-    return ValueWith(ReleaseVariable(varname));
+    return ValueWith(ReleaseVariable(arena, varname));
 }
 
-OpaqueValue BuildLabeledVariable(OpaqueValue& varname, OpaqueValue& label) {
+OpaqueValue BuildLabeledVariable(Arena& arena, OpaqueValue& varname, OpaqueValue& label) {
     const ConsumedValues consumed(varname, label);
-    std::unique_ptr<TbTrParseNode> variable = ReleaseVariable(varname);
-    if (variable) VariableView::SetLabel(*variable, ReleaseLiteral(label));
+    NodeOwner variable = ReleaseVariable(arena, varname);
+    if (variable) VariableView::SetLabel(*variable, ReleaseLiteral(arena, label));
     return ValueWith(std::move(variable));
 }
 
-OpaqueValue BuildVariableRange(OpaqueValue& fromVarname, OpaqueValue& to, OpaqueValue& toVarname) {
+OpaqueValue BuildVariableRange(Arena& arena, OpaqueValue& fromVarname, OpaqueValue& to,
+                               OpaqueValue& toVarname) {
     const ConsumedValues consumed(fromVarname, to, toVarname);
     if (!QUILLET_ASSERT(OpaqueValue_CheckTAVQToken(fromVarname, SP_VARNAME, 0, 0),
                         "OpaqueValue_CheckTAVQToken(fromVarname, SP_VARNAME, 0, 0)") ||
@@ -42,60 +43,60 @@ OpaqueValue BuildVariableRange(OpaqueValue& fromVarname, OpaqueValue& to, Opaque
                         "OpaqueValue_CheckTAVQToken(toVarname, SP_VARNAME, 0, 0)")) {
         return {};
     }
-    std::unique_ptr<TAVQToken> fromToken = OpaqueValue_ReleaseTAVQToken(fromVarname);
-    std::unique_ptr<TAVQToken> toToken = OpaqueValue_ReleaseTAVQToken(toVarname);
-    return ValueWith(MakeVarRangeNode(fromToken, toToken));
+    const TAVQToken fromToken = OpaqueValue_ReleaseTAVQToken(fromVarname);
+    const TAVQToken toToken = OpaqueValue_ReleaseTAVQToken(toVarname);
+    return ValueWith(MakeVarRangeNode(arena, fromToken, toToken));
 }
 
 namespace {
 
 /// A set's node with the two children that both kinds of set have; null after an assertion.
-std::unique_ptr<TbTrParseNode> BuildSet(NodeType type, OpaqueValue& keyword, OpaqueValue& varname,
-                                        OpaqueValue& label, OpaqueValue& variableSpecList) {
+NodeOwner BuildSet(Arena& arena, NodeType type, OpaqueValue& keyword, OpaqueValue& varname,
+                   OpaqueValue& label, OpaqueValue& variableSpecList) {
     const ConsumedValues consumed(keyword, varname, label, variableSpecList);
     if (!CheckKeyword(keyword) || !CheckVariableList(variableSpecList)) return nullptr;
-    OpaqueValue name =
-        OpaqueValue_IsEmpty(label) ? BuildVariable(varname) : BuildLabeledVariable(varname, label);
+    OpaqueValue name = OpaqueValue_IsEmpty(label) ? BuildVariable(arena, varname)
+                                                  : BuildLabeledVariable(arena, varname, label);
     if (OpaqueValue_IsEmpty(name)) return nullptr;
-    std::unique_ptr<TbTrParseNode> nameNode = OpaqueValue_ReleaseParseNode(name);
-    return SetView::Make(type, std::move(nameNode), OpaqueValue_ReleaseParseNode(variableSpecList));
+    NodeOwner nameNode = OpaqueValue_ReleaseParseNode(name);
+    return SetView::Make(arena, type, std::move(nameNode),
+                         OpaqueValue_ReleaseParseNode(variableSpecList));
 }
 
 }  // namespace
 
-OpaqueValue BuildMrGroup(OpaqueValue& keyword, OpaqueValue& varname,
+OpaqueValue BuildMrGroup(Arena& arena, OpaqueValue& keyword, OpaqueValue& varname,
                          OpaqueValue& variableSpecList) {
     OpaqueValue noLabel;
-    return BuildMrGroup(keyword, varname, noLabel, variableSpecList);
+    return BuildMrGroup(arena, keyword, varname, noLabel, variableSpecList);
 }
 
-OpaqueValue BuildMrGroup(OpaqueValue& keyword, OpaqueValue& varname, OpaqueValue& label,
-                         OpaqueValue& variableSpecList) {
-    return ValueWith(BuildSet(TB_MRGROUP, keyword, varname, label, variableSpecList));
+OpaqueValue BuildMrGroup(Arena& arena, OpaqueValue& keyword, OpaqueValue& varname,
+                         OpaqueValue& label, OpaqueValue& variableSpecList) {
+    return ValueWith(BuildSet(arena, TB_MRGROUP, keyword, varname, label, variableSpecList));
 }
 
-OpaqueValue BuildMdGroup(OpaqueValue& keyword, OpaqueValue& varname, OpaqueValue& variableSpecList,
-                         OpaqueValue& leftParen, OpaqueValue& countedValue,
-                         OpaqueValue& rightParen) {
+OpaqueValue BuildMdGroup(Arena& arena, OpaqueValue& keyword, OpaqueValue& varname,
+                         OpaqueValue& variableSpecList, OpaqueValue& leftParen,
+                         OpaqueValue& countedValue, OpaqueValue& rightParen) {
     OpaqueValue noLabel;
-    return BuildMdGroup(keyword, varname, noLabel, variableSpecList, leftParen, countedValue,
+    return BuildMdGroup(arena, keyword, varname, noLabel, variableSpecList, leftParen, countedValue,
                         rightParen);
 }
 
-OpaqueValue BuildMdGroup(OpaqueValue& keyword, OpaqueValue& varname, OpaqueValue& label,
-                         OpaqueValue& variableSpecList, OpaqueValue& leftParen,
+OpaqueValue BuildMdGroup(Arena& arena, OpaqueValue& keyword, OpaqueValue& varname,
+                         OpaqueValue& label, OpaqueValue& variableSpecList, OpaqueValue& leftParen,
                          OpaqueValue& countedValue, OpaqueValue& rightParen) {
     const ConsumedValues consumed(leftParen, countedValue, rightParen);
-    std::unique_ptr<TbTrParseNode> set =
-        BuildSet(TB_MDGROUP, keyword, varname, label, variableSpecList);
+    NodeOwner set = BuildSet(arena, TB_MDGROUP, keyword, varname, label, variableSpecList);
     if (!set || !CheckParentheses(leftParen, rightParen) ||
         !QUILLET_ASSERT(OpaqueValue_CheckTAVQToken(countedValue, SP_SLITERAL, SP_NUMBER, 0),
                         "OpaqueValue_CheckTAVQToken(countedValue, SP_SLITERAL, SP_NUMBER, 0)")) {
         return {};
     }
     const bool isNumber = OpaqueValue_GetTbTokenType(countedValue) == SP_NUMBER;
-    SetView::AddCountedValue(*set,
-                             isNumber ? ReleaseNumber(countedValue) : ReleaseLiteral(countedValue));
+    SetView::AddCountedValue(
+        *set, isNumber ? ReleaseNumber(arena, countedValue) : ReleaseLiteral(arena, countedValue));
     return ValueWith(std::move(set));
 }
 
@@ -105,13 +106,13 @@ bool BuildObservation(TablesCommand& command, const TablesLocation& location, Op
     // The parser's slot for the result holds a stale copy of an argument, not a value.
     OpaqueValue_Init(result);
     if (!CheckKeyword(keyword) || !CheckVariableList(variableSpecList)) return false;
-    std::unique_ptr<TbTrParseNode> list = OpaqueValue_ReleaseParseNode(variableSpecList);
+    NodeOwner list = OpaqueValue_ReleaseParseNode(variableSpecList);
     if (ObservationView::HasRange(*list)) {
         AddTrace(command, "reportObservationRange ", "");
         AddReport(command, TablesErrorKind::kObservationRange, location, kNoNodeType);
         return false;
     }
-    OpaqueValue_SetParseNode(result, ObservationView::Make(std::move(list)));
+    OpaqueValue_SetParseNode(result, ObservationView::Make(command.Memory(), std::move(list)));
     return true;
 }
 

@@ -17,8 +17,8 @@
  * that, SP_NONVARNAME.
  *
  * Every rule has a line of its own, and its action is one call of a builder function
- * (bison/tbtrparsebuilder.h), which describes the node that comes out. Rules without an action
- * pass the value of their one symbol up. The builder takes what the symbols on the right hold
+ * (bison/tbtrparsebuilder.h), which describes the node that comes out. Nodes are made in the
+ * memory of the command. Rules without an action pass the value of their one symbol up. The builder takes what the symbols on the right hold
  * out of the values it is given. That matters most before YYABORT, which forgets those values;
  * every other value that the parser drops goes through %destructor.
  *
@@ -74,9 +74,8 @@ static void* AllocateStack(quillet::TablesCommand& command, std::size_t size) {
 #define YYMALLOC(size) AllocateStack(command, size)
 #define YYFREE std::free
 
-// An exception that passed through the parser would take along its stack with all that the values
-// there own. So none leaves an action: the values of the rule are destroyed here, the others by
-// the parser, and the command is given up.
+// An exception that passed through the parser would take along its stack. So none leaves an action:
+// the values of the rule are forgotten here, the others by the parser, and the command is given up.
 static void DiscardOperands(quillet::OpaqueValue* pLast, int count) {
     for (int i = 0; i < count; ++i) OpaqueValue_Clear(pLast[-i]);
 }
@@ -188,8 +187,8 @@ start:
   ;
 
 globalGroup:
-    %empty                        { BUILD($$ = BuildEmptyList()); }
-  | globalGroup globalSubcommand  { BUILD($$ = AddToList(TBI_GENERICLIST, $1, $2)); }
+    %empty                        { BUILD($$ = NoList()); }
+  | globalGroup globalSubcommand  { BUILD($$ = AddToList(command.Memory(), TBI_GENERICLIST, $1, $2)); }
   ;
 
 globalSubcommand:
@@ -216,17 +215,17 @@ globalSubcommand:
   ;
 
 tableGroupList:
-    tableGroup                 { BUILD($$ = StartList(TBI_GENERICLIST, $1)); }
-  | tableGroupList tableGroup  { BUILD($$ = AddToList(TBI_GENERICLIST, $1, $2)); }
+    tableGroup                 { BUILD($$ = StartList(command.Memory(), TBI_GENERICLIST, $1)); }
+  | tableGroupList tableGroup  { BUILD($$ = AddToList(command.Memory(), TBI_GENERICLIST, $1, $2)); }
   ;
 
 tableGroup:
-    table localSubcommandList  { BUILD($$ = BuildTableGroup($1, $2)); }
+    table localSubcommandList  { BUILD($$ = BuildTableGroup(command.Memory(), $1, $2)); }
   ;
 
 localSubcommandList:
-    %empty                               { BUILD($$ = BuildEmptyList()); }
-  | localSubcommandList localSubcommand  { BUILD($$ = AddToList(TBI_GENERICLIST, $1, $2)); }
+    %empty                               { BUILD($$ = NoList()); }
+  | localSubcommandList localSubcommand  { BUILD($$ = AddToList(command.Memory(), TBI_GENERICLIST, $1, $2)); }
   ;
 
 localSubcommand:
@@ -255,18 +254,18 @@ localSubcommand:
  * mistake in the command (the second rule of start). */
 
 autolabel:
-    TB_AUTOLABEL             { BUILD($$ = BuildAutolabel($1)); }
-  | TB_AUTOLABEL TB_DEFAULT  { BUILD($$ = BuildAutolabel($1, $2)); }
-  | TB_AUTOLABEL TB_ON       { BUILD($$ = BuildAutolabel($1, $2)); }
-  | TB_AUTOLABEL TB_OFF      { BUILD($$ = BuildAutolabel($1, $2)); }
+    TB_AUTOLABEL             { BUILD($$ = BuildAutolabel(command.Memory(), $1)); }
+  | TB_AUTOLABEL TB_DEFAULT  { BUILD($$ = BuildAutolabel(command.Memory(), $1, $2)); }
+  | TB_AUTOLABEL TB_ON       { BUILD($$ = BuildAutolabel(command.Memory(), $1, $2)); }
+  | TB_AUTOLABEL TB_OFF      { BUILD($$ = BuildAutolabel(command.Memory(), $1, $2)); }
   | TB_AUTOLABEL error       { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 base:
-    TB_BASE               { BUILD($$ = BuildBase($1)); }
-  | TB_BASE TB_ANSWERING  { BUILD($$ = BuildBase($1, $2)); }
-  | TB_BASE TB_QUALIFIED  { BUILD($$ = BuildBase($1, $2)); }
-  | TB_BASE SP_ALL        { BUILD($$ = BuildBase($1, $2)); }
+    TB_BASE               { BUILD($$ = BuildBase(command.Memory(), $1)); }
+  | TB_BASE TB_ANSWERING  { BUILD($$ = BuildBase(command.Memory(), $1, $2)); }
+  | TB_BASE TB_QUALIFIED  { BUILD($$ = BuildBase(command.Memory(), $1, $2)); }
+  | TB_BASE SP_ALL        { BUILD($$ = BuildBase(command.Memory(), $1, $2)); }
   | TB_BASE error         { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
@@ -286,15 +285,15 @@ corner:
   ;
 
 gbase:
-    TB_GBASE               { BUILD($$ = BuildGbase($1)); }
-  | TB_GBASE TB_CASES      { BUILD($$ = BuildGbase($1, $2)); }
-  | TB_GBASE TB_RESPONSES  { BUILD($$ = BuildGbase($1, $2)); }
+    TB_GBASE               { BUILD($$ = BuildGbase(command.Memory(), $1)); }
+  | TB_GBASE TB_CASES      { BUILD($$ = BuildGbase(command.Memory(), $1, $2)); }
+  | TB_GBASE TB_RESPONSES  { BUILD($$ = BuildGbase(command.Memory(), $1, $2)); }
   | TB_GBASE error         { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 missing:
-    TB_MISSINGSUBCOM TB_EXCLUDE  { BUILD($$ = BuildMissing($1, $2)); }
-  | TB_MISSINGSUBCOM TB_INCLUDE  { BUILD($$ = BuildMissing($1, $2)); }
+    TB_MISSINGSUBCOM TB_EXCLUDE  { BUILD($$ = BuildMissing(command.Memory(), $1, $2)); }
+  | TB_MISSINGSUBCOM TB_INCLUDE  { BUILD($$ = BuildMissing(command.Memory(), $1, $2)); }
   | TB_MISSINGSUBCOM error       { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
@@ -307,14 +306,14 @@ format:
   ;
 
 formatSettingList:
-    formatSetting                    { BUILD($$ = StartFormat($1)); }
-  | formatSettingList formatSetting  { BUILD($$ = AddFormatSetting($1, $2)); }
+    formatSetting                    { BUILD($$ = StartFormat(command.Memory(), $1)); }
+  | formatSettingList formatSetting  { BUILD($$ = AddFormatSetting(command.Memory(), $1, $2)); }
   ;
 
 formatSetting:
-    TB_BLANK                                  { BUILD($$ = BuildEmptyCellSetting($1)); }
-  | TB_ZERO                                   { BUILD($$ = BuildEmptyCellSetting($1)); }
-  | TB_MISSING SP_LPAREN SP_SLITERAL SP_RPAREN  { BUILD($$ = BuildMissingSetting($1, $2, $3, $4)); }
+    TB_BLANK                                  { BUILD($$ = BuildEmptyCellSetting(command.Memory(), $1)); }
+  | TB_ZERO                                   { BUILD($$ = BuildEmptyCellSetting(command.Memory(), $1)); }
+  | TB_MISSING SP_LPAREN SP_SLITERAL SP_RPAREN  { BUILD($$ = BuildMissingSetting(command.Memory(), $1, $2, $3, $4)); }
   ;
 
 /* ---- Totals, sets and observation ---------------------------------------------------------- */
@@ -330,26 +329,26 @@ ptotal:
   ;
 
 totalVarSpecList:
-    totalVarSpec                   { BUILD($$ = StartList(TBI_VARLIST, $1)); }
-  | totalVarSpecList totalVarSpec  { BUILD($$ = AddToList(TBI_VARLIST, $1, $2)); }
+    totalVarSpec                   { BUILD($$ = StartList(command.Memory(), TBI_VARLIST, $1)); }
+  | totalVarSpecList totalVarSpec  { BUILD($$ = AddToList(command.Memory(), TBI_VARLIST, $1, $2)); }
   ;
 
 totalVarSpec:
-    SP_VARNAME              { BUILD($$ = BuildVariable($1)); }
-  | SP_VARNAME SP_SLITERAL  { BUILD($$ = BuildLabeledVariable($1, $2)); }
+    SP_VARNAME              { BUILD($$ = BuildVariable(command.Memory(), $1)); }
+  | SP_VARNAME SP_SLITERAL  { BUILD($$ = BuildLabeledVariable(command.Memory(), $1, $2)); }
   ;
 
 mrgroup:
-    TB_MRGROUP SP_VARNAME variableSpecList              { BUILD($$ = BuildMrGroup($1, $2, $3)); }
-  | TB_MRGROUP SP_VARNAME SP_SLITERAL variableSpecList  { BUILD($$ = BuildMrGroup($1, $2, $3, $4)); }
+    TB_MRGROUP SP_VARNAME variableSpecList              { BUILD($$ = BuildMrGroup(command.Memory(), $1, $2, $3)); }
+  | TB_MRGROUP SP_VARNAME SP_SLITERAL variableSpecList  { BUILD($$ = BuildMrGroup(command.Memory(), $1, $2, $3, $4)); }
   | TB_MRGROUP error                                    { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 mdgroup:
-    TB_MDGROUP SP_VARNAME variableSpecList SP_LPAREN SP_SLITERAL SP_RPAREN              { BUILD($$ = BuildMdGroup($1, $2, $3, $4, $5, $6)); }
-  | TB_MDGROUP SP_VARNAME variableSpecList SP_LPAREN SP_NUMBER SP_RPAREN                { BUILD($$ = BuildMdGroup($1, $2, $3, $4, $5, $6)); }
-  | TB_MDGROUP SP_VARNAME SP_SLITERAL variableSpecList SP_LPAREN SP_SLITERAL SP_RPAREN  { BUILD($$ = BuildMdGroup($1, $2, $3, $4, $5, $6, $7)); }
-  | TB_MDGROUP SP_VARNAME SP_SLITERAL variableSpecList SP_LPAREN SP_NUMBER SP_RPAREN    { BUILD($$ = BuildMdGroup($1, $2, $3, $4, $5, $6, $7)); }
+    TB_MDGROUP SP_VARNAME variableSpecList SP_LPAREN SP_SLITERAL SP_RPAREN              { BUILD($$ = BuildMdGroup(command.Memory(), $1, $2, $3, $4, $5, $6)); }
+  | TB_MDGROUP SP_VARNAME variableSpecList SP_LPAREN SP_NUMBER SP_RPAREN                { BUILD($$ = BuildMdGroup(command.Memory(), $1, $2, $3, $4, $5, $6)); }
+  | TB_MDGROUP SP_VARNAME SP_SLITERAL variableSpecList SP_LPAREN SP_SLITERAL SP_RPAREN  { BUILD($$ = BuildMdGroup(command.Memory(), $1, $2, $3, $4, $5, $6, $7)); }
+  | TB_MDGROUP SP_VARNAME SP_SLITERAL variableSpecList SP_LPAREN SP_NUMBER SP_RPAREN    { BUILD($$ = BuildMdGroup(command.Memory(), $1, $2, $3, $4, $5, $6, $7)); }
   | TB_MDGROUP error                                                                    { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
@@ -359,39 +358,39 @@ observation:
   ;
 
 variableNameList:
-    SP_VARNAME                   { BUILD($$ = StartNameList($1)); }
-  | variableNameList SP_VARNAME  { BUILD($$ = AddToNameList($1, $2)); }
+    SP_VARNAME                   { BUILD($$ = StartNameList(command.Memory(), $1)); }
+  | variableNameList SP_VARNAME  { BUILD($$ = AddToNameList(command.Memory(), $1, $2)); }
   ;
 
 variableSpecList:
-    variableSpec                   { BUILD($$ = StartList(TBI_VARLIST, $1)); }
-  | variableSpecList variableSpec  { BUILD($$ = AddToList(TBI_VARLIST, $1, $2)); }
+    variableSpec                   { BUILD($$ = StartList(command.Memory(), TBI_VARLIST, $1)); }
+  | variableSpecList variableSpec  { BUILD($$ = AddToList(command.Memory(), TBI_VARLIST, $1, $2)); }
   ;
 
 /* ---- SORT and STATISTICS ------------------------------------------------------------------- */
 
 sort:
     TB_SORT sortVariableList                { BUILD($$ = BuildSort($1, $2)); }
-  | TB_SORT TB_ASCENDING sortVariableList   { BUILD($$ = BuildSort($1, $2, $3)); }
-  | TB_SORT TB_DESCENDING sortVariableList  { BUILD($$ = BuildSort($1, $2, $3)); }
+  | TB_SORT TB_ASCENDING sortVariableList   { BUILD($$ = BuildSort(command.Memory(), $1, $2, $3)); }
+  | TB_SORT TB_DESCENDING sortVariableList  { BUILD($$ = BuildSort(command.Memory(), $1, $2, $3)); }
   | TB_SORT error                           { REPORT($$ = reportSubcommandArgumentError(command, @$, $1)); YYABORT; }
   ;
 
 sortVariableList:
-    sortVariable                   { BUILD($$ = StartList(TB_SORT, $1)); }
-  | sortVariableList sortVariable  { BUILD($$ = AddToList(TB_SORT, $1, $2)); }
+    sortVariable                   { BUILD($$ = StartList(command.Memory(), TB_SORT, $1)); }
+  | sortVariableList sortVariable  { BUILD($$ = AddToList(command.Memory(), TB_SORT, $1, $2)); }
   ;
 
 sortVariable:
-    SP_VARNAME                                   { BUILD($$ = BuildSortVariable($1)); }
-  | SP_VARNAME SP_LPAREN sortFunction SP_RPAREN  { BUILD($$ = BuildSortVariable($1, $2, $3, $4)); }
+    SP_VARNAME                                   { BUILD($$ = BuildSortVariable(command.Memory(), $1)); }
+  | SP_VARNAME SP_LPAREN sortFunction SP_RPAREN  { BUILD($$ = BuildSortVariable(command.Memory(), $1, $2, $3, $4)); }
   ;
 
 sortFunction:
-    SP_VARNAME                                    { BUILD($$ = BuildSortFunction($1)); }
-  | SP_NONVARNAME                                 { BUILD($$ = BuildSortFunction($1)); }
-  | SP_VARNAME SP_LPAREN SP_VARNAME SP_RPAREN     { BUILD($$ = BuildSortFunction($1, $2, $3, $4)); }
-  | SP_NONVARNAME SP_LPAREN SP_VARNAME SP_RPAREN  { BUILD($$ = BuildSortFunction($1, $2, $3, $4)); }
+    SP_VARNAME                                    { BUILD($$ = BuildSortFunction(command.Memory(), $1)); }
+  | SP_NONVARNAME                                 { BUILD($$ = BuildSortFunction(command.Memory(), $1)); }
+  | SP_VARNAME SP_LPAREN SP_VARNAME SP_RPAREN     { BUILD($$ = BuildSortFunction(command.Memory(), $1, $2, $3, $4)); }
+  | SP_NONVARNAME SP_LPAREN SP_VARNAME SP_RPAREN  { BUILD($$ = BuildSortFunction(command.Memory(), $1, $2, $3, $4)); }
   ;
 
 statistics:
@@ -400,54 +399,54 @@ statistics:
   ;
 
 statFuncSpecWithWeightList:
-    statFuncSpecWithWeight                             { BUILD($$ = StartList(TB_STATISTICS, $1)); }
-  | statFuncSpecWithWeightList statFuncSpecWithWeight  { BUILD($$ = AddToList(TB_STATISTICS, $1, $2)); }
+    statFuncSpecWithWeight                             { BUILD($$ = StartList(command.Memory(), TB_STATISTICS, $1)); }
+  | statFuncSpecWithWeightList statFuncSpecWithWeight  { BUILD($$ = AddToList(command.Memory(), TB_STATISTICS, $1, $2)); }
   ;
 
 statFuncSpecWithWeight:
     statFuncSpec
-  | TB_UNWEIGHTED statFuncSpec  { BUILD($$ = BuildUnweighted($1, $2)); }
+  | TB_UNWEIGHTED statFuncSpec  { BUILD($$ = BuildUnweighted(command.Memory(), $1, $2)); }
   ;
 
 statFuncSpec:
-    statFunc                                                       { BUILD($$ = BuildFullStatFunction($1)); }
-  | statFunc SP_LPAREN SP_RPAREN                                   { BUILD($$ = BuildFullStatFunction($1, $2, $3)); }
-  | statFunc SP_LPAREN statFuncArgs SP_RPAREN                      { BUILD($$ = BuildFullStatFunction($1, $2, $3, $4)); }
-  | statFunc SP_LPAREN statFuncArgs SP_COLON variableNameList SP_RPAREN  { BUILD($$ = BuildFullStatFunction($1, $2, $3, $4, $5, $6)); }
+    statFunc                                                       { BUILD($$ = BuildFullStatFunction(command.Memory(), $1)); }
+  | statFunc SP_LPAREN SP_RPAREN                                   { BUILD($$ = BuildFullStatFunction(command.Memory(), $1, $2, $3)); }
+  | statFunc SP_LPAREN statFuncArgs SP_RPAREN                      { BUILD($$ = BuildFullStatFunction(command.Memory(), $1, $2, $3, $4)); }
+  | statFunc SP_LPAREN statFuncArgs SP_COLON variableNameList SP_RPAREN  { BUILD($$ = BuildFullStatFunction(command.Memory(), $1, $2, $3, $4, $5, $6)); }
   ;
 
 statFunc:
-    SP_VARNAME               { BUILD($$ = BuildStatFunction($1)); }
-  | SP_NONVARNAME            { BUILD($$ = BuildStatFunction($1)); }
-  | SP_VARNAME SP_NUMBER     { BUILD($$ = BuildStatFunction($1, $2)); }
-  | SP_NONVARNAME SP_NUMBER  { BUILD($$ = BuildStatFunction($1, $2)); }
+    SP_VARNAME               { BUILD($$ = BuildStatFunction(command.Memory(), $1)); }
+  | SP_NONVARNAME            { BUILD($$ = BuildStatFunction(command.Memory(), $1)); }
+  | SP_VARNAME SP_NUMBER     { BUILD($$ = BuildStatFunction(command.Memory(), $1, $2)); }
+  | SP_NONVARNAME SP_NUMBER  { BUILD($$ = BuildStatFunction(command.Memory(), $1, $2)); }
   ;
 
 statFuncArgs:
-    statDisplaySpec  { BUILD($$ = StartList(TBI_GENERICLIST, $1)); }
+    statDisplaySpec  { BUILD($$ = StartList(command.Memory(), TBI_GENERICLIST, $1)); }
   | statArgVarSpecList
   ;
 
 statDisplaySpec:
-    SP_LPAREN statFormat SP_RPAREN              { BUILD($$ = BuildStatDisplay($1, $2, $3)); }
-  | SP_LPAREN statFormat SP_RPAREN SP_SLITERAL  { BUILD($$ = BuildStatDisplay($1, $2, $3, $4)); }
-  | SP_SLITERAL SP_LPAREN statFormat SP_RPAREN  { BUILD($$ = BuildStatDisplay($2, $3, $4, $1)); }
-  | SP_SLITERAL                                 { BUILD($$ = BuildStatDisplay($1)); }
+    SP_LPAREN statFormat SP_RPAREN              { BUILD($$ = BuildStatDisplay(command.Memory(), $1, $2, $3)); }
+  | SP_LPAREN statFormat SP_RPAREN SP_SLITERAL  { BUILD($$ = BuildStatDisplay(command.Memory(), $1, $2, $3, $4)); }
+  | SP_SLITERAL SP_LPAREN statFormat SP_RPAREN  { BUILD($$ = BuildStatDisplay(command.Memory(), $2, $3, $4, $1)); }
+  | SP_SLITERAL                                 { BUILD($$ = BuildStatDisplay(command.Memory(), $1)); }
   ;
 
 statFormat:
-    SP_VARNAME     { BUILD($$ = BuildStatFormat($1)); }
-  | SP_NONVARNAME  { BUILD($$ = BuildStatFormat($1)); }
+    SP_VARNAME     { BUILD($$ = BuildStatFormat(command.Memory(), $1)); }
+  | SP_NONVARNAME  { BUILD($$ = BuildStatFormat(command.Memory(), $1)); }
   ;
 
 statArgVarSpecList:
-    statArgVarSpec                     { BUILD($$ = StartList(TBI_GENERICLIST, $1)); }
-  | statArgVarSpecList statArgVarSpec  { BUILD($$ = AddToList(TBI_GENERICLIST, $1, $2)); }
+    statArgVarSpec                     { BUILD($$ = StartList(command.Memory(), TBI_GENERICLIST, $1)); }
+  | statArgVarSpecList statArgVarSpec  { BUILD($$ = AddToList(command.Memory(), TBI_GENERICLIST, $1, $2)); }
   ;
 
 statArgVarSpec:
-    SP_VARNAME                  { BUILD($$ = BuildStatArgument($1)); }
-  | SP_VARNAME statDisplaySpec  { BUILD($$ = BuildStatArgument($1, $2)); }
+    SP_VARNAME                  { BUILD($$ = BuildStatArgument(command.Memory(), $1)); }
+  | SP_VARNAME statDisplaySpec  { BUILD($$ = BuildStatArgument(command.Memory(), $1, $2)); }
   ;
 
 /* ---- TABLE and table expressions ----------------------------------------------------------- */
@@ -460,25 +459,25 @@ table:
   ;
 
 tableExpression:
-    SP_VARNAME                                                   { BUILD($$ = BuildVariable($1)); }
+    SP_VARNAME                                                   { BUILD($$ = BuildVariable(command.Memory(), $1)); }
   | SP_LPAREN SP_NONVARNAME SP_RPAREN                            { BUILD_OR_ABORT(BuildParenthesizedWord(command, @$, $$, $1, $2, $3)); }
   | SP_LPAREN tableExpression SP_RPAREN                          { BUILD_OR_ABORT(BuildParenthesizedExpression(command, @$, $$, $1, $2, $3)); }
-  | tableExpression SP_PLUS tableExpression                      { BUILD($$ = BuildOperation($1, $2, $3)); }
-  | SP_LPAREN tableExpression SP_PLUS tableExpression SP_RPAREN  { BUILD($$ = BuildOperation($1, $2, $3, $4, $5)); }
-  | tableExpression SP_GREATERTHAN tableExpression               { BUILD($$ = BuildOperation($1, $2, $3)); }
-  | SP_LPAREN tableExpression SP_GREATERTHAN tableExpression SP_RPAREN  { BUILD($$ = BuildOperation($1, $2, $3, $4, $5)); }
+  | tableExpression SP_PLUS tableExpression                      { BUILD($$ = BuildOperation(command.Memory(), $1, $2, $3)); }
+  | SP_LPAREN tableExpression SP_PLUS tableExpression SP_RPAREN  { BUILD($$ = BuildOperation(command.Memory(), $1, $2, $3, $4, $5)); }
+  | tableExpression SP_GREATERTHAN tableExpression               { BUILD($$ = BuildOperation(command.Memory(), $1, $2, $3)); }
+  | SP_LPAREN tableExpression SP_GREATERTHAN tableExpression SP_RPAREN  { BUILD($$ = BuildOperation(command.Memory(), $1, $2, $3, $4, $5)); }
   ;
 
 variableSpec:
-    SP_VARNAME                   { BUILD($$ = BuildVariable($1)); }
-  | SP_VARNAME SP_TO SP_VARNAME  { BUILD($$ = BuildVariableRange($1, $2, $3)); }
+    SP_VARNAME                   { BUILD($$ = BuildVariable(command.Memory(), $1)); }
+  | SP_VARNAME SP_TO SP_VARNAME  { BUILD($$ = BuildVariableRange(command.Memory(), $1, $2, $3)); }
   ;
 
 /* ---- Lists of literals and tokens that are passed over -------------------------------------- */
 
 strLiteralList:
-    %empty                      { BUILD($$ = BuildEmptyList()); }
-  | strLiteralList SP_SLITERAL  { BUILD($$ = AddLiteralToList($1, $2)); }
+    %empty                      { BUILD($$ = BuildEmptyList(command.Memory())); }
+  | strLiteralList SP_SLITERAL  { BUILD($$ = AddLiteralToList(command.Memory(), $1, $2)); }
   ;
 
 craplist:

@@ -43,6 +43,9 @@ long LineBreaksIn(std::string_view text) {
 // A sink that keeps the tokens and where they stand.
 class TokenKeeper {
 public:
+    // What is wrong with a number is told by the conversion.
+    static constexpr bool kReadsAgain = true;
+
     TokenKeeper(const CodePage& codePage, const std::string& text,
                 std::vector<CommandToken>& tokens)
         : m_codePage(codePage), m_tokens(tokens), m_pLineEnd(text.data()) {}

@@ -1,5 +1,5 @@
-// The numbers of the slots, and the checks that what stands in them is what the grammar and the
-// translator put there.
+// Which child is what, and the checks that what stands in them is what the grammar and the
+// translator put there. What may be missing is told by its type, what is always there by its place.
 //
 // The texts of the assertions are known to users, so each check keeps its own, even where two
 // look at the same slot: they tell which step has come across it.
@@ -22,36 +22,14 @@ using Node = TbTrParseNode;
 // TBI_GENERICLIST, as the command and as a table group
 constexpr std::size_t kGlobalsOfCommand = 0;
 constexpr std::size_t kTableOfGroup = 0;
-// TB_AUTOLABEL, TB_BASE, TB_GBASE, TB_MISSINGSUBCOM
-constexpr std::size_t kValueOfSetting = 0;
-// SP_VARNAME
-constexpr std::size_t kLabelOfVariable = 0;
-constexpr std::size_t kTotalOfVariable = 1;
 // TBI_VARRANGE
 constexpr std::size_t kFirstOfRange = 0;
 constexpr std::size_t kLastOfRange = 1;
-// TB_OBSERVATION
-constexpr std::size_t kListOfObservation = 0;
 // TB_MRGROUP, TB_MDGROUP
 constexpr std::size_t kNameOfSet = 0;
 constexpr std::size_t kMembersOfSet = 1;
 constexpr std::size_t kCountedValueOfSet = 2;
-// TB_SORT, TBI_SORTVAR, TBI_SORTFUNCTION
-constexpr std::size_t kDirectionOfSort = 0;
-constexpr std::size_t kFunctionOfSortKey = 0;
-constexpr std::size_t kArgumentOfSortFunction = 0;
-// TBI_FULLSTATFUNCTION, TBI_STATFUNCTION
-constexpr std::size_t kWeightOfStatistic = 0;
-constexpr std::size_t kFunctionOfStatistic = 1;
-constexpr std::size_t kArgumentsOfStatistic = 2;
-constexpr std::size_t kBaseNamesOfStatistic = 3;
-constexpr std::size_t kNumberOfStatFunction = 0;
-// TBI_STATFUNCARG
-constexpr std::size_t kVariableOfArgument = 0;
-constexpr std::size_t kFormatOfArgument = 1;
-constexpr std::size_t kLabelOfArgument = 2;
 // SP_PLUS, SP_GREATERTHAN
-constexpr std::size_t kFirstOperand = 0;
 constexpr std::size_t kSecondOperand = 1;
 
 bool IsOfType(const Node* pNode, NodeType type) { return pNode && pNode->GetNodeType() == type; }
@@ -66,31 +44,19 @@ bool IsTotalSubcommand(NodeType type) { return type == TB_FTOTAL || type == TB_P
 
 }  // namespace
 
-NodeOwner MakeListNode(NodeType listType) {
-    NodeOwner list = MakeNode(listType, nullptr);
-    if (listType == TB_SORT) list->InsertNullChildren(kDirectionOfSort, 1);
-    return list;
-}
-
-void MoveChildren(TbTrParseNode& from, TbTrParseNode& to) {
-    for (std::size_t index = 0; index < from.GetChildCount(); ++index) {
-        to.AddChild(from.ReplaceChild(index, nullptr));
-    }
-}
+NodeOwner MakeListNode(Arena& arena, NodeType listType) { return MakeNode(arena, listType); }
 
 // ---- Command and groups
 
 NodeOwner CommandView::Make(NodeOwner globals, NodeOwner tableGroups) {
-    NodeOwner root = MakeListNode(TBI_GENERICLIST);
-    root->AddChild(std::move(globals));
-    MoveChildren(*tableGroups, *root);
-    return root;
+    tableGroups->AddFirstChild(std::move(globals));
+    return tableGroups;
 }
 
 bool CommandView::HasShape() const {
     if (!QUILLET_ASSERT(m_node.GetNodeType() == TBI_GENERICLIST,
                         "pTablesCommand->GetNodeType() == TBI_GENERICLIST") ||
-        !QUILLET_ASSERT(m_node.GetChildCount() > 0, "tablesCommand.GetChildCount() > 0")) {
+        !QUILLET_ASSERT(m_node.HasChildren(), "tablesCommand.GetChildCount() > 0")) {
         return false;
     }
     return !Globals() || QUILLET_ASSERT(Globals()->GetNodeType() == TBI_GENERICLIST,
@@ -100,7 +66,7 @@ bool CommandView::HasShape() const {
 bool CommandView::HasShapeForSets() const {
     if (!QUILLET_ASSERT(m_node.GetNodeType() == TBI_GENERICLIST,
                         "pTree->GetNodeType() == TBI_GENERICLIST") ||
-        !QUILLET_ASSERT(m_node.GetChildCount() > 0, "pTree->GetChildCount() > 0")) {
+        !QUILLET_ASSERT(m_node.HasChildren(), "pTree->GetChildCount() > 0")) {
         return false;
     }
     return !Globals() || QUILLET_ASSERT(IsOfType(Globals(), TBI_GENERICLIST),
@@ -113,10 +79,10 @@ NodeChildren CommandView::TableGroups() const {
     return NodeChildren(&m_node, kGlobalsOfCommand + 1);
 }
 
-NodeOwner TableGroupView::Make(NodeOwner table, NodeOwner localSubcommands) {
-    NodeOwner group = MakeListNode(TBI_GENERICLIST);
-    group->AddChild(std::move(table));
-    MoveChildren(*localSubcommands, *group);
+NodeOwner TableGroupView::Make(Arena& arena, NodeOwner table, NodeOwner localSubcommands) {
+    NodeOwner group =
+        localSubcommands ? std::move(localSubcommands) : MakeListNode(arena, TBI_GENERICLIST);
+    group->AddFirstChild(std::move(table));
     return group;
 }
 
@@ -153,22 +119,24 @@ const TbTrParseNode* TableGroupView::Last(NodeType type) const {
 
 // ---- Settings
 
-NodeOwner SettingView::Make(NodeType type, NodeOwner setting) {
-    NodeOwner node = MakeNode(type, nullptr);
-    if (setting) node->AddChild(std::move(setting));
+NodeOwner SettingView::Make(Arena& arena, NodeType type, NodeOwner setting) {
+    NodeOwner node = MakeNode(arena, type);
+    node->AddChild(std::move(setting));
     return node;
 }
 
-NodeType SettingView::Value() const { return TypeOf(m_node.GetChild(kValueOfSetting)); }
+NodeType SettingView::Value() const { return TypeOf(m_node.FirstChild()); }
 
 void FormatView::Add(TbTrParseNode& format, NodeOwner setting) {
     const NodeType newType = setting->GetNodeType();
-    for (std::size_t index = 0; index < format.GetChildCount(); ++index) {
-        const NodeType oldType = format.GetChild(index)->GetNodeType();
+    std::size_t index = 0;
+    for (const Node* pSetting : ChildrenOf(format)) {
+        const NodeType oldType = pSetting->GetNodeType();
         if (oldType == newType || (IsFill(oldType) && IsFill(newType))) {
             format.ReplaceChild(index, std::move(setting));
             return;
         }
+        ++index;
     }
     format.AddChild(std::move(setting));
 }
@@ -208,20 +176,41 @@ std::optional<FormatView> FormatView::Of(const TbTrParseNode& format) {
 // ---- Variables, totals and sets
 
 void VariableView::SetLabel(TbTrParseNode& variable, NodeOwner label) {
-    variable.ReplaceChild(kLabelOfVariable, std::move(label));
+    variable.AddFirstChild(std::move(label));
 }
+
+namespace {
+
+bool IsTotalOfVariable(NodeType type) { return type == TBI_FTOTALVAR || type == TBI_PTOTALVAR; }
+
+}  // namespace
 
 void VariableView::SetTotal(TbTrParseNode& variable, NodeOwner total) {
-    variable.ReplaceChild(kTotalOfVariable, std::move(total));
+    std::size_t index = 0;
+    for (const Node* pChild : ChildrenOf(variable)) {
+        if (IsTotalOfVariable(pChild->GetNodeType())) {
+            variable.ReplaceChild(index, std::move(total));
+            return;
+        }
+        ++index;
+    }
+    variable.AddChild(std::move(total));
 }
 
-NodeType VariableView::TotalType() const { return TypeOf(m_node.GetChild(kTotalOfVariable)); }
+namespace {
+
+// What hangs on a variable and is no label.
+const Node* TotalOf(const Node& variable) {
+    const Node* pLast = variable.LastChild();
+    return IsOfType(pLast, SP_SLITERAL) ? nullptr : pLast;
+}
+
+}  // namespace
+
+NodeType VariableView::TotalType() const { return TypeOf(TotalOf(m_node)); }
 
 const TAVQToken* VariableView::TotalName() const {
-    if (!QUILLET_ASSERT(m_node.GetChildCount() > kTotalOfVariable, "pVar->GetChildCount() > 1")) {
-        return nullptr;
-    }
-    const Node* pTotal = m_node.GetChild(kTotalOfVariable);
+    const Node* pTotal = TotalOf(m_node);
     if (!pTotal) return nullptr;
     const NodeType totalType = pTotal->GetNodeType();
     if (!QUILLET_ASSERT(totalType == TBI_FTOTALVAR || totalType == TBI_PTOTALVAR,
@@ -234,22 +223,20 @@ const TAVQToken* VariableView::TotalName() const {
 
 namespace {
 
-// The subcommand that a declaration stands in says what kind of total it is.
-bool IsDeclared(const Node& declaration) {
-    const Node* pParent = declaration.GetParent();
+bool IsVariable(const Node& declaration) {
     return QUILLET_ASSERT(declaration.GetNodeType() == SP_VARNAME,
-                          "totalVarDecl.GetNodeType() == SP_VARNAME") &&
-           QUILLET_ASSERT(pParent, "pParent") &&
-           QUILLET_ASSERT(IsTotalSubcommand(pParent->GetNodeType()),
+                          "totalVarDecl.GetNodeType() == SP_VARNAME");
+}
+
+// The subcommand that a declaration stands in says what kind of total it is.
+bool IsDeclaredIn(NodeType subcommand) {
+    return QUILLET_ASSERT(IsTotalSubcommand(subcommand),
                           "totalType == TB_FTOTAL || totalType == TB_PTOTAL");
 }
 
 // A total is called by its label, which may only be a literal, or by its name.
 bool IsLabeled(const Node& declaration) {
-    if (!QUILLET_ASSERT(declaration.GetChildCount() > 0, "pTotalDecl->GetChildCount()")) {
-        return false;
-    }
-    const Node* pLabel = declaration.GetChild(kLabelOfVariable);
+    const Node* pLabel = declaration.FirstChild();
     if (!pLabel) return QUILLET_ASSERT(declaration.GetToken(), "pTotVarNameTok");
     return QUILLET_ASSERT(pLabel->GetNodeType() == SP_SLITERAL,
                           "pLabel->GetNodeType() == SP_SLITERAL") &&
@@ -258,17 +245,17 @@ bool IsLabeled(const Node& declaration) {
 
 }  // namespace
 
-std::optional<TotalView> TotalView::Of(const TbTrParseNode& declaration) {
-    if (!IsDeclared(declaration) || !IsLabeled(declaration)) return std::nullopt;
-    return TotalView(declaration);
+std::optional<TotalView> TotalView::Of(const TbTrParseNode& declaration, NodeType subcommand) {
+    if (!IsVariable(declaration) || !IsLabeled(declaration) || !IsDeclaredIn(subcommand)) {
+        return std::nullopt;
+    }
+    return TotalView(declaration, subcommand);
 }
 
-const TAVQToken* TotalView::Label() const { return TokenOf(m_node.GetChild(kLabelOfVariable)); }
+const TAVQToken* TotalView::Label() const { return TokenOf(m_node.FirstChild()); }
 
-NodeType TotalView::Type() const { return m_node.GetParent()->GetNodeType(); }
-
-NodeOwner ObservationView::Make(NodeOwner variableList) {
-    NodeOwner observation = MakeNode(TB_OBSERVATION, nullptr);
+NodeOwner ObservationView::Make(Arena& arena, NodeOwner variableList) {
+    NodeOwner observation = MakeNode(arena, TB_OBSERVATION);
     observation->AddChild(std::move(variableList));
     return observation;
 }
@@ -283,12 +270,10 @@ bool ObservationView::HasRange(const TbTrParseNode& variableList) {
     });
 }
 
-NodeChildren ObservationView::Variables() const {
-    return NodeChildren(m_node.GetChild(kListOfObservation));
-}
+NodeChildren ObservationView::Variables() const { return NodeChildren(m_node.FirstChild()); }
 
-NodeOwner SetView::Make(NodeType type, NodeOwner name, NodeOwner members) {
-    NodeOwner set = MakeNode(type, nullptr);
+NodeOwner SetView::Make(Arena& arena, NodeType type, NodeOwner name, NodeOwner members) {
+    NodeOwner set = MakeNode(arena, type);
     set->AddChild(std::move(name));
     set->AddChild(std::move(members));
     return set;
@@ -323,10 +308,7 @@ bool HasSetShape(const Node& group) {
 }
 
 bool HasSetNameShape(const Node& name) {
-    if (!QUILLET_ASSERT(name.GetChildCount() > 0, "pVarnameNode->GetChildCount() > 0")) {
-        return false;
-    }
-    const Node* pLabel = name.GetChild(kLabelOfVariable);
+    const Node* pLabel = name.FirstChild();
     return !pLabel ||
            QUILLET_ASSERT(IsOfType(pLabel, SP_SLITERAL), "pLabel->GetNodeType() == SP_SLITERAL");
 }
@@ -342,7 +324,7 @@ std::optional<SetView> SetView::Of(const TbTrParseNode& group) {
 
 const TbTrParseNode& SetView::Name() const { return *m_node.GetChild(kNameOfSet); }
 
-const TAVQToken* SetView::Label() const { return TokenOf(Name().GetChild(kLabelOfVariable)); }
+const TAVQToken* SetView::Label() const { return TokenOf(Name().FirstChild()); }
 
 NodeChildren SetView::Members() const { return NodeChildren(m_node.GetChild(kMembersOfSet)); }
 
@@ -367,24 +349,25 @@ std::optional<SetMemberView> SetMemberView::Of(const TbTrParseNode* pNode) {
 // ---- SORT
 
 void SortView::SetDirection(TbTrParseNode& sort, NodeOwner direction) {
-    if (!QUILLET_ASSERT(sort.GetChildCount() > 0, "pSortSubNode->GetChildCount() > 0")) return;
-    const NodeOwner pExistingChild = sort.ReplaceChild(kDirectionOfSort, std::move(direction));
-    QUILLET_ASSERT(pExistingChild == nullptr, "pExistingChild == 0");
+    const Node* pExistingChild = SortView(sort).Direction();
+    if (!QUILLET_ASSERT(pExistingChild == nullptr, "pExistingChild == 0")) {
+        sort.RemoveChild(0);
+    }
+    sort.AddFirstChild(std::move(direction));
 }
 
-std::optional<SortView> SortView::Of(const TbTrParseNode& sort) {
-    if (!QUILLET_ASSERT(sort.GetChildCount() > 0, "sortChildCount > 0")) return std::nullopt;
-    return SortView(sort);
+const TbTrParseNode* SortView::Direction() const {
+    const Node* pFirst = m_node.FirstChild();
+    const bool isDirection = IsOfType(pFirst, TB_ASCENDING) || IsOfType(pFirst, TB_DESCENDING);
+    return isDirection ? pFirst : nullptr;
 }
 
-bool SortView::IsAscending() const {
-    return IsOfType(m_node.GetChild(kDirectionOfSort), TB_ASCENDING);
-}
+bool SortView::IsAscending() const { return TypeOf(Direction()) == TB_ASCENDING; }
 
-NodeChildren SortView::Keys() const { return NodeChildren(&m_node, kDirectionOfSort + 1); }
+NodeChildren SortView::Keys() const { return NodeChildren(&m_node, Direction() ? 1 : 0); }
 
-NodeOwner SortKeyView::Make(std::unique_ptr<TAVQToken> name) {
-    return MakeNode(TBI_SORTVAR, std::move(name));
+NodeOwner SortKeyView::Make(Arena& arena, const TAVQToken& name) {
+    return MakeNode(arena, TBI_SORTVAR, name);
 }
 
 void SortKeyView::AddFunction(TbTrParseNode& key, NodeOwner function) {
@@ -400,7 +383,7 @@ std::optional<SortKeyView> SortKeyView::Of(const TbTrParseNode* pNode) {
     return SortKeyView(*pNode);
 }
 
-const TbTrParseNode* SortKeyView::Function() const { return m_node.GetChild(kFunctionOfSortKey); }
+const TbTrParseNode* SortKeyView::Function() const { return m_node.FirstChild(); }
 
 void SortFunctionView::AddArgument(TbTrParseNode& function, NodeOwner variable) {
     function.AddChild(std::move(variable));
@@ -411,30 +394,40 @@ std::optional<SortFunctionView> SortFunctionView::Of(const TbTrParseNode& functi
     return SortFunctionView(function);
 }
 
-const TbTrParseNode* SortFunctionView::Argument() const {
-    return m_node.GetChild(kArgumentOfSortFunction);
-}
+const TbTrParseNode* SortFunctionView::Argument() const { return m_node.FirstChild(); }
 
 // ---- STATISTICS
 
-NodeOwner StatFunctionView::Make(NodeOwner function) {
-    NodeOwner fullFunction = MakeNode(TBI_FULLSTATFUNCTION, nullptr);
-    fullFunction->InsertNullChildren(kWeightOfStatistic, 1);
-    fullFunction->AddChild(std::move(function));
+namespace {
+
+// What of a statistic comes before its function; null when it is missing.
+const Node* FindBeforeFunction(const Node& fullFunction, NodeType type) {
+    for (const Node* pChild : ChildrenOf(fullFunction)) {
+        if (pChild->GetNodeType() == type) return pChild;
+        if (pChild->GetNodeType() == TBI_STATFUNCTION) break;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+NodeOwner StatFunctionView::Make(Arena& arena, NodeOwner function, NodeOwner argumentList) {
+    NodeOwner fullFunction =
+        argumentList ? std::move(argumentList) : MakeNode(arena, TBI_FULLSTATFUNCTION);
+    fullFunction->SetNodeType(TBI_FULLSTATFUNCTION);
+    fullFunction->AddFirstChild(std::move(function));
     return fullFunction;
 }
 
-void StatFunctionView::AddArguments(TbTrParseNode& fullFunction, NodeOwner argumentList) {
-    fullFunction.AddChild(std::move(argumentList));
-}
-
 void StatFunctionView::AddBaseNames(TbTrParseNode& fullFunction, NodeOwner nameList) {
-    fullFunction.AddChild(std::move(nameList));
+    fullFunction.AddFirstChild(std::move(nameList));
 }
 
 void StatFunctionView::SetUnweighted(TbTrParseNode& fullFunction, NodeOwner keyword) {
-    const NodeOwner pOldChild = fullFunction.ReplaceChild(kWeightOfStatistic, std::move(keyword));
-    QUILLET_ASSERT(pOldChild == nullptr, "pOldChild == 0");
+    const Node* pOldChild = FindBeforeFunction(fullFunction, TB_UNWEIGHTED);
+    if (QUILLET_ASSERT(pOldChild == nullptr, "pOldChild == 0")) {
+        fullFunction.AddFirstChild(std::move(keyword));
+    }
 }
 
 void StatFunctionView::AddNumber(TbTrParseNode& function, NodeOwner number) {
@@ -446,91 +439,96 @@ std::optional<StatFunctionView> StatFunctionView::Of(const TbTrParseNode* pNode)
                         "pNode->GetNodeType() == TBI_FULLSTATFUNCTION")) {
         return std::nullopt;
     }
-    const Node* pFunction = pNode->GetChild(kFunctionOfStatistic);
-    const Node* pBaseVarList = pNode->GetChild(kBaseNamesOfStatistic);
-    if (!QUILLET_ASSERT(IsOfType(pFunction, TBI_STATFUNCTION) && pFunction->GetToken(),
-                        "pNode->GetNodeType() == TBI_STATFUNCTION") ||
-        !QUILLET_ASSERT(!pBaseVarList || pBaseVarList->GetNodeType() == TBI_VARLIST,
-                        "pBaseVarList->GetNodeType() == TBI_VARLIST")) {
+    const Node* pFunction = pNode->FindChild(TBI_STATFUNCTION);
+    if (!QUILLET_ASSERT(pFunction && pFunction->GetToken(),
+                        "pNode->GetNodeType() == TBI_STATFUNCTION")) {
         return std::nullopt;
     }
-    return StatFunctionView(*pNode);
+    for (const Node* pChild : ChildrenOf(*pNode)) {
+        if (pChild == pFunction) break;
+        if (!QUILLET_ASSERT(IsOfType(pChild, TB_UNWEIGHTED) || IsOfType(pChild, TBI_VARLIST),
+                            "pBaseVarList->GetNodeType() == TBI_VARLIST")) {
+            return std::nullopt;
+        }
+    }
+    return StatFunctionView(*pNode, *pFunction);
 }
 
-const TAVQToken& StatFunctionView::Name() const {
-    return *m_node.GetChild(kFunctionOfStatistic)->GetToken();
-}
-
-const TAVQToken* StatFunctionView::Number() const {
-    return TokenOf(m_node.GetChild(kFunctionOfStatistic)->GetChild(kNumberOfStatFunction));
-}
+const TAVQToken* StatFunctionView::Number() const { return TokenOf(m_function.FirstChild()); }
 
 bool StatFunctionView::IsUnweighted() const {
-    return m_node.GetChild(kWeightOfStatistic) != nullptr;
+    return FindBeforeFunction(m_node, TB_UNWEIGHTED) != nullptr;
 }
 
-NodeChildren StatFunctionView::Arguments() const {
-    return NodeChildren(m_node.GetChild(kArgumentsOfStatistic));
-}
+NodeChildren StatFunctionView::Arguments() const { return NodeChildren::After(m_node, m_function); }
 
 bool StatFunctionView::HasBaseNames() const {
-    return m_node.GetChild(kBaseNamesOfStatistic) != nullptr;
+    return FindBeforeFunction(m_node, TBI_VARLIST) != nullptr;
 }
 
 NodeChildren StatFunctionView::BaseNames() const {
-    return NodeChildren(m_node.GetChild(kBaseNamesOfStatistic));
+    return NodeChildren(FindBeforeFunction(m_node, TBI_VARLIST));
 }
 
-NodeOwner StatArgumentView::Make(NodeOwner variable, NodeOwner format, NodeOwner label) {
-    NodeOwner argument = MakeNode(TBI_STATFUNCARG, nullptr);
-    argument->AddChild(std::move(variable));
+NodeOwner StatArgumentView::Make(Arena& arena, NodeOwner format, NodeOwner label) {
+    NodeOwner argument = MakeNode(arena, TBI_STATFUNCARG);
     argument->AddChild(std::move(format));
     argument->AddChild(std::move(label));
     return argument;
 }
 
 void StatArgumentView::SetVariable(TbTrParseNode& argument, NodeOwner variable) {
-    if (!QUILLET_ASSERT(argument.GetChildCount() > 0, "pStatArgVarSpecNode->GetChildCount() > 0")) {
-        return;
-    }
-    const NodeOwner pOldChild = argument.ReplaceChild(kVariableOfArgument, std::move(variable));
-    QUILLET_ASSERT(pOldChild == nullptr, "pOldChild == 0");
+    const bool hasOldChild = IsOfType(argument.FirstChild(), SP_VARNAME);
+    if (!QUILLET_ASSERT(!hasOldChild, "pOldChild == 0")) argument.RemoveChild(0);
+    argument.AddFirstChild(std::move(variable));
 }
 
 std::optional<StatArgumentView> StatArgumentView::Of(const TbTrParseNode* pNode) {
+    if (IsOfType(pNode, SP_VARNAME)) return StatArgumentView(pNode, nullptr, nullptr);
     if (!QUILLET_ASSERT(IsOfType(pNode, TBI_STATFUNCARG),
                         "pNode->GetNodeType() == TBI_STATFUNCARG")) {
         return std::nullopt;
     }
-    const Node* pFormat = pNode->GetChild(kFormatOfArgument);
-    const Node* pLabel = pNode->GetChild(kLabelOfArgument);
-    if (!QUILLET_ASSERT(!pFormat || pFormat->GetNodeType() == TBI_FMT,
-                        "pFormat->GetNodeType() == TBI_FMT") ||
-        !QUILLET_ASSERT(!pLabel || pLabel->GetNodeType() == SP_SLITERAL,
-                        "pLabel->GetNodeType() == SP_SLITERAL")) {
-        return std::nullopt;
+    StatArgumentView view(nullptr, nullptr, nullptr);
+    for (const Node* pChild : ChildrenOf(*pNode)) {
+        if (IsOfType(pChild, SP_VARNAME)) {
+            view.m_pVariable = pChild;
+        } else if (IsOfType(pChild, TBI_FMT)) {
+            view.m_pFormat = pChild->GetToken();
+        } else if (QUILLET_ASSERT(IsOfType(pChild, SP_SLITERAL),
+                                  "pLabel->GetNodeType() == SP_SLITERAL")) {
+            view.m_pLabel = pChild->GetToken();
+        } else {
+            return std::nullopt;
+        }
     }
-    return StatArgumentView(*pNode);
-}
-
-const TbTrParseNode* StatArgumentView::Variable() const {
-    return m_node.GetChild(kVariableOfArgument);
-}
-
-const TAVQToken* StatArgumentView::Format() const {
-    return TokenOf(m_node.GetChild(kFormatOfArgument));
-}
-
-const TAVQToken* StatArgumentView::Label() const {
-    return TokenOf(m_node.GetChild(kLabelOfArgument));
+    return view;
 }
 
 // ---- TABLE and its dimensions
 
-NodeOwner TableView::Make() { return MakeNode(TB_TABLE, nullptr); }
+NodeOwner TableView::Make(Arena& arena) { return MakeNode(arena, TB_TABLE); }
 
 void TableView::AddDimension(TbTrParseNode& table, NodeOwner dimension) {
     table.AddChild(std::move(dimension));
+}
+
+void TableView::EmptyDimension(TbTrParseNode& table, std::size_t index) {
+    Node* pDimension = table.GetChild(index);
+    while (pDimension->HasChildren()) pDimension->RemoveChild(0);
+    pDimension->SetNodeType(kNoNodeType);
+}
+
+void TableView::ReplaceDimension(TbTrParseNode& table, std::size_t index, NodeOwner dimension) {
+    table.ReplaceChild(index, std::move(dimension));
+}
+
+std::vector<TbTrParseNode*> TableView::Dimensions() const {
+    std::vector<Node*> dimensions;
+    for (Node* pDimension : ChildrenOf(m_node)) {
+        if (pDimension->GetNodeType() != kNoNodeType) dimensions.push_back(pDimension);
+    }
+    return dimensions;
 }
 
 bool TableView::HasShape() const {
@@ -540,10 +538,9 @@ bool TableView::HasShape() const {
     }
     const std::size_t nDim = DimensionCount();
     if (!QUILLET_ASSERT(0 < nDim && nDim <= kMaxDimensions, "0 < nDim && nDim <= 3")) return false;
-    const NodeChildren dimensions = Dimensions();
-    return std::all_of(dimensions.begin(), dimensions.end(), [](const Node* pDimension) {
-        return !pDimension || HasDimensionShape(*pDimension);
-    });
+    const std::vector<Node*> dimensions = Dimensions();
+    return std::all_of(dimensions.begin(), dimensions.end(),
+                       [](const Node* pDimension) { return HasDimensionShape(*pDimension); });
 }
 
 bool TableView::IsTable() const {
@@ -558,7 +555,8 @@ bool TableView::HasDimensions() const {
 }
 
 TbTrParseNode* TableView::Dimension(std::size_t number) const {
-    return m_node.GetChild(number - 1);
+    Node* pDimension = m_node.GetChild(number - 1);
+    return IsOfType(pDimension, kNoNodeType) ? nullptr : pDimension;
 }
 
 namespace {
@@ -582,73 +580,46 @@ bool HasDimensionShape(const TbTrParseNode& subtree) {
             if (!HasLeafShape(*pNode)) return false;
             continue;
         }
-        if (!QUILLET_ASSERT(pNode->GetChildCount() > 0, "pChild->GetChildCount() > 0")) {
-            return false;
-        }
+        if (!QUILLET_ASSERT(pNode->HasChildren(), "pChild->GetChildCount() > 0")) return false;
         for (const Node* pChild : ChildrenOf(*pNode)) {
-            if (!QUILLET_ASSERT(pChild, "pChild")) return false;
-            pending.push_back(pChild);
+            if (IsOperator(pChild->GetNodeType())) {
+                pending.push_back(pChild);
+            } else if (!HasLeafShape(*pChild)) {
+                return false;
+            }
         }
     }
     return true;
 }
 
-namespace {
-
-// How many children `operand` adds to a chain of `type`.
-std::size_t LengthInChain(NodeType type, const Node* pOperand) {
-    if (!pOperand) return 0;
-    return pOperand->GetNodeType() == type ? pOperand->GetChildCount() : 1;
-}
-
-// Puts what `operand` adds to a chain into the slots of `chain` from `index` on.
-void FillSlots(Node& chain, std::size_t index, NodeOwner operand) {
-    if (!operand) return;
-    if (operand->GetNodeType() != chain.GetNodeType()) {
-        chain.ReplaceChild(index, std::move(operand));
-        return;
+// The chain of both operands, either of which may be missing.
+NodeOwner OperatorView::Join(Arena& arena, NodeType type, NodeOwner left, NodeOwner right) {
+    if (left && left->GetNodeType() == type) {
+        if (right && right->GetNodeType() == type) {
+            left->TakeChildren(*right);
+        } else {
+            left->AddChild(std::move(right));
+        }
+        return left;
     }
-    for (std::size_t child = 0; child < operand->GetChildCount(); ++child) {
-        chain.ReplaceChild(index + child, operand->ReplaceChild(child, nullptr));
-    }
-}
-
-}  // namespace
-
-// The chain of both operands, either of which may be missing. Of two chains the longer one
-// stays in place and the shorter one is moved, so that however a long chain is put together,
-// with parentheses on the left or on the right, its operands are moved only a few times.
-NodeOwner OperatorView::Join(NodeType type, NodeOwner left, NodeOwner right) {
-    const std::size_t leftLength = LengthInChain(type, left.get());
-    const std::size_t rightLength = LengthInChain(type, right.get());
     NodeOwner chain;
-    if (left && left->GetNodeType() == type && leftLength >= rightLength) {
-        chain.swap(left);
-    } else if (right && right->GetNodeType() == type) {
+    if (right && right->GetNodeType() == type) {
         chain.swap(right);
     } else {
-        chain = MakeNode(type, nullptr);
+        chain = MakeNode(arena, type);
     }
-    if (left) chain->InsertNullChildren(kFirstOperand, leftLength);
-    if (right) chain->InsertNullChildren(chain->GetChildCount(), rightLength);
-    FillSlots(*chain, kFirstOperand, std::move(left));
-    FillSlots(*chain, chain->GetChildCount() - rightLength, std::move(right));
+    chain->AddFirstChild(std::move(left));
+    chain->AddChild(std::move(right));
     return chain;
 }
 
-TbTrParseNode* OperatorView::First() const { return m_node.GetChild(kFirstOperand); }
+TbTrParseNode* OperatorView::First() const { return m_node.FirstChild(); }
 
-TbTrParseNode* OperatorView::Last() const { return m_node.GetChild(m_node.GetChildCount() - 1); }
+TbTrParseNode* OperatorView::Last() const { return m_node.LastChild(); }
 
 TbTrParseNode* OperatorView::Second() const {
     Node* pRightOperand = m_node.GetChild(kSecondOperand);
-    if (!QUILLET_ASSERT(m_node.GetChildCount() > 1, "pLastNestOp->GetChildCount() > 1") ||
-        !QUILLET_ASSERT(pRightOperand, "pRightOp")) {
-        return nullptr;
-    }
-    return pRightOperand;
+    return QUILLET_ASSERT(pRightOperand, "pRightOp") ? pRightOperand : nullptr;
 }
-
-NodeOwner TakeOnlyOperand(TbTrParseNode& operation) { return operation.RemoveChild(kFirstOperand); }
 
 }  // namespace quillet

@@ -1,8 +1,9 @@
 // The shapes of the parse tree: which node has what in which of its slots.
 //
-// A node knows its children by their places alone. What stands in which place is written down here
-// and nowhere else: each kind of node has a view, which makes it, reads it, and asserts that it has
-// the shape that the grammar gives it. Builder and translator see the tree through the views.
+// A node knows its children by their order and their types alone. Which of them means what is
+// written down here and nowhere else: each kind of node has a view, which makes it, reads it, and
+// asserts that it has the shape that the grammar gives it. Builder and translator see the tree
+// through the views.
 //
 // A view looks at a node, which must outlive it. Where it is made by `Of`, the shape was checked;
 // the accessors of such a view need no check. All take constant time unless they say otherwise.
@@ -11,18 +12,15 @@
 
 #include <cstddef>
 #include <iterator>
-#include <memory>
 #include <optional>
+#include <vector>
 
 #include "parser/tbtrparsenode.h"
 #include "tokenizer/tavqtoken.h"
 
 namespace quillet {
 
-using NodeOwner = std::unique_ptr<TbTrParseNode>;
-
-/// The slots of a node from one of them on, in order. An empty slot is a null pointer. The slots
-/// must not change meanwhile.
+/// The children of a node from one of them on, in order. They must not change meanwhile.
 class NodeChildren {
 public:
     class Iterator {
@@ -33,39 +31,50 @@ public:
         using pointer = TbTrParseNode* const*;
         using reference = TbTrParseNode*;
 
-        Iterator(const TbTrParseNode* pNode, std::size_t index) : m_pNode(pNode), m_index(index) {}
-        [[nodiscard]] TbTrParseNode* operator*() const { return m_pNode->GetChild(m_index); }
+        /// At `pChild` of `pNode`; null for the end.
+        Iterator(const TbTrParseNode* pNode, TbTrParseNode* pChild)
+            : m_pNode(pNode), m_pChild(pChild) {}
+        [[nodiscard]] TbTrParseNode* operator*() const { return m_pChild; }
         Iterator& operator++() {
-            ++m_index;
+            m_pChild = m_pNode->ChildAfter(*m_pChild);
             return *this;
         }
         Iterator operator++(int) {
             const Iterator before = *this;
-            ++m_index;
+            ++*this;
             return before;
         }
-        [[nodiscard]] bool operator==(const Iterator& other) const = default;
+        [[nodiscard]] bool operator==(const Iterator& other) const {
+            return m_pChild == other.m_pChild;
+        }
 
     private:
         const TbTrParseNode* m_pNode;
-        std::size_t m_index;
+        TbTrParseNode* m_pChild;
     };
 
     /// Those of `pNode`; none when it is null.
     explicit NodeChildren(const TbTrParseNode* pNode, std::size_t first = 0)
-        : m_pNode(pNode), m_first(first), m_end(pNode ? pNode->GetChildCount() : 0) {
-        if (m_first > m_end) m_first = m_end;
+        : m_pNode(pNode), m_pFirst(pNode ? pNode->GetChild(first) : nullptr) {}
+
+    /// Those of `node` after `child`, which is one of them.
+    [[nodiscard]] static NodeChildren After(const TbTrParseNode& node, const TbTrParseNode& child) {
+        NodeChildren children(&node);
+        children.m_pFirst = node.ChildAfter(child);
+        return children;
     }
 
-    [[nodiscard]] Iterator begin() const { return {m_pNode, m_first}; }
-    [[nodiscard]] Iterator end() const { return {m_pNode, m_end}; }
-    [[nodiscard]] std::size_t Count() const { return m_end - m_first; }
-    [[nodiscard]] bool IsEmpty() const { return m_first == m_end; }
+    [[nodiscard]] Iterator begin() const { return {m_pNode, m_pFirst}; }
+    [[nodiscard]] Iterator end() const { return {m_pNode, nullptr}; }
+    /// Linear in them.
+    [[nodiscard]] std::size_t Count() const {
+        return static_cast<std::size_t>(std::distance(begin(), end()));
+    }
+    [[nodiscard]] bool IsEmpty() const { return !m_pFirst; }
 
 private:
     const TbTrParseNode* m_pNode;
-    std::size_t m_first;
-    std::size_t m_end;
+    TbTrParseNode* m_pFirst;
 };
 
 [[nodiscard]] inline NodeChildren ChildrenOf(const TbTrParseNode& node) {
@@ -74,17 +83,14 @@ private:
 
 /// A list without elements, of a type that grows: `TBI_GENERICLIST`, `TBI_VARLIST`, `TB_SORT`,
 /// `TB_STATISTICS` or `TB_FORMAT`.
-[[nodiscard]] NodeOwner MakeListNode(NodeType listType);
-
-/// Moves the children of `from`, in order, to the end of `to`; empty slots stay where they are.
-/// Linear in the children.
-void MoveChildren(TbTrParseNode& from, TbTrParseNode& to);
+[[nodiscard]] NodeOwner MakeListNode(Arena& arena, NodeType listType);
 
 // ---- Command and groups
 
 /// The root: the list of global subcommands, then the table groups.
 class CommandView {
 public:
+    /// Of the list of table groups, which becomes the root.
     [[nodiscard]] static NodeOwner Make(NodeOwner globals, NodeOwner tableGroups);
 
     explicit CommandView(const TbTrParseNode& root) : m_node(root) {}
@@ -105,7 +111,8 @@ private:
 /// A TABLE subcommand and the subcommands that belong to it.
 class TableGroupView {
 public:
-    [[nodiscard]] static NodeOwner Make(NodeOwner table, NodeOwner localSubcommands);
+    /// Of the list of subcommands, which becomes the group; it may be null.
+    [[nodiscard]] static NodeOwner Make(Arena& arena, NodeOwner table, NodeOwner localSubcommands);
 
     /// Nothing, after an assertion, when `pNode` is no group with a table.
     [[nodiscard]] static std::optional<TableGroupView> Of(const TbTrParseNode* pNode);
@@ -128,7 +135,7 @@ private:
 class SettingView {
 public:
     /// `setting` may be null.
-    [[nodiscard]] static NodeOwner Make(NodeType type, NodeOwner setting);
+    [[nodiscard]] static NodeOwner Make(Arena& arena, NodeType type, NodeOwner setting);
 
     explicit SettingView(const TbTrParseNode& subcommand) : m_node(subcommand) {}
 
@@ -183,26 +190,29 @@ private:
 /// A total where FTOTAL or PTOTAL declares it.
 class TotalView {
 public:
-    /// Nothing, after an assertion, when `declaration` is no variable of such a subcommand, or has
-    /// neither a label nor a name.
-    [[nodiscard]] static std::optional<TotalView> Of(const TbTrParseNode& declaration);
+    /// `subcommand` is the one that the declaration stands in. Nothing, after an assertion, when
+    /// that is another one, or `declaration` no variable, or without a label and a name.
+    [[nodiscard]] static std::optional<TotalView> Of(const TbTrParseNode& declaration,
+                                                     NodeType subcommand);
 
     /// The literal that the total is called by; null when it is called by its name.
     [[nodiscard]] const TAVQToken* Label() const;
     [[nodiscard]] const TAVQToken* Name() const { return m_node.GetToken(); }
     /// The subcommand that declares it, `TB_FTOTAL` or `TB_PTOTAL`.
-    [[nodiscard]] NodeType Type() const;
+    [[nodiscard]] NodeType Type() const { return m_type; }
 
 private:
-    explicit TotalView(const TbTrParseNode& declaration) : m_node(declaration) {}
+    TotalView(const TbTrParseNode& declaration, NodeType type)
+        : m_node(declaration), m_type(type) {}
 
     const TbTrParseNode& m_node;
+    NodeType m_type;
 };
 
 /// OBSERVATION: the list of the scale variables.
 class ObservationView {
 public:
-    [[nodiscard]] static NodeOwner Make(NodeOwner variableList);
+    [[nodiscard]] static NodeOwner Make(Arena& arena, NodeOwner variableList);
     /// True when `variableList` holds a range, up to which its elements are looked at. Asserts what
     /// they are.
     [[nodiscard]] static bool HasRange(const TbTrParseNode& variableList);
@@ -220,7 +230,8 @@ private:
 class SetView {
 public:
     /// `type` is `TB_MRGROUP` or `TB_MDGROUP`.
-    [[nodiscard]] static NodeOwner Make(NodeType type, NodeOwner name, NodeOwner members);
+    [[nodiscard]] static NodeOwner Make(Arena& arena, NodeType type, NodeOwner name,
+                                        NodeOwner members);
     /// For an `TB_MDGROUP`: `value` is a literal or a number.
     static void AddCountedValue(TbTrParseNode& set, NodeOwner value);
     /// The name's node in a set whose shape was not checked; may be null.
@@ -268,17 +279,17 @@ private:
 /// SORT: a direction and the keys.
 class SortView {
 public:
-    /// Puts the direction's keyword in its place, which must be there and empty; asserts.
+    /// Puts the direction's keyword before the keys. There must be none; asserts.
     static void SetDirection(TbTrParseNode& sort, NodeOwner direction);
 
-    /// Nothing, after an assertion, when there is no place for a direction.
-    [[nodiscard]] static std::optional<SortView> Of(const TbTrParseNode& sort);
+    explicit SortView(const TbTrParseNode& sort) : m_node(sort) {}
 
     [[nodiscard]] bool IsAscending() const;
     [[nodiscard]] NodeChildren Keys() const;
 
 private:
-    explicit SortView(const TbTrParseNode& sort) : m_node(sort) {}
+    // Null for none.
+    [[nodiscard]] const TbTrParseNode* Direction() const;
 
     const TbTrParseNode& m_node;
 };
@@ -286,7 +297,7 @@ private:
 /// One key: a variable, and the function that it is sorted by.
 class SortKeyView {
 public:
-    [[nodiscard]] static NodeOwner Make(std::unique_ptr<TAVQToken> name);
+    [[nodiscard]] static NodeOwner Make(Arena& arena, const TAVQToken& name);
     static void AddFunction(TbTrParseNode& key, NodeOwner function);
 
     /// Nothing, after an assertion, when `pNode` is no key with a name.
@@ -326,21 +337,20 @@ private:
 /// One function: its name and number, how it is weighted, its arguments and its base variables.
 class StatFunctionView {
 public:
-    /// A `TBI_FULLSTATFUNCTION` of a `TBI_STATFUNCTION` alone. Arguments come after it, base
-    /// names after those.
-    [[nodiscard]] static NodeOwner Make(NodeOwner function);
-    static void AddArguments(TbTrParseNode& fullFunction, NodeOwner argumentList);
+    /// A `TBI_FULLSTATFUNCTION` of a `TBI_STATFUNCTION` and the arguments in the list, which
+    /// becomes the node; it may be null. What else belongs to it stands in front of the function.
+    [[nodiscard]] static NodeOwner Make(Arena& arena, NodeOwner function, NodeOwner argumentList);
     static void AddBaseNames(TbTrParseNode& fullFunction, NodeOwner nameList);
-    /// Puts the keyword in its place, which must be empty; asserts.
+    /// Puts the keyword in its place, which must be free; asserts.
     static void SetUnweighted(TbTrParseNode& fullFunction, NodeOwner keyword);
     /// Gives a `TBI_STATFUNCTION` its number.
     static void AddNumber(TbTrParseNode& function, NodeOwner number);
 
-    /// Nothing, after an assertion, when `pNode` is none, its function has no name, or its base
-    /// names are no list. What the arguments are is not looked at.
+    /// Nothing, after an assertion, when `pNode` is none or its function has no name. What the
+    /// arguments are is not looked at.
     [[nodiscard]] static std::optional<StatFunctionView> Of(const TbTrParseNode* pNode);
 
-    [[nodiscard]] const TAVQToken& Name() const;
+    [[nodiscard]] const TAVQToken& Name() const { return *m_function.GetToken(); }
     /// The percentile; null for none.
     [[nodiscard]] const TAVQToken* Number() const;
     [[nodiscard]] bool IsUnweighted() const;
@@ -350,43 +360,54 @@ public:
     [[nodiscard]] NodeChildren BaseNames() const;
 
 private:
-    explicit StatFunctionView(const TbTrParseNode& fullFunction) : m_node(fullFunction) {}
+    StatFunctionView(const TbTrParseNode& fullFunction, const TbTrParseNode& function)
+        : m_node(fullFunction), m_function(function) {}
 
     const TbTrParseNode& m_node;
+    const TbTrParseNode& m_function;
 };
 
-/// One argument of a function: a variable, and how its results are shown.
+/// One argument of a function: a variable, and how its results are shown. A variable alone is an
+/// argument, too; with anything else it is a `TBI_STATFUNCARG`.
 class StatArgumentView {
 public:
-    /// Each of the three may be null.
-    [[nodiscard]] static NodeOwner Make(NodeOwner variable, NodeOwner format, NodeOwner label);
-    /// Puts the variable in its place, which must be there and empty; asserts.
+    /// A `TBI_STATFUNCARG` without a variable. Each of the two may be null.
+    [[nodiscard]] static NodeOwner Make(Arena& arena, NodeOwner format, NodeOwner label);
+    /// Puts the variable in its place, which must be free; asserts.
     static void SetVariable(TbTrParseNode& argument, NodeOwner variable);
 
-    /// Nothing, after an assertion, when `pNode` is no argument, or its format or label none.
+    /// Nothing, after an assertion, when `pNode` is no argument.
     [[nodiscard]] static std::optional<StatArgumentView> Of(const TbTrParseNode* pNode);
 
     /// The `SP_VARNAME` node; null for none.
-    [[nodiscard]] const TbTrParseNode* Variable() const;
+    [[nodiscard]] const TbTrParseNode* Variable() const { return m_pVariable; }
     /// Null for none.
-    [[nodiscard]] const TAVQToken* Format() const;
-    [[nodiscard]] const TAVQToken* Label() const;
+    [[nodiscard]] const TAVQToken* Format() const { return m_pFormat; }
+    [[nodiscard]] const TAVQToken* Label() const { return m_pLabel; }
 
 private:
-    explicit StatArgumentView(const TbTrParseNode& argument) : m_node(argument) {}
+    StatArgumentView(const TbTrParseNode* pVariable, const TAVQToken* pFormat,
+                     const TAVQToken* pLabel)
+        : m_pVariable(pVariable), m_pFormat(pFormat), m_pLabel(pLabel) {}
 
-    const TbTrParseNode& m_node;
+    const TbTrParseNode* m_pVariable;
+    const TAVQToken* m_pFormat;
+    const TAVQToken* m_pLabel;
 };
 
 // ---- TABLE and its dimensions
 
-/// TABLE: rows, columns and layers, as many as are written. An edit may leave a slot empty.
+/// TABLE: rows, columns and layers, as many as are written. An edit may leave a dimension empty: it
+/// is then a node without a type, which is shown as none.
 class TableView {
 public:
     static constexpr std::size_t kMaxDimensions = 3;
 
-    [[nodiscard]] static NodeOwner Make();
+    [[nodiscard]] static NodeOwner Make(Arena& arena);
     static void AddDimension(TbTrParseNode& table, NodeOwner dimension);
+    /// Makes the dimension at `index`, from 0, empty, or puts `dimension` in its place.
+    static void EmptyDimension(TbTrParseNode& table, std::size_t index);
+    static void ReplaceDimension(TbTrParseNode& table, std::size_t index, NodeOwner dimension);
 
     explicit TableView(const TbTrParseNode& table) : m_node(table) {}
 
@@ -400,7 +421,8 @@ public:
 
     /// Empty ones included.
     [[nodiscard]] std::size_t DimensionCount() const { return m_node.GetChildCount(); }
-    [[nodiscard]] NodeChildren Dimensions() const { return ChildrenOf(m_node); }
+    /// The dimensions that are not empty, in order.
+    [[nodiscard]] std::vector<TbTrParseNode*> Dimensions() const;
     /// The dimension of a number, from 1: rows, columns, layers. Null when it is empty or not
     /// there.
     [[nodiscard]] TbTrParseNode* Dimension(std::size_t number) const;
@@ -414,18 +436,18 @@ private:
     return type == SP_PLUS || type == SP_GREATERTHAN;
 }
 
-/// True when every stacking and nesting of `subtree` has children and no empty slot, and every
-/// leaf is a variable with a name or one of the markers STATISTICS and LABELS; asserts
-/// otherwise. Whatever is told of a dimension holds for such trees. Linear in the tree.
+/// True when every stacking and nesting of `subtree` has children, and every leaf is a variable
+/// with a name or one of the markers STATISTICS and LABELS; asserts otherwise. Whatever is told of
+/// a dimension holds for such trees. Linear in the tree.
 [[nodiscard]] bool HasDimensionShape(const TbTrParseNode& subtree);
 
 /// A stacking or nesting in a dimension.
 class OperatorView {
 public:
     /// The chain of `type` of both operands, either of which may be null. An operand of the same
-    /// type is dissolved into it. A chain of a hundred thousand is not moved for each of its
-    /// members: linear in the shorter one.
-    [[nodiscard]] static NodeOwner Join(NodeType type, NodeOwner left, NodeOwner right);
+    /// type is dissolved into it. Constant time.
+    [[nodiscard]] static NodeOwner Join(Arena& arena, NodeType type, NodeOwner left,
+                                        NodeOwner right);
 
     explicit OperatorView(const TbTrParseNode& operation) : m_node(operation) {}
 
@@ -440,9 +462,6 @@ public:
 private:
     const TbTrParseNode& m_node;
 };
-
-/// Gives out the operand that is left of an operator.
-[[nodiscard]] NodeOwner TakeOnlyOperand(TbTrParseNode& operation);
 
 }  // namespace quillet
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
-#include <new>
 #include <ostream>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/assertion.h"
 
@@ -17,11 +17,6 @@ constexpr std::string_view kModule = "tbtrparsenode";
 
 // A listing deeper than this starts again at the margin: it is a runaway, not a table.
 constexpr unsigned kMaxNodeIndent = 20;
-
-constexpr std::size_t kVariableNameSlots = 2;
-
-// Room for so many slots takes no more memory than for one, and most nodes need no more.
-constexpr std::size_t kFirstRoom = 3;
 
 // What stands in a tree as a keyword alone: the settings, and STATISTICS, which is a subcommand,
 // but marks a place in a table expression as well.
@@ -35,205 +30,149 @@ bool IsSettingKeyword(NodeType type) {
     return std::find(std::begin(kSettings), std::end(kSettings), type) != std::end(kSettings);
 }
 
-std::unique_ptr<TbTrParseNode> CloneWithoutChildren(const TbTrParseNode& node) {
-    const TAVQToken* pToken = node.GetToken();
-    return MakeNode(node.GetNodeType(), pToken ? pToken->Clone() : nullptr);
-}
-
 }  // namespace
 
-TbTrParseNode::TbTrParseNode(NodeType type, std::unique_ptr<TAVQToken> token)
-    : m_nodeType(type), m_token(std::move(token)) {}
-
-// Climbs down to the last leaf and back up by the parents, so that only nodes without children
-// are ever destroyed: a tree may be deeper than the machine's stack, and giving memory back must
-// not need memory.
-TbTrParseNode::~TbTrParseNode() {
-    TbTrParseNode* pNode = this;
-    for (;;) {
-        Slots& children = pNode->m_children;
-        if (children.empty()) {
-            if (pNode == this) return;
-            pNode = pNode->m_pParent;
-            continue;
-        }
-        TbTrParseNode* pLast = children.back().get();
-        if (pLast && !pLast->m_children.empty()) {
-            pLast->m_pParent = pNode;
-            pNode = pLast;
-        } else {
-            children.pop_back();
-        }
-    }
-}
-
-NodeType TbTrParseNode::GetNodeType() const { return m_nodeType; }
-
-void TbTrParseNode::SetNodeType(NodeType type) { m_nodeType = type; }
-
-const TAVQToken* TbTrParseNode::GetToken() const { return m_token.get(); }
-
-std::unique_ptr<TAVQToken> TbTrParseNode::SetToken(std::unique_ptr<TAVQToken> token) {
-    return std::exchange(m_token, std::move(token));
-}
-
-TbTrParseNode* TbTrParseNode::SetParent(TbTrParseNode* pParent) {
-    return std::exchange(m_pParent, pParent);
-}
-
-TbTrParseNode* TbTrParseNode::GetParent() const { return m_pParent; }
-
-std::unique_ptr<TbTrParseNode> TbTrParseNode::ReplaceChild(std::size_t index,
-                                                           std::unique_ptr<TbTrParseNode> node) {
-    if (index >= GetChildCount()) return nullptr;
-    if (node) node->SetParent(this);
-    std::unique_ptr<TbTrParseNode> old =
-        std::exchange(m_children[m_spareFront + index], std::move(node));
-    if (old) old->SetParent(nullptr);
-    return old;
-}
-
-std::unique_ptr<TbTrParseNode> TbTrParseNode::RemoveChild(std::size_t index) {
-    if (index >= GetChildCount()) return nullptr;
-    std::unique_ptr<TbTrParseNode> old = ReplaceChild(index, nullptr);
-    if (index == 0) {
-        ++m_spareFront;
+void TbTrParseNode::AddChild(NodeOwner node) {
+    if (!node) return;
+    // The tree has it from here on; the arena had it all along.
+    TbTrParseNode* pNode = node.release();
+    if (m_pLastChild) {
+        pNode->m_pNext = std::exchange(m_pLastChild->m_pNext, pNode);
     } else {
-        m_children.erase(m_children.begin() +
-                         static_cast<Slots::difference_type>(m_spareFront + index));
+        pNode->m_pNext = pNode;
     }
-    return old;
+    m_pLastChild = pNode;
 }
 
-void TbTrParseNode::AddChild(std::unique_ptr<TbTrParseNode> node) {
-    if (m_children.capacity() == 0) m_children.reserve(kFirstRoom);
-    m_children.push_back(std::move(node));
-    if (m_children.back()) m_children.back()->SetParent(this);
+void TbTrParseNode::AddFirstChild(NodeOwner node) {
+    if (!node) return;
+    TbTrParseNode* pLast = m_pLastChild;
+    AddChild(std::move(node));
+    // The new last child of a ring is its first one, seen from the one before.
+    if (pLast) m_pLastChild = pLast;
 }
 
-std::size_t TbTrParseNode::InsertNullChildren(std::size_t index, std::size_t count) {
-    const std::size_t oldCount = GetChildCount();
-    if (index > oldCount) return 0;
-    if (index == 0 && oldCount > 0) {
-        if (m_spareFront < count) GrowFront(count);
-        m_spareFront -= count;
-        return count;
+void TbTrParseNode::TakeChildren(TbTrParseNode& from) {
+    TbTrParseNode* pLast = std::exchange(from.m_pLastChild, nullptr);
+    if (!pLast) return;
+    if (m_pLastChild) std::swap(m_pLastChild->m_pNext, pLast->m_pNext);
+    m_pLastChild = pLast;
+}
+
+void TbTrParseNode::TakeChildrenFirst(TbTrParseNode& from) {
+    TbTrParseNode* pLast = m_pLastChild;
+    TakeChildren(from);
+    if (pLast) m_pLastChild = pLast;
+}
+
+NodeOwner TbTrParseNode::RemoveChild(std::size_t index) {
+    TbTrParseNode* pPrevious = index > 0 ? GetChild(index - 1) : m_pLastChild;
+    if (!pPrevious || (index > 0 && pPrevious == m_pLastChild)) return nullptr;
+    TbTrParseNode* pChild = pPrevious->m_pNext;
+    pPrevious->m_pNext = pChild->m_pNext;
+    if (pChild == m_pLastChild) m_pLastChild = pChild == pPrevious ? nullptr : pPrevious;
+    pChild->m_pNext = nullptr;
+    return NodeOwner(pChild);
+}
+
+NodeOwner TbTrParseNode::ReplaceChild(std::size_t index, NodeOwner node) {
+    TbTrParseNode* pOld = GetChild(index);
+    if (!pOld || !QUILLET_ASSERT(node, "node")) return nullptr;
+    TbTrParseNode* pPrevious = index > 0 ? GetChild(index - 1) : m_pLastChild;
+    TbTrParseNode* pNode = node.release();
+    pNode->m_pNext = pOld->m_pNext;
+    pPrevious->m_pNext = pNode;
+    // An only child was its own neighbor.
+    if (pPrevious == pOld) pNode->m_pNext = pNode;
+    if (m_pLastChild == pOld) m_pLastChild = pNode;
+    pOld->m_pNext = nullptr;
+    return NodeOwner(pOld);
+}
+
+void TbTrParseNode::DissolveChild(TbTrParseNode* pPrevious, TbTrParseNode& child) {
+    TbTrParseNode* pLast = std::exchange(child.m_pLastChild, nullptr);
+    if (!QUILLET_ASSERT(pLast, "child.HasChildren()")) return;
+    TbTrParseNode* pFirst = std::exchange(pLast->m_pNext, child.m_pNext);
+    (pPrevious ? pPrevious : m_pLastChild)->m_pNext = pFirst;
+    if (&child != m_pLastChild) return;
+    // The last child's next one is the first; it is the child itself if there was no other.
+    if (pLast->m_pNext == &child) pLast->m_pNext = pFirst;
+    m_pLastChild = pLast;
+}
+
+TbTrParseNode* TbTrParseNode::FindChild(NodeType type) const {
+    for (TbTrParseNode* pChild = FirstChild(); pChild; pChild = ChildAfter(*pChild)) {
+        if (pChild->GetNodeType() == type) return pChild;
     }
-    if (m_children.capacity() == 0) m_children.reserve(std::max(count, kFirstRoom));
-    m_children.resize(m_children.size() + count);
-    const auto position = static_cast<Slots::difference_type>(m_spareFront + index);
-    std::move_backward(m_children.begin() + position,
-                       m_children.end() - static_cast<Slots::difference_type>(count),
-                       m_children.end());
-    return count;
-}
-
-void TbTrParseNode::GrowFront(std::size_t count) {
-    const std::size_t oldCount = GetChildCount();
-    // As much room as there are children: the moves then stay in proportion to the insertions.
-    const std::size_t spare = std::max(count, oldCount);
-    Slots children;
-    children.reserve(spare + oldCount);
-    children.resize(spare);
-    std::move(m_children.begin() + static_cast<Slots::difference_type>(m_spareFront),
-              m_children.end(), std::back_inserter(children));
-    m_children = std::move(children);
-    m_spareFront = spare;
+    return nullptr;
 }
 
 TbTrParseNode* TbTrParseNode::GetChild(std::size_t index) const {
-    return index < GetChildCount() ? m_children[m_spareFront + index].get() : nullptr;
+    TbTrParseNode* pChild = FirstChild();
+    for (; pChild && index > 0; --index) pChild = ChildAfter(*pChild);
+    return pChild;
 }
 
-std::uint32_t TbTrParseNode::IndexOfChild(const TbTrParseNode* pNode) const {
-    const auto begin = m_children.begin() + static_cast<Slots::difference_type>(m_spareFront);
-    const auto found = std::find_if(begin, m_children.end(),
-                                    [pNode](const auto& child) { return child.get() == pNode; });
-    return found == m_children.end() ? kNotFound : static_cast<std::uint32_t>(found - begin);
+std::size_t TbTrParseNode::GetChildCount() const {
+    std::size_t count = 0;
+    for (const TbTrParseNode* pChild = FirstChild(); pChild; pChild = ChildAfter(*pChild)) ++count;
+    return count;
 }
-
-std::size_t TbTrParseNode::GetChildCount() const { return m_children.size() - m_spareFront; }
 
 void TbTrParseNode::Dump(std::ostream& stream, unsigned indent) const {
-    struct Pending {
+    // The nodes from the top down to the one in work, and how far each is indented.
+    struct Open {
         const TbTrParseNode* pNode;
+        const TbTrParseNode* pNextChild;
         unsigned indent;
     };
-    std::vector<Pending> pending{{this, indent}};
-    while (!pending.empty()) {
-        const TbTrParseNode& node = *pending.back().pNode;
-        const unsigned nodeIndent =
-            pending.back().indent <= kMaxNodeIndent ? pending.back().indent : 0;
-        pending.pop_back();
+    std::vector<Open> open;
+    const auto write = [&](const TbTrParseNode& node, unsigned wanted) {
+        const unsigned nodeIndent = wanted <= kMaxNodeIndent ? wanted : 0;
         stream << std::string(nodeIndent, '\t') << "--Node type:\t"
                << static_cast<unsigned>(node.GetNodeType()) << '\n';
         if (node.GetToken()) node.GetToken()->Dump(stream, nodeIndent);
-        // The last child goes in first, so that the first comes out first.
-        for (std::size_t index = node.GetChildCount(); index > 0; --index) {
-            const TbTrParseNode* pChild = node.GetChild(index - 1);
-            if (pChild) pending.push_back({pChild, nodeIndent + 1});
+        open.push_back({&node, node.FirstChild(), nodeIndent});
+    };
+    write(*this, indent);
+    while (!open.empty()) {
+        Open& last = open.back();
+        const TbTrParseNode* pChild = last.pNextChild;
+        if (!pChild) {
+            open.pop_back();
+            continue;
         }
+        last.pNextChild = last.pNode->ChildAfter(*pChild);
+        write(*pChild, last.indent + 1);
     }
 }
 
-std::unique_ptr<TbTrParseNode> MakeNode(NodeType type, std::unique_ptr<TAVQToken> token) {
-    return std::make_unique<TbTrParseNode>(type, std::move(token));
+NodeOwner MakeNode(Arena& arena, NodeType type, const TAVQToken& token) {
+    return NodeOwner(arena.New<TbTrParseNode>(type, token));
 }
 
-std::unique_ptr<TbTrParseNode> MakeKeywordNode(NodeType type, std::unique_ptr<TAVQToken>& token) {
-    if (!IsSettingKeyword(type)) return nullptr;
-    token.reset();
-    try {
-        return MakeNode(type, nullptr);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
+NodeOwner MakeKeywordNode(Arena& arena, NodeType type) {
+    return IsSettingKeyword(type) ? MakeNode(arena, type) : nullptr;
 }
 
-std::unique_ptr<TbTrParseNode> MakeLiteralNode(std::unique_ptr<TAVQToken>& token) {
-    if (!token || token->Type() != TokenCodes::kLiteral) return nullptr;
-    return MakeNode(SP_SLITERAL, std::move(token));
+NodeOwner MakeLiteralNode(Arena& arena, const TAVQToken& token) {
+    if (token.Type() != TokenCodes::kLiteral) return nullptr;
+    return MakeNode(arena, SP_SLITERAL, token);
 }
 
-std::unique_ptr<TbTrParseNode> MakeVarNameNode(std::unique_ptr<TAVQToken>& token) {
-    if (!token || token->Type() != TokenCodes::kString) return nullptr;
-    std::unique_ptr<TbTrParseNode> node = MakeNode(SP_VARNAME, std::move(token));
-    [[maybe_unused]] const std::size_t nullChildren =
-        node->InsertNullChildren(0, kVariableNameSlots);
-    QUILLET_ASSERT(nullChildren == kVariableNameSlots, "nullChildren == 2");
-    return node;
+NodeOwner MakeVarNameNode(Arena& arena, const TAVQToken& token) {
+    if (token.Type() != TokenCodes::kString) return nullptr;
+    return MakeNode(arena, SP_VARNAME, token);
 }
 
-std::unique_ptr<TbTrParseNode> MakeVarRangeNode(std::unique_ptr<TAVQToken>& fromToken,
-                                                std::unique_ptr<TAVQToken>& toToken) {
-    std::unique_ptr<TbTrParseNode> from = MakeVarNameNode(fromToken);
-    std::unique_ptr<TbTrParseNode> to = MakeVarNameNode(toToken);
-    if (!from && !to) return nullptr;
-    std::unique_ptr<TbTrParseNode> range = MakeNode(TBI_VARRANGE, nullptr);
+NodeOwner MakeVarRangeNode(Arena& arena, const TAVQToken& fromToken, const TAVQToken& toToken) {
+    NodeOwner from = MakeVarNameNode(arena, fromToken);
+    NodeOwner to = MakeVarNameNode(arena, toToken);
+    if (!from || !to) return nullptr;
+    NodeOwner range = MakeNode(arena, TBI_VARRANGE);
     range->AddChild(std::move(from));
     range->AddChild(std::move(to));
     return range;
-}
-
-std::unique_ptr<TbTrParseNode> CloneNode(const TbTrParseNode& node) {
-    struct Pending {
-        const TbTrParseNode* pSource;
-        TbTrParseNode* pCopy;
-    };
-    std::unique_ptr<TbTrParseNode> root = CloneWithoutChildren(node);
-    std::vector<Pending> pending{{&node, root.get()}};
-    while (!pending.empty()) {
-        const Pending current = pending.back();
-        pending.pop_back();
-        for (std::size_t index = 0; index < current.pSource->GetChildCount(); ++index) {
-            const TbTrParseNode* pChild = current.pSource->GetChild(index);
-            current.pCopy->AddChild(pChild ? CloneWithoutChildren(*pChild) : nullptr);
-            if (pChild && pChild->GetChildCount() > 0) {
-                pending.push_back({pChild, current.pCopy->GetChild(index)});
-            }
-        }
-    }
-    return root;
 }
 
 }  // namespace quillet

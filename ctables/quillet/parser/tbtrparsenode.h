@@ -3,11 +3,10 @@
 #define QUILLET_PARSER_TBTRPARSENODE_H
 
 #include <cstddef>
-#include <cstdint>
 #include <iosfwd>
 #include <memory>
-#include <vector>
 
+#include "platform/arena.h"
 #include "tokenizer/tavqtoken.h"
 
 namespace quillet {
@@ -24,99 +23,108 @@ enum NodeType : unsigned {
 #include "parser/tbtrcodes.def"
 };
 
-/// A node: a type, an optional token and an ordered list of children, any of which may be an
-/// empty slot. It owns its token and its children; the parent is only looked at. Trees of any
-/// depth are destroyed, cloned and dumped without recursion.
+class TbTrParseNode;
+
+/// What `NodeOwner` does with a node that nobody wants: the arena gives its memory back.
+struct LeaveToArena {
+    void operator()(TbTrParseNode* /*pNode*/) const noexcept {}
+};
+
+/// The one place where a node is that hangs nowhere in a tree. Its memory is the arena's; as a node
+/// can be handed on but not be copied, none gets into two places.
+using NodeOwner = std::unique_ptr<TbTrParseNode, LeaveToArena>;
+
+/// A node: a type, an optional token and an ordered list of children.
 ///
-/// The operations are virtual, and in this order, because that is the given interface of a node; no
-/// other kind of node exists.
+/// Nodes lie in an arena, which outlives them, and trees of any depth end with it. A node knows its
+/// next sibling and its last child, which knows the first one: a child for each byte or two is what
+/// a tree may have, so there is room for no more. Children are found in the time that it takes to
+/// step over those before them, but for the first and the last.
 class TbTrParseNode {
 public:
-    /// "No such child", from `IndexOfChild`.
-    static constexpr std::uint32_t kNotFound = 0xFFFFFFFF;
-
-    explicit TbTrParseNode(NodeType type, std::unique_ptr<TAVQToken> token = nullptr);
-    virtual ~TbTrParseNode();
+    explicit TbTrParseNode(NodeType type, const TAVQToken& token = {}) : m_token(token) {
+        SetNodeType(type);
+    }
+    ~TbTrParseNode() = default;
     TbTrParseNode(const TbTrParseNode&) = delete;
     TbTrParseNode& operator=(const TbTrParseNode&) = delete;
 
-    [[nodiscard]] virtual NodeType GetNodeType() const;
-    virtual void SetNodeType(NodeType type);
+    [[nodiscard]] NodeType GetNodeType() const { return static_cast<NodeType>(m_token.Tag()); }
+    void SetNodeType(NodeType type) { m_token.SetTag(type); }
 
     /// The token; may be null. The node keeps it.
-    [[nodiscard]] virtual const TAVQToken* GetToken() const;
-    /// Installs `token` and gives the old one back.
-    virtual std::unique_ptr<TAVQToken> SetToken(std::unique_ptr<TAVQToken> token);
+    [[nodiscard]] const TAVQToken* GetToken() const {
+        return m_token.Type() == TokenCodes::kAtEnd ? nullptr : &m_token;
+    }
+    /// Installs `token`, which may be none.
+    void SetToken(const TAVQToken& token) {
+        const NodeType type = GetNodeType();
+        m_token = token;
+        SetNodeType(type);
+    }
 
-    /// Installs a parent and returns the previous one. The operations below do it by themselves.
-    virtual TbTrParseNode* SetParent(TbTrParseNode* pParent);
-    /// Null at the root and for a detached node.
-    [[nodiscard]] virtual TbTrParseNode* GetParent() const;
+    /// Appends `node`; null appends nothing.
+    void AddChild(NodeOwner node);
+    /// Makes `node` the first child; null does nothing.
+    void AddFirstChild(NodeOwner node);
+    /// Puts the children of `from`, in order, after those of this node.
+    void TakeChildren(TbTrParseNode& from);
+    /// The same in front of those of this node.
+    void TakeChildrenFirst(TbTrParseNode& from);
+    /// Takes the child at `index`, from 0, out and gives it to the caller; null when there is none.
+    NodeOwner RemoveChild(std::size_t index);
+    /// Puts `node`, which must not be null, in place of the child at `index`, from 0, and gives
+    /// back what was there. Null, and nothing changes, when there is no such child.
+    NodeOwner ReplaceChild(std::size_t index, NodeOwner node);
+    /// Puts the children of `child`, which is one of this node and has some, in its place.
+    /// `pPrevious` is the child before it; null for the first.
+    void DissolveChild(TbTrParseNode* pPrevious, TbTrParseNode& child);
 
-    /// Puts `node` (null: an empty slot) in the slot at `index`, from 0, and gives back what was
-    /// there. Null, and nothing changes (`node` is destroyed), when there is no such slot.
-    virtual std::unique_ptr<TbTrParseNode> ReplaceChild(std::size_t index,
-                                                        std::unique_ptr<TbTrParseNode> node);
-    /// Takes the slot at `index` out of the list and gives back what was in it. Null when there
-    /// is no such slot. Constant time at either end.
-    virtual std::unique_ptr<TbTrParseNode> RemoveChild(std::size_t index);
-    /// Appends `node`; null appends an empty slot.
-    virtual void AddChild(std::unique_ptr<TbTrParseNode> node);
-    /// Inserts `count` empty slots before `index`; the child count as index appends. Returns
-    /// `count`, or 0 when `index` is beyond that and nothing was inserted. At either end the
-    /// cost is that of the new slots alone.
-    virtual std::size_t InsertNullChildren(std::size_t index, std::size_t count);
-
-    /// The child at `index`; null for an empty slot and beyond the end.
-    [[nodiscard]] virtual TbTrParseNode* GetChild(std::size_t index) const;
-    /// The first slot that holds `pNode`; `kNotFound` when none does.
-    [[nodiscard]] virtual std::uint32_t IndexOfChild(const TbTrParseNode* pNode) const;
-    /// The number of slots, empty ones included.
-    [[nodiscard]] virtual std::size_t GetChildCount() const;
+    [[nodiscard]] bool HasChildren() const { return m_pLastChild != nullptr; }
+    /// Null for a node without children.
+    [[nodiscard]] TbTrParseNode* FirstChild() const {
+        return m_pLastChild ? m_pLastChild->m_pNext : nullptr;
+    }
+    [[nodiscard]] TbTrParseNode* LastChild() const { return m_pLastChild; }
+    /// The child after `child`, which is one of this node; null for the last.
+    [[nodiscard]] TbTrParseNode* ChildAfter(const TbTrParseNode& child) const {
+        return &child == m_pLastChild ? nullptr : child.m_pNext;
+    }
+    /// The first child of one of the types; null for none.
+    [[nodiscard]] TbTrParseNode* FindChild(NodeType type) const;
+    /// The child at `index`, from 0; null beyond the end.
+    [[nodiscard]] TbTrParseNode* GetChild(std::size_t index) const;
+    /// Linear in the children.
+    [[nodiscard]] std::size_t GetChildCount() const;
 
     /// Writes the tree for debugging, each node after `indent` tabs (none above 20) and its
     /// children one deeper.
-    virtual void Dump(std::ostream& stream, unsigned indent) const;
+    void Dump(std::ostream& stream, unsigned indent) const;
 
 private:
-    using Slots = std::vector<std::unique_ptr<TbTrParseNode>>;
-
-    /// Makes room for `count` slots in front of the first child.
-    void GrowFront(std::size_t count);
-
-    NodeType m_nodeType;
-    std::unique_ptr<TAVQToken> m_token;
-    TbTrParseNode* m_pParent = nullptr;
-    Slots m_children;
-    /// How many null slots in front of the first child are spare room. Operands join a long
-    /// stacking from the left as well as from the right, and neither may cost a move of all.
-    std::size_t m_spareFront = 0;
+    TAVQToken m_token;  // tagged with the type
+    TbTrParseNode* m_pNext = nullptr;
+    TbTrParseNode* m_pLastChild = nullptr;
 };
 
-/// A node without children that owns `token`, which may be null.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> MakeNode(NodeType type,
-                                                      std::unique_ptr<TAVQToken> token);
+static_assert(TBI_PTOTALVAR <= TAVQToken::kMaxTag);
+static_assert(sizeof(void*) > 8 || sizeof(TbTrParseNode) <= 32, "docs/performance.md counts on it");
 
-/// A node without token and children for a setting keyword; `token` is destroyed. For a type
-/// that is no setting keyword null, and `token` is left with the caller. Null, and `token` is
-/// destroyed, when memory runs out.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> MakeKeywordNode(NodeType type,
-                                                             std::unique_ptr<TAVQToken>& token);
+/// A node without children. `token` may be none.
+[[nodiscard]] NodeOwner MakeNode(Arena& arena, NodeType type, const TAVQToken& token = {});
 
-/// An `SP_SLITERAL` node; null, and `token` is left with the caller, unless it is a literal.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> MakeLiteralNode(std::unique_ptr<TAVQToken>& token);
+/// A node without token and children for a setting keyword; null for a type that is none.
+[[nodiscard]] NodeOwner MakeKeywordNode(Arena& arena, NodeType type);
 
-/// An `SP_VARNAME` node with two empty slots; null, and `token` is left with the caller, unless
-/// it is a word.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> MakeVarNameNode(std::unique_ptr<TAVQToken>& token);
+/// An `SP_SLITERAL` node; null unless `token` is a literal.
+[[nodiscard]] NodeOwner MakeLiteralNode(Arena& arena, const TAVQToken& token);
 
-/// A `TBI_VARRANGE` node over the `MakeVarNameNode` of both tokens, either of which may come
-/// out as an empty slot; null when both do.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> MakeVarRangeNode(std::unique_ptr<TAVQToken>& fromToken,
-                                                              std::unique_ptr<TAVQToken>& toToken);
+/// An `SP_VARNAME` node; null unless `token` is a word.
+[[nodiscard]] NodeOwner MakeVarNameNode(Arena& arena, const TAVQToken& token);
 
-/// A deep copy, tokens and empty slots included, without a parent.
-[[nodiscard]] std::unique_ptr<TbTrParseNode> CloneNode(const TbTrParseNode& node);
+/// A `TBI_VARRANGE` node over the `MakeVarNameNode` of both tokens; null unless both are words.
+[[nodiscard]] NodeOwner MakeVarRangeNode(Arena& arena, const TAVQToken& fromToken,
+                                         const TAVQToken& toToken);
 
 }  // namespace quillet
 

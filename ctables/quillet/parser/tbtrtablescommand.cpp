@@ -146,13 +146,9 @@ void TablesCommand::SkipToNextSlash() {
     m_currentSubcommand = kNoNodeType;
 }
 
-void TablesCommand::SetParseResult(std::unique_ptr<TbTrParseNode> root) {
-    m_parseResult = std::move(root);
-}
+void TablesCommand::SetParseResult(NodeOwner root) { m_parseResult = std::move(root); }
 
-std::unique_ptr<TbTrParseNode> TablesCommand::ReleaseParseResult() {
-    return std::move(m_parseResult);
-}
+NodeOwner TablesCommand::ReleaseParseResult() { return std::move(m_parseResult); }
 
 void TablesCommand::AddReport(ReportEntry entry) { m_reports.push_back(std::move(entry)); }
 
@@ -165,6 +161,13 @@ ReportEntry TablesCommand::FirstReport() const {
                 {}};
     }
     return m_reports.empty() ? ReportEntry{} : m_reports.front();
+}
+
+void TablesCommand::FindEnd(const TAVQToken& token, int& line, int& column) const {
+    line = column = 0;
+    const std::string_view source = token.Text(/*raw=*/true);
+    if (m_pTokSeq == nullptr || !m_pTokSeq->FindPosition(source, line, column)) return;
+    column += static_cast<int>(source.size()) - 1;
 }
 
 void TablesCommand::GiveUp(Shortage shortage) noexcept {
@@ -221,12 +224,10 @@ TablesToken TablesCommand::FirstToken() {
     if (AtBreakWord()) TakeOutBreak();
     if (AtSubcommandEnd()) return EndSubcommand();
 
-    static constexpr std::string_view kSlashText = "/";
-    auto slashToken = std::make_unique<TAVQOperatorToken>(
-        kSlashText.data(), kSlashText.data() + kSlashText.size(), m_pTokSeq->Line(),
-        m_pTokSeq->Column(), TokenSequenceBase::kSlash);
+    static constexpr TokenTexts kSlash = {"/", "/"};
+    const TablesToken slash = DeliverSlash(TAVQToken(TokenSequenceBase::kOperator, kSlash));
     m_pTokSeq->SetNextIndex(m_pTokSeq->CurrentIndex());
-    return DeliverSlash(std::move(slashToken));
+    return slash;
 }
 
 // Stands on the slash, or at the end, that closes the current subcommand or the replayed BREAK
@@ -254,17 +255,21 @@ TablesToken TablesCommand::EndSubcommand() {
     return DeliverSlash(m_pTokSeq->CloneCurrent());
 }
 
-TablesToken TablesCommand::DeliverSlash(std::unique_ptr<TAVQToken> slashToken) {
+TablesToken TablesCommand::DeliverSlash(const TAVQToken& slashToken) {
     m_currentSubcommand = kNoNodeType;
     m_position = kSubcommandPosition;
     m_parenthesisDepth = 0;
-    if (!QUILLET_ASSERT(slashToken != nullptr, "slashToken != 0")) return {};
-    return {SP_SLASH, std::move(slashToken)};
+    if (!QUILLET_ASSERT(slashToken.Type() != TokenSequenceBase::kAtEnd, "slashToken != 0"))
+        return {};
+    return {SP_SLASH, slashToken, m_pTokSeq->Line(), m_pTokSeq->Column()};
 }
 
 TablesToken TablesCommand::DeliverCurrent() {
-    NodeType code = SP_OTHEROP;
-    std::unique_ptr<TAVQToken> token;
+    TablesToken delivered;
+    NodeType& code = delivered.code;
+    code = SP_OTHEROP;
+    delivered.line = m_pTokSeq->Line();
+    delivered.column = m_pTokSeq->Column();
     switch (m_pTokSeq->Type()) {
         case TokenSequenceBase::kNumber:
             code = SP_NUMBER;
@@ -274,8 +279,8 @@ TablesToken TablesCommand::DeliverCurrent() {
             break;
         case TokenSequenceBase::kOperator:
             code = ClassifyOperator();
-            token = MergeSign();
-            if (token) code = SP_NUMBER;
+            delivered.token = MergeSign();
+            if (delivered.HasToken()) code = SP_NUMBER;
             break;
         case TokenSequenceBase::kString:
             code = ClassifyWord();
@@ -284,10 +289,10 @@ TablesToken TablesCommand::DeliverCurrent() {
             QUILLET_ASSERT(false, "0");
             break;
     }
-    if (!token) token = m_pTokSeq->CloneCurrent();
-    if (m_returnPoint && m_isCopying && token) ChargeCopy(*token);
+    if (!delivered.HasToken()) delivered.token = m_pTokSeq->CloneCurrent();
+    if (m_returnPoint && m_isCopying && delivered.HasToken()) ChargeCopy(delivered.token);
     CountToken(code);
-    return {code, std::move(token)};
+    return delivered;
 }
 
 bool TablesCommand::AtBreakWord() const {
@@ -396,32 +401,26 @@ NodeType TablesCommand::SettingCode() const {
     }
 }
 
-std::unique_ptr<TAVQToken> TablesCommand::MergeSign() {
+TAVQToken TablesCommand::MergeSign() {
     const bool isMinus = AtOperator(TokenSequenceBase::kMinus);
-    if (!isMinus && !AtOperator(TokenSequenceBase::kPlus)) return nullptr;
+    if (!isMinus && !AtOperator(TokenSequenceBase::kPlus)) return {};
     const int signIndex = m_pTokSeq->CurrentIndex();
-    const int line = m_pTokSeq->Line();
-    const int column = m_pTokSeq->Column();
-    std::string text = isMinus ? "-" : "+";
 
     m_pTokSeq->Next();
     if (m_pTokSeq->Type() != TokenSequenceBase::kNumber) {
         GoTo(signIndex);
-        return nullptr;
+        return {};
     }
     const char* pNumber = nullptr;
     std::size_t length = 0;
     m_pTokSeq->GetSourceText(pNumber, length);
-    text.append(pNumber, length);
-    const double number = m_pTokSeq->NumberValue();
-    return std::make_unique<TAVQNumberToken>(text.data(), text.data() + text.size(), line, column,
-                                             isMinus ? -number : number);
+    const std::string text = (isMinus ? "-" : "+") + std::string(pNumber, length);
+    const std::string_view kept = Memory().Keep(text);
+    return {TokenSequenceBase::kNumber, *Memory().New<TokenTexts>(TokenTexts{kept, kept})};
 }
 
 void TablesCommand::ChargeCopy(const TAVQToken& token) {
-    static_assert(CommandBudget::kTokenCopy >=
-                  std::max(sizeof(TAVQStringToken), sizeof(TAVQLiteralToken)) +
-                      sizeof(TbTrParseNode));
+    static_assert(CommandBudget::kTokenCopy >= sizeof(TokenTexts) + sizeof(TbTrParseNode));
     m_pTokSeq->Budget().ChargeCopies(CommandBudget::kTokenCopy + token.Text(/*raw=*/true).size() +
                                      token.Text(/*raw=*/false).size());
 }

@@ -58,10 +58,15 @@ enum class Shortage {
     kMemory,  ///< The system had no more; another time it may have.
 };
 
-/// A token as the grammar sees it. At the end of the command the code is 0 and the token null.
+/// A token as the grammar sees it, and where it stands. At the end of the command the code is 0 and
+/// there is no token.
 struct TablesToken {
     NodeType code = kNoNodeType;
-    std::unique_ptr<TAVQToken> token;
+    TAVQToken token;
+    int line = 0;    ///< From 1 within the command.
+    int column = 0;  ///< As the tokenizer counts.
+
+    [[nodiscard]] bool HasToken() const { return token.Type() != TokenCodes::kAtEnd; }
 };
 
 /// Hands out the tokens of one TABLES command with their grammar codes, and collects the result.
@@ -86,14 +91,21 @@ public:
     /// Passes over tokens so that the next one delivered is the next slash, or the end.
     void SkipToNextSlash();
 
-    void SetParseResult(std::unique_ptr<TbTrParseNode> root);
+    void SetParseResult(NodeOwner root);
     /// The root of the tree; null before a successful parse, after a failed one, and once
     /// released.
     [[nodiscard]] TbTrParseNode* ParseResult() const { return m_parseResult.get(); }
-    [[nodiscard]] std::unique_ptr<TbTrParseNode> ReleaseParseResult();
+    [[nodiscard]] NodeOwner ReleaseParseResult();
 
     /// The budget of the command. The sequence must not be null.
     [[nodiscard]] CommandBudget& Budget() const { return m_pTokSeq->Budget(); }
+
+    /// Where the nodes of its tree lie. The sequence must not be null.
+    [[nodiscard]] Arena& Memory() const { return m_pTokSeq->Memory(); }
+
+    /// Where the token `token` of the command ends, in the way of `TablesLocation`; 0 for a token
+    /// that is not one of its text. Linear in the text.
+    void FindEnd(const TAVQToken& token, int& line, int& column) const;
 
     void AddReport(ReportEntry entry);
     /// The first report, which is the one that counts; of kind `kNone` when there is none. That a
@@ -139,7 +151,7 @@ private:
 
     [[nodiscard]] TablesToken FirstToken();
     [[nodiscard]] TablesToken EndSubcommand();
-    [[nodiscard]] TablesToken DeliverSlash(std::unique_ptr<TAVQToken> slashToken);
+    [[nodiscard]] TablesToken DeliverSlash(const TAVQToken& slashToken);
     [[nodiscard]] TablesToken DeliverCurrent();
 
     [[nodiscard]] bool AtBreakWord() const;
@@ -154,9 +166,9 @@ private:
     [[nodiscard]] NodeType ClassifyPlainWord() const;
     /// The keyword that the current word is in the current subcommand; 0 when it is a name there.
     [[nodiscard]] NodeType SettingCode() const;
-    /// The sign that is the current token and the number right after it as one token; null, and
+    /// The sign that is the current token and the number right after it as one token; none, and
     /// the sign stays current, when no number follows.
-    [[nodiscard]] std::unique_ptr<TAVQToken> MergeSign();
+    [[nodiscard]] TAVQToken MergeSign();
     void CountToken(NodeType& code);
     void ChargeCopy(const TAVQToken& token);
 
@@ -170,7 +182,7 @@ private:
     std::optional<int> m_replayed;     // the BREAK whose tokens have been delivered before
     bool m_isCopying = false;          // they are being delivered once more
 
-    std::unique_ptr<TbTrParseNode> m_parseResult;
+    NodeOwner m_parseResult;
     Shortage m_shortage = Shortage::kNone;
     TablesLocation m_placeGivenUp;
     std::vector<ReportEntry> m_reports;

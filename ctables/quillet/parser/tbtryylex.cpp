@@ -3,9 +3,7 @@
 #include <cstddef>
 #include <new>
 #include <ostream>
-#include <string>
 #include <string_view>
-#include <utility>
 
 #include "platform/assertion.h"
 
@@ -17,19 +15,18 @@ constexpr std::string_view kModule = "tbtryylex";
 
 void WriteTrace(const TablesCommand& command, const TablesToken& next) {
     if (!command.Trace()) return;
-    if (next.token) {
-        next.token->Dump(*command.Trace(), 0);
+    if (next.HasToken()) {
+        next.token.Dump(*command.Trace(), 0, next.line, next.column);
     } else {
         *command.Trace() << "End-of-command-token-sequence\n";
     }
 }
 
-TablesLocation LocationOf(const TAVQToken& token) {
+TablesLocation LocationOf(const TablesToken& token) {
     TablesLocation location;
-    token.GetPosition(location.first_line, location.first_column);
-    location.last_line = location.first_line;
-    location.last_column = location.first_column;
-    const std::string& tokenStr = token.Text(/*raw=*/true);
+    location.first_line = location.last_line = token.line;
+    location.first_column = location.last_column = token.column;
+    const std::string_view tokenStr = token.token.Text(/*raw=*/true);
     if (QUILLET_ASSERT(!tokenStr.empty(), "tokenStr.size()")) {
         location.last_column += static_cast<int>(tokenStr.size()) - 1;
     }
@@ -43,12 +40,12 @@ int ReadToken(OpaqueValue* pValue, TablesLocation* pLocation, TablesCommand& com
     WriteTrace(command, next);
 
     const NodeType yyTokenType = next.code;
-    if (!next.token) {
+    if (!next.HasToken()) {
         QUILLET_ASSERT(yyTokenType == kNoNodeType, "yyTokenType == 0");
         return 0;
     }
-    *pLocation = LocationOf(*next.token);
-    OpaqueValue_SetTAVQToken(*pValue, std::move(next.token), yyTokenType);
+    *pLocation = LocationOf(next);
+    OpaqueValue_SetTAVQToken(*pValue, next.token, yyTokenType);
     return static_cast<int>(yyTokenType);
 }
 

@@ -2,8 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <ostream>
-#include <utility>
+#include <string>
+
+#include "platform/numberconversion.h"
+#include "tokenizer/operatorspellings.h"
+#include "tokenizer/words.h"
 
 namespace quillet {
 
@@ -91,88 +96,75 @@ int CompareTextPrefix(std::string_view left, std::string_view right, std::size_t
     return left.compare(right);
 }
 
-TAVQToken::TAVQToken(const char* pBegin, const char* pEnd, int line, int column)
-    : m_text(pBegin, pEnd), m_line(line), m_column(column) {}
+std::optional<TAVQToken> TAVQToken::Of(TokenType type, const TokenTexts& texts) {
+    constexpr std::size_t kMaxLength = (std::size_t{1} << kLengthBits) - 1;
+    const std::size_t length = texts.source.size();
+    if (length > kMaxLength) return std::nullopt;
+    TAVQToken token;
+    token.m_type = static_cast<unsigned>(type) & 7U;
+    token.m_pSource = texts.source.data();
+    token.m_length = static_cast<std::uint32_t>(length) & kMaxLength;
+    if (type == kLiteral) {
+        const bool isBetweenQuotes = length > 1 && texts.value.data() == texts.source.data() + 1 &&
+                                     texts.value.size() < length;
+        if (!isBetweenQuotes) return std::nullopt;
+        token.m_value = static_cast<std::uint32_t>(texts.value.size());
+    } else if (type == kString) {
+        // The capitals of a command lie in the same piece of memory as its text, after it.
+        const std::ptrdiff_t distance = texts.value.data() - texts.source.data();
+        if (texts.value.size() != length || distance < 0 ||
+            distance > std::numeric_limits<std::uint32_t>::max()) {
+            return std::nullopt;
+        }
+        token.m_value = static_cast<std::uint32_t>(distance);
+    }
+    return token;
+}
 
-const std::string& TAVQToken::Text(bool /*raw*/) const { return m_text; }
+// The sign that a number may have is no part of what is converted.
+double TAVQToken::NumberValue() const {
+    if (m_type != kNumber) return 0.0;
+    const std::string text(Text(/*raw=*/true));
+    const bool hasSign = text.starts_with('-') || text.starts_with('+');
+    const double value = ConvertNumber(text.c_str() + (hasSign ? 1 : 0)).value;
+    return text.starts_with('-') ? -value : value;
+}
 
-double TAVQToken::NumberValue() const { return 0.0; }
-
-int TAVQToken::Operator() const { return kNotOperator; }
-
-void TAVQToken::GetPosition(int& line, int& column) const {
-    line = m_line;
-    column = m_column;
+int TAVQToken::Operator() const {
+    const std::string_view text = Text(/*raw=*/false);
+    if (m_type == kString) return ReservedWordOperator(text);
+    if (m_type != kOperator || text.empty()) return kNotOperator;
+    if (text.size() == 1) return OneCharacterOperator(text.front());
+    return text.size() == 2 ? FindOperator(kTwoCharacterOperators, text) : kElemPower;
 }
 
 int TAVQToken::CompareText(std::string_view text, std::size_t count, bool raw) const {
     return CompareTextPrefix(Text(raw), text, count);
 }
 
-void TAVQToken::DumpHead(std::ostream& stream, unsigned indent) const {
-    stream << Indentation(indent) << TokenTypeName(Type()) << '\t' << m_line << ':' << m_column;
+void TAVQToken::Dump(std::ostream& stream, unsigned indent) const {
+    stream << Indentation(indent) << TokenTypeName(Type());
+    DumpTexts(stream, indent);
 }
 
-TAVQStringToken::TAVQStringToken(const char* pBegin, const char* pEnd, int line, int column,
-                                 std::string value, int operatorCode)
-    : TAVQToken(pBegin, pEnd, line, column),
-      m_value(std::move(value)),
-      m_operatorCode(operatorCode) {}
-
-std::unique_ptr<TAVQToken> TAVQStringToken::Clone() const {
-    return std::make_unique<TAVQStringToken>(*this);
+void TAVQToken::Dump(std::ostream& stream, unsigned indent, int line, int column) const {
+    stream << Indentation(indent) << TokenTypeName(Type()) << '\t' << line << ':' << column;
+    DumpTexts(stream, indent);
 }
 
-void TAVQStringToken::Dump(std::ostream& stream, unsigned indent) const {
-    DumpHead(stream, indent);
-    stream << '\t' << OperatorName(m_operatorCode) << '\t' << Text(true) << '\n';
-}
-
-const std::string& TAVQStringToken::Text(bool raw) const {
-    return raw ? TAVQToken::Text(raw) : m_value;
-}
-
-TAVQNumberToken::TAVQNumberToken(const char* pBegin, const char* pEnd, int line, int column,
-                                 double value)
-    : TAVQToken(pBegin, pEnd, line, column), m_value(value) {}
-
-std::unique_ptr<TAVQToken> TAVQNumberToken::Clone() const {
-    return std::make_unique<TAVQNumberToken>(*this);
-}
-
-void TAVQNumberToken::Dump(std::ostream& stream, unsigned indent) const {
-    DumpHead(stream, indent);
-    stream << '\t' << m_value << '\t' << Text(true) << '\n';
-}
-
-TAVQLiteralToken::TAVQLiteralToken(const char* pBegin, const char* pEnd, int line, int column,
-                                   std::string value)
-    : TAVQToken(pBegin, pEnd, line, column), m_value(std::move(value)) {}
-
-std::unique_ptr<TAVQToken> TAVQLiteralToken::Clone() const {
-    return std::make_unique<TAVQLiteralToken>(*this);
-}
-
-void TAVQLiteralToken::Dump(std::ostream& stream, unsigned indent) const {
-    DumpHead(stream, indent);
-    stream << '\n' << Indentation(indent) << '`' << m_value << "`\n";
-}
-
-const std::string& TAVQLiteralToken::Text(bool raw) const {
-    return raw ? TAVQToken::Text(raw) : m_value;
-}
-
-TAVQOperatorToken::TAVQOperatorToken(const char* pBegin, const char* pEnd, int line, int column,
-                                     int operatorCode)
-    : TAVQToken(pBegin, pEnd, line, column), m_operatorCode(operatorCode) {}
-
-std::unique_ptr<TAVQToken> TAVQOperatorToken::Clone() const {
-    return std::make_unique<TAVQOperatorToken>(*this);
-}
-
-void TAVQOperatorToken::Dump(std::ostream& stream, unsigned indent) const {
-    DumpHead(stream, indent);
-    stream << '\t' << OperatorName(m_operatorCode) << '\t' << Text(true) << '\n';
+void TAVQToken::DumpTexts(std::ostream& stream, unsigned indent) const {
+    switch (m_type) {
+        case kNumber:
+            stream << '\t' << NumberValue() << '\t' << Text(true);
+            break;
+        case kLiteral:
+            stream << '\n' << Indentation(indent) << '`' << Text(false) << '`';
+            break;
+        default:
+            stream << '\t' << OperatorName(Operator()) << '\t' << Text(true);
+            break;
+    }
+    stream << '\n';
 }
 
 }  // namespace quillet

@@ -3,10 +3,11 @@
 #define QUILLET_TOKENIZER_TAVQTOKEN_H
 
 #include <cstddef>
+#include <cstdint>
 #include <iosfwd>
-#include <memory>
-#include <string>
+#include <optional>
 #include <string_view>
+#include <type_traits>
 
 namespace quillet {
 
@@ -71,114 +72,86 @@ struct TokenCodes {
 /// The name of an operator code for listings; "kNotOperator" for a value without a name.
 [[nodiscard]] std::string_view OperatorName(int operatorCode);
 
-/// One lexical unit of a command, with the source text it was made from.
+/// The texts of a token that cannot be told from one place alone: see `TAVQToken`.
+struct TokenTexts {
+    std::string_view source;
+    std::string_view value;
+};
+
+/// One lexical unit of a command. A plain value of two words: it borrows its texts, which lie in
+/// the command's text, in the capitals next to it, or in the command's arena, and is good for as
+/// long as they are. Where it stands in the command is known to the sequence that it comes from.
 class TAVQToken : public TokenCodes {
 public:
-    virtual ~TAVQToken() = default;
+    /// No token: of the type `kAtEnd`, with empty texts.
+    TAVQToken() = default;
 
-    [[nodiscard]] virtual int Type() const = 0;
-    [[nodiscard]] virtual std::unique_ptr<TAVQToken> Clone() const = 0;
+    /// A token of any texts. `texts` must outlive it.
+    TAVQToken(TokenType type, const TokenTexts& texts)
+        : m_pTexts(&texts), m_isApart(1), m_type(static_cast<unsigned>(type) & 7U) {}
+
+    /// A token whose value text is found from its source text. Nothing when it is not: then the
+    /// texts have to be kept somewhere.
+    [[nodiscard]] static std::optional<TAVQToken> Of(TokenType type, const TokenTexts& texts);
+
+    [[nodiscard]] int Type() const { return static_cast<int>(m_type); }
 
     /// Writes the diagnostic listing, each line after `indent` tabs (after none when `indent`
     /// is above 20).
-    virtual void Dump(std::ostream& stream, unsigned indent) const = 0;
+    void Dump(std::ostream& stream, unsigned indent) const;
+    /// The same with the place where the token stands.
+    void Dump(std::ostream& stream, unsigned indent, int line, int column) const;
 
     /// The source text when `raw`, otherwise the value text: upper case for words, without the
-    /// quotes for literals. Numbers and operators have only their source text. The reference
-    /// lives as long as the token.
-    [[nodiscard]] virtual const std::string& Text(bool raw) const;
+    /// quotes for literals. Numbers and operators have only their source text.
+    [[nodiscard]] std::string_view Text(bool raw) const {
+        if (m_isApart != 0) return raw ? m_pTexts->source : m_pTexts->value;
+        if (raw) return {m_pSource, m_length};
+        if (m_type == kLiteral) return {m_pSource + 1, m_value};
+        return {m_pSource + m_value, m_length};
+    }
 
-    /// The value of a number token, 0.0 for every other.
-    [[nodiscard]] virtual double NumberValue() const;
+    /// The value of a number token, 0.0 for every other. Converted from the text, anew each time.
+    [[nodiscard]] double NumberValue() const;
 
-    /// The code of an operator, or the one that a word carries; otherwise `kNotOperator`.
-    [[nodiscard]] virtual int Operator() const;
-
-    /// Where the token starts. `line` counts from 1 within the command. `column` counts
-    /// characters, from 1 on the first line and from 0 on every later one.
-    virtual void GetPosition(int& line, int& column) const;
+    /// The code of an operator, or the one that a word carries; otherwise `kNotOperator`. Looked
+    /// up anew each time.
+    [[nodiscard]] int Operator() const;
 
     /// Compares `Text(raw)` with `text` as unsigned bytes: below, equal to or above zero. With a
     /// `count` above 0 only the first `count` bytes of each side take part.
-    [[nodiscard]] virtual int CompareText(std::string_view text, std::size_t count, bool raw) const;
+    [[nodiscard]] int CompareText(std::string_view text, std::size_t count, bool raw) const;
 
-protected:
-    /// The source text is the bytes from `pBegin` up to, not including, `pEnd`.
-    TAVQToken(const char* pBegin, const char* pEnd, int line, int column);
-    TAVQToken(const TAVQToken&) = default;
-    TAVQToken& operator=(const TAVQToken&) = default;
-
-    /// Writes what every listing begins with: type name and position.
-    void DumpHead(std::ostream& stream, unsigned indent) const;
+    /// A number that whoever keeps tokens may store with them, up to `kMaxTag`: there is room.
+    [[nodiscard]] unsigned Tag() const { return m_tag; }
+    void SetTag(unsigned tag) { m_tag = tag & kMaxTag; }
+    static constexpr unsigned kMaxTag = (1U << 10U) - 1;
 
 private:
-    std::string m_text;
-    int m_line;
-    int m_column;
+    static constexpr unsigned kLengthBits = 18;
+
+    // What follows the type and the place.
+    void DumpTexts(std::ostream& stream, unsigned indent) const;
+
+    union {
+        const char* m_pSource = "";
+        const TokenTexts* m_pTexts;  // when the texts are kept apart
+    };
+    // How far from the source text the value text lies, which is as long; of a literal, whose value
+    // text begins after the quote, its length.
+    std::uint32_t m_value = 0;
+    std::uint32_t m_length : kLengthBits = 0;
+    std::uint32_t m_isApart : 1 = 0;
+    std::uint32_t m_type : 3 = kAtEnd;
+    std::uint32_t m_tag : 10 = 0;
 };
+
+static_assert(std::is_trivially_copyable_v<TAVQToken>, "a parser copies tokens byte by byte");
+static_assert(sizeof(void*) > 8 || sizeof(TAVQToken) <= 16, "most of a tree is tokens");
 
 /// The rule of `CompareText`, for texts that are not in a token: see there.
 [[nodiscard]] int CompareTextPrefix(std::string_view left, std::string_view right,
                                     std::size_t count);
-
-/// A word: a name or keyword.
-class TAVQStringToken : public TAVQToken {
-public:
-    TAVQStringToken(const char* pBegin, const char* pEnd, int line, int column, std::string value,
-                    int operatorCode);
-
-    [[nodiscard]] int Type() const override { return kString; }
-    [[nodiscard]] std::unique_ptr<TAVQToken> Clone() const override;
-    void Dump(std::ostream& stream, unsigned indent) const override;
-    [[nodiscard]] const std::string& Text(bool raw) const override;
-    [[nodiscard]] int Operator() const override { return m_operatorCode; }
-
-private:
-    std::string m_value;
-    int m_operatorCode;
-};
-
-/// A number.
-class TAVQNumberToken : public TAVQToken {
-public:
-    TAVQNumberToken(const char* pBegin, const char* pEnd, int line, int column, double value);
-
-    [[nodiscard]] int Type() const override { return kNumber; }
-    [[nodiscard]] std::unique_ptr<TAVQToken> Clone() const override;
-    void Dump(std::ostream& stream, unsigned indent) const override;
-    [[nodiscard]] double NumberValue() const override { return m_value; }
-
-private:
-    double m_value;
-};
-
-/// A quoted literal; the source text keeps its quotes.
-class TAVQLiteralToken : public TAVQToken {
-public:
-    TAVQLiteralToken(const char* pBegin, const char* pEnd, int line, int column, std::string value);
-
-    [[nodiscard]] int Type() const override { return kLiteral; }
-    [[nodiscard]] std::unique_ptr<TAVQToken> Clone() const override;
-    void Dump(std::ostream& stream, unsigned indent) const override;
-    [[nodiscard]] const std::string& Text(bool raw) const override;
-
-private:
-    std::string m_value;
-};
-
-/// An operator or a punctuation mark.
-class TAVQOperatorToken : public TAVQToken {
-public:
-    TAVQOperatorToken(const char* pBegin, const char* pEnd, int line, int column, int operatorCode);
-
-    [[nodiscard]] int Type() const override { return kOperator; }
-    [[nodiscard]] std::unique_ptr<TAVQToken> Clone() const override;
-    void Dump(std::ostream& stream, unsigned indent) const override;
-    [[nodiscard]] int Operator() const override { return m_operatorCode; }
-
-private:
-    int m_operatorCode;
-};
 
 }  // namespace quillet
 

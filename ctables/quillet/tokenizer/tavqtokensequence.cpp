@@ -14,8 +14,8 @@ namespace {
 constexpr std::string_view kModule = "tavqtokensequence";
 
 // Lends `text` out, or null and 0 when there is none.
-std::size_t Lend(const std::string* pText, const char*& chars, std::size_t& length) {
-    chars = pText != nullptr ? pText->c_str() : nullptr;
+std::size_t Lend(const std::string_view* pText, const char*& chars, std::size_t& length) {
+    chars = pText != nullptr ? pText->data() : nullptr;
     length = pText != nullptr ? pText->size() : 0;
     return length;
 }
@@ -27,7 +27,7 @@ struct TAVQTokenSequence::Implementation {
     unsigned m_nextIndex = 0;  // the token that the next advance makes current
     TAVQTokenVector m_tokenVec;
     const CodePage& m_codePage;
-    const TAVQToken* m_pToken = nullptr;  // the current token; null at the end
+    const ScannedToken* m_pToken = nullptr;  // the current token; null at the end
 
     void GoTo(unsigned index) {
         m_curr = index;
@@ -39,13 +39,14 @@ struct TAVQTokenSequence::Implementation {
 TAVQTokenSequence::TAVQTokenSequence(const CodePage& codePage, const std::string& text,
                                      bool skipLeadingSign, int maxTokens)
     : m_pImp(new Implementation{
-          0, 0, TAVQTokenVector(codePage, text, skipLeadingSign, maxTokens, Budget()), codePage}) {
+          0, 0, TAVQTokenVector(codePage, text, skipLeadingSign, maxTokens, Budget(), Memory()),
+          codePage}) {
     m_pImp->GoTo(0);
 }
 
 TAVQTokenSequence::~TAVQTokenSequence() = default;
 
-const TAVQToken* TAVQTokenSequence::Current() const { return m_pImp->m_pToken; }
+const ScannedToken* TAVQTokenSequence::Current() const { return m_pImp->m_pToken; }
 
 bool TAVQTokenSequence::Next() {
     const auto count = static_cast<unsigned>(m_pImp->m_tokenVec.Count());
@@ -66,64 +67,70 @@ void TAVQTokenSequence::SetNextIndex(int index) {
 int TAVQTokenSequence::Count() const { return m_pImp->m_tokenVec.Count(); }
 
 int TAVQTokenSequence::Type() const {
-    const TAVQToken* pToken = Current();
-    return pToken != nullptr ? pToken->Type() : kAtEnd;
+    const ScannedToken* pToken = Current();
+    return pToken != nullptr ? pToken->type : kAtEnd;
 }
 
 int TAVQTokenSequence::Operator() const {
-    const TAVQToken* pToken = Current();
-    return pToken != nullptr ? pToken->Operator() : kNotOperator;
+    const ScannedToken* pToken = Current();
+    return pToken != nullptr ? pToken->operatorCode : kNotOperator;
 }
 
 std::size_t TAVQTokenSequence::GetText(const char*& chars, std::size_t& length) const {
-    const TAVQToken* pToken = Current();
-    const bool raw = pToken != nullptr && pToken->Type() != kLiteral;
-    return Lend(pToken != nullptr ? &pToken->Text(raw) : nullptr, chars, length);
+    const ScannedToken* pToken = Current();
+    if (pToken != nullptr && pToken->type != kLiteral) return GetSourceText(chars, length);
+    return GetValueText(chars, length);
 }
 
 std::size_t TAVQTokenSequence::GetValueText(const char*& chars, std::size_t& length) const {
-    const TAVQToken* pToken = Current();
-    return Lend(pToken != nullptr ? &pToken->Text(false) : nullptr, chars, length);
+    const ScannedToken* pToken = Current();
+    return Lend(pToken != nullptr ? &pToken->texts.value : nullptr, chars, length);
 }
 
 double TAVQTokenSequence::NumberValue() const {
-    const TAVQToken* pToken = Current();
-    return pToken != nullptr ? pToken->NumberValue() : 0.0;
+    const ScannedToken* pToken = Current();
+    return pToken != nullptr ? pToken->number : 0.0;
 }
 
 int TAVQTokenSequence::Line() const {
-    const TAVQToken* pToken = Current();
+    const ScannedToken* pToken = Current();
     if (!QUILLET_ASSERT(pToken != nullptr, "m_pImp->m_curr < m_pImp->m_tokenVec.Count()")) return 0;
-    int line = 0;
-    int column = 0;
-    pToken->GetPosition(line, column);
-    return line;
+    return pToken->line;
 }
 
 int TAVQTokenSequence::Column() const {
-    int line = 0;
-    int column = 0;
-    if (const TAVQToken* pToken = Current()) pToken->GetPosition(line, column);
-    return column;
+    const ScannedToken* pToken = Current();
+    return pToken != nullptr ? pToken->column : 0;
 }
 
 std::size_t TAVQTokenSequence::GetSourceText(const char*& chars, std::size_t& length) const {
-    const TAVQToken* pToken = Current();
-    return Lend(pToken != nullptr ? &pToken->Text(true) : nullptr, chars, length);
+    const ScannedToken* pToken = Current();
+    return Lend(pToken != nullptr ? &pToken->texts.source : nullptr, chars, length);
 }
 
 void TAVQTokenSequence::DumpCurrent(std::ostream& stream) const {
-    if (const TAVQToken* pToken = Current()) pToken->Dump(stream, 0);
+    const ScannedToken* pToken = Current();
+    if (pToken == nullptr) return;
+    TAVQToken(pToken->type, pToken->texts).Dump(stream, 0, pToken->line, pToken->column);
 }
 
 int TAVQTokenSequence::CompareCurrent(std::string_view text, std::size_t count) const {
-    const TAVQToken* pToken = Current();
-    return pToken != nullptr ? pToken->CompareText(text, count, false) : -1;
+    const ScannedToken* pToken = Current();
+    return pToken != nullptr ? CompareTextPrefix(pToken->texts.value, text, count) : -1;
 }
 
-std::unique_ptr<TAVQToken> TAVQTokenSequence::CloneCurrent() const {
-    const TAVQToken* pToken = Current();
-    return pToken != nullptr ? pToken->Clone() : nullptr;
+// Few tokens have texts that the token itself cannot find.
+TAVQToken TAVQTokenSequence::CloneCurrent() {
+    const ScannedToken* pToken = Current();
+    if (pToken == nullptr) return {};
+    if (const auto token = TAVQToken::Of(pToken->type, pToken->texts)) return *token;
+    return {pToken->type, *Memory().New<TokenTexts>(pToken->texts)};
+}
+
+bool TAVQTokenSequence::FindPosition(std::string_view source, int& line, int& column) {
+    const bool isFound = m_pImp->m_tokenVec.FindPosition(source, line, column);
+    m_pImp->GoTo(m_pImp->m_curr);
+    return isFound;
 }
 
 CommandKind TAVQTokenSequence::CommandKind() const { return KindOf(m_pImp->m_tokenVec.State()); }

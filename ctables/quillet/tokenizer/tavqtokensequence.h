@@ -13,7 +13,10 @@
 
 namespace quillet {
 
-/// Tokenizes a command when it is constructed and owns the tokens.
+struct ScannedToken;
+
+/// Tokenizes a command when it is constructed. Owns a copy of its text, the tokens, and what is
+/// made of them.
 class TAVQTokenSequence final : public TokenSequenceBase {
 public:
     /// For the parameters and the `ParseError` thrown see `TAVQTokenVector`. `text` need not
@@ -38,7 +41,8 @@ public:
     std::size_t GetSourceText(const char*& chars, std::size_t& length) const override;
     void DumpCurrent(std::ostream& stream) const override;
     [[nodiscard]] int CompareCurrent(std::string_view text, std::size_t count) const override;
-    [[nodiscard]] std::unique_ptr<TAVQToken> CloneCurrent() const override;
+    [[nodiscard]] TAVQToken CloneCurrent() override;
+    [[nodiscard]] bool FindPosition(std::string_view source, int& line, int& column) override;
 
     // What follows belongs to the given interface of a sequence. No conversion step uses it: each
     // asks the function that is named here, for which no token needs to be kept.
@@ -59,7 +63,7 @@ public:
 private:
     struct Implementation;
 
-    [[nodiscard]] const TAVQToken* Current() const;
+    [[nodiscard]] const ScannedToken* Current() const;
 
     std::unique_ptr<Implementation> m_pImp;
 };

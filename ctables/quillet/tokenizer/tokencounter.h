@@ -52,6 +52,7 @@ public:
         Add(source, TokenCodes::kLiteral);
     }
 
+    static constexpr bool kReadsAgain = false;
     [[nodiscard]] static bool MayLeaveUnconverted(std::string_view number) {
         return number.size() <= kShortNumber &&
                number.find_first_of("eE") == std::string_view::npos;

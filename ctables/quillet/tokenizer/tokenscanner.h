@@ -8,7 +8,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -37,6 +36,12 @@ struct SourceRange {
     }
 };
 
+/// A place between two tokens, to which every scanner of the same text may be sent.
+struct ScannerPlace {
+    MbCharPointer cursor;
+    int line;
+};
+
 /// Reads the tokens of one text, each of which goes to the sink.
 ///
 /// A sink has `AddWord`, `AddMacroWord`, `AddNumber` (with the value), `AddOperator` (with its
@@ -44,7 +49,8 @@ struct SourceRange {
 /// how many bytes of that the literal has already), then `EndLiteral`. `Count` tells how many
 /// tokens it has been given; of the last one, if it is one of the first two, `LastValue` gives the
 /// value text and `LastFirstByte` the first byte of the source text. `MayLeaveUnconverted` tells
-/// that nobody asks for the value of a number and that it cannot be wrong.
+/// that nobody asks for the value of a number and that it cannot be wrong. `kReadsAgain` tells that
+/// the text has been read before, so that what there is to report has been reported.
 ///
 /// The text, its code page and the sink are borrowed. Linear in the text.
 template <class Sink>
@@ -59,18 +65,36 @@ public:
     /// character is stepped over. Returns `kOrdinary` or the state of a special command. Throws
     /// `ParseError`.
     SpecialCommandState Run(bool skipLeadingSign, int maxTokens) {
-        const int limit = maxTokens > 0 ? maxTokens : std::numeric_limits<int>::max();
+        Begin(skipLeadingSign);
+        while (Step(maxTokens)) {
+        }
+        return State();
+    }
+
+    /// The same step by step: `Begin`, and then `Step` for as long as it gives true.
+    void Begin(bool skipLeadingSign) {
         if (skipLeadingSign && (m_cursor.Code() == '+' || m_cursor.Code() == '-')) {
             m_cursor.Advance();
         }
-        while (m_sink.Count() < limit && !IsSpecial(m_state)) {
-            SkipSeparators();
-            if (m_cursor.Code() == 0) break;
-            const int count = m_sink.Count();
-            ReadToken();
-            if (m_sink.Count() > count) ClassifyCommand();
-        }
+    }
+    /// Reads one token, or a comma. False when there is none, or none more is wanted.
+    bool Step(int maxTokens) {
+        const int count = m_sink.Count();
+        if ((maxTokens > 0 && count >= maxTokens) || IsSpecial(m_state)) return false;
+        SkipSeparators();
+        if (m_cursor.Code() == 0) return false;
+        ReadToken();
+        if (m_sink.Count() > count) ClassifyCommand();
+        return true;
+    }
+    [[nodiscard]] SpecialCommandState State() const {
         return IsSpecial(m_state) ? m_state : SpecialCommandState::kOrdinary;
+    }
+
+    [[nodiscard]] ScannerPlace Here() const { return {m_cursor, m_line}; }
+    void GoTo(const ScannerPlace& place) {
+        m_cursor = place.cursor;
+        m_line = place.line;
     }
 
     /// Where the scanner stands. Whoever moves it must not pass a line break.
@@ -250,7 +274,7 @@ private:
         if (number.pEnd != m_cursor.Position()) {
             throw ParseError(m_line, start.Column(), ParseErrorKind::kInvalidNumber);
         }
-        QUILLET_ASSERT(!number.outOfRange, "errno != ERANGE");
+        if constexpr (!Sink::kReadsAgain) QUILLET_ASSERT(!number.outOfRange, "errno != ERANGE");
         return number.value;
     }
 

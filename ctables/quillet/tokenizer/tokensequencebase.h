@@ -4,9 +4,9 @@
 
 #include <cstddef>
 #include <iosfwd>
-#include <memory>
 #include <string_view>
 
+#include "platform/arena.h"
 #include "platform/commandbudget.h"
 #include "tokenizer/tavqtoken.h"
 
@@ -53,20 +53,31 @@ public:
     virtual void DumpCurrent(std::ostream& stream) const = 0;
     /// The current token's `CompareText` on its value text; -1 at the end.
     [[nodiscard]] virtual int CompareCurrent(std::string_view text, std::size_t count) const = 0;
-    /// A copy of the current token; null at the end.
-    [[nodiscard]] virtual std::unique_ptr<TAVQToken> CloneCurrent() const = 0;
+    /// The current token, good for as long as the sequence; none at the end.
+    [[nodiscard]] virtual TAVQToken CloneCurrent() = 0;
+    /// Where the token of this sequence stands whose source text is `source`: sets `line` and
+    /// `column` as `Line` and `Column` give them. False, and nothing is set, when there is none,
+    /// and for a sequence that does not know.
+    [[nodiscard]] virtual bool FindPosition(std::string_view /*source*/, int& /*line*/,
+                                            int& /*column*/) {
+        return false;
+    }
 
     /// What the command may still ask for beyond its own size. Whoever reads the tokens and
     /// multiplies what they say charges it.
     [[nodiscard]] CommandBudget& Budget() { return m_budget; }
 
+    /// What is made of the command lies here: see there who owns what.
+    [[nodiscard]] Arena& Memory() { return m_memory; }
+
 protected:
     TokenSequenceBase() = default;
-    TokenSequenceBase(const TokenSequenceBase&) = default;
-    TokenSequenceBase& operator=(const TokenSequenceBase&) = default;
+    TokenSequenceBase(const TokenSequenceBase&) = delete;
+    TokenSequenceBase& operator=(const TokenSequenceBase&) = delete;
 
 private:
     CommandBudget m_budget;
+    Arena m_memory;
 };
 
 }  // namespace quillet

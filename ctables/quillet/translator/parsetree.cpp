@@ -204,8 +204,8 @@ private:
 
 }  // namespace
 
-bool TranslateTablesCommand(std::unique_ptr<TbTrParseNode> root, TablesCommand& command,
-                            const CodePage& codePage, std::string& text) {
+bool TranslateTablesCommand(NodeOwner root, TablesCommand& command, const CodePage& codePage,
+                            std::string& text) {
     text.clear();
     if (!root) return true;
     const CommandView view(*root);

@@ -24,9 +24,8 @@ namespace quillet {
 /// the tree and the text, and memory stays within a small multiple of them. A table that multiplied
 /// out would have more than a million variables fails before anything is built, and one that asks
 /// for more than the command's budget when it is reached. Throws `std::bad_alloc` alone.
-[[nodiscard]] bool TranslateTablesCommand(std::unique_ptr<TbTrParseNode> root,
-                                          TablesCommand& command, const CodePage& codePage,
-                                          std::string& text);
+[[nodiscard]] bool TranslateTablesCommand(NodeOwner root, TablesCommand& command,
+                                          const CodePage& codePage, std::string& text);
 
 }  // namespace quillet
 

@@ -65,14 +65,13 @@ public:
     SortWriter(const Node& statsDimension, const Node* pFirstMagnet,
                const TranslationContext& context)
         : m_pFirstMagnet(pFirstMagnet), m_context(context) {
-        for (const Node* pLeaf : LeavesOf(statsDimension))
-            m_statsNames.insert(UpperCaseName(*pLeaf));
+        LeafWalk walk(statsDimension);
+        while (const Node* pLeaf = walk.Next()) m_statsNames.insert(UpperCaseName(*pLeaf));
     }
 
     [[nodiscard]] bool Write(const Node& subcommand, OutputSequence& out) const {
-        const std::optional<SortView> sort = SortView::Of(subcommand);
-        if (!sort) return false;
-        for (const Node* pKey : sort->Keys()) {
+        const SortView sort(subcommand);
+        for (const Node* pKey : sort.Keys()) {
             const std::optional<SortKeyView> sortKey = SortKeyView::Of(pKey);
             std::string key;
             if (!sortKey || !MakeKey(*sortKey, key)) return false;
@@ -80,7 +79,7 @@ public:
             out.Add("/CATEGORIES VAR=", false);
             out.Add(m_context.Types().OutputName(sortKey->Variable()), false);
             out.Add("ORDER=", true);
-            out.Add(sort->IsAscending() ? "A" : "D", false);
+            out.Add(sort.IsAscending() ? "A" : "D", false);
             out.Add("KEY=", true);
             out.Add(key, false);
         }

@@ -38,7 +38,7 @@ std::string MarkedName(const Node& variable, const VariableTypes& types) {
 // A stacking or nesting that is being written.
 struct OpenTerm {
     const Node* pOperator;
-    std::size_t next;
+    const Node* pNext;  // null at its end
     OutputSequence::Place begin;
 };
 
@@ -51,14 +51,16 @@ public:
         Begin(root);
         while (!m_open.empty()) {
             OpenTerm& term = m_open.back();
-            if (term.next == term.pOperator->GetChildCount()) {
+            const Node* pNext = term.pNext;
+            if (!pNext) {
                 End();
                 continue;
             }
-            if (term.next > 0) {
+            if (pNext != term.pOperator->FirstChild()) {
                 m_out.Add(term.pOperator->GetNodeType() == SP_PLUS ? "+" : ">", false);
             }
-            Begin(*term.pOperator->GetChild(term.next++));
+            term.pNext = term.pOperator->ChildAfter(*pNext);
+            Begin(*pNext);
         }
     }
 
@@ -70,7 +72,7 @@ private:
         }
         const OutputSequence::Place begin = m_out.Here();
         if (!m_open.empty()) m_out.Add("(", false);
-        m_open.push_back({&node, 0, begin});
+        m_open.push_back({&node, node.FirstChild(), begin});
     }
 
     void End() {
@@ -90,7 +92,8 @@ private:
 class MultipliedNames {
 public:
     MultipliedNames(const Node& dimension, CommandBudget& budget) : m_budget(budget) {
-        for (const Node* pLeaf : LeavesOf(dimension)) m_free += SpellingOf(*pLeaf).size();
+        LeafWalk walk(dimension);
+        while (const Node* pLeaf = walk.Next()) m_free += SpellingOf(*pLeaf).size();
     }
 
     void Charge(const Node& variable) {
@@ -159,7 +162,7 @@ bool DecidesForItsDimension(const Node& variable, const TotalRecords& records,
 std::size_t RemoveMarkers(TbTrParseNode& table, NodeType marker) {
     std::size_t markerDim = 0;
     for (std::size_t i = 0; i < TableView(table).DimensionCount(); ++i) {
-        if (!table.GetChild(i)) continue;
+        if (!TableView(table).Dimension(i + 1)) continue;
         bool found = false;
         const auto decide = [&](const Node& leaf, const LeafPlace&) {
             if (leaf.GetNodeType() != marker) return LeafDecision::kKeep;
@@ -169,7 +172,7 @@ std::size_t RemoveMarkers(TbTrParseNode& table, NodeType marker) {
         if (!QUILLET_ASSERT(RemoveLeaves(table, i, decide), "removed")) return kTwoDimensions;
         if (!found) continue;
         markerDim = markerDim == 0 ? i + 1 : kTwoDimensions;
-        if (Node* pDimension = table.GetChild(i)) Flatten(*pDimension);
+        if (Node* pDimension = TableView(table).Dimension(i + 1)) Flatten(*pDimension);
     }
     return markerDim;
 }
@@ -181,7 +184,8 @@ std::size_t FindStatsCompDim(const TbTrParseNode& table, const TotalRecords& rec
     for (std::size_t number = 1; number <= view.DimensionCount(); ++number) {
         const Node* pDimension = view.Dimension(number);
         if (!pDimension) continue;
-        for (const Node* pLeaf : LeavesOf(*pDimension)) {
+        LeafWalk walk(*pDimension);
+        while (const Node* pLeaf = walk.Next()) {
             if (DecidesForItsDimension(*pLeaf, records, statistics, types)) return number;
         }
     }
@@ -194,8 +198,7 @@ std::size_t FindStatsCompDim(const TbTrParseNode& table, const TotalRecords& rec
 bool IsTooLarge(const TbTrParseNode& table) {
     const auto dimensions = TableView(table).Dimensions();
     return std::any_of(dimensions.begin(), dimensions.end(), [](const Node* pDimension) {
-        return pDimension &&
-               MultipliedLeafCount(*pDimension, kMaxMultipliedLeaves) > kMaxMultipliedLeaves;
+        return MultipliedLeafCount(*pDimension, kMaxMultipliedLeaves) > kMaxMultipliedLeaves;
     });
 }
 

@@ -36,10 +36,10 @@ std::vector<Node*> TotaledVariables(Node& term) {
         if (pNode->GetNodeType() == SP_GREATERTHAN) {
             pending.push_back(OperatorView(*pNode).First());
         } else if (pNode->GetNodeType() == SP_PLUS) {
+            const auto before = static_cast<std::ptrdiff_t>(pending.size());
             const NodeChildren operands = OperatorView(*pNode).Operands();
             pending.insert(pending.end(), operands.begin(), operands.end());
-            std::reverse(pending.end() - static_cast<std::ptrdiff_t>(operands.Count()),
-                         pending.end());
+            std::reverse(pending.begin() + before, pending.end());
         } else {
             variables.push_back(pNode);
         }
@@ -71,7 +71,7 @@ public:
         for (const Association& association : m_inOrder) {
             if (!association.pTerm) continue;
             for (Node* pVariable : TotaledVariables(*association.pTerm)) {
-                Attach(*pVariable, *association.pTotal, context.Budget());
+                Attach(*pVariable, *association.pTotal, context.Budget(), context.Memory());
                 Record(*pVariable, *association.pTotal, context.Types(), records);
             }
         }
@@ -83,7 +83,8 @@ private:
         const Declaration* pTotal;
     };
 
-    static void Attach(Node& variable, const Declaration& total, CommandBudget& budget) {
+    static void Attach(Node& variable, const Declaration& total, CommandBudget& budget,
+                       Arena& memory) {
         const NodeType totalType = TotalTypeOf(total);
         if (totalType == TBI_PTOTALVAR && VariableView(variable).TotalType() == TBI_FTOTALVAR) {
             return;
@@ -91,7 +92,7 @@ private:
         // The node itself is paid for by the variable that it hangs on.
         const TAVQToken& name = *total.pVariable->GetToken();
         budget.ChargeCopies(name.Text(/*raw=*/true).size() + name.Text(/*raw=*/false).size());
-        VariableView::SetTotal(variable, MakeNode(totalType, name.Clone()));
+        VariableView::SetTotal(variable, MakeNode(memory, totalType, name));
     }
 
     static void Record(const Node& variable, const Declaration& total, const VariableTypes& types,
@@ -228,8 +229,8 @@ std::vector<TotalLine> GroupByTotal(const TotalRecords& records) {
 }
 
 std::string LabelOf(const TotalView& total) {
-    if (total.Label()) return total.Label()->Text(/*raw=*/true);
-    return "\"" + total.Name()->Text(/*raw=*/false) + "\"";
+    if (total.Label()) return std::string(total.Label()->Text(/*raw=*/true));
+    return "\"" + std::string(total.Name()->Text(/*raw=*/false)) + "\"";
 }
 
 void WriteTotalLine(const std::vector<std::string_view>& names, const TotalView& total,
@@ -248,14 +249,14 @@ void WriteTotalLine(const std::vector<std::string_view>& names, const TotalView&
 bool CollectTotals(TbTrParseNode& table, std::size_t dimension, const TranslationContext& context,
                    TotalRecords& records) {
     if (!TableView(table).IsTable()) return false;
-    if (!table.GetChild(dimension)) return true;
+    if (!TableView(table).Dimension(dimension + 1)) return true;
     TotalCollector collector(context);
     const auto decide = [&collector](Node& leaf, const LeafPlace& place) {
         return collector.Decide(leaf, place);
     };
     if (!RemoveLeaves(table, dimension, decide)) return false;
     collector.Apply(records);
-    if (Node* pDimension = table.GetChild(dimension)) Flatten(*pDimension);
+    if (Node* pDimension = TableView(table).Dimension(dimension + 1)) Flatten(*pDimension);
     return true;
 }
 
@@ -263,7 +264,8 @@ bool WriteTotalCategories(const TotalRecords& records, const TranslationContext&
                           OutputSequence& out) {
     out.Clear();
     for (const TotalLine& line : GroupByTotal(records)) {
-        const std::optional<TotalView> total = TotalView::Of(*line.pTotal);
+        const std::optional<TotalView> total =
+            TotalView::Of(*line.pTotal, context.Types().TypeOf(*line.pTotal));
         if (!total) return false;
         context.ChargeRepeated(*line.pTotal, LabelOf(*total).size());
         if (!out.IsEmpty()) out.NewLine();

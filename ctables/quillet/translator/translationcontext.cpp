@@ -14,8 +14,7 @@ void TranslationContext::Report(TablesErrorKind kind, const TAVQToken& token) co
     ReportEntry entry;
     entry.kind = kind;
     entry.text = token.Text(/*raw=*/true);
-    token.GetPosition(entry.line, entry.column);
-    entry.column += static_cast<int>(entry.text.size()) - 1;
+    m_command.FindEnd(token, entry.line, entry.column);
     m_command.AddReport(std::move(entry));
 }
 

@@ -29,6 +29,9 @@ public:
     /// Charged by every step that writes something more often than the command says it.
     [[nodiscard]] CommandBudget& Budget() const { return m_command.Budget(); }
 
+    /// Where further nodes of the tree lie.
+    [[nodiscard]] Arena& Memory() const { return m_command.Memory(); }
+
     /// Charges `size` bytes of text when `node` is written for the second time and later; throws
     /// `CommandTooLarge`.
     void ChargeRepeated(const TbTrParseNode& node, std::size_t size) const;

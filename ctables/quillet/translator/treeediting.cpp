@@ -1,7 +1,7 @@
 #include "translator/treeediting.h"
 
 #include <algorithm>
-#include <memory>
+#include <deque>
 #include <string_view>
 #include <utility>
 
@@ -16,24 +16,33 @@ constexpr std::string_view kModule = "treeediting";
 
 using Node = TbTrParseNode;
 
-// An operator whose children are being walked.
-struct Walk {
-    const Node* pOperator;
-    std::size_t next = 0;
-};
+constexpr std::size_t kFirst = 0;
 
-// An operator while leaves are taken out of it: the children before `kept` stay, those from
-// `next` on are still to be looked at, the slots between are empty.
+// An operator while leaves are taken out of it. Its children have been taken apart: those that
+// stay are its children again, the others wait in `rest`.
 struct Sweep {
-    Node* pOperator;
-    std::size_t next = 0;
-    std::size_t kept = 0;
+    explicit Sweep(Node& node)
+        : pOperator(&node),
+          rest(node.GetNodeType()),
+          hasSeveral(node.FirstChild() != node.LastChild()) {
+        rest.TakeChildren(node);
+    }
 
-    [[nodiscard]] std::size_t Count() const { return pOperator->GetChildCount(); }
+    // The next one to be decided upon; null at the end.
+    [[nodiscard]] Node* Current() const { return rest.FirstChild(); }
     // Everything to the left was removed and nothing is to the right: the operator is useless.
     [[nodiscard]] bool IsAtOnlyChildLeft() const {
-        return kept == 0 && next > 0 && next + 1 == Count();
+        return !pOperator->HasChildren() && !isAtFirst && rest.FirstChild() == rest.LastChild();
     }
+    NodeOwner TakeCurrent() {
+        isAtFirst = false;
+        return rest.RemoveChild(kFirst);
+    }
+
+    Node* pOperator;
+    Node rest;
+    bool hasSeveral;
+    bool isAtFirst = true;
 };
 
 class LeafRemoval {
@@ -44,16 +53,13 @@ public:
     [[nodiscard]] bool Run() {
         Node* pRoot = m_table.GetChild(m_dimension);
         if (!IsOperator(pRoot->GetNodeType())) return RunOnSingleLeaf(*pRoot);
-        m_sweeps.push_back({pRoot});
+        m_sweeps.emplace_back(*pRoot);
         while (!m_sweeps.empty()) {
-            Sweep& sweep = m_sweeps.back();
-            if (sweep.next == sweep.Count()) {
+            Node* pChild = m_sweeps.back().Current();
+            if (!pChild) {
                 FinishOperator();
-                continue;
-            }
-            Node* pChild = sweep.pOperator->GetChild(sweep.next);
-            if (IsOperator(pChild->GetNodeType())) {
-                m_sweeps.push_back({pChild});
+            } else if (IsOperator(pChild->GetNodeType())) {
+                m_sweeps.emplace_back(*pChild);
             } else if (!DecideOnLeaf(*pChild)) {
                 return false;
             }
@@ -64,7 +70,7 @@ public:
 private:
     [[nodiscard]] bool RunOnSingleLeaf(Node& leaf) {
         const LeafDecision decision = m_decide(leaf, {m_table.GetNodeType()});
-        if (decision == LeafDecision::kRemove) m_table.ReplaceChild(m_dimension, nullptr);
+        if (decision == LeafDecision::kRemove) TableView::EmptyDimension(m_table, m_dimension);
         return decision != LeafDecision::kFail;
     }
 
@@ -72,14 +78,11 @@ private:
         Sweep& sweep = m_sweeps.back();
         switch (m_decide(leaf, PlaceOf())) {
             case LeafDecision::kKeep:
-                KeepLeaf();
+                sweep.pOperator->AddChild(sweep.TakeCurrent());
                 return true;
             case LeafDecision::kRemove:
-                if (!QUILLET_ASSERT(sweep.Count() > 1, "pParent->GetChildCount() > 1")) {
-                    return false;
-                }
-                sweep.pOperator->ReplaceChild(sweep.next, nullptr);
-                ++sweep.next;
+                if (!QUILLET_ASSERT(sweep.hasSeveral, "pParent->GetChildCount() > 1")) return false;
+                sweep.TakeCurrent();
                 return true;
             case LeafDecision::kFail:
                 break;
@@ -88,7 +91,7 @@ private:
     }
 
     // An operator of which only the current child is left has given its place to that child,
-    // even if the slots still say otherwise.
+    // even if the tree still says otherwise.
     [[nodiscard]] LeafPlace PlaceOf() const {
         const auto pParent =
             std::find_if(m_sweeps.rbegin(), m_sweeps.rend(),
@@ -96,88 +99,49 @@ private:
         if (pParent == m_sweeps.rend()) return {m_table.GetNodeType()};
         LeafPlace place;
         place.parentType = pParent->pOperator->GetNodeType();
-        if (pParent->kept > 0) place.pPrevious = pParent->pOperator->GetChild(pParent->kept - 1);
-        place.pNext = pParent->pOperator->GetChild(pParent->next + 1);
+        place.pPrevious = pParent->pOperator->LastChild();
+        place.pNext = pParent->rest.ChildAfter(*pParent->Current());
         return place;
-    }
-
-    // As long as nothing was removed to the left, a leaf that stays is in its place.
-    void KeepLeaf() {
-        Sweep& sweep = m_sweeps.back();
-        if (sweep.kept < sweep.next) {
-            KeepCurrent(sweep.pOperator->ReplaceChild(sweep.next, nullptr));
-            return;
-        }
-        ++sweep.kept;
-        ++sweep.next;
-    }
-
-    void KeepCurrent(NodeOwner node) {
-        Sweep& sweep = m_sweeps.back();
-        sweep.pOperator->ReplaceChild(sweep.kept, std::move(node));
-        ++sweep.kept;
-        ++sweep.next;
     }
 
     // Puts what is left of the innermost operator in its place.
     void FinishOperator() {
-        const Sweep finished = m_sweeps.back();
+        Node& finished = *m_sweeps.back().pOperator;
         m_sweeps.pop_back();
-        while (finished.Count() > finished.kept) {
-            finished.pOperator->RemoveChild(finished.Count() - 1);
+        const bool isOnlyChild =
+            finished.HasChildren() && finished.FirstChild() == finished.LastChild();
+        NodeOwner child = isOnlyChild ? finished.RemoveChild(kFirst) : nullptr;
+        if (!m_sweeps.empty()) {
+            NodeOwner whole = m_sweeps.back().TakeCurrent();
+            if (child) whole = std::move(child);
+            if (isOnlyChild || finished.HasChildren()) {
+                m_sweeps.back().pOperator->AddChild(std::move(whole));
+            }
+        } else if (child) {
+            TableView::ReplaceDimension(m_table, m_dimension, std::move(child));
+        } else if (!finished.HasChildren()) {
+            TableView::EmptyDimension(m_table, m_dimension);
         }
-        NodeOwner whole = TakeFinished();
-        if (finished.kept == 1) whole = TakeOnlyOperand(*finished.pOperator);
-        if (finished.kept == 0) whole = nullptr;
-        if (m_sweeps.empty()) {
-            m_table.ReplaceChild(m_dimension, std::move(whole));
-        } else if (whole) {
-            KeepCurrent(std::move(whole));
-        } else {
-            ++m_sweeps.back().next;
-        }
-    }
-
-    [[nodiscard]] NodeOwner TakeFinished() {
-        if (m_sweeps.empty()) return m_table.ReplaceChild(m_dimension, nullptr);
-        return m_sweeps.back().pOperator->ReplaceChild(m_sweeps.back().next, nullptr);
     }
 
     Node& m_table;
     std::size_t m_dimension;
     const LeafDecider& m_decide;
-    std::vector<Sweep> m_sweeps;  // outermost first
+    std::deque<Sweep> m_sweeps;  // outermost first
 };
 
-std::vector<NodeOwner> TakeChildren(Node& node) {
-    std::vector<NodeOwner> children;
-    while (node.GetChildCount() > 0) {
-        children.push_back(node.RemoveChild(node.GetChildCount() - 1));
-    }
-    std::reverse(children.begin(), children.end());
-    return children;
-}
-
-bool HasChildOfOwnType(const Node& node) {
-    const NodeChildren operands = ChildrenOf(node);
-    return std::any_of(operands.begin(), operands.end(), [&node](const Node* pOperand) {
-        return pOperand->GetNodeType() == node.GetNodeType();
-    });
-}
-
-// Makes the operators of its own type that begin right below `node` one with it.
+// Makes the operators of its own type that begin right below `node` one with it. Those below them
+// are looked at when they are children of it.
 void DissolveOwnType(Node& node) {
-    std::vector<NodeOwner> pending = TakeChildren(node);
-    std::reverse(pending.begin(), pending.end());
-    while (!pending.empty()) {
-        NodeOwner child = std::move(pending.back());
-        pending.pop_back();
-        if (child->GetNodeType() != node.GetNodeType()) {
-            node.AddChild(std::move(child));
-            continue;
-        }
-        while (child->GetChildCount() > 0) {
-            pending.push_back(child->RemoveChild(child->GetChildCount() - 1));
+    Node* pPrevious = nullptr;
+    for (Node* pChild = node.FirstChild(); pChild;) {
+        if (pChild->GetNodeType() == node.GetNodeType()) {
+            Node* pFirst = pChild->FirstChild();
+            node.DissolveChild(pPrevious, *pChild);
+            pChild = pFirst;
+        } else {
+            pPrevious = pChild;
+            pChild = node.ChildAfter(*pChild);
         }
     }
 }
@@ -212,23 +176,31 @@ MultipliedSize SizeOfNone(NodeType type) {
 }  // namespace
 
 std::vector<const TbTrParseNode*> LeavesOf(const TbTrParseNode& subtree) {
-    if (!IsOperator(subtree.GetNodeType())) return {&subtree};
     std::vector<const Node*> leaves;
-    std::vector<Walk> walks = {{&subtree}};
-    while (!walks.empty()) {
-        Walk& walk = walks.back();
-        if (walk.next == walk.pOperator->GetChildCount()) {
-            walks.pop_back();
+    LeafWalk walk(subtree);
+    while (const Node* pLeaf = walk.Next()) leaves.push_back(pLeaf);
+    return leaves;
+}
+
+const TbTrParseNode* LeafWalk::Next() {
+    while (m_pNext || !m_open.empty()) {
+        if (!m_pNext) {
+            // The end of an operator: on with what comes after it.
+            const Node* pOperator = m_open.back();
+            m_open.pop_back();
+            if (!m_open.empty()) m_pNext = m_open.back()->ChildAfter(*pOperator);
             continue;
         }
-        const Node* pChild = walk.pOperator->GetChild(walk.next++);
-        if (IsOperator(pChild->GetNodeType())) {
-            walks.push_back({pChild});
-        } else {
-            leaves.push_back(pChild);
+        const Node* pNode = m_pNext;
+        if (IsOperator(pNode->GetNodeType())) {
+            m_open.push_back(pNode);
+            m_pNext = pNode->FirstChild();
+            continue;
         }
+        m_pNext = m_open.empty() ? nullptr : m_open.back()->ChildAfter(*pNode);
+        return pNode;
     }
-    return leaves;
+    return nullptr;
 }
 
 bool RemoveLeaves(TbTrParseNode& table, std::size_t dimension, const LeafDecider& decide) {
@@ -241,22 +213,24 @@ void Flatten(TbTrParseNode& subtree) {
         Node* pNode = pending.back();
         pending.pop_back();
         if (!IsOperator(pNode->GetNodeType())) continue;
-        if (HasChildOfOwnType(*pNode)) DissolveOwnType(*pNode);
-        for (Node* pOperand : ChildrenOf(*pNode)) pending.push_back(pOperand);
+        DissolveOwnType(*pNode);
+        for (Node* pOperand : ChildrenOf(*pNode)) {
+            if (IsOperator(pOperand->GetNodeType())) pending.push_back(pOperand);
+        }
     }
 }
 
 std::uint64_t MultipliedLeafCount(const TbTrParseNode& dimension, std::uint64_t limit) {
     struct Count {
         const Node* pOperator;
-        std::size_t next;
+        const Node* pNext;
         MultipliedSize size;
     };
     MultipliedSize last = kOneLeaf;  // of the node that was counted last
     std::vector<Count> counts;
     const auto enter = [&](const Node* pNode) {
         if (!IsOperator(pNode->GetNodeType())) return false;
-        counts.push_back({pNode, 0, SizeOfNone(pNode->GetNodeType())});
+        counts.push_back({pNode, pNode->FirstChild(), SizeOfNone(pNode->GetNodeType())});
         return true;
     };
     const auto addLast = [&] {
@@ -267,8 +241,9 @@ std::uint64_t MultipliedLeafCount(const TbTrParseNode& dimension, std::uint64_t 
     enter(&dimension);
     while (!counts.empty()) {
         Count& count = counts.back();
-        if (count.next < count.pOperator->GetChildCount()) {
-            if (enter(count.pOperator->GetChild(count.next++))) continue;
+        if (const Node* pChild = count.pNext) {
+            count.pNext = count.pOperator->ChildAfter(*pChild);
+            if (enter(pChild)) continue;
             last = kOneLeaf;
         } else {
             last = count.size;
@@ -287,10 +262,11 @@ bool MultipliedTerms::Next() {
     }
     while (!m_choices.empty()) {
         Choice& choice = m_choices.back();
-        if (++choice.child < choice.pStacking->GetChildCount()) {
+        choice.pChild = choice.pStacking->ChildAfter(*choice.pChild);
+        if (choice.pChild) {
             m_rests.resize(choice.restCount);
             m_leaves.resize(choice.leafCount);
-            Expand(choice.pStacking->GetChild(choice.child), choice.rest);
+            Expand(choice.pChild, choice.rest);
             return true;
         }
         m_choices.pop_back();
@@ -304,11 +280,12 @@ void MultipliedTerms::Expand(const TbTrParseNode* pNode, std::size_t rest) {
     while (pNode) {
         switch (pNode->GetNodeType()) {
             case SP_PLUS:
-                m_choices.push_back({pNode, 0, rest, m_rests.size(), m_leaves.size()});
-                pNode = OperatorView(*pNode).First();
+                m_choices.push_back(
+                    {pNode, pNode->FirstChild(), rest, m_rests.size(), m_leaves.size()});
+                pNode = pNode->FirstChild();
                 break;
             case SP_GREATERTHAN:
-                m_rests.push_back({pNode, 0, rest});
+                m_rests.push_back({pNode, pNode->FirstChild(), rest});
                 rest = m_rests.size() - 1;
                 pNode = TakeFrom(rest);
                 break;
@@ -324,13 +301,13 @@ void MultipliedTerms::Expand(const TbTrParseNode* pNode, std::size_t rest) {
 const TbTrParseNode* MultipliedTerms::TakeFrom(std::size_t& rest) {
     if (rest == kNothing) return nullptr;
     const Rest taken = m_rests[rest];
-    if (taken.nextChild + 1 < taken.pNesting->GetChildCount()) {
-        m_rests.push_back({taken.pNesting, taken.nextChild + 1, taken.after});
+    if (const Node* pNextChild = taken.pNesting->ChildAfter(*taken.pChild)) {
+        m_rests.push_back({taken.pNesting, pNextChild, taken.after});
         rest = m_rests.size() - 1;
     } else {
         rest = taken.after;
     }
-    return taken.pNesting->GetChild(taken.nextChild);
+    return taken.pChild;
 }
 
 }  // namespace quillet

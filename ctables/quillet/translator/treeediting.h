@@ -19,6 +19,19 @@ namespace quillet {
 /// The leaves of `subtree`, from left to right.
 [[nodiscard]] std::vector<const TbTrParseNode*> LeavesOf(const TbTrParseNode& subtree);
 
+/// Walks the same leaves without listing them. The tree must stay as it is meanwhile.
+class LeafWalk {
+public:
+    explicit LeafWalk(const TbTrParseNode& subtree) : m_pNext(&subtree) {}
+
+    /// The next leaf; null at the end.
+    [[nodiscard]] const TbTrParseNode* Next();
+
+private:
+    const TbTrParseNode* m_pNext;
+    std::vector<const TbTrParseNode*> m_open;  // the operators around it, outermost first
+};
+
 /// Where a leaf stands at the moment when it is decided upon: the leaves to the left of it that
 /// had to go are gone already, those to the right are all there.
 struct LeafPlace {
@@ -38,7 +51,7 @@ using LeafDecider = std::function<LeafDecision(TbTrParseNode& leaf, const LeafPl
 
 /// Asks `decide` about each leaf of a dimension, from left to right, and removes the leaves that
 /// it does not want. An operator that is left with one child gives its place to that child; a
-/// dimension that is left with nothing becomes an empty slot.
+/// dimension that is left with nothing becomes empty.
 ///
 /// `table` is the `TB_TABLE` node, `dimension` the index of a dimension that is there. The result
 /// may need `Flatten`: a child may have taken a place below an operator of its own type. Returns
@@ -72,11 +85,11 @@ public:
 private:
     static constexpr std::size_t kNothing = static_cast<std::size_t>(-1);
 
-    // What is still to come to the right: the children of a nesting from `nextChild` on, then
+    // What is still to come to the right: the children of a nesting from `pChild` on, then
     // the rest at index `after`. Choices share rests, so a rest is never changed.
     struct Rest {
         const TbTrParseNode* pNesting;
-        std::size_t nextChild;
+        const TbTrParseNode* pChild;
         std::size_t after;
     };
 
@@ -84,7 +97,7 @@ private:
     // the next child.
     struct Choice {
         const TbTrParseNode* pStacking;
-        std::size_t child;
+        const TbTrParseNode* pChild;
         std::size_t rest;
         std::size_t restCount;
         std::size_t leafCount;

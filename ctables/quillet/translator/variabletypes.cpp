@@ -55,6 +55,7 @@ void VariableTypes::DeclareAll(VariableType type, NodeChildren variables) {
 }
 
 const VariableTypes::Declaration* VariableTypes::Find(const TbTrParseNode& variable) const {
+    if (!variable.GetToken()) return nullptr;
     const auto found = m_declarations.find(UpperCaseName(variable));
     return found == m_declarations.end() ? nullptr : &found->second;
 }
