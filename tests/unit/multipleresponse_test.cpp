@@ -16,7 +16,6 @@ std::string SetsCommand(const std::string& globals, std::size_t width = 80) {
     ParsedCommand parsed("TABLES " + globals + " /TABLE a");
     if (!parsed.Parsed()) return "<not parsed>";
     OutputSequence out;
-    out.Add("old", false);
     if (!WriteSetsCommand(CodePage::Utf8(), parsed.Root(), out)) return "<failed>";
     return out.Format(width, 2);
 }
@@ -67,7 +66,6 @@ TEST(MultipleResponseTest, WithoutGlobalsThereIsNothingToWrite) {
     const NodeOwner root = MakeNode(TestArena(), TBI_GENERICLIST);
     root->AddChild(MakeNode(TestArena(), TBI_GENERICLIST));
     OutputSequence out;
-    out.Add("old", false);
     EXPECT_TRUE(WriteSetsCommand(CodePage::Utf8(), *root, out));
     EXPECT_TRUE(out.IsEmpty());
 }

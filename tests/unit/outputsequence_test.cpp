@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -148,13 +149,6 @@ TEST(OutputSequenceTest, OneSequenceThroughItsLife) {
     sequence.JoinCurrentLine();
     EXPECT_EQ(sequence.Format(8, 3), "\n   123456789 ab ab, cd");
     EXPECT_EQ(sequence.CurrentLineLength(), 19U);
-    sequence.Clear();
-    EXPECT_TRUE(sequence.IsEmpty());
-    EXPECT_EQ(sequence.CurrentLineLength(), 0U);
-    EXPECT_EQ(sequence.Format(5, 3), "");
-    sequence.Add("abcdefg", false);
-    EXPECT_EQ(sequence.Format(5, 3), "abcdefg");
-    EXPECT_EQ(sequence.CurrentLineLength(), 7U);
 }
 
 struct WarningCase {
@@ -215,7 +209,6 @@ TEST(OutputSequenceTest, MeasuresTheCurrentLine) {
     sequence.NewLine();
     sequence.NewLine();
     EXPECT_EQ(sequence.CurrentLineLength(), 0U);
-    sequence.Clear();
     sequence.Add("x", false);
     EXPECT_EQ(sequence.CurrentLineLength(), 1U);
 }
@@ -262,6 +255,62 @@ TEST(OutputSequenceTest, JoinsTheCurrentLineOnly) {
         AddAll(sequence, c.after);
         EXPECT_EQ(sequence.Format(c.width, 2), c.expected);
     }
+}
+
+// Adds pieces of all lengths, joins the last ones now and then, and breaks lines.
+void AddManyPieces(OutputSequence& sequence, unsigned seed) {
+    std::mt19937 random(seed);
+    OutputSequence::Place begin = sequence.Here();
+    for (int step = 0; step < 20000; ++step) {
+        switch (random() % 8) {
+            case 0:
+                sequence.Add(",", false);
+                break;
+            case 1:
+                if (sequence.Here().byte - begin.byte < 79) sequence.JoinSince(begin);
+                break;
+            case 2:
+                begin = sequence.Here();
+                break;
+            case 3:
+                if (random() % 50 == 0) {
+                    sequence.NewLine();
+                    begin = sequence.Here();
+                } else if (random() % 300 == 0) {
+                    sequence.Add(std::string(10000, 'l'), true);
+                }
+                break;
+            default:
+                sequence.Add(std::string(1 + random() % 20, 'a'), random() % 2 == 0);
+                break;
+        }
+    }
+    if (sequence.CurrentLineLength() < 79) sequence.JoinCurrentLine();
+}
+
+TEST(OutputSequenceTest, LayingOutMeanwhileIsLayingOutAtTheEnd) {
+    for (const unsigned seed : {1U, 2U, 3U, 4U}) {
+        SCOPED_TRACE(seed);
+        OutputSequence collected;
+        AddManyPieces(collected, seed);
+        std::string text = "before ";
+        OutputSequence laidOut(text, 80, 2);
+        AddManyPieces(laidOut, seed);
+        EXPECT_GT(text.size(), 50000U);
+        EXPECT_EQ(laidOut.Here().piece, collected.Here().piece);
+        EXPECT_EQ(laidOut.Here().byte, collected.Here().byte);
+        EXPECT_EQ(laidOut.CurrentLineLength(), collected.CurrentLineLength());
+        laidOut.Finish();
+        EXPECT_EQ(text, "before " + collected.Format(80, 2));
+    }
+}
+
+TEST(OutputSequenceTest, NothingLaidOutIsNothingAdded) {
+    std::string text;
+    OutputSequence sequence(text, 80, 2);
+    EXPECT_TRUE(sequence.IsEmpty());
+    sequence.Finish();
+    EXPECT_EQ(text, "");
 }
 
 }  // namespace

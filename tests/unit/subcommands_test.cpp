@@ -63,7 +63,7 @@ TEST(SubcommandsTest, OfTheSettingsInAFormatTheLastCount) {
     OutputSequence out;
     out.Add("old", false);
     ASSERT_TRUE(WriteGlobalFormat(settings, out));
-    EXPECT_EQ(out.Format(1, 0), "/FORMAT EMPTY=\nBLANK\nMISSING=\n'x'");
+    EXPECT_EQ(out.Format(1, 0), "old\n/FORMAT EMPTY=\nBLANK\nMISSING=\n'x'");
 }
 
 TEST(SubcommandsTest, AFormatHasOnlyKnownSettings) {
@@ -123,10 +123,11 @@ TEST(SubcommandsTest, BreaksTitlesBetweenTexts) {
     out.Add("old", false);
     WriteTitles(parsed.Group(), GlobalSettings(nullptr), out);
     EXPECT_EQ(out.Format(2, 0),
-              "/TITLES TITLE=\n'a'\n\"b\"\nCAPTION=\n'c'\n\"d\"\nCORNER=\n'e'\n\"f\"");
+              "old\n/TITLES TITLE=\n'a'\n\"b\"\nCAPTION=\n'c'\n\"d\"\nCORNER=\n'e'\n\"f\"");
     ParsedCommand corner("TABLES /TABLE a /CORNER 'e'");
-    WriteTitles(corner.Group(), GlobalSettings(nullptr), out);
-    EXPECT_EQ(out.Format(2, 0), "/TITLE\nCORNER=\n'e'");
+    OutputSequence alone;
+    WriteTitles(corner.Group(), GlobalSettings(nullptr), alone);
+    EXPECT_EQ(alone.Format(2, 0), "\n/TITLE\nCORNER=\n'e'");
 }
 
 // The categories lines but the one for all variables.
@@ -212,7 +213,7 @@ TEST(SubcommandsTest, BreaksTheSortOrderBetweenItems) {
     out.Add("old", false);
     ASSERT_TRUE(WriteSort(parsed.Group(), columns, &columns, context, out));
     EXPECT_EQ(out.Format(3, 2),
-              "/CATEGORIES VAR=\n  a\n  ORDER=\n  A\n  KEY=\n  COUNT(b)\n"
+              "old\n  /CATEGORIES VAR=\n  a\n  ORDER=\n  A\n  KEY=\n  COUNT(b)\n"
               "  /CATEGORIES VAR=\n  b\n  ORDER=\n  A\n  KEY=\n  COUNT");
 }
 
@@ -253,7 +254,7 @@ TEST(SubcommandsTest, WithoutAMagnetASortIsByCounts) {
         const AssertionRecorder assertions;
         OutputSequence out;
         EXPECT_TRUE(WriteSort(parsed.Group(), columns, pMagnet, context, out));
-        EXPECT_EQ(out.Format(80, 2), "/CATEGORIES VAR=a ORDER=D KEY=COUNT");
+        EXPECT_EQ(out.Format(80, 2), "\n  /CATEGORIES VAR=a ORDER=D KEY=COUNT");
         EXPECT_EQ(assertions.Texts(), std::vector<std::string>({assertion}));
     }
 }

@@ -224,7 +224,7 @@ TEST(TableExpressionTest, ATotalThatIsLeftIsAnAssertion) {
     out.Add("of the table before", false);
     WriteDimension(*parsed.Table().GetChild(0), VariableTypes(CodePage::Utf8(), parsed.Globals()),
                    out);
-    EXPECT_EQ(out.Format(80, 2), "t");
+    EXPECT_EQ(out.Format(80, 2), "of the table beforet");
     EXPECT_EQ(assertions.Texts(),
               std::vector<std::string>({"varType == TB_MDGROUP || varType == TB_MRGROUP"}));
 }

@@ -267,9 +267,10 @@ TEST(TotalsTest, BreakLinesBetweenItems) {
     OutputSequence out;
     out.Add("old", false);
     ASSERT_TRUE(WriteTotalCategories(records, context, out));
-    EXPECT_EQ(out.Format(3, 2),
-              "/CATEGORIES VAR=\n  A\n  B\n  TOTAL=YES\n  POSITION=\n  AFTER\n  LABEL=\n  'x'\n"
-              "  /CATEGORIES VAR=\n  C\n  TOTAL=YES\n  POSITION=\n  AFTER\n  LABEL=\n  \"U\"");
+    EXPECT_EQ(
+        out.Format(3, 2),
+        "old\n  /CATEGORIES VAR=\n  A\n  B\n  TOTAL=YES\n  POSITION=\n  AFTER\n  LABEL=\n  'x'\n"
+        "  /CATEGORIES VAR=\n  C\n  TOTAL=YES\n  POSITION=\n  AFTER\n  LABEL=\n  \"U\"");
 }
 
 TEST(TotalsTest, AnEmptyDimensionHasNoTotals) {

@@ -162,7 +162,7 @@ void Driver::CopyThrough() {
 void Driver::Convert(const ConvertedCommand& command) {
     StepResult result = RunStep(command);
     EndWithPeriod(result.text);
-    result.text = WithoutBlankLines(result.text);
+    RemoveBlankLines(result.text);
     std::string source = m_commands.CommandText();
     EndWithPeriod(source);
     CommandReport report = ReportOfCommand();

@@ -15,16 +15,21 @@ bool IsBlankLine(std::string_view line) {
     return line.find_first_not_of(" \t\n\r") == std::string_view::npos;
 }
 
-std::string WithoutBlankLines(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size() - 1) + 1;
-        const std::string_view line = text.substr(0, end);
-        if (!IsBlankLine(line)) result.append(line);
-        text.remove_prefix(end);
+// Most texts have none, and then nothing is moved.
+void RemoveBlankLines(std::string& text) {
+    std::size_t kept = 0;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size() - 1) + 1;
+        const std::string_view line = std::string_view(text).substr(begin, end - begin);
+        if (!IsBlankLine(line)) {
+            if (kept < begin)
+                std::copy(line.begin(), line.end(),
+                          text.begin() + static_cast<std::ptrdiff_t>(kept));
+            kept += line.size();
+        }
+        begin = end;
     }
-    return result;
+    text.resize(kept);
 }
 
 OutputFile::OutputFile(TextOutput& output, std::size_t size) : m_output(output) {

@@ -59,8 +59,8 @@ private:
 /// True when `line` holds nothing but blanks, tabs, line feeds and carriage returns.
 [[nodiscard]] bool IsBlankLine(std::string_view line);
 
-/// `text`, which ends in no line end, as it will stand in the output: without its blank lines.
-[[nodiscard]] std::string WithoutBlankLines(std::string_view text);
+/// Makes `text`, which ends in no line end, what it will be in the output: without its blank lines.
+void RemoveBlankLines(std::string& text);
 
 }  // namespace quillet
 

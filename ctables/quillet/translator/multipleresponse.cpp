@@ -50,7 +50,6 @@ void WriteName(const CodePage& codePage, const SetView& set, OutputSequence& out
 }  // namespace
 
 bool WriteSetsCommand(const CodePage& codePage, const TbTrParseNode& tree, OutputSequence& out) {
-    out.Clear();
     const CommandView command(tree);
     if (!command.HasShapeForSets()) return false;
     for (const TbTrParseNode* pSubcommand : NodeChildren(command.Globals())) {

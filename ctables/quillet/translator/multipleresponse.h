@@ -9,8 +9,8 @@
 namespace quillet {
 
 /// Writes the MRSETS command that defines the groups of `tree`, the root of a TABLES command, as
-/// sets, without its final period, into `out`, which is cleared first. Nothing is written when
-/// there are no groups. False after an assertion.
+/// sets, without its final period, into `out`, which is empty. Nothing is written when there are
+/// no groups. False after an assertion.
 [[nodiscard]] bool WriteSetsCommand(const CodePage& codePage, const TbTrParseNode& tree,
                                     OutputSequence& out);
 

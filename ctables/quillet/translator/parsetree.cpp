@@ -25,12 +25,6 @@ using Node = TbTrParseNode;
 constexpr std::size_t kLineWidth = 80;
 constexpr std::size_t kIndentation = 2;
 
-void AppendOnNewLine(OutputSequence& out, const OutputSequence& lines) {
-    if (lines.IsEmpty()) return;
-    out.NewLine();
-    out.Append(lines);
-}
-
 std::string_view DimensionWord(std::size_t dimension) {
     if (dimension == 1) return "ROW";
     return dimension == 2 ? "COLUMN" : "LAYER";
@@ -55,11 +49,11 @@ public:
         }
         WriteDimensions();
         WriteCategories();
-        if (!WriteTotals()) return false;
+        if (!WriteTotalCategories(m_totals, m_context, m_out)) return false;
         WriteCategoryLabelPosition();
         WriteStatisticsLabelPosition();
         if (!WriteSortOrder()) return false;
-        WriteTableTitles();
+        WriteTitles(m_group, m_context.Settings(), m_out);
         return true;
     }
 
@@ -99,14 +93,12 @@ private:
             if (number > 1) m_out.Add(" BY ", false);
             const Node* pDimension = table.Dimension(number);
             if (!pDimension) continue;
-            OutputSequence dimension;
             if (number == m_statsCompDim) {
                 m_pFirstMagnet = WriteStatisticsDimension(m_table, m_statsCompDim, m_statistics,
-                                                          m_context, dimension);
+                                                          m_context, m_out);
             } else {
-                WriteDimension(*pDimension, m_context.Types(), dimension);
+                WriteDimension(*pDimension, m_context.Types(), m_out);
             }
-            m_out.Append(dimension);
         }
     }
 
@@ -115,13 +107,6 @@ private:
         m_out.Add("/CATEGORIES VAR=ALL EMPTY=EXCLUDE", false);
         m_out.Add("MISSING=", true);
         m_out.Add(m_context.Settings().missing == TB_INCLUDE ? "INCLUDE" : "EXCLUDE", false);
-    }
-
-    [[nodiscard]] bool WriteTotals() {
-        OutputSequence lines;
-        if (!WriteTotalCategories(m_totals, m_context, lines)) return false;
-        AppendOnNewLine(m_out, lines);
-        return true;
     }
 
     // The marker was in the dimension that shows the labels. They belong to the variables of the
@@ -149,19 +134,8 @@ private:
     }
 
     [[nodiscard]] bool WriteSortOrder() {
-        OutputSequence lines;
-        if (!WriteSort(m_group, *TableView(m_table).Dimension(m_statsCompDim), m_pFirstMagnet,
-                       m_context, lines)) {
-            return false;
-        }
-        AppendOnNewLine(m_out, lines);
-        return true;
-    }
-
-    void WriteTableTitles() {
-        OutputSequence lines;
-        WriteTitles(m_group, m_context.Settings(), lines);
-        AppendOnNewLine(m_out, lines);
+        return WriteSort(m_group, *TableView(m_table).Dimension(m_statsCompDim), m_pFirstMagnet,
+                         m_context, m_out);
     }
 
     const Node& m_group;
@@ -183,10 +157,7 @@ private:
     out.NewLine();
     // Written whether or not there are sets: the old command always counts duplicates.
     out.Add("/MRSETS COUNTDUPLICATES=YES", false);
-    OutputSequence format;
-    if (!WriteGlobalFormat(context.Settings(), format)) return false;
-    AppendOnNewLine(out, format);
-    return true;
+    return WriteGlobalFormat(context.Settings(), out);
 }
 
 [[nodiscard]] bool WriteTableGroup(Node* pTableGroup, std::size_t tableIndex,
@@ -202,6 +173,27 @@ private:
     }
 }
 
+[[nodiscard]] bool WriteTables(const CommandView& view, const TranslationContext& context,
+                               std::string& text) {
+    OutputSequence out(text, kLineWidth, kIndentation);
+    if (!WriteGlobals(context, out)) return false;
+    std::size_t tableIndex = 0;
+    for (Node* pTableGroup : view.TableGroups()) {
+        if (!WriteTableGroup(pTableGroup, tableIndex++, context, out)) return false;
+    }
+    out.Finish();
+    return true;
+}
+
+// The command that defines the sets comes first.
+[[nodiscard]] bool WriteSets(const CodePage& codePage, const Node& root, std::string& text) {
+    OutputSequence sets(text, kLineWidth, kIndentation);
+    if (!WriteSetsCommand(codePage, root, sets)) return false;
+    sets.Finish();
+    if (!sets.IsEmpty()) text += ".\n";
+    return true;
+}
+
 }  // namespace
 
 bool TranslateTablesCommand(NodeOwner root, TablesCommand& command, const CodePage& codePage,
@@ -211,17 +203,9 @@ bool TranslateTablesCommand(NodeOwner root, TablesCommand& command, const CodePa
     const CommandView view(*root);
     if (!view.HasShape()) return false;
     const TranslationContext context(command, codePage, view.Globals());
-    OutputSequence out;
-    if (!WriteGlobals(context, out)) return false;
-    std::size_t tableIndex = 0;
-    for (Node* pTableGroup : view.TableGroups()) {
-        if (!WriteTableGroup(pTableGroup, tableIndex++, context, out)) return false;
-    }
-    OutputSequence sets;
-    if (!WriteSetsCommand(codePage, *root, sets)) return false;
-    if (!sets.IsEmpty()) text = sets.Format(kLineWidth, kIndentation) + ".\n";
-    text += out.Format(kLineWidth, kIndentation);
-    return true;
+    if (WriteSets(codePage, *root, text) && WriteTables(view, context, text)) return true;
+    text.clear();
+    return false;
 }
 
 }  // namespace quillet

@@ -124,15 +124,14 @@ std::string_view BaseWord(PercentageBase base) {
 PercentageBases::PercentageBases(const TbTrParseNode& table, std::size_t statsCompDim,
                                  CommandBudget& budget)
     : m_budget(budget), m_statsCompIndex(statsCompDim - 1) {
-    for (std::size_t i = 0; i < m_otherDimensions.size(); ++i) {
-        const TbTrParseNode* pDimension = TableView(table).Dimension(i + 1);
-        if (pDimension && i != m_statsCompIndex) m_otherDimensions[i].emplace(*pDimension, budget);
+    for (std::size_t i = 0; i < m_dimensions.size(); ++i) {
+        if (i != m_statsCompIndex) m_dimensions[i] = TableView(table).Dimension(i + 1);
     }
 }
 
 unsigned PercentageBases::BasesOf(const VariableNames* pNames, const Term& term) {
     if (!pNames) return TBTR_TABPCT;
-    if (!QUILLET_ASSERT(m_statsCompIndex < m_otherDimensions.size(),
+    if (!QUILLET_ASSERT(m_statsCompIndex < m_dimensions.size(),
                         "0 < statsCompDim && statsCompDim <= 3")) {
         return TBTR_TABPCT;
     }
@@ -150,7 +149,9 @@ const PercentageBases::Answers& PercentageBases::OtherDimensions(const VariableN
     if (found != m_answers.end()) return found->second;
     Answers answers = {HoldsBase::kYes, HoldsBase::kYes, HoldsBase::kYes};
     for (std::size_t i = 0; i < answers.size(); ++i) {
-        if (m_otherDimensions[i]) answers[i] = m_otherDimensions[i]->Test(names);
+        if (!m_dimensions[i]) continue;
+        if (!m_tests[i]) m_tests[i].emplace(*m_dimensions[i], m_budget);
+        answers[i] = m_tests[i]->Test(names);
     }
     return m_answers.emplace(&names, answers).first->second;
 }

@@ -102,7 +102,10 @@ private:
 
     CommandBudget& m_budget;
     std::size_t m_statsCompIndex;
-    std::array<std::optional<DimensionBaseTest>, 3> m_otherDimensions;
+    // But for the one that carries the statistics; null where there is none.
+    std::array<const TbTrParseNode*, 3> m_dimensions{};
+    // Few tables have a percentage that asks them, so they are made for the first that does.
+    std::array<std::optional<DimensionBaseTest>, 3> m_tests;
     std::unordered_map<const VariableNames*, Answers> m_answers;
 };
 

@@ -15,19 +15,34 @@ using Node = TbTrParseNode;
 
 constexpr PercentageBase kBasesInOrder[] = {TBTR_ROWPCT, TBTR_COLPCT, TBTR_LAYERPCT, TBTR_TABPCT};
 
+std::optional<StatArgumentView> ArgumentOf(const Statistic& statistic) {
+    if (!statistic.pArgument) return std::nullopt;
+    return StatArgumentView::Of(statistic.pArgument);
+}
+
+// The node of the variable that a statistic is of; null for none.
+const Node* VariableOf(const Statistic& statistic) {
+    const std::optional<StatArgumentView> argument = ArgumentOf(statistic);
+    return argument ? argument->Variable() : nullptr;
+}
+
 // One statistic with one base ("" for what is no percentage): the name, for a percentile its
 // number, then label and format.
 void WriteGroup(const Statistic& statistic, std::string_view base, std::string_view function,
                 OutputSequence& out) {
     const OutputSequence::Place begin = out.Here();
-    std::string name = statistic.unweighted ? "U" : "";
+    std::string name = statistic.function.IsUnweighted() ? "U" : "";
     name.append(base).append(function);
     out.Add(name, false);
-    if (statistic.pNumber) out.Add(statistic.pNumber->Text(/*raw=*/true), true);
-    for (const TAVQToken* pDisplay : {statistic.pLabel, statistic.pFormat}) {
-        if (!pDisplay) continue;
-        out.Add(",", false);
-        out.Add(pDisplay->Text(/*raw=*/true), false);
+    if (const TAVQToken* pNumber = statistic.function.Number()) {
+        out.Add(pNumber->Text(/*raw=*/true), true);
+    }
+    if (const auto argument = ArgumentOf(statistic)) {
+        for (const TAVQToken* pDisplay : {argument->Label(), argument->Format()}) {
+            if (!pDisplay) continue;
+            out.Add(",", false);
+            out.Add(pDisplay->Text(/*raw=*/true), false);
+        }
     }
     KeepTogetherIfShort(out, begin);
 }
@@ -75,21 +90,19 @@ bool TableStatistics::Read(const TbTrParseNode& group) {
 // A function with several argument variables is a statistic for each of them; one without is a
 // statistic as well.
 bool TableStatistics::ReadFunction(const StatFunctionView& function) {
-    Statistic statistic;
-    statistic.pFunction = &function.Name();
-    statistic.pNumber = function.Number();
-    statistic.unweighted = function.IsUnweighted();
+    Statistic statistic{function};
     if (function.HasBaseNames()) {
         std::vector<std::string_view> names;
         for (const Node* pName : function.BaseNames()) names.push_back(UpperCaseName(*pName));
         statistic.pBaseNames = &SharedNames(std::move(names));
     }
-    if (function.Arguments().IsEmpty()) AddStatistic(statistic);
+    if (function.Arguments().IsEmpty()) AddStatistic(statistic, nullptr);
     // NOLINTNEXTLINE(readability-use-anyofallof): it also adds what it looks at.
     for (const Node* pArgument : function.Arguments()) {
         const std::optional<StatArgumentView> argument = StatArgumentView::Of(pArgument);
         if (!argument) return false;
-        AddStatisticOf(*argument, statistic);
+        statistic.pArgument = pArgument;
+        AddStatistic(statistic, argument->Variable());
     }
     return true;
 }
@@ -103,47 +116,54 @@ const VariableNames& TableStatistics::SharedNames(std::vector<std::string_view> 
     return found->second;
 }
 
-void TableStatistics::AddStatisticOf(const StatArgumentView& argument, Statistic statistic) {
-    if (argument.Variable()) statistic.argument = UpperCaseName(*argument.Variable());
-    statistic.pFormat = argument.Format();
-    statistic.pLabel = argument.Label();
-    AddStatistic(statistic);
-}
-
-void TableStatistics::AddStatistic(const Statistic& statistic) {
-    if (!statistic.argument.empty()) {
-        m_byArgument[statistic.argument].push_back(m_statistics.size());
+void TableStatistics::AddStatistic(const Statistic& statistic, const TbTrParseNode* pVariable) {
+    if (pVariable && !UpperCaseName(*pVariable).empty()) {
+        m_byArgument[UpperCaseName(*pVariable)].push_back(
+            static_cast<std::uint32_t>(m_statistics.size()));
     }
     m_statistics.push_back(statistic);
 }
 
 bool TableStatistics::LookUpFunctions(const TranslationContext& context) {
-    for (std::size_t i = 0; i < m_statistics.size(); ++i) {
-        Statistic& statistic = m_statistics[i];
-        const std::string_view name = statistic.pFunction->Text(/*raw=*/false);
+    std::uint32_t index = 0;
+    for (Statistic& statistic : m_statistics) {
+        const TAVQToken& function = statistic.function.Name();
         const auto lookUp = [&](bool multipleResponse) {
-            return LookUpSummaryFunction(name, multipleResponse, context.Settings());
+            return LookUpSummaryFunction(function.Text(/*raw=*/false), multipleResponse,
+                                         context.Settings());
         };
-        statistic.forSets = lookUp(true);
-        statistic.forOthers = lookUp(false);
-        if (statistic.forOthers.name.empty()) {
-            context.Report(TablesErrorKind::kUnknownFunction, *statistic.pFunction);
+        const NewFunction found{lookUp(true), lookUp(false)};
+        if (found.forOthers.name.empty()) {
+            context.Report(TablesErrorKind::kUnknownFunction, function);
             return false;
         }
-        if (!statistic.argument.empty()) continue;
-        switch (statistic.forOthers.kind) {
+        statistic.newFunction = AddNewFunction(found);
+        const std::uint32_t place = index++;
+        if (VariableOf(statistic)) continue;
+        switch (found.forOthers.kind) {
             case SummaryKind::kCases:
-                m_ofCases.push_back(i);
+                m_ofCases.push_back(place);
                 break;
             case SummaryKind::kResponses:
-                m_ofResponses.push_back(i);
+                m_ofResponses.push_back(place);
                 break;
             case SummaryKind::kVariable:
-                m_ofVariables.push_back(i);
+                m_ofVariables.push_back(place);
                 break;
         }
     }
     return true;
+}
+
+// There are a few dozen at most.
+std::uint32_t TableStatistics::AddNewFunction(const NewFunction& function) {
+    const auto isSame = [&function](const NewFunction& other) {
+        return other.forSets == function.forSets && other.forOthers == function.forOthers;
+    };
+    const auto found = std::find_if(m_newFunctions.begin(), m_newFunctions.end(), isSame);
+    const auto index = static_cast<std::uint32_t>(found - m_newFunctions.begin());
+    if (found == m_newFunctions.end()) m_newFunctions.push_back(function);
+    return index;
 }
 
 // The total of a term is that of its first variable that has one. It gets statistics of its own
@@ -162,8 +182,8 @@ std::string_view TableStatistics::CountingTotalOf(const Term& term) const {
 std::vector<TableStatistics::Placed> TableStatistics::PlaceOn(const Term& term,
                                                               std::string_view total) const {
     std::vector<Placed> placed;
-    const auto add = [&placed](const std::vector<std::size_t>& indices, bool inTotalsOnly) {
-        for (const std::size_t index : indices) placed.push_back({index, inTotalsOnly});
+    const auto add = [&placed](const std::vector<std::uint32_t>& indices, bool inTotalsOnly) {
+        for (const std::uint32_t index : indices) placed.push_back({index, inTotalsOnly});
     };
     const auto addArgument = [&](std::string_view name, bool inTotalsOnly) {
         const auto found = m_byArgument.find(name);
@@ -183,7 +203,8 @@ std::vector<TableStatistics::Placed> TableStatistics::PlaceOn(const Term& term,
 void TableStatistics::WriteGroups(const Placed& placed, const Term& term, PercentageBases& bases,
                                   CommandBudget& budget, GroupList& list) {
     Statistic& statistic = m_statistics[placed.index];
-    const SummaryFunction& function = term.HasSet() ? statistic.forSets : statistic.forOthers;
+    const NewFunction& newFunction = m_newFunctions[statistic.newFunction];
+    const SummaryFunction& function = term.HasSet() ? newFunction.forSets : newFunction.forOthers;
     const auto write = [&](std::string_view base) {
         const std::size_t sizeBefore = list.Size();
         WriteGroup(statistic, base, function.name, list.Next());

@@ -4,6 +4,8 @@
 #define QUILLET_TRANSLATOR_STATISTICS_H
 
 #include <cstddef>
+#include <cstdint>
+#include <deque>
 #include <map>
 #include <string>
 #include <string_view>
@@ -20,19 +22,14 @@
 
 namespace quillet {
 
-/// A function of STATISTICS together with at most one of its argument variables. Borrows from
-/// the parse tree.
+/// A function of STATISTICS together with at most one of its arguments. Borrows from the parse
+/// tree, where all else is looked up: there may be a statistic for every few bytes of a command.
 struct Statistic {
-    const TAVQToken* pFunction = nullptr;
-    const TAVQToken* pNumber = nullptr;  ///< The percentile; null for none.
-    const TAVQToken* pLabel = nullptr;   ///< Null for none.
-    const TAVQToken* pFormat = nullptr;  ///< Null for none.
-    bool unweighted = false;
-    std::string_view argument;                  ///< In upper case; empty for none.
+    StatFunctionView function;
+    const TbTrParseNode* pArgument = nullptr;   ///< Null for none.
     const VariableNames* pBaseNames = nullptr;  ///< The names after the colon; null for none.
-    SummaryFunction forSets;    ///< The new function in a term with a multiple-response set.
-    SummaryFunction forOthers;  ///< The new function in any other term.
-    bool isWritten = false;     ///< It has been, once at least.
+    std::uint32_t newFunction = 0;              ///< Which of the functions that were looked up.
+    bool isWritten = false;                     ///< It has been, once at least.
 };
 
 /// All STATISTICS subcommands of one table, as if they were one.
@@ -62,29 +59,38 @@ private:
 
     // A statistic of a term, by its place among all of them.
     struct Placed {
-        std::size_t index;
+        std::uint32_t index;
         bool inTotalsOnly;
     };
 
     [[nodiscard]] bool ReadFunction(const StatFunctionView& function);
     [[nodiscard]] const VariableNames& SharedNames(std::vector<std::string_view> names);
-    void AddStatisticOf(const StatArgumentView& argument, Statistic statistic);
-    void AddStatistic(const Statistic& statistic);
+    void AddStatistic(const Statistic& statistic, const TbTrParseNode* pVariable);
 
     [[nodiscard]] std::vector<Placed> PlaceOn(const Term& term, std::string_view total) const;
     [[nodiscard]] std::string_view CountingTotalOf(const Term& term) const;
     void WriteGroups(const Placed& placed, const Term& term, PercentageBases& bases,
                      CommandBudget& budget, GroupList& list);
 
-    std::vector<Statistic> m_statistics;
+    // What becomes of a function.
+    struct NewFunction {
+        SummaryFunction forSets;    // in a term with a multiple-response set
+        SummaryFunction forOthers;  // in any other term
+    };
+
+    [[nodiscard]] std::uint32_t AddNewFunction(const NewFunction& function);
+
+    // In pieces: a list that doubles would for a while be there one and a half times more.
+    std::deque<Statistic> m_statistics;
+    std::vector<NewFunction> m_newFunctions;  // each once
     // The sets of base variables by their names in order, a line each. Functions with the same
     // base variables share one, and so what is found out about it.
     std::map<std::string, VariableNames> m_baseNames;
-    std::unordered_map<std::string_view, std::vector<std::size_t>> m_byArgument;
+    std::unordered_map<std::string_view, std::vector<std::uint32_t>> m_byArgument;
     // Those without an argument variable; filled by the look-up, which tells their kinds.
-    std::vector<std::size_t> m_ofCases;
-    std::vector<std::size_t> m_ofResponses;
-    std::vector<std::size_t> m_ofVariables;
+    std::vector<std::uint32_t> m_ofCases;
+    std::vector<std::uint32_t> m_ofResponses;
+    std::vector<std::uint32_t> m_ofVariables;
 };
 
 }  // namespace quillet

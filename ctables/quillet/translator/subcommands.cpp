@@ -20,38 +20,43 @@ using Node = TbTrParseNode;
 
 constexpr std::string_view kCountKey = "COUNT";
 
-// Writes the texts of a title subcommand, which may be null. They stand after `keyword`, which
-// is left out with them; a `subcommand` goes in front if nothing was written yet.
-void WriteTexts(const Node* pTexts, std::string_view subcommand, std::string_view keyword,
-                OutputSequence& out) {
-    bool isFirst = true;
-    for (const Node* pText : NodeChildren(pTexts)) {
-        if (!pText) continue;
-        if (out.IsEmpty()) out.Add(subcommand, false);
-        if (isFirst) out.Add(keyword, false);
-        out.Add(pText->GetToken()->Text(/*raw=*/true), /*leadingSpace=*/!isFirst);
-        isFirst = false;
-    }
-}
-
 // The title that AUTOLABEL stands for.
 constexpr std::string_view kAutolabelTitle = "/TITLES TITLE=')TABLE'";
 
-void WriteTableTitle(const TableGroupView& group, const GlobalSettings& settings,
-                     OutputSequence& out) {
-    const Node* pTitle = group.Last(TB_TITLE);
-    if (!pTitle && settings.autolabel == TB_ON) {
-        out.Add(kAutolabelTitle, false);
-        return;
+// Writes what stands around one table, on a line that begins with the first of it.
+class TitleWriter {
+public:
+    explicit TitleWriter(OutputSequence& out) : m_out(out) {}
+
+    void WriteTableTitle(const TableGroupView& group, const GlobalSettings& settings) {
+        const Node* pTitle = group.Last(TB_TITLE);
+        if (!pTitle && settings.autolabel == TB_ON) return StartWith(kAutolabelTitle);
+        // TITLE= is one piece with its subcommand.
+        WriteTexts(pTitle, "/TITLES TITLE=", "");
     }
-    // TITLE= is one piece with its subcommand.
-    for (const Node* pText : NodeChildren(pTitle)) {
-        if (!pText) continue;
-        const bool isFirst = out.IsEmpty();
-        if (isFirst) out.Add("/TITLES TITLE=", false);
-        out.Add(pText->GetToken()->Text(/*raw=*/true), /*leadingSpace=*/!isFirst);
+
+    // Writes the texts of a subcommand, which may be null. They stand after `keyword`, which is
+    // left out with them; a `subcommand` goes in front if nothing was written yet.
+    void WriteTexts(const Node* pTexts, std::string_view subcommand, std::string_view keyword) {
+        bool isFirst = true;
+        for (const Node* pText : NodeChildren(pTexts)) {
+            if (!m_hasStarted) StartWith(subcommand);
+            if (isFirst && !keyword.empty()) m_out.Add(keyword, false);
+            m_out.Add(pText->GetToken()->Text(/*raw=*/true), /*leadingSpace=*/!isFirst);
+            isFirst = false;
+        }
     }
-}
+
+private:
+    void StartWith(std::string_view text) {
+        m_out.NewLine();
+        m_out.Add(text, false);
+        m_hasStarted = true;
+    }
+
+    OutputSequence& m_out;
+    bool m_hasStarted = false;
+};
 
 // "COUNT(x)"
 std::string KeyOf(std::string_view function, std::string_view argument) {
@@ -75,7 +80,7 @@ public:
             const std::optional<SortKeyView> sortKey = SortKeyView::Of(pKey);
             std::string key;
             if (!sortKey || !MakeKey(*sortKey, key)) return false;
-            if (!out.IsEmpty()) out.NewLine();
+            out.NewLine();
             out.Add("/CATEGORIES VAR=", false);
             out.Add(m_context.Types().OutputName(sortKey->Variable()), false);
             out.Add("ORDER=", true);
@@ -131,10 +136,10 @@ private:
 }  // namespace
 
 bool WriteGlobalFormat(const GlobalSettings& settings, OutputSequence& out) {
-    out.Clear();
     std::optional<FormatView> format = FormatView();
     if (settings.pFormat) format = FormatView::Of(*settings.pFormat);
     if (!format) return false;
+    out.NewLine();
     out.Add("/FORMAT EMPTY=", false);
     out.Add(format->EmptyCells() == TB_ZERO ? "ZERO" : "BLANK", false);
     if (format->Missing()) {
@@ -145,18 +150,17 @@ bool WriteGlobalFormat(const GlobalSettings& settings, OutputSequence& out) {
 }
 
 void WriteTitles(const TbTrParseNode& group, const GlobalSettings& settings, OutputSequence& out) {
-    out.Clear();
     const TableGroupView tableGroup(group);
-    WriteTableTitle(tableGroup, settings, out);
-    WriteTexts(tableGroup.Last(TB_CAPTION), "/TITLES", " CAPTION=", out);
+    TitleWriter writer(out);
+    writer.WriteTableTitle(tableGroup, settings);
+    writer.WriteTexts(tableGroup.Last(TB_CAPTION), "/TITLES", " CAPTION=");
     // A corner alone has always been introduced without the final S.
-    WriteTexts(tableGroup.Last(TB_CORNER), "/TITLE", " CORNER=", out);
+    writer.WriteTexts(tableGroup.Last(TB_CORNER), "/TITLE", " CORNER=");
 }
 
 bool WriteSort(const TbTrParseNode& group, const TbTrParseNode& statsDimension,
                const TbTrParseNode* pFirstMagnet, const TranslationContext& context,
                OutputSequence& out) {
-    out.Clear();
     const Node* pSort = TableGroupView(group).First(TB_SORT);
     return !pSort || SortWriter(statsDimension, pFirstMagnet, context).Write(*pSort, out);
 }

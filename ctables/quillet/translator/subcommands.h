@@ -8,16 +8,16 @@
 
 namespace quillet {
 
-/// Writes how empty and missing cells are shown into `out`, which is cleared first. False after
-/// an assertion.
+/// Appends how empty and missing cells are shown to `out`, on a new line. False after an
+/// assertion.
 [[nodiscard]] bool WriteGlobalFormat(const GlobalSettings& settings, OutputSequence& out);
 
-/// Writes title, caption and corner of the table of `group` into `out`, which is cleared first;
-/// nothing when it has none.
+/// Appends title, caption and corner of the table of `group` to `out`, on a new line; nothing when
+/// it has none.
 void WriteTitles(const TbTrParseNode& group, const GlobalSettings& settings, OutputSequence& out);
 
-/// Writes the sort order of the table of `group` into `out`, which is cleared first: a
-/// categories subcommand for each sorted variable, each on a line of its own.
+/// Appends the sort order of the table of `group` to `out`: a categories subcommand for each sorted
+/// variable, each on a new line.
 ///
 /// `statsDimension` is the dimension that carries the statistics, `pFirstMagnet` the first
 /// variable with statistics in it: a variable of another dimension is sorted by the counts of

@@ -22,6 +22,8 @@ struct SummaryFunction {
     std::string_view name;  ///< Without "U" and base; empty: the old name is unknown.
     SummaryKind kind = SummaryKind::kCases;
     bool percent = false;  ///< A percentage: `name` says of what.
+
+    bool operator==(const SummaryFunction&) const = default;
 };
 
 /// The new function for `name`, a function of the old command in upper case, which may be

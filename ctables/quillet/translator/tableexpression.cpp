@@ -204,26 +204,26 @@ bool IsTooLarge(const TbTrParseNode& table) {
 
 void WriteDimension(const TbTrParseNode& dimension, const VariableTypes& types,
                     OutputSequence& out) {
-    out.Clear();
+    const OutputSequence::Place begin = out.Here();
     TermWriter(types, out).Write(dimension);
-    KeepTogetherIfShort(out);
+    KeepTogetherIfShort(out, begin);
 }
 
 const TbTrParseNode* WriteStatisticsDimension(const TbTrParseNode& table, std::size_t statsCompDim,
                                               TableStatistics& statistics,
                                               const TranslationContext& context,
                                               OutputSequence& out) {
-    out.Clear();
+    const OutputSequence::Place begin = out.Here();
     const Node* pFirstMagnet = nullptr;
     StatisticsTermWriter writer(table, statsCompDim, statistics, context, out);
     MultipliedTerms terms(*TableView(table).Dimension(statsCompDim));
     while (terms.Next()) {
         const Term term(terms.Leaves(), context.Types());
         if (!pFirstMagnet) pFirstMagnet = term.Magnet().pNode;
-        if (!out.IsEmpty()) out.Add("+", false);
+        if (out.Here().piece > begin.piece) out.Add("+", false);
         writer.Write(term);
     }
-    KeepTogetherIfShort(out);
+    KeepTogetherIfShort(out, begin);
     return pFirstMagnet;
 }
 

@@ -40,11 +40,11 @@ inline constexpr std::uint64_t kMaxMultipliedLeaves = 1000000;
 /// multiplied out.
 [[nodiscard]] bool IsTooLarge(const TbTrParseNode& table);
 
-/// Writes a dimension that carries no statistics into `out`, which is cleared first.
+/// Appends a dimension that carries no statistics to `out`.
 void WriteDimension(const TbTrParseNode& dimension, const VariableTypes& types,
                     OutputSequence& out);
 
-/// Writes the dimension that carries the statistics into `out`, which is cleared first:
+/// Appends the dimension that carries the statistics to `out`:
 /// multiplied out, and with the statistics of each term after its magnet variable. Returns the
 /// first term's magnet variable. Throws `CommandTooLarge` when multiplying out makes more text than
 /// the budget allows.

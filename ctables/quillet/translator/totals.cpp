@@ -262,13 +262,12 @@ bool CollectTotals(TbTrParseNode& table, std::size_t dimension, const Translatio
 
 bool WriteTotalCategories(const TotalRecords& records, const TranslationContext& context,
                           OutputSequence& out) {
-    out.Clear();
     for (const TotalLine& line : GroupByTotal(records)) {
         const std::optional<TotalView> total =
             TotalView::Of(*line.pTotal, context.Types().TypeOf(*line.pTotal));
         if (!total) return false;
         context.ChargeRepeated(*line.pTotal, LabelOf(*total).size());
-        if (!out.IsEmpty()) out.NewLine();
+        out.NewLine();
         WriteTotalLine(line.names, *total, out);
     }
     return true;

@@ -32,9 +32,9 @@ using TotalRecords = std::map<std::string, const TbTrParseNode*>;
 [[nodiscard]] bool CollectTotals(TbTrParseNode& table, std::size_t dimension,
                                  const TranslationContext& context, TotalRecords& records);
 
-/// Writes a categories subcommand for each total, each on a line of its own, into `out`, which
-/// is cleared first. Variables with the same total share a line. A total that was written before,
-/// for another table, is charged to the budget; throws `CommandTooLarge`. False after an assertion.
+/// Appends a categories subcommand for each total, each on a new line, to `out`. Variables with the
+/// same total share a line. A total that was written before, for another table, is charged to the
+/// budget; throws `CommandTooLarge`. False after an assertion.
 [[nodiscard]] bool WriteTotalCategories(const TotalRecords& records,
                                         const TranslationContext& context, OutputSequence& out);
 
