@@ -17,7 +17,7 @@ using ElementKind = ChartElement::Kind;
 // The settings of an element.
 ChartElement ReadSettings(ElementKind kind, const std::string& text) {
     TAVQTokenSequence sequence(CodePage::Utf8(), text, false, 0);
-    SyntaxReader reader(ReadSyntaxItems(sequence));
+    SyntaxReader reader(sequence);
     ChartElement element;
     element.kind = kind;
     EXPECT_TRUE(ReadElement(reader, element)) << text;
@@ -27,7 +27,7 @@ ChartElement ReadSettings(ElementKind kind, const std::string& text) {
 
 FitLine ReadFit(const std::string& text) {
     TAVQTokenSequence sequence(CodePage::Utf8(), text, false, 0);
-    SyntaxReader reader(ReadSyntaxItems(sequence));
+    SyntaxReader reader(sequence);
     FitLine fitLine;
     EXPECT_TRUE(ReadFitLine(reader, fitLine)) << text;
     EXPECT_TRUE(reader.IsAt(SyntaxItem::Kind::kEnd)) << text;
@@ -148,7 +148,7 @@ class IgraphElementReaderFaultTest : public testing::TestWithParam<ElementFaultC
 
 TEST_P(IgraphElementReaderFaultTest, StopsAtIt) {
     TAVQTokenSequence sequence(CodePage::Utf8(), GetParam().settings, false, 0);
-    SyntaxReader reader(ReadSyntaxItems(sequence));
+    SyntaxReader reader(sequence);
     ChartElement element;
     element.kind = GetParam().kind;
     EXPECT_FALSE(ReadElement(reader, element));
@@ -226,7 +226,7 @@ class IgraphElementReaderFitFaultTest : public testing::TestWithParam<FitFaultCa
 
 TEST_P(IgraphElementReaderFitFaultTest, StopsAtIt) {
     TAVQTokenSequence sequence(CodePage::Utf8(), GetParam().settings, false, 0);
-    SyntaxReader reader(ReadSyntaxItems(sequence));
+    SyntaxReader reader(sequence);
     FitLine fitLine;
     EXPECT_FALSE(ReadFitLine(reader, fitLine));
     EXPECT_EQ(reader.Fault(), GetParam().fault);

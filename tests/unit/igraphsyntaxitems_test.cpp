@@ -18,6 +18,17 @@ namespace quillet::igraph {
 
 namespace {
 
+// All items, the end included.
+std::vector<SyntaxItem> ReadSyntaxItems(TokenSequenceBase& sequence) {
+    SyntaxItems items(sequence);
+    std::vector<SyntaxItem> result;
+    do {
+        result.push_back(items.Next());
+    } while (result.back().kind != SyntaxItem::Kind::kEnd);
+    EXPECT_EQ(items.Next().kind, SyntaxItem::Kind::kEnd);
+    return result;
+}
+
 // Each item as a letter for its kind and its text.
 std::vector<std::string> Items(const std::string& text) {
     TAVQTokenSequence sequence(CodePage::Utf8(), text, false, 0);

@@ -17,7 +17,7 @@ using ItemKind = SyntaxItem::Kind;
 class ReaderOf {
 public:
     explicit ReaderOf(const std::string& text)
-        : m_sequence(CodePage::Utf8(), text, false, 0), m_reader(ReadSyntaxItems(m_sequence)) {}
+        : m_sequence(CodePage::Utf8(), text, false, 0), m_reader(m_sequence) {}
 
     SyntaxReader* operator->() { return &m_reader; }
 
@@ -173,7 +173,7 @@ class IgraphSyntaxReaderFaultTest : public testing::TestWithParam<SyntaxFaultCas
 
 TEST_P(IgraphSyntaxReaderFaultTest, StopsAtIt) {
     TAVQTokenSequence sequence(CodePage::Utf8(), GetParam().text, false, 0);
-    SyntaxReader reader(ReadSyntaxItems(sequence));
+    SyntaxReader reader(sequence);
     EXPECT_FALSE(GetParam().read(reader));
     EXPECT_EQ(reader.Fault(), GetParam().fault);
 }

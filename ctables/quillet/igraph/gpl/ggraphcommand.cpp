@@ -39,6 +39,7 @@ std::string GgraphCommand(const iGraphSpec& spec, std::string_view program,
     text += TemplateClause(spec.getChartLooks());
     text += InlineTemplateClause(immediateTemplates);
     text += ".\nBEGIN GPL";
+    text.reserve(text.size() + program.size() + std::string_view("END GPL.").size());
     text += program;
     text += "END GPL.";
     return text;

@@ -163,25 +163,25 @@ std::string_view LabelText(StatementLabel label) {
     return "ELEMENT";
 }
 
-void Program::Add(StatementLabel label, Expression call) { AddNamed(label, "", std::move(call)); }
+void Program::Add(StatementLabel label, const Expression& call) { AddNamed(label, "", call); }
 
-void Program::AddNamed(StatementLabel label, std::string_view name, Expression call) {
-    m_statements[static_cast<std::size_t>(label)].push_back({std::string(name), std::move(call)});
+void Program::AddNamed(StatementLabel label, std::string_view name, const Expression& call) {
+    std::string line(LabelText(label));
+    line += ": ";
+    if (!name.empty()) line.append(name).append("=");
+    std::vector<std::size_t> breaks;
+    call.AppendCall(line, breaks);
+    AppendLine(line, breaks, m_lines[static_cast<std::size_t>(label)]);
 }
 
 std::string Program::ToText() const {
-    std::string text = "\n";
-    std::string line;
-    std::vector<std::size_t> breaks;
+    std::size_t size = 1;
+    for (const std::string& lines : m_lines) size += lines.size();
+    std::string text;
+    text.reserve(size);
+    text += '\n';
     for (const StatementLabel label : kStatementLabels) {
-        for (const Statement& statement : m_statements[static_cast<std::size_t>(label)]) {
-            line = LabelText(label);
-            line += ": ";
-            if (!statement.name.empty()) line += statement.name + '=';
-            breaks.clear();
-            statement.call.AppendCall(line, breaks);
-            AppendLine(line, breaks, text);
-        }
+        text += m_lines[static_cast<std::size_t>(label)];
     }
     return text;
 }

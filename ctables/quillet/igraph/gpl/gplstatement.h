@@ -78,11 +78,12 @@ inline constexpr std::array kStatementLabels = {StatementLabel::kSource, Stateme
 /// The statements of a program.
 class Program {
 public:
-    /// Appends a statement to those of its label. `call` is a function call.
-    void Add(StatementLabel label, Expression call);
+    /// Appends a statement to those of its label. `call` is a function call. Kept as text: a chart
+    /// may have a statement for every few bytes of a command.
+    void Add(StatementLabel label, const Expression& call);
 
     /// The same for a statement that gives its result a name.
-    void AddNamed(StatementLabel label, std::string_view name, Expression call);
+    void AddNamed(StatementLabel label, std::string_view name, const Expression& call);
 
     /// The program's text: it begins with a line end, and each statement is a line after two
     /// blanks. A line of more than 250 bytes goes on after four blanks, where arguments of the
@@ -91,12 +92,7 @@ public:
     [[nodiscard]] std::string ToText() const;
 
 private:
-    struct Statement {
-        std::string name;  // empty for none
-        Expression call;
-    };
-
-    std::array<std::vector<Statement>, kStatementLabels.size()> m_statements;
+    std::array<std::string, kStatementLabels.size()> m_lines;  // of the statements of each label
 };
 
 }  // namespace quillet::igraph

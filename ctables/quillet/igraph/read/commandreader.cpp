@@ -305,7 +305,7 @@ bool ReadSubcommands(SyntaxReader& reader, IgraphCommand& command) {
 }  // namespace
 
 SyntaxFault ReadCommand(TokenSequenceBase& sequence, IgraphCommand& command) {
-    SyntaxReader reader(ReadSyntaxItems(sequence));
+    SyntaxReader reader(sequence);
     if (!ReadSubcommands(reader, command)) return reader.Fault();
     command.hasNumberOutOfRange = reader.HasNumberOutOfRange();
     return SyntaxFault::kNone;

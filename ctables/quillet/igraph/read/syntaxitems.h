@@ -2,8 +2,8 @@
 #ifndef QUILLET_IGRAPH_READ_SYNTAXITEMS_H
 #define QUILLET_IGRAPH_READ_SYNTAXITEMS_H
 
+#include <optional>
 #include <string_view>
-#include <vector>
 
 #include "tokenizer/tokensequencebase.h"
 
@@ -29,13 +29,33 @@ struct SyntaxItem {
     double number = 0.0;
 };
 
-/// Reads all tokens from where `sequence` stands, calling `Next` first.
+/// The items of a command, one after the other.
 ///
 /// An equals sign is left out, since users write or omit it freely. A sign before a number
 /// becomes part of it. At the end of the command a lone period is left out and one that sticks
-/// to the last word is cut off: some inputs keep the command's terminator. The last item is
-/// `kEnd`. Linear in the tokens.
-[[nodiscard]] std::vector<SyntaxItem> ReadSyntaxItems(TokenSequenceBase& sequence);
+/// to the last word is cut off: some inputs keep the command's terminator. Linear in the tokens.
+class SyntaxItems {
+public:
+    /// Begins with the token that the first `Next` of `sequence` makes current. The sequence is
+    /// borrowed, and nobody else moves it meanwhile.
+    explicit SyntaxItems(TokenSequenceBase& sequence) : m_sequence(sequence) {}
+
+    /// The next item; `kEnd` after the last one, however often it is asked for.
+    [[nodiscard]] SyntaxItem Next();
+
+private:
+    struct RawToken {
+        int operatorCode = TokenCodes::kNotOperator;
+        SyntaxItem item;
+    };
+
+    [[nodiscard]] RawToken Take();
+    [[nodiscard]] RawToken CurrentToken() const;
+    [[nodiscard]] bool IsLastButSlashes();
+
+    TokenSequenceBase& m_sequence;
+    std::optional<RawToken> m_next;  // what was read too far
+};
 
 }  // namespace quillet::igraph
 

@@ -2,11 +2,8 @@
 #ifndef QUILLET_IGRAPH_READ_SYNTAXREADER_H
 #define QUILLET_IGRAPH_READ_SYNTAXREADER_H
 
-#include <algorithm>
 #include <cstddef>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "igraph/model/igraphcommand.h"
 #include "igraph/read/keywordsets.h"
@@ -41,14 +38,20 @@ struct NumberRange {
 /// has been understood, it only makes no sense.
 class SyntaxReader {
 public:
-    /// `items` ends in a `kEnd`.
-    explicit SyntaxReader(std::vector<SyntaxItem> items) : m_items(std::move(items)) {}
+    /// Begins with the token that the first `Next` of `sequence` makes current. The sequence is
+    /// borrowed, and nobody else moves it meanwhile.
+    explicit SyntaxReader(TokenSequenceBase& sequence)
+        : m_items(sequence), m_current(m_items.Next()), m_following(m_items.Next()) {}
 
-    [[nodiscard]] const SyntaxItem& Current() const { return m_items[m_index]; }
+    /// Good until the next step; its texts live as long as the sequence.
+    [[nodiscard]] const SyntaxItem& Current() const { return m_current; }
     [[nodiscard]] bool IsAt(SyntaxItem::Kind kind) const { return Current().kind == kind; }
     /// Steps to the next item; stays at the end.
     void Advance() {
-        if (!IsAt(SyntaxItem::Kind::kEnd)) ++m_index;
+        if (IsAt(SyntaxItem::Kind::kEnd)) return;
+        m_current = m_following;
+        m_following = m_items.Next();
+        ++m_position;
     }
 
     /// Sets the fault and returns false.
@@ -119,14 +122,14 @@ public:
 
 private:
     // The end is its own successor.
-    [[nodiscard]] const SyntaxItem& Following() const {
-        return m_items[std::min(m_index + 1, m_items.size() - 1)];
-    }
-    [[nodiscard]] int Position() const { return static_cast<int>(m_index); }
+    [[nodiscard]] const SyntaxItem& Following() const { return m_following; }
+    [[nodiscard]] int Position() const { return m_position; }
     [[nodiscard]] bool ReadName(VariableReference& reference);
 
-    std::vector<SyntaxItem> m_items;
-    std::size_t m_index = 0;
+    SyntaxItems m_items;
+    SyntaxItem m_current;
+    SyntaxItem m_following;
+    int m_position = 0;
     SyntaxFault m_fault = SyntaxFault::kNone;
     bool m_hasNumberOutOfRange = false;
 };
