@@ -192,7 +192,12 @@ protected:
                                                 const CodePage* pNamed = nullptr);
 
 /// Converts a text of any size, keeping no more of it than its largest command (inline data:
-/// its longest line) and a few hundred KiB. Otherwise as `ConvertText`.
+/// its longest line). Otherwise as `ConvertText`.
+///
+/// Takes at most 4 MiB, 4 times the size of the largest command that is copied, and for the
+/// largest one that is converted 16 times its size and once that of its replacement, besides what
+/// it asks for beyond its own size. Where names of a letter or two and the signs between them are
+/// most of a command, it may be 24 times.
 [[nodiscard]] QUILLET_EXPORT Outcome ConvertStream(TextInput& input, TextOutput& output,
                                                    ConversionListener& listener,
                                                    const Options& options);

@@ -921,14 +921,66 @@ TEST(QuilletDeathTest, AnyNumberOfCommandsNeedsLittleMemory) {
         testing::ExitedWithCode(0), "");
 }
 
-// Room for the command and for what goes on with it, not for a heap object for each token.
-TEST(QuilletDeathTest, ACommandNeedsAFewTimesItsSize) {
+// One command of a size, and what it is made of.
+struct LargeCommand {
+    const char* name;
+    const char* begin;
+    const char* part;
+    const char* end;
+    std::size_t factor;  // how many times its size may be needed, besides 4 MiB and its output
+};
+
+std::vector<LargeCommand> LargeCommands() {
+    return {
+        {"CopiedWords", "LIST\n", " x y z\n", " a.\n", 4},
+        {"CopiedOnOneLine", "LIST", " x y z", " a.\n", 4},
+        {"LongNames", "TABLES /TABLE a\n", " + a_variable_name\n", " BY sex.\n", 16},
+        {"ShortNames", "TABLES /TABLE a\n", "+ab+c\n", " BY sex.\n", 16},
+        {"NestedNames", "TABLES /TABLE a\n", ">ab>c\n", " BY sex.\n", 16},
+        {"Tables", "TABLES\n", " /TABLE a BY b\n", ".\n", 16},
+        {"Labels", "TABLES /TABLE a /TITLE\n", " 'A label of some length'\n", ".\n", 16},
+        {"Statistics", "TABLES /TABLE a BY b /STATISTICS\n", " MEAN(a (F8.2) 'Average')\n", ".\n",
+         16},
+        {"Sorting", "TABLES /TABLE a BY b /SORT\n", " income\n", ".\n", 16},
+        {"Sets", "TABLES /MRGROUP m\n", " answer\n", " /TABLE m.\n", 16},
+        {"NotATable", "TABLES /TABLE a\n", "+ab+c\n", " BY BY sex.\n", 16},
+        {"Series", "IGRAPH /X1=VAR(age) /Y=VAR(income)\n", " /LINE(MEAN) KEY=ON STYLE=LINE\n",
+         ".\n", 16},
+        {"CategoryOrders", "IGRAPH /X1=VAR(age) /Y=VAR(income) /SCATTER\n",
+         " /CATORDER VAR(age) (ASCENDING VALUES OMITEMPTY)\n", ".\n", 16},
+        {"NotAGraph", "IGRAPH /X1=VAR(age)\n", " a b\n", ".\n", 16},
+    };
+}
+
+class LargeCommandDeathTest : public testing::TestWithParam<LargeCommand> {};
+
+// In a process of its own.
+[[noreturn]] void ExitAfterOneCommand(RepeatingInput input, std::size_t factor) {
+    const auto size = static_cast<long>(input.Size());
+    CountingOutput output;
+    Listener listener;
+    const long before = PeakMemory();
+    if (ConvertStream(input, output, listener, {}) != Outcome::kDone) std::_Exit(1);
+    const long growth = PeakMemory() - before;
+    const long limit =
+        4096 + (static_cast<long>(factor) * size + static_cast<long>(output.Size())) / 1024;
+    std::cerr << "grew by " << growth << " KiB of " << limit << std::endl;
+    std::_Exit(growth > limit ? kTooMuchMemory : 0);
+}
+
+TEST_P(LargeCommandDeathTest, NeedsAFewTimesItsSize) {
     if (HasInstrumentedMemory()) GTEST_SKIP() << "the sanitizer keeps memory that was given back";
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(ExitAfterConverting({"LIST\n", " x y z\n", 16 * kMebibyte / 7, " a.\n"}, false,
-                                    16L * 1024 * 5),
-                testing::ExitedWithCode(0), "");
+    const LargeCommand& command = GetParam();
+    for (const std::size_t size : {kMebibyte, 16 * kMebibyte}) {
+        const RepeatingInput input(command.begin, command.part,
+                                   size / std::string_view(command.part).size(), command.end);
+        EXPECT_EXIT(ExitAfterOneCommand(input, command.factor), testing::ExitedWithCode(0), "");
+    }
 }
+
+INSTANTIATE_TEST_SUITE_P(Commands, LargeCommandDeathTest, testing::ValuesIn(LargeCommands()),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 }  // namespace quillet

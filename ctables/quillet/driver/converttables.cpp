@@ -1,5 +1,6 @@
 #include "driver/converttables.h"
 
+#include <cstddef>
 #include <string>
 
 #include "bison/tbtrtables.h"
@@ -36,6 +37,10 @@ Failure FailureOf(const ReportEntry& entry) {
 StepResult ConvertTables(const CodePage& codePage, TAVQTokenSequence& tokens) {
     TablesCommand command(codePage, &tokens);
     StepResult result;
+    // A large text that had to move while it grows would be there twice. What is reserved and not
+    // written takes no memory.
+    constexpr std::size_t kTextOfAToken = 24;
+    result.text.reserve(kTextOfAToken * static_cast<std::size_t>(tokens.Count()));
     if (!ConvertToCtables(command, codePage, result.text)) {
         result.text.clear();
         result.failure = FailureOf(command.FirstReport());

@@ -183,6 +183,7 @@ std::vector<TableStatistics::Placed> TableStatistics::PlaceOn(const Term& term,
                                                               std::string_view total) const {
     std::vector<Placed> placed;
     const auto add = [&placed](const std::vector<std::uint32_t>& indices, bool inTotalsOnly) {
+        placed.reserve(placed.size() + indices.size());
         for (const std::uint32_t index : indices) placed.push_back({index, inTotalsOnly});
     };
     const auto addArgument = [&](std::string_view name, bool inTotalsOnly) {
