@@ -438,7 +438,8 @@ private:
         if (++m_leaves > kMostLeaves) return Fail("it holds too many conditions");
         if (WriteConverted(line, out)) return true;
         // Where no call comes, everything may stay.
-        if (!InstancesOf(line).empty()) return false;
+        const bool isAllKnown = m_trace.instances.size() < kMostInstances;
+        if (!isAllKnown || !InstancesOf(line).empty()) return false;
         m_reason.clear();
         for (const Piece& piece : line) {
             switch (piece.kind) {

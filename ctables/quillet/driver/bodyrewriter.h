@@ -26,6 +26,9 @@ namespace quillet {
 /// well, without a value, when the run came to them.
 using SiteValues = std::map<std::size_t, std::string>;
 
+/// How many different runs of a legacy command are kept.
+inline constexpr std::size_t kMostInstances = 64;
+
 /// The runs of one legacy command of a body in all calls.
 struct RegionTrace {
     long runs = 0;

@@ -499,7 +499,6 @@ private:
     }
 
     void KeepInstance(const RegionPlace& region, const SiteValues& values) {
-        constexpr std::size_t kMostInstances = 64;
         RegionTrace* pTrace = TraceOf(region.first, region.second);
         if (pTrace == nullptr) return;
         ++pTrace->runs;
