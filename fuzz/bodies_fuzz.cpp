@@ -1,6 +1,6 @@
 // Bytes in, macros whose bodies are converted out. The first byte chooses the layout and whether
-// the second half of the rest are calls from another file. What was converted has to give for each
-// call what the library's own comparison says, and a second time nothing may happen.
+// the second half of the rest are calls from another file. The verdicts have to agree with one
+// another and with the text, which is another one when a body is converted, and then alone.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
