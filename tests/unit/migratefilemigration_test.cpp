@@ -112,24 +112,12 @@ private:
             {*source, encodings, encodingRules, layoutRules, false},
             [](std::string_view /*path*/, const std::string& /*from*/) { return std::nullopt; });
         const MacroCalls macroCalls;
-        const MigrationContext context = {*source,
-                                          target,
-                                          m_earlier,
-                                          *journal,
-                                          publisher,
-                                          progress,
-                                          encodings,
-                                          encodingRules,
-                                          options,
-                                          layoutRules,
-                                          includes,
-                                          macroCalls,
-                                          {},
-                                          false,
-                                          how.copiesUnconverted,
-                                          how.isDryRun,
-                                          how.replacesAll,
-                                          how.acceptsEdited};
+        const MigrationContext context = {*source,      target,          m_earlier,
+                                          *journal,     publisher,       progress,
+                                          encodings,    encodingRules,   options,
+                                          layoutRules,  includes,        macroCalls,
+                                          {},           false,           how.copiesUnconverted,
+                                          how.isDryRun, how.replacesAll, how.acceptsEdited};
         FileTask task;
         task.entry.path = "a";
         FileMigration(context, 0).Run(task);

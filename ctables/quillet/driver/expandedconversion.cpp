@@ -351,8 +351,8 @@ private:
 
     Outcome ConvertCommand(const CommandWithCalls& command) {
         if (!m_converter.Convert(command)) return Outcome::kDone;
-        m_converter.TellTo(m_conversion.expansions);
         if (m_converter.LastOutcome() == Outcome::kTokenizingError) {
+            m_converter.TellTo(m_conversion.expansions);
             LeaveCalls(command);
             return Outcome::kDone;
         }
@@ -360,6 +360,7 @@ private:
         const std::size_t begin = BeginOf(command.begin);
         const Outcome outcome = ConvertUpTo(begin);
         if (outcome != Outcome::kDone) return outcome;
+        m_converter.TellTo(m_conversion.expansions);
         const std::size_t end = EndOf(command.end);
         WriteExpansion(m_text.substr(begin, end - begin));
         m_written = end;
@@ -464,24 +465,27 @@ private:
         const bool isDone = calls > 0 && callsLeft == 0;
         const bool tellsOfOthers = macro.callsElsewhere > 0;
         const std::string other = std::to_string(tellsOfOthers ? callsLeft : macro.firstCallLine);
-        for (const LegacyCommand& command : macro.commands) {
-            Finding finding;
+        InputPlace place;
+        place.linesBefore = macro.firstLine - 1;
+        LegacyFindings inBody = FindLegacyCommandsIn(
+            m_text.substr(macro.begin, macro.end - macro.begin), m_options, {}, m_codePage, place);
+        for (Finding& finding : inBody.findings) {
+            if (KindOf(finding.code) != FindingKind::kOverlooked) continue;
             finding.code = isDone ? FindingCode::kMacroExpanded : FindingCode::kMacroBody;
-            finding.command = command.type;
-            finding.firstLine = command.firstLine;
-            finding.lastLine = command.lastLine;
             finding.causeLine = macro.firstLine;
             finding.macro = macro.name;
-            finding.text = TextOfLines(command.firstLine, command.lastLine);
             finding.sentence = SentenceOf(WordingOf(isDone, tellsOfOthers, calls),
-                                          {.command = WordOf(command.type),
+                                          {.command = WordOf(finding.command),
                                            .name = macro.name,
                                            .other = other,
-                                           .line = command.firstLine,
+                                           .line = finding.firstLine,
                                            .cause = macro.firstLine,
                                            .count = calls});
+            if (!isDone) {
+                m_found.commands.push_back({finding.command, LegacyOutcome::kOverlooked,
+                                            finding.firstLine, finding.lastLine});
+            }
             m_found.findings.push_back(std::move(finding));
-            if (!isDone) m_found.commands.push_back(command);
         }
     }
 
@@ -492,14 +496,6 @@ private:
         if (isDone) return calls == 1 ? Wording::kMacroExpanded : Wording::kMacroExpandedOften;
         if (calls == 0) return Wording::kMacroBody;
         return calls == 1 ? Wording::kMacroBodyCalledOnce : Wording::kMacroBodyCalled;
-    }
-
-    [[nodiscard]] std::string TextOfLines(long firstLine, long lastLine) const {
-        const std::size_t begin = m_lines.BeginOf(firstLine);
-        std::string text = WithLineFeeds(m_text.substr(begin, m_lines.EndOf(lastLine) - begin));
-        text.erase(0, std::min(text.find_first_not_of(" \t"), text.size()));
-        text.erase(text.find_last_not_of(" \t\r\n") + 1);
-        return text;
     }
 
     void Add(LegacyFindings found) {
