@@ -97,7 +97,7 @@ AccountEntry& AccountBuilder::Enter(Subject subject, Fate fate, std::size_t aske
     entry.asked = asked;
     entry.written = {m_account.written.size(), written.size()};
     m_account.written.insert(m_account.written.end(), written.begin(), written.end());
-    m_account.entries.push_back(std::move(entry));
+    m_account.entries.push_back(entry);
     return m_account.entries.back();
 }
 

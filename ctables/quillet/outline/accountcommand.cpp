@@ -1,6 +1,5 @@
 // What holds for a whole command.
 #include <algorithm>
-#include <iterator>
 #include <set>
 #include <string>
 #include <string_view>
@@ -99,36 +98,13 @@ private:
         return isFormat ? NoteWording::kFormatDropped : NoteWording::kPartDropped;
     }
 
-    [[nodiscard]] static bool AreSame(const VariableRange& one, const VariableRange& other) {
-        return one.first.key == other.first.key && one.last.key == other.last.key;
-    }
-
-    [[nodiscard]] static bool AreSame(const ResponseSet& asked, const ResponseSet& written) {
-        return asked.countsOneValue == written.countsOneValue &&
-               asked.label.IsEmpty() == written.label.IsEmpty() &&
-               Normalized(asked.label) == Normalized(written.label) &&
-               Normalized(asked.value) == Normalized(written.value) &&
-               std::equal(asked.variables.begin(), asked.variables.end(), written.variables.begin(),
-                          written.variables.end(),
-                          [](const VariableRange& one, const VariableRange& other) {
-                              return AreSame(one, other);
-                          });
-    }
-
     void AccountForSets() {
-        std::unordered_map<std::string, std::vector<std::size_t>> places;
-        for (std::size_t index = m_written.sets.size(); index-- > 0;) {
-            places[m_written.sets[index].name.key].push_back(index);
-        }
         // Those that are the same go first, so that one that is missing is not taken for the next.
         std::vector<std::size_t> writtenOf(m_asked.sets.size(), kNowhere);
-        for (const bool isExact : {true, false}) {
-            for (std::size_t index = 0; index < m_asked.sets.size(); ++index) {
-                if (writtenOf[index] == kNowhere) {
-                    writtenOf[index] = Take(m_asked.sets[index], isExact, places);
-                }
-            }
-        }
+        std::vector<bool> isAsked(m_written.sets.size());
+        MatchSets(TextOfSet, writtenOf, isAsked);
+        MatchSets([](const std::string& key, const ResponseSet& /*set*/) { return key; }, writtenOf,
+                  isAsked);
         std::unordered_map<std::string, std::size_t> first;  // asked, by written name
         for (std::size_t index = 0; index < m_asked.sets.size(); ++index) {
             const ResponseSet& set = m_asked.sets[index];
@@ -138,36 +114,50 @@ private:
                 continue;
             }
             m_builder.Enter(Subject::kSet, Fate::kKept, index, {written}).line = set.line;
-            if (!AreSame(set, m_written.sets[written])) {
+            const ResponseSet& match = m_written.sets[written];
+            if (TextOfSet(match.name.key, set) != TextOfSet(match.name.key, match)) {
                 Differs("The set " + set.name.text, "another one",
                         m_written.sets[written].name.text, set.line);
             }
             const auto [clash, isNew] = first.try_emplace(m_written.sets[written].name.key, index);
             if (!isNew) NoteClash(m_asked.sets[clash->second], set);
         }
-        for (const auto& [key, left] : places) {
-            for (const std::size_t written : left) {
-                Differs("The set " + m_written.sets[written].name.text, "not declared", "declared",
-                        0);
-            }
+        for (std::size_t index = 0; index < isAsked.size(); ++index) {
+            if (isAsked[index]) continue;
+            Differs("The set " + m_written.sets[index].name.text, "not declared", "declared", 0);
         }
     }
 
-    // Takes one of the written sets with the name of a set: one that is the same, or any.
-    [[nodiscard]] std::size_t Take(
-        const ResponseSet& set, bool isExact,
-        std::unordered_map<std::string, std::vector<std::size_t>>& places) {
-        const auto found = places.find(WrittenSetName(m_builder.Page(), set.name.key));
-        if (found == places.end()) return kNowhere;
-        std::vector<std::size_t>& left = found->second;
-        m_builder.Charge(left.size());
-        const auto place = std::find_if(left.rbegin(), left.rend(), [&](std::size_t index) {
-            return !isExact || AreSame(set, m_written.sets[index]);
-        });
-        if (place == left.rend()) return kNowhere;
-        const std::size_t written = *place;
-        left.erase(std::next(place).base());
-        return written;
+    // Matches what has no match yet and the same text.
+    template <typename TextOf>
+    void MatchSets(const TextOf& textOf, std::vector<std::size_t>& writtenOf,
+                   std::vector<bool>& isAsked) const {
+        std::unordered_map<std::string, std::vector<std::size_t>> places;  // the last one first
+        for (std::size_t index = m_written.sets.size(); index-- > 0;) {
+            const ResponseSet& set = m_written.sets[index];
+            if (!isAsked[index]) places[textOf(set.name.key, set)].push_back(index);
+        }
+        for (std::size_t index = 0; index < writtenOf.size(); ++index) {
+            if (writtenOf[index] != kNowhere) continue;
+            const ResponseSet& set = m_asked.sets[index];
+            const auto found =
+                places.find(textOf(WrittenSetName(m_builder.Page(), set.name.key), set));
+            if (found == places.end() || found->second.empty()) continue;
+            writtenOf[index] = found->second.back();
+            isAsked[found->second.back()] = true;
+            found->second.pop_back();
+        }
+    }
+
+    // All that a set is, the same text for the same sets.
+    [[nodiscard]] static std::string TextOfSet(const std::string& key, const ResponseSet& set) {
+        std::string text = key + (set.countsOneValue ? "\nD" : "\nC");
+        if (!set.label.IsEmpty()) text += '\'' + Normalized(set.label);
+        text += '\n' + Normalized(set.value);
+        for (const VariableRange& range : set.variables) {
+            text += '\n' + range.first.key + ' ' + range.last.key;
+        }
+        return text;
     }
 
     void NoteLostSet(std::size_t index) {

@@ -1,4 +1,5 @@
 // The orders in which categories stand.
+#include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -25,7 +26,10 @@ public:
         if (written.empty() && asked.empty()) return;
         FindFirstMagnet();
         for (std::size_t index = 0; index < written.size(); ++index) {
-            m_places[written[index].variable.key].push_back(index);
+            const Sort& sort = written[index];
+            m_places[sort.variable.key].push_back(index);
+            m_same[TextOfKey(sort.variable.key, sort.direction, sort.key.key, sort.of.key)]
+                .push_back(index);
         }
         std::vector<bool> isAsked(written.size());
         for (std::size_t index = 0; index < asked.size(); ++index) Account(index, isAsked);
@@ -84,28 +88,37 @@ private:
                        asked.line);
     }
 
-    // What is the same, rather what nothing asked for yet; of the first SORT of a table, which is
-    // the one that was written, at least something for the same variable.
+    // One that is the same, rather one that nothing asked for yet; of the first SORT of a table,
+    // which is the one that was written, at least something for the same variable.
     [[nodiscard]] std::size_t Find(const Sort& asked, const std::vector<bool>& isAsked) {
-        const auto places = m_places.find(WrittenKeyOf(asked.variable));
-        if (places == m_places.end()) return kNowhere;
-        m_builder.Charge(places->second.size());
-        std::size_t same = kNowhere;
-        std::size_t free = kNowhere;
-        for (const std::size_t place : places->second) {
-            const bool isSame = AreSame(asked, m_tables.Written().sorts[place]);
-            if (isSame && !isAsked[place]) return place;
-            if (isSame) same = place;
-            if (!isAsked[place] && free == kNowhere) free = place;
+        const KeyOfSort key = KeyFor(asked);
+        const std::string variable = WrittenKeyOf(asked.variable);
+        const auto same = m_same.find(TextOfKey(variable, asked.direction, key.function, key.of));
+        if (same != m_same.end()) {
+            DropAsked(same->second, isAsked);
+            return same->second.front();
         }
-        if (same != kNowhere) return same;
-        return asked.subcommand == 0 ? free : kNowhere;
+        const auto places = m_places.find(variable);
+        if (asked.subcommand > 0 || places == m_places.end()) return kNowhere;
+        DropAsked(places->second, isAsked);
+        return isAsked[places->second.front()] ? kNowhere : places->second.front();
+    }
+
+    // From the front, but for the last one.
+    static void DropAsked(std::deque<std::size_t>& places, const std::vector<bool>& isAsked) {
+        while (places.size() > 1 && isAsked[places.front()]) places.pop_front();
+    }
+
+    [[nodiscard]] static std::string TextOfKey(const std::string& variable, Direction direction,
+                                               const std::string& function, const std::string& of) {
+        return variable + (direction == Direction::kAscending ? "\nA" : "\nD") + function + '\n' +
+               of;
     }
 
     [[nodiscard]] bool AreSame(const Sort& asked, const Sort& written) const {
-        if (asked.direction != written.direction) return false;
         const KeyOfSort key = KeyFor(asked);
-        return key.function == written.key.key && key.of == written.of.key;
+        return asked.direction == written.direction && key.function == written.key.key &&
+               key.of == written.of.key;
     }
 
     struct KeyOfSort {
@@ -145,7 +158,8 @@ private:
     Axis m_axis;
     std::size_t m_magnet = kNowhere;
     std::unordered_set<std::size_t> m_isInAxis;
-    std::unordered_map<std::string, std::vector<std::size_t>> m_places;
+    std::unordered_map<std::string, std::deque<std::size_t>> m_places;  // by variable
+    std::unordered_map<std::string, std::deque<std::size_t>> m_same;    // by all of it
 };
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <array>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -257,7 +258,7 @@ private:
     [[nodiscard]] std::string AskedKey(std::size_t function, bool hasSet) const {
         const Assignment& asked = m_asked[function];
         std::string key(IsPercentage(asked) ? "%" : "");
-        key += WrittenFunctionKey(asked, hasSet, m_tables.AskedSettings());
+        key += WrittenFunctionKey(asked, hasSet, m_tables.SeenSettings());
         return key;
     }
 
@@ -337,7 +338,7 @@ private:
             Indexes own = {group.written[at++]};
             while (at < group.written.size() && GoesOn(group.written, at)) {
                 const std::size_t remaining = group.written.size() - at;
-                if (cuts > 0 && (remaining <= cuts || FitsWith(list, function, own))) {
+                if (cuts > 0 && (remaining <= cuts || FitOf(list, function, own).fits)) {
                     --cuts;
                     break;
                 }
@@ -383,37 +384,65 @@ private:
     void NoteCountingOtherwise(const TermList& list, const Alike& group) {
         const std::size_t count = std::min(group.asked.size(), group.written.size());
         for (std::size_t at = 0; at < count; ++at) {
-            const std::size_t function = group.asked[at];
-            if (IsBorrowed(list, function)) continue;
-            if (std::exchange(m_told[function].isBaseDifferent, true)) continue;
-            m_builder.Note(NoteWording::kCountedDiffers,
-                           {.function = TextOfFunction(m_asked[function]),
-                            .asked = WrittenFunctionKey(m_asked[function], list.hasSet,
-                                                        m_tables.AskedSettings()),
-                            .written = m_written[group.written[at]].function.text},
-                           m_asked[function].line);
+            if (IsBorrowed(list, group.asked[at])) continue;
+            NoteCountingOtherwise(list, group.asked[at], group.written[at]);
         }
     }
 
+    void NoteCountingOtherwise(const TermList& list, std::size_t function, std::size_t written) {
+        if (std::exchange(m_told[function].isBaseDifferent, true)) return;
+        m_builder.Note(
+            NoteWording::kCountedDiffers,
+            {.function = TextOfFunction(m_asked[function]),
+             .asked = WrittenFunctionKey(m_asked[function], list.hasSet, m_tables.AskedSettings()),
+             .written = m_written[written].function.text},
+            m_asked[function].line);
+    }
+
+    // Functions in one pair of parentheses share their base variables, and mostly come one after
+    // the other.
     void ChooseBases(std::size_t function) {
         const Range& range = m_asked[function].baseVariables;
+        if (range.first == m_chosen.first && range.count == m_chosen.count) return;
+        m_chosen = range;
+        m_fit.reset();
+        m_firstElsewhere = kNowhere;
         Indexes variables;
         m_builder.Charge(range.count);
         for (std::size_t index = range.first; index < range.first + range.count; ++index) {
             const Name& name = m_tables.Asked().baseVariables[index];
             const std::size_t variable = m_tables.VariableOf(name.key);
-            if (variable != kNowhere) variables.push_back(variable);
+            if (variable != kNowhere) {
+                variables.push_back(variable);
+            } else if (!m_totalNames.contains(name.key) && m_firstElsewhere == kNowhere) {
+                m_firstElsewhere = index;
+            }
         }
         SortOut(variables);
         m_bases.Choose(variables);
     }
 
-    [[nodiscard]] bool FitsWith(const TermList& list, std::size_t function, const Indexes& written,
-                                BaseMismatch* pMismatch = nullptr) {
+    // Whether bases fit in a list, and where they do not.
+    struct Fit {
+        std::size_t writtenTerm = kNowhere;
+        bool isOfTotal = false;
+        std::vector<PercentOf> bases;
+        bool fits = false;
+        BaseMismatch mismatch;
+    };
+
+    [[nodiscard]] const Fit& FitOf(const TermList& list, std::size_t function,
+                                   const Indexes& written) {
         std::vector<PercentOf> bases;
         for (const std::size_t index : written) bases.push_back(m_written[index].percentOf);
         ChooseBases(function);
-        return m_bases.Fits(list.writtenTerm, list.totaled, bases, pMismatch);
+        if (m_fit && m_fit->writtenTerm == list.writtenTerm && m_fit->isOfTotal == list.isOfTotal &&
+            m_fit->bases == bases) {
+            return *m_fit;
+        }
+        m_fit = Fit{list.writtenTerm, list.isOfTotal, std::move(bases), false, {}};
+        m_fit->fits = m_bases.Fits(list.writtenTerm, list.totaled, m_fit->bases, &m_fit->mismatch);
+        return *m_fit;
     }
 
     void EnterKept(const TermList& list, std::size_t function, const Indexes& written) {
@@ -516,28 +545,29 @@ private:
     void CheckBases(const TermList& list, std::size_t function, const Indexes& written) {
         Told& told = m_told[function];
         if (!std::exchange(told.isBaseChecked, true)) NoteBasesElsewhere(function);
-        BaseMismatch mismatch;
-        if (told.isBaseDifferent || FitsWith(list, function, written, &mismatch)) return;
+        const std::string_view counted =
+            WrittenFunctionKey(m_asked[function], list.hasSet, m_tables.AskedSettings());
+        if (counted != m_written[written.front()].function.key) {
+            NoteCountingOtherwise(list, function, written.front());
+        }
+        if (told.isBaseDifferent) return;
+        const Fit& fit = FitOf(list, function, written);
+        if (fit.fits) return;
         told.isBaseDifferent = true;
         m_builder.Note(NoteWording::kBaseDiffers,
                        {.function = TextOfFunction(m_asked[function]),
-                        .asked = mismatch.asked,
-                        .written = mismatch.written},
+                        .asked = fit.mismatch.asked,
+                        .written = fit.mismatch.written},
                        m_asked[function].line);
     }
 
     void NoteBasesElsewhere(std::size_t function) {
-        const Range& range = m_asked[function].baseVariables;
-        for (std::size_t index = range.first; index < range.first + range.count; ++index) {
-            const Name& name = m_tables.Asked().baseVariables[index];
-            m_builder.Charge(1);
-            if (m_tables.VariableOf(name.key) != kNowhere) continue;
-            if (m_totalNames.contains(name.key)) continue;
-            m_builder.Note(NoteWording::kBaseElsewhere,
-                           {.function = TextOfFunction(m_asked[function]), .name = name.text},
-                           m_asked[function].line);
-            return;
-        }
+        ChooseBases(function);
+        if (m_firstElsewhere == kNowhere) return;
+        m_builder.Note(NoteWording::kBaseElsewhere,
+                       {.function = TextOfFunction(m_asked[function]),
+                        .name = m_tables.Asked().baseVariables[m_firstElsewhere].text},
+                       m_asked[function].line);
     }
 
     void EnterMissing(const TermList& list, std::size_t function) {
@@ -648,6 +678,9 @@ private:
     Tally& m_tally;
     Axis m_axis;
     PercentageBases m_bases;
+    Range m_chosen = {kNowhere, 0};           // the base variables of `m_bases`
+    std::size_t m_firstElsewhere = kNowhere;  // the first of these that is not in the table
+    std::optional<Fit> m_fit;                 // of the last list, with these base variables
     std::vector<Told> m_told;
     std::vector<bool> m_isUsed;
     std::unordered_map<std::string, std::size_t> m_numbers;

@@ -48,7 +48,14 @@ std::string_view NameOf(Axis axis) {
 
 TablePair::TablePair(const CommandOutline& asked, const TableOutline& askedTable,
                      const TableOutline& writtenTable, AccountBuilder& builder)
-    : m_askedCommand(asked), m_asked(askedTable), m_written(writtenTable) {
+    : m_askedCommand(asked),
+      m_seenSettings(asked.settings),
+      m_asked(askedTable),
+      m_written(writtenTable) {
+    for (const TakenByFormat& taken : asked.takenByFormat) {
+        if (taken.subcommand.key == "BASE") m_seenSettings.base = CaseBase::kAnswering;
+        if (taken.subcommand.key == "GBASE") m_seenSettings.groupBase = GroupBase::kCases;
+    }
     for (const Axis axis : kAllAxes) NumberWritten(axis);
     for (const Axis axis : kAllAxes) NumberAsked(axis, builder.Page());
     for (const Axis axis : kAllAxes) Align(axis, builder);

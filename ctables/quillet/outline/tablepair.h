@@ -45,6 +45,8 @@ public:
     [[nodiscard]] const TableOutline& Asked() const { return m_asked; }
     [[nodiscard]] const TableOutline& Written() const { return m_written; }
     [[nodiscard]] const Settings& AskedSettings() const { return m_askedCommand.settings; }
+    /// The same without those that a FORMAT took along, which the conversion did not see.
+    [[nodiscard]] const Settings& SeenSettings() const { return m_seenSettings; }
     [[nodiscard]] const DimensionPair& At(Axis axis) const {
         return m_dimensions[static_cast<std::size_t>(axis)];
     }
@@ -85,6 +87,7 @@ private:
                                         Role role);
 
     const CommandOutline& m_askedCommand;
+    Settings m_seenSettings;
     const TableOutline& m_asked;
     const TableOutline& m_written;
     std::array<DimensionPair, kAxes> m_dimensions;
