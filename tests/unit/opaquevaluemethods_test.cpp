@@ -46,7 +46,7 @@ TEST(OpaqueValueTest, InitForgetsWithoutLooking) {
 }
 
 TEST(OpaqueValueTest, KindsExcludeEachOther) {
-    const Held empty;
+    const Held empty{};
     const TokenValue token(SP_VARNAME);
     const NodeValue node(TB_TABLE);
     EXPECT_TRUE(OpaqueValue_IsEmpty(empty.value));

@@ -93,7 +93,7 @@ TEST(TAVQTokenTest, KeepsItsFields) {
 }
 
 TEST(TAVQTokenTest, NoTokenHasNoTexts) {
-    const TAVQToken none;
+    const TAVQToken none{};
     EXPECT_EQ(none.Type(), TokenCodes::kAtEnd);
     EXPECT_EQ(none.Text(true), "");
     EXPECT_EQ(none.Text(false), "");
