@@ -52,15 +52,6 @@ bool GoesOnAName(char byte) {
            byte == '$' || byte == '#' || byte == '@';
 }
 
-// What the calls put in at a site.
-enum class ValueKind : int {
-    kName,
-    kNumber,
-    kLiteral,
-    kList,   // names and signs
-    kOther,  // has no stand-in
-};
-
 // The words and signs that join the elements of a list.
 bool IsJoint(const CodePage& codePage, const Token& token, std::string_view text) {
     if (token.kind == TokenKind::kOther) {
@@ -71,8 +62,19 @@ bool IsJoint(const CodePage& codePage, const Token& token, std::string_view text
     return word == "BY" || word == "TO";
 }
 
+}  // namespace
+
+// What the calls put in at a site.
+enum class BodyRewriter::ValueKind : int {
+    kName,
+    kNumber,
+    kLiteral,
+    kList,   // names and signs
+    kOther,  // has no stand-in
+};
+
 // An argument, a variable, a function or a macro's name, wherever in a command it stands.
-struct Site {
+struct BodyRewriter::Site {
     std::string source;
     bool isMacroName = false;
     ValueKind kind = ValueKind::kName;
@@ -92,13 +94,13 @@ struct Site {
 };
 
 // The branch of a condition that is followed: the run came to a place, or it did not.
-struct Branch {
+struct BodyRewriter::Branch {
     std::size_t place = 0;
     bool isTaken = true;
 };
 
 // A part of a command as it is converted.
-struct Piece {
+struct BodyRewriter::Piece {
     enum class Kind : int { kText, kSite, kLoop };
 
     Kind kind = Kind::kText;
@@ -112,8 +114,6 @@ struct Piece {
     std::size_t linkedSite = macro::kNowhere;  // the same list as a site
     std::vector<Piece> inner{};
 };
-
-}  // namespace
 
 // Writes one legacy command anew.
 class BodyRewriter::RegionWriter {

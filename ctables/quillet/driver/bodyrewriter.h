@@ -71,6 +71,10 @@ public:
     [[nodiscard]] long CountUnused() const;
 
 private:
+    enum class ValueKind : int;
+    struct Site;
+    struct Branch;
+    struct Piece;
     class RegionWriter;
     using Marks = std::multimap<std::size_t, std::string>;  // where they go
 
