@@ -3,8 +3,8 @@
 
     benchmarks/memory.py PROGRAM [MEGABYTES]
 
-Converts a file of one command of MEGABYTES (1) for each kind. The figure is the largest resident set
-without 4 MiB and without the size of the output, as a multiple of the size of the command.
+Converts a file of one command of MEGABYTES (1) for each kind. The figure is the largest resident
+set without 4 MiB and without the size of the output, as a multiple of the size of the command.
 """
 
 import os

@@ -1459,8 +1459,8 @@ CODES = {
                           .encode("cp1250") + TABLES, "changed", 0, [("encoding-doubtful", 1, 1)]),
     "macro-expanded": (b"DEFINE !f (x=!TOKENS(1))\n" + TABLES + b"!ENDDEFINE.\n!f x=a.\n",
                        "converted", 0, [("macro-expanded", 2, 1)], "--macros=expand"),
-    "macro-fault": (TABLES + b"DEFINE !f (!POSITIONAL !ENCLOSE('(',')'))\nLIST.\n!ENDDEFINE.\n!f a.\n",
-                    "converted", 0, [("macro-fault", 5, 5)]),
+    "macro-fault": (TABLES + b"DEFINE !f (!POSITIONAL !ENCLOSE('(',')'))\nLIST.\n!ENDDEFINE.\n"
+                    b"!f a.\n", "converted", 0, [("macro-fault", 5, 5)]),
     "layout-unclear": (b"mytext.\nyours.\nTABLES /TABLE=a\n/STATISTICS=COUNT.\n", "converted", 0,
                        [("layout-unclear", 3, 3)]),
     "old-line-ends": (b"LIST.\r" + TABLES.replace(b"\n", b"\r"), "converted", 0,
@@ -1487,7 +1487,7 @@ PIECES = (
 )
 
 
-TAB = (b"DEFINE !tab (x=!TOKENS(1))\nTABLES /TABLE=!x BY sex.\nLIST !x.\n!ENDDEFINE.\n")
+TAB = b"DEFINE !tab (x=!TOKENS(1))\nTABLES /TABLE=!x BY sex.\nLIST !x.\n!ENDDEFINE.\n"
 
 
 class TestMacros(MigrateCase):
@@ -1587,8 +1587,8 @@ class TestMacros(MigrateCase):
         self.create("a", b"INCLUDE 'lib'.\n!tab x=q1.\n")
         self.migrate("--macros=expand")
         [finding] = self.facts("lib")["findings"]
-        assert finding["sentence"] == ("TABLES in line 2 is in the macro !tab of line 1, which other "
-                                       "files call; all calls were expanded.")
+        assert finding["sentence"] == ("TABLES in line 2 is in the macro !tab of line 1, which "
+                                       "other files call; all calls were expanded.")
         self.migrate("--macros=expand")
         assert self.facts("lib")["result"] == "kept"
         # A call that becomes no syntax is left, and so the body is not dealt with.
@@ -1596,8 +1596,8 @@ class TestMacros(MigrateCase):
         self.migrate("--macros=expand", status=1)
         assert [self.facts(name)["result"] for name in ("a", "lib")] == ["kept", "new"]
         [finding] = self.facts("lib")["findings"]
-        assert finding["sentence"] == ("TABLES in line 2 is in the macro !tab of line 1, which other "
-                                       "files call; 1 of 2 calls could not be expanded.")
+        assert finding["sentence"] == ("TABLES in line 2 is in the macro !tab of line 1, which "
+                                       "other files call; 1 of 2 calls could not be expanded.")
         assert self.facts("lib")["overlooked"] == 1
 
     def test_a_changed_include_makes_a_result_stale(self):

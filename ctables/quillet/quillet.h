@@ -360,7 +360,7 @@ struct IncludedText {
 /// `EndAtBlankLines`, here and in included texts.
 struct MacroOptions {
     Options conversion;  ///< With which the text is converted.
-    std::string name;  ///< The text's own, as `findInclude` would give it.
+    std::string name;    ///< The text's own, as `findInclude` would give it.
     /// Finds the file that `includingFile` includes by `path`, as that is written there; false when
     /// there is none. Empty where nobody can.
     std::function<bool(std::string_view path, const std::string& includingFile, IncludedText& file)>

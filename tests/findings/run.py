@@ -38,8 +38,8 @@ NOT_OF_ARCHIVES = {"Line {line} runs the file {name}."}
 NOT_OF_ONE_FILE = {
     "{command} in line {line} is in the macro {name} of line {cause}, which other files call; all "
     "calls were expanded.",
-    "{command} in line {line} is in the macro {name} of line {cause}, which other files call; {other} "
-    "of {count} calls could not be expanded.",
+    "{command} in line {line} is in the macro {name} of line {cause}, which other files call; "
+    "{other} of {count} calls could not be expanded.",
 }
 
 NUMBERS = ("found", "converted", "failed", "unreadable", "overlooked")

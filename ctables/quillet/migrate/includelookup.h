@@ -22,7 +22,9 @@ struct IncludeLookup {
 
 /// A lookup that stands for the calls that other files make of macros of the file: it names no
 /// file.
-[[nodiscard]] inline IncludeLookup CallsLookup(const ContentHash& hash) { return {{}, {}, {}, hash}; }
+[[nodiscard]] inline IncludeLookup CallsLookup(const ContentHash& hash) {
+    return {{}, {}, {}, hash};
+}
 
 [[nodiscard]] inline bool IsCallsLookup(const IncludeLookup& lookup) {
     return lookup.includingFile.empty();
