@@ -102,6 +102,7 @@ std::optional<TAVQToken> TAVQToken::Of(TokenType type, const TokenTexts& texts) 
     if (length > kMaxLength) return std::nullopt;
     TAVQToken token;
     token.m_type = static_cast<unsigned>(type) & 7U;
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-union-access): see the class
     token.m_pSource = texts.source.data();
     token.m_length = static_cast<std::uint32_t>(length) & kMaxLength;
     if (type == kLiteral) {

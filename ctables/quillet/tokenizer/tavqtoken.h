@@ -81,6 +81,10 @@ struct TokenTexts {
 /// One lexical unit of a command. A plain value of two words: it borrows its texts, which lie in
 /// the command's text, in the capitals next to it, or in the command's arena, and is good for as
 /// long as they are. Where it stands in the command is known to the sequence that it comes from.
+///
+/// Where its texts are kept apart, `m_isApart` says so, and it borrows their place instead of the
+/// source text: one of two pointers, for which a variant would take a third word.
+// NOLINTBEGIN(cppcoreguidelines-pro-type-union-access,cppcoreguidelines-pro-type-member-init)
 class TAVQToken : public TokenCodes {
 public:
     /// No token: of the type `kAtEnd`, with empty texts.
@@ -145,6 +149,7 @@ private:
     std::uint32_t m_type : 3 = kAtEnd;
     std::uint32_t m_tag : 10 = 0;
 };
+// NOLINTEND(cppcoreguidelines-pro-type-union-access,cppcoreguidelines-pro-type-member-init)
 
 static_assert(std::is_trivially_copyable_v<TAVQToken>, "a parser copies tokens byte by byte");
 static_assert(sizeof(void*) > 8 || sizeof(TAVQToken) <= 16, "most of a tree is tokens");

@@ -243,9 +243,10 @@ void TAVQTokenVector::JumpTo(int index) {
 const ScannerPlace* TAVQTokenVector::FindPlace(int index) const {
     const PlacedToken& recent = m_recent[static_cast<std::size_t>(index) % kRecentTokens];
     if (recent.index == index) return &recent.place;
-    const auto isWanted = [index](const PlacedToken& token) { return token.index == index; };
-    const auto found = std::find_if(m_jumps.begin(), m_jumps.end(), isWanted);
-    return found == m_jumps.end() ? nullptr : &found->place;
+    for (const PlacedToken& token : m_jumps) {
+        if (token.index == index) return &token.place;
+    }
+    return nullptr;
 }
 
 // The value that the first reading has put next to the source, or elsewhere.

@@ -39,7 +39,7 @@ struct SourceRange {
 /// A place between two tokens, to which every scanner of the same text may be sent.
 struct ScannerPlace {
     MbCharPointer cursor;
-    int line;
+    int line = 0;
 };
 
 /// Reads the tokens of one text, each of which goes to the sink.

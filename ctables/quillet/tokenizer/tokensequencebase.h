@@ -70,10 +70,11 @@ public:
     /// What is made of the command lies here: see there who owns what.
     [[nodiscard]] Arena& Memory() { return m_memory; }
 
-protected:
-    TokenSequenceBase() = default;
     TokenSequenceBase(const TokenSequenceBase&) = delete;
     TokenSequenceBase& operator=(const TokenSequenceBase&) = delete;
+
+protected:
+    TokenSequenceBase() = default;
 
 private:
     CommandBudget m_budget;
