@@ -17,14 +17,13 @@ bool IsBlankLine(std::string_view line) {
 
 // Most texts have none, and then nothing is moved.
 void RemoveBlankLines(std::string& text) {
+    const std::string_view whole = text;
     std::size_t kept = 0;
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t end = std::min(text.find('\n', begin), text.size() - 1) + 1;
-        const std::string_view line = std::string_view(text).substr(begin, end - begin);
+        const std::string_view line = whole.substr(begin, end - begin);
         if (!IsBlankLine(line)) {
-            if (kept < begin)
-                std::copy(line.begin(), line.end(),
-                          text.begin() + static_cast<std::ptrdiff_t>(kept));
+            if (kept < begin) std::copy(line.begin(), line.end(), text.data() + kept);
             kept += line.size();
         }
         begin = end;

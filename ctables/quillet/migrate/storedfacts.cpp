@@ -66,8 +66,8 @@ Place<FindingFacts> PlaceIn(const FindingFacts& /*facts*/, std::string_view name
     return FindPlace(kFindingPlaces, name);
 }
 
-void AddText(std::string text, CommandFacts& facts) { facts.warnings.push_back(std::move(text)); }
-void AddText(std::string /*text*/, FindingFacts& /*facts*/) {}
+void AddText(const std::string& text, CommandFacts& facts) { facts.warnings.push_back(text); }
+void AddText(const std::string& /*text*/, FindingFacts& /*facts*/) {}
 
 // Takes the parser's events for an array of objects that are `part`, so that no tree is made of
 // them: a report tells of more commands than a migration takes time for otherwise. The file may
@@ -130,7 +130,7 @@ private:
                 m_facts.*m_place.pNumber = value.get<std::int64_t>();
             }
         } else if (m_pMember != nullptr && m_pMember->inner == ReportPart::kWarnings) {
-            AddText(std::move(value.get_ref<std::string&>()), m_facts);
+            AddText(value.get_ref<const std::string&>(), m_facts);
         }
         return true;
     }

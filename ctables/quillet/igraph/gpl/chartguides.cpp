@@ -30,8 +30,8 @@ Expression LabelOf(std::string_view text) {
     return Expression::Call(gpl::kLabel, {Expression::Text(text)});
 }
 
-void AddGuide(Chart& chart, Expression guide) {
-    chart.Statements().Add(StatementLabel::kGuide, std::move(guide));
+void AddGuide(Chart& chart, const Expression& guide) {
+    chart.Statements().Add(StatementLabel::kGuide, guide);
 }
 
 // --- Coordinates.
@@ -257,7 +257,7 @@ void AddCoordinates(Chart& chart) {
             break;
         }
     }
-    chart.Statements().Add(StatementLabel::kCoord, std::move(coordinates));
+    chart.Statements().Add(StatementLabel::kCoord, coordinates);
 }
 
 void AddGuides(Chart& chart) {

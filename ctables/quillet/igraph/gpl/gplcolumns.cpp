@@ -101,7 +101,7 @@ void Columns::Declare(Program& program) const {
         if (column.level == MeasurementLevel::kCategorical) {
             declaration.AddArgument(Expression::Call(gpl::kUnitCategory));
         }
-        program.AddNamed(StatementLabel::kData, column.identifier.text, std::move(declaration));
+        program.AddNamed(StatementLabel::kData, column.identifier.text, declaration);
     }
 }
 
