@@ -69,7 +69,7 @@ struct Expanded {
     Keeper kept;
 };
 
-void Expand(std::string_view text, Expanded& result, MacroOptions options = {}) {
+void Expand(std::string_view text, Expanded& result, const MacroOptions& options = {}) {
     result.macros = ExpandMacros(text, options);
     FindOptions search;
     search.conversion = options.conversion;
@@ -126,8 +126,7 @@ TEST(ExpandedConversionTest, PutsTheExpansionAfterTheCall) {
     EXPECT_EQ(result.found.findings[0].text, "TABLES /TABLE=a BY !x.");
 }
 
-// NOLINTNEXTLINE(cppcoreguidelines-macro-usage): joined with the literals around it
-#define TABLE_OF(expression)                                          \
+#define QUILLET_TABLE_OF(expression)                                  \
     "CTABLES\n  /MRSETS COUNTDUPLICATES=YES\n  /FORMAT EMPTY=BLANK\n" \
     "  /TABLE " expression                                            \
     "\n  /CATEGORIES VAR=ALL EMPTY=EXCLUDE MISSING=EXCLUDE\n"         \
@@ -153,7 +152,7 @@ constexpr ExpandRow kExpandRows[] = {
      "DEFINE !f ()\nFREQ q.\nTABLES /TABLE=a.\n!ENDDEFINE.\n", 0, 0, 1},
     {"ALegacyCommandWithACallIsExpandedWhole",
      "DEFINE @c () sex + age !ENDDEFINE.\nTABLES /TABLE=@c BY q1.\n",
-     "DEFINE @c () sex + age !ENDDEFINE.\n" TABLE_OF("sex[C]+age[C] BY q1[C]"), 1, 0, 0},
+     "DEFINE @c () sex + age !ENDDEFINE.\n" QUILLET_TABLE_OF("sex[C]+age[C] BY q1[C]"), 1, 0, 0},
     {"AFailedCommandCounts", "DEFINE !f ()\nTABLES /TABLE=.\n!ENDDEFINE.\n!f.\n",
      "DEFINE !f ()\nTABLES /TABLE=.\n!ENDDEFINE.\n"
      "***** Error while parsing or translating input syntax file. Line 4, column 1.\n"
@@ -170,17 +169,17 @@ constexpr ExpandRow kExpandRows[] = {
      0, 0, 1},
     {"AMacroInAMacroIsExpandedWithIt",
      "DEFINE !i ()\nTABLES /TABLE=a.\n!ENDDEFINE.\nDEFINE !o ()\n!i.\n!ENDDEFINE.\n!o.\n",
-     "DEFINE !i ()\nTABLES /TABLE=a.\n!ENDDEFINE.\nDEFINE !o ()\n!i.\n!ENDDEFINE.\n" TABLE_OF(
-         "a[C]"),
+     "DEFINE !i ()\nTABLES /TABLE=a.\n!ENDDEFINE.\nDEFINE !o "
+     "()\n!i.\n!ENDDEFINE.\n" QUILLET_TABLE_OF("a[C]"),
      1, 0, 0},
     {"ACommentAfterAPeriodDoesNotReachTheFrame",
      "DEFINE !f ()\nTABLES /TABLE=a.\n!ENDDEFINE. /* f */\nEXECUTE. /* x */\n!f. /* y */\n"
      "TABLES /TABLE=b.\n",
-     "DEFINE !f ()\nTABLES /TABLE=a.\n!ENDDEFINE. /* f */.\nEXECUTE. /* x */.\n" TABLE_OF("a[C]")
-         TABLE_OF("b[C]"),
+     "DEFINE !f ()\nTABLES /TABLE=a.\n!ENDDEFINE. /* f */.\nEXECUTE. /* x */.\n" QUILLET_TABLE_OF(
+         "a[C]") QUILLET_TABLE_OF("b[C]"),
      2, 0, 0},
     {"ACallOnTheLineOfADefinition", "DEFINE !f ()\nTABLES /TABLE=a.\n!ENDDEFINE. !f.\n",
-     "DEFINE !f ()\nTABLES /TABLE=a.\n!ENDDEFINE.\n" TABLE_OF("a[C]"), 1, 0, 0},
+     "DEFINE !f ()\nTABLES /TABLE=a.\n!ENDDEFINE.\n" QUILLET_TABLE_OF("a[C]"), 1, 0, 0},
 };
 
 class ExpandedConversionRowsTest : public testing::TestWithParam<ExpandRow> {};

@@ -174,8 +174,8 @@ std::shared_ptr<const SettledText> IncludedTexts::ReadFile(const std::string& pa
     }
     const Encoding* pNamed = m_settings.encodingRules.ForPath(path);
     if (pNamed == nullptr) {
-        const std::string_view name =
-            EncodingNamedIn(std::string_view(result->text).substr(0, kFirstLine));
+        const std::string_view text = result->text;
+        const std::string_view name = EncodingNamedIn(text.substr(0, kFirstLine));
         if (!name.empty()) pNamed = m_settings.encodings.Find(name);
     }
     result->encoding = EncodingOfText(result->text, pNamed != nullptr ? pNamed->codePage : nullptr);
